@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/AppSection.h"
+#include "app/HistoryPoint.h"
+#include "app/Observed.h"
+#include "app/Snapshot.h"
+#include "core/advisor/Suggestion.h"
+#include "core/history/Moment.h"
+#include "core/projects/BranchState.h"
+#include "core/projects/Container.h"
+#include "core/projects/ParkedProject.h"
+#include "core/rules/Rule.h"
+#include "core/rules/World.h"
+#include "core/sampling/Lowered.h"
+#include "core/storage/ActivityEntry.h"
+#include "platform/Host.h"
+#include "platform/Windows.h"
+
+namespace tolvane {
+
+class Sampler;
+
+/// The one observable object that all screens read and all actions go through. Confined to the main thread; the
+/// sampling that it waits for runs on the sampler's own. Lives until the program ends.
+class AppModel {
+public:
+    /// Starts everything: loads what is stored, registers for the host's events, runs the loop (a demo has none).
+    /// `host` and `windows` outlive the model.
+    AppModel(Host& host, Windows& windows, bool demo);
+    /// Ends the loop and gives back every priority that is on loan.
+    ~AppModel();
+    AppModel(const AppModel&) = delete;
+    AppModel& operator=(const AppModel&) = delete;
+
+    /// The latest sample.
+    Observed<Snapshot> snapshot;
+    /// Recent readings of each sizeable process, oldest first.
+    Observed<std::map<Pid, std::vector<HistoryPoint>>> history;
+    /// The last hour of CPU load, oldest first.
+    Observed<std::vector<LoadPoint>> loadHistory;
+    Observed<std::vector<Rule>> rules;
+    /// Newest first.
+    Observed<std::vector<ActivityEntry>> activity;
+    Observed<bool> rulesPaused;
+    Observed<AppSection> section;
+    /// The rule that the editor shows.
+    Observed<std::optional<UUID>> selectedRule;
+    /// Ids of lines selected in the processes table.
+    Observed<std::set<std::string>> selectedLines;
+    /// The import panel is up.
+    Observed<bool> importing;
+    /// Rules that wait in the export panel.
+    Observed<std::optional<std::vector<Rule>>> exporting;
+    Observed<std::optional<std::string>> importMessage;
+    Observed<bool> backupToICloud;
+    Observed<std::optional<std::string>> backupError;
+    /// The advice of the latest tick, hidden ones included.
+    Observed<std::vector<Suggestion>> suggestions;
+    /// A day of history, oldest first.
+    Observed<std::vector<Moment>> moments;
+    /// Bytes over the last quarter of an hour.
+    Observed<std::optional<std::int64_t>> swapGrowth;
+    Observed<std::optional<std::uint64_t>> readBack;
+    Observed<bool> memoryTight;
+    Observed<std::map<Pid, Lowered>> lowered;
+    Observed<std::vector<Container>> containers;
+    /// By project root.
+    Observed<std::map<std::string, ProjectBranch>> branches;
+    /// TCP ports that a process listens on.
+    Observed<std::map<Pid, std::vector<int>>> ports;
+    /// Processes that the service manager keeps.
+    Observed<std::set<Pid>> launchdPIDs;
+    Observed<Date> launchdChecked;
+    /// The most recently parked first.
+    Observed<std::vector<ParkedProject>> parked;
+    /// Each increment asks for the main window.
+    Observed<int> windowRequest;
+    /// Suggestion keys and until when they stay hidden.
+    Observed<std::map<std::string, Date, std::less<>>> hiddenSuggestions;
+
+    bool demo() const;
+    Host& host() const;
+    /// What rules and advice may see now.
+    World world() const;
+    /// Recent readings of the processes together, oldest first: figures of one tick are summed.
+    std::vector<HistoryPoint> historyFor(const std::vector<Pid>& pids) const;
+    /// Shows a section in the main window, opening it when need be.
+    void open(AppSection section);
+
+    /// True when at least one of the processes is at background priority now.
+    bool lowerPriority(const std::vector<Pid>& pids);
+    /// Gives back what this program took; others are passed over.
+    void restorePriority(const std::vector<Pid>& pids);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d_;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/HistoryPoint.h"
+#include "app/Line.h"
+#include "app/screens/MemorySummary.h"
+#include "core/sampling/CPULoad.h"
+
+namespace tolvane {
+
+/// The CPU block of the strip and of the panel.
+struct CPUSummary {
+    std::string headline;
+    /// "3.9 of 12 cores busy now"
+    std::string busyNow;
+    /// Oldest first; empty while there are too few to draw.
+    std::vector<LoadPoint> chart;
+    /// What the chart shows, for its tooltip and for those who cannot see it.
+    std::string chartText;
+    std::string chartCaption;
+    std::vector<ValueRow> rows;
+
+    bool operator==(const CPUSummary&) const = default;
+
+    static CPUSummary of(const CPULoad& cpu, const std::vector<LoadPoint>& loadHistory,
+                         const std::optional<Line>& busiest, std::string_view locale);
+};
+
+}  // namespace tolvane

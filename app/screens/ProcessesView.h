@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "app/Line.h"
+
+namespace tolvane {
+
+/// The columns of the processes table, in order.
+enum class ProcessColumn { name, memory, inRAM, compressed, cpu, unusedFor, runningFor, pid };
+
+struct ProcessColumnTraits {
+    ProcessColumn column;
+    std::string_view title;
+    /// None for a column that cannot sort.
+    std::optional<LineField> sortsBy;
+    std::string_view tooltip;
+    /// The widest text that the column has to hold; empty for the one that takes what is left.
+    std::string_view widestSample;
+};
+
+extern const std::array<ProcessColumnTraits, 8> processColumns;
+
+/// The processes screen: what its table shows in which order, and what its controls do. Main thread.
+class ProcessesView {
+public:
+    static constexpr std::string_view groupLabel = "Group";
+    static constexpr std::string_view searchPrompt = "Name, command, project or PID";
+    static constexpr std::string_view inspectorLabel = "Inspector";
+    static constexpr std::string_view inspectorIcon = "sidebar.trailing";
+
+    /// `model` outlives the view. `locale` is an ICU identifier.
+    ProcessesView(AppModel& model, std::string locale);
+
+    /// Remembered in the preferences.
+    Grouping grouping() const;
+    void setGrouping(Grouping grouping);
+    const std::string& search() const { return search_; }
+    void setSearch(std::string search) { search_ = std::move(search); }
+    const std::vector<LineOrder>& sortOrder() const { return sortOrder_; }
+    /// The user clicked a column's head: a new column starts with its larger values (names with the first letters),
+    /// the same column turns round.
+    void sortBy(LineField field);
+    void setSortOrder(std::vector<LineOrder> order) { sortOrder_ = std::move(order); }
+    bool showInspector = true;
+
+    /// The rows that the search leaves, folded and sorted.
+    std::vector<Line> lines() const;
+    /// The text of one cell; `detail` of the name column is not part of it.
+    std::string cell(const Line& line, ProcessColumn column) const;
+    /// The inspector's words while nothing is selected.
+    static constexpr std::string_view noSelectionTitle = "No Selection";
+    static constexpr std::string_view noSelectionIcon = "cursorarrow.rays";
+    static constexpr std::string_view noSelectionText = "Select a process or group to see its details.";
+
+    AppModel& model() const { return model_; }
+    const std::string& locale() const { return locale_; }
+
+private:
+    AppModel& model_;
+    std::string locale_;
+    LineNames names_;
+    Grouping grouping_ = Grouping::apps;
+    std::string search_;
+    std::vector<LineOrder> sortOrder_ = {LineOrder{}};
+};
+
+}  // namespace tolvane

@@ -1,0 +1,30 @@
+# One floor is one library: all sources of its folder, public includes from the project's root.
+#
+#   tolvane_floor(NAME FOLDER LINKS...)      a static library of every .cpp below FOLDER
+#   tolvane_tests(NAME FOLDER LINKS...)      a GoogleTest program of every .cpp below tests/FOLDER
+
+function(tolvane_sources out folder)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
+  set(${out} ${sources} PARENT_SCOPE)
+endfunction()
+
+function(tolvane_floor name folder)
+  tolvane_sources(sources ${folder})
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS})
+  target_link_libraries(${name} PUBLIC ${ARGN})
+endfunction()
+
+function(tolvane_tests name folder)
+  tolvane_sources(sources ${folder})
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS})
+  target_compile_definitions(${name} PRIVATE TOLVANE_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures")
+  target_link_libraries(${name} PRIVATE ${ARGN} GTest::gmock)
+  include(GoogleTest)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()

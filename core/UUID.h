@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tolvane {
+
+/// An identity that nothing else has. Prints as 36 characters in upper case.
+struct UUID {
+    std::array<std::uint8_t, 16> bytes{};
+
+    static UUID random();
+    /// Either case of digits; none for any other text.
+    static std::optional<UUID> parse(std::string_view text);
+    std::string text() const;
+
+    auto operator<=>(const UUID&) const = default;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Date.h"
+
+namespace tolvane {
+
+/// What held memory at a moment. Sizes in bytes.
+struct Holder {
+    /// Identity of the row across moments.
+    std::string key;
+    std::string title;
+    std::optional<std::string> bundlePath;
+    std::uint64_t memory = 0;
+    std::uint64_t compressed = 0;
+    /// Percent of one core.
+    double cpu = 0;
+    std::optional<Date> started;
+    /// Running total.
+    std::optional<std::uint64_t> swapIns;
+
+    std::uint64_t readBack() const { return swapIns.value_or(0); }
+    bool operator==(const Holder&) const = default;
+};
+
+/// The whole machine at one moment of the day's history. Sizes in bytes.
+struct Moment {
+    Date date;
+    std::uint64_t total = 0;
+    std::uint64_t used = 0;
+    std::uint64_t compressed = 0;
+    std::uint64_t swapUsed = 0;
+    /// The kernel's level: 1, 2 or 4.
+    std::int64_t pressure = 1;
+    /// Fraction of all cores, 0 to 1.
+    double cpu = 0;
+    std::int64_t cores = 1;
+    std::vector<Holder> holders;
+    /// In cores; absent in files of older versions, as is what follows.
+    std::optional<double> performance;
+    std::optional<double> efficiency;
+    std::optional<std::uint64_t> swapIns;
+
+    bool operator==(const Moment&) const = default;
+};
+
+}  // namespace tolvane

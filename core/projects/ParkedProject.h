@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Date.h"
+
+namespace tolvane {
+
+/// A process as it was, to be started again. The environment is secret: it is never printed or logged.
+struct ParkedCommand {
+    std::string executable;
+    /// With its zeroth element.
+    std::vector<std::string> args;
+    /// Entries NAME=value in the process's own order.
+    std::vector<std::string> env;
+    std::string cwd;
+
+    bool operator==(const ParkedCommand&) const = default;
+};
+
+/// A project that was stopped to be started again.
+struct ParkedProject {
+    std::string root;
+    Date date;
+    std::vector<ParkedCommand> commands;
+    /// Ids of the containers that were running for it.
+    std::vector<std::string> containers;
+
+    bool operator==(const ParkedProject&) const = default;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "core/UUID.h"
+
+namespace tolvane {
+
+/// One application, with all its processes as one subject.
+struct AppTarget {
+    std::string bundleID;
+    std::string name;
+    bool operator==(const AppTarget&) const = default;
+};
+
+/// Every process whose command line contains one of the patterns, each its own subject.
+struct CommandTarget {
+    std::vector<std::string> patterns;
+    bool operator==(const CommandTarget&) const = default;
+};
+
+/// As an `AgentSessionTarget` of "claude" without a prompt; kept for files written before that existed.
+struct EmptyClaudeSessionTarget {
+    bool operator==(const EmptyClaudeSessionTarget&) const = default;
+};
+
+/// Sessions of AI agents that run under one of the names.
+struct AgentSessionTarget {
+    std::vector<std::string> names;
+    bool onlyWithoutPrompt = false;
+    bool operator==(const AgentSessionTarget&) const = default;
+};
+
+using RuleTarget = std::variant<AppTarget, CommandTarget, EmptyClaudeSessionTarget, AgentSessionTarget>;
+
+enum class RuleAction { notify, terminate, quit, relaunch, lowerPriority };
+
+/// What to do to which processes under which conditions.
+struct Rule {
+    UUID id;
+    std::string name;
+    bool enabled = false;
+    /// Only logs what it would do.
+    bool dryRun = true;
+    RuleTarget target;
+    /// Condition: unused for at least so many minutes.
+    std::optional<std::int64_t> unusedMinutes;
+    /// Condition: using at least so many binary megabytes.
+    std::optional<std::int64_t> memoryMB;
+    RuleAction action = RuleAction::notify;
+    /// A further gate: acts only while memory is tight. No condition by itself.
+    std::optional<bool> onlyWhenTight;
+
+    bool hasCondition() const { return unusedMinutes.has_value() || memoryMB.has_value(); }
+    bool operator==(const Rule&) const = default;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/rules/ClaudeWorker.h"
+#include "core/sampling/ProcRow.h"
+#include "platform/Pid.h"
+
+namespace tolvane {
+
+/// What rules and advice may see of one moment.
+struct World {
+    /// All processes, in the reader's order.
+    std::vector<ProcRow> rows;
+    std::optional<std::string> frontmostBundleID;
+    std::vector<ClaudeWorker> claudeWorkers;
+    /// This program's own process.
+    Pid selfPID = 0;
+    /// The user this program runs as.
+    std::uint32_t uid = 0;
+    bool memoryTight = false;
+
+    bool operator==(const World&) const = default;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+
+#include "core/sampling/ProcSample.h"
+
+namespace tolvane {
+
+/// A process with what comparing readings, or looking elsewhere, tells of it. Its `id` is the pid.
+struct ProcRow {
+    ProcSample sample;
+    /// Percent of one core over the last interval: 100 is one full core, more is possible.
+    double cpuPercent = 0;
+    /// The same on performance cores.
+    double perfPercent = 0;
+    /// Since when nothing used it.
+    Date unusedSince;
+    /// The application that it belongs to.
+    std::optional<Text> appBundlePath = std::nullopt;
+    std::optional<Text> bundleID = std::nullopt;
+    /// Root folder of the project that its working folder lies in; only outside applications.
+    std::optional<Text> project = std::nullopt;
+    /// Label of the agent session that it belongs to.
+    std::optional<Text> claudeSession = std::nullopt;
+
+    Pid id() const { return sample.pid; }
+    bool operator==(const ProcRow&) const = default;
+};
+
+}  // namespace tolvane

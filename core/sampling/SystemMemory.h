@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/sampling/Pressure.h"
+#include "platform/MachineStatistics.h"
+
+namespace tolvane {
+
+/// Where the machine's memory is. All sizes in bytes.
+struct SystemMemory {
+    /// Physical memory.
+    std::uint64_t total = 0;
+    /// Anonymous memory that cannot simply be dropped: what processes really hold.
+    std::uint64_t app = 0;
+    std::uint64_t wired = 0;
+    /// What the compressor occupies.
+    std::uint64_t compressed = 0;
+    std::uint64_t swapUsed = 0;
+    std::uint64_t swapTotal = 0;
+    /// Running total of memory read back from swap since boot.
+    std::uint64_t swapIns = 0;
+    Pressure pressure = Pressure::normal;
+    /// Bytes held per byte of compressor, never below 1.
+    double compressionRatio = 1.0;
+
+    bool operator==(const SystemMemory&) const = default;
+
+    std::uint64_t used() const { return app + wired + compressed; }
+
+    /// Never fails: what cannot be read stays at its default.
+    static SystemMemory read(const MachineStatistics& machine);
+    /// 1 without compressor pages.
+    static double ratioOf(std::uint64_t uncompressedPages, std::uint64_t compressorPages);
+};
+
+}  // namespace tolvane

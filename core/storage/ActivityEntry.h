@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "core/UUID.h"
+#include "platform/Date.h"
+
+namespace tolvane {
+
+/// One line of the log of what rules did or would have done. Sizes in bytes.
+struct ActivityEntry {
+    UUID id;
+    Date date;
+    /// The rule's name as it was at that moment.
+    std::string ruleName;
+    /// What it happened to.
+    std::string subject;
+    /// What happened, in the user's words; statistics compute on these words.
+    std::string outcome;
+    /// Footprint of the subject when the rule fired.
+    std::uint64_t memory = 0;
+    bool dryRun = false;
+    std::optional<std::string> subjectKey;
+    std::optional<std::uint64_t> compressed;
+    /// Measured as really released.
+    std::optional<std::uint64_t> freed;
+    std::optional<std::uint64_t> freedCompressed;
+
+    bool operator==(const ActivityEntry&) const = default;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Pid.h"
+#include "platform/Subscription.h"
+#include "platform/Text.h"
+
+namespace tolvane {
+
+/// Which application a process belongs to, and what that application is called.
+/// A bundle path names one installed application: the folder of an app, or the file of its desktop entry.
+/// Callable from any thread; answers are remembered by the host where asking is dear.
+class Applications {
+public:
+    virtual ~Applications() = default;
+
+    /// The application that the process belongs to; none for what runs on its own, in a terminal included.
+    virtual std::optional<Text> bundlePath(Pid pid, std::string_view executable) = 0;
+    /// The identifier that rules know the application by; none when the path is no application.
+    virtual std::optional<Text> bundleIdentifier(std::string_view bundlePath) = 0;
+    /// In the user's language; the last path component for what is no application.
+    virtual std::string displayName(std::string_view bundlePath) = 0;
+    /// An icon theme's name or an image's absolute path; empty when it has none.
+    virtual std::string iconName(std::string_view bundlePath) = 0;
+};
+
+/// The application that the user looks at.
+struct FrontmostApplication {
+    std::string bundlePath;
+    std::optional<std::string> bundleIdentifier;
+
+    bool operator==(const FrontmostApplication&) const = default;
+};
+
+/// Who is in front, and who comes there. Main thread.
+class Frontmost {
+public:
+    virtual ~Frontmost() = default;
+
+    /// False on desktops that keep this to themselves.
+    virtual bool canTell() const = 0;
+    /// None when nothing is in front, or when it is no application with a bundle.
+    virtual std::optional<FrontmostApplication> current() const = 0;
+    /// Calls back with the bundle path of each application that comes to the front.
+    virtual Subscription onActivation(std::function<void(std::string bundlePath)> activated) = 0;
+};
+
+}  // namespace tolvane

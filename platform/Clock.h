@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/Date.h"
+#include "platform/Subscription.h"
+
+namespace tolvane {
+
+/// Tells the time and wakes its callers. Main thread, but for `now`, which any thread may ask.
+class Clock {
+public:
+    virtual ~Clock() = default;
+
+    virtual Date now() const = 0;
+    /// Calls back once, no earlier than `delay` from now and no later than `delay + tolerance` as far as the machine
+    /// allows. The time that the machine sleeps counts. Ending the subscription cancels the call.
+    virtual Subscription after(Seconds delay, Seconds tolerance, std::function<void()> passed) = 0;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "platform/Applications.h"
+#include "platform/Clock.h"
+#include "platform/Folders.h"
+#include "platform/MachineStatistics.h"
+#include "platform/MemoryPressure.h"
+#include "platform/Pid.h"
+#include "platform/Preferences.h"
+#include "platform/ProcessControl.h"
+#include "platform/ProcessInspection.h"
+#include "platform/SystemLog.h"
+
+namespace tolvane {
+
+/// Everything that the program asks of the machine it runs on. Made once, in main or by a test, and outlives the model.
+struct Host {
+    /// Each reader gets an inspection of its own: it keeps what it read, and belongs to its reader's thread.
+    std::function<std::unique_ptr<ProcessInspection>()> makeInspection;
+    std::unique_ptr<MachineStatistics> machine;
+    std::unique_ptr<ProcessControl> control;
+    std::unique_ptr<Applications> applications;
+    std::unique_ptr<Frontmost> frontmost;
+    std::unique_ptr<MemoryPressure> pressure;
+    std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<Folders> folders;
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<SystemLog> log;
+    Pid selfPID = 0;
+    std::uint32_t uid = 0;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "platform/Date.h"
+
+namespace tolvane {
+
+using PreferenceDates = std::map<std::string, Date, std::less<>>;
+using PreferenceValue = std::variant<bool, std::int64_t, double, std::string, Date, PreferenceDates>;
+
+/// The user's stored choices, typed. A value of another type than the one asked for counts as absent.
+/// Main thread. Writes reach the disk before `set` returns where the disk takes them; what it does not take
+/// stays in force for this run.
+class Preferences {
+public:
+    virtual ~Preferences() = default;
+
+    virtual std::optional<PreferenceValue> value(std::string_view key) const = 0;
+    virtual void set(std::string_view key, PreferenceValue value) = 0;
+
+    template <typename Type>
+    std::optional<Type> get(std::string_view key) const {
+        const auto found = value(key);
+        if (!found || !std::holds_alternative<Type>(*found)) return std::nullopt;
+        return std::get<Type>(*found);
+    }
+    /// True unless a false is stored.
+    bool unlessTurnedOff(std::string_view key) const { return get<bool>(key).value_or(true); }
+};
+
+}  // namespace tolvane

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Host.h"
+#include "platform/Windows.h"
+#include "tests/fakes/VirtualClock.h"
+
+namespace tolvane::fakes {
+
+/// One process of the fake world; what is none cannot be read.
+struct FakeProcess {
+    Pid pid = 0;
+    std::optional<BSDRecord> bsd = BSDRecord{};
+    std::optional<UsageRecord> usage = UsageRecord{};
+    std::optional<Text> path;
+    std::optional<std::string> argumentsBlock;
+    std::optional<MemoryRecord> memory;
+    std::optional<Text> cwd;
+    std::optional<bool> system;
+    std::vector<int> ports;
+};
+
+/// The bytes of a process-arguments block, as a kernel lays them out.
+std::string argumentsBlock(const std::string& executable, const std::vector<std::string>& args,
+                           const std::vector<std::string>& env = {});
+
+/// The machine that a test describes: changed between calls, asked through the interfaces, and it records who asked
+/// for what. One world serves every interface of one host.
+struct FakeWorld {
+    /// In listing order.
+    std::vector<FakeProcess> processes;
+    /// Pids that stand in the list though they are gone.
+    std::vector<Pid> ghosts;
+    double nanosPerTick = 1;
+
+    std::optional<std::uint64_t> memorySize;
+    std::optional<int> pressureLevel;
+    std::optional<SwapUsage> swapUsage;
+    std::optional<VirtualMemoryCounters> virtualMemory;
+    std::uint64_t pageSize = 4096;
+    std::optional<CPUTicks> totalTicks;
+    std::optional<std::vector<CPUTicks>> ticksPerCore = std::vector<CPUTicks>(4);
+    int activeCores = 4;
+    std::optional<int> efficiencyCores;
+
+    /// By bundle path.
+    std::map<std::string, std::string, std::less<>> bundleIdentifiers;
+    std::map<std::string, std::string, std::less<>> displayNames;
+    std::optional<FrontmostApplication> frontmost;
+    bool canTellFrontmost = true;
+    /// Pids that refuse a change of priority.
+    std::set<Pid> shielded;
+
+    std::map<std::string, PreferenceValue, std::less<>> preferences;
+    std::string home = "/home/ada";
+    std::string applicationSupport = "/home/ada/.local/share";
+    bool windowVisible = false;
+
+    /// What was asked, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "set rulesPaused".
+    std::vector<std::string> asked;
+    std::vector<std::string> logLines;
+
+    FakeProcess* find(Pid pid);
+    std::size_t timesAsked(std::string_view question) const;
+    /// A process of this user with a name, an executable of that name and a start long ago.
+    FakeProcess& add(Pid pid, std::string_view name);
+
+    std::vector<std::pair<std::uint64_t, std::function<void(std::string)>>> activationObservers;
+    std::vector<std::pair<std::uint64_t, std::function<void()>>> pressureObservers;
+    std::vector<std::pair<std::uint64_t, std::function<void()>>> windowObservers;
+    std::uint64_t nextObserver = 0;
+
+    void activate(const std::string& bundlePath);
+    void press();
+    void showWindow(bool visible);
+};
+
+/// A host whose every part is the world's.
+struct FakeHost {
+    std::shared_ptr<FakeWorld> world = std::make_shared<FakeWorld>();
+    Host host;
+    /// Owned by `host`.
+    VirtualClock* clock = nullptr;
+    std::unique_ptr<Windows> windows;
+
+    FakeHost();
+};
+
+}  // namespace tolvane::fakes

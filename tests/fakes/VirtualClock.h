@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+#include "platform/Clock.h"
+
+namespace tolvane::fakes {
+
+/// Time that stands still until a test turns it. Calls that fall due run in the order of their times, and each sees
+/// `now` as its own time.
+class VirtualClock : public Clock {
+public:
+    explicit VirtualClock(Date start = Date{Seconds{800'000'000}}) : now_(start) {}
+
+    Date now() const override { return now_; }
+    Subscription after(Seconds delay, Seconds tolerance, std::function<void()> passed) override;
+
+    /// Turns the clock; waiters within the span run, those that they set up too.
+    void advance(Seconds span);
+    /// Sets the time without running anything: the wall clock jumped.
+    void jumpTo(Date date) { now_ = date; }
+    std::size_t waiting() const { return waiters_->size(); }
+    /// Delay and tolerance of the latest call to `after`.
+    Seconds latestDelay() const { return latestDelay_; }
+    Seconds latestTolerance() const { return latestTolerance_; }
+
+private:
+    struct Key {
+        Seconds due;
+        std::uint64_t number;
+        auto operator<=>(const Key&) const = default;
+    };
+    using Waiters = std::map<Key, std::function<void()>>;
+
+    Date now_;
+    Seconds elapsed_{0};
+    std::uint64_t number_ = 0;
+    Seconds latestDelay_{0};
+    Seconds latestTolerance_{0};
+    std::shared_ptr<Waiters> waiters_ = std::make_shared<Waiters>();
+};
+
+}  // namespace tolvane::fakes
