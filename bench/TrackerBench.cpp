@@ -52,7 +52,7 @@ public:
         for (std::size_t each = 0; each < workers; ++each) {
             auto& worker = workers_.emplace_back();
             worker.shortID = std::to_string(each);
-            worker.hostPID = static_cast<Pid>(10 + 3 * each);
+            worker.hostPID = static_cast<Pid>(100 + each);
         }
     }
 
