@@ -4,7 +4,7 @@
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-say() { printf '%s\n' "$*" >&2; }
+say() { printf '%s\n' "$@" >&2; }
 fail() { say "$*"; exit 1; }
 
 # Bare containers have neither a UTF-8 locale nor a home that can be written; both are asked for by what we call.
