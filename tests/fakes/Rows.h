@@ -1,38 +1,45 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
-#include "core/rules/World.h"
 #include "core/sampling/ProcRow.h"
 
 namespace tolvane::fakes {
 
-inline constexpr std::uint32_t someUser = 501;
-inline constexpr std::uint64_t megabyte = 1U << 20U;
-inline constexpr Date someNow{Seconds{800'000'000}};
+inline constexpr std::uint64_t MiB = 1024 * 1024;
+inline constexpr std::uint64_t GiB = 1024 * MiB;
 
-/// A user's process under no system folder: started an hour ago, unused since, 100 MB of which 10 are compressed.
-inline ProcRow row(Pid pid, Pid ppid, std::string_view name, TextList args = {}) {
-    return {.sample = {.pid = pid,
-                       .ppid = ppid,
-                       .uid = someUser,
-                       .name = name,
-                       .path = "/opt/" + std::string(name),
-                       .args = std::move(args),
-                       .startTime = someNow - Seconds{3600},
-                       .footprint = 100 * megabyte,
-                       .compressed = 10 * megabyte},
-            .unusedSince = someNow - Seconds{3600}};
+/// A process of an ordinary user with an executable of its name, for a test to make more of.
+inline ProcRow row(Pid pid, std::string_view name, std::uint64_t footprint = MiB) {
+    ProcRow made;
+    made.sample.pid = pid;
+    made.sample.ppid = 1;
+    made.sample.uid = 501;
+    made.sample.name = name;
+    made.sample.path = Text("/opt/" + std::string(name));
+    made.sample.startTime = Date{Seconds{790'000'000}};
+    made.sample.footprint = footprint;
+    made.unusedSince = Date{Seconds{799'000'000}};
+    return made;
 }
 
-/// A process of an application.
-inline ProcRow appRow(Pid pid, Pid ppid, std::string_view name, std::string_view bundleID) {
-    auto result = row(pid, ppid, name);
-    result.appBundlePath = "/Applications/" + std::string(name) + ".app";
-    result.bundleID = bundleID;
-    return result;
+inline ProcRow appRow(Pid pid, std::string_view name, std::string_view bundlePath, std::uint64_t footprint = MiB) {
+    auto made = row(pid, name, footprint);
+    made.appBundlePath = Text(bundlePath);
+    return made;
 }
 
-inline World worldOf(std::vector<ProcRow> rows) { return {.rows = std::move(rows), .selfPID = 4000, .uid = someUser}; }
+inline ProcRow projectRow(Pid pid, std::string_view name, std::string_view root, std::uint64_t footprint = MiB) {
+    auto made = row(pid, name, footprint);
+    made.project = Text(root);
+    return made;
+}
+
+inline ProcRow sessionRow(Pid pid, std::string_view name, std::string_view session, std::uint64_t footprint = MiB) {
+    auto made = row(pid, name, footprint);
+    made.claudeSession = Text(session);
+    return made;
+}
 
 }  // namespace tolvane::fakes
