@@ -43,7 +43,7 @@ void tell(const Observers& observers, const Arguments&... arguments) {
 }
 
 template <typename Observers, typename Function>
-Subscription observe(const std::shared_ptr<FakeWorld>& world, Observers FakeWorld::*observers, Function function) {
+Subscription observe(const std::shared_ptr<FakeWorld>& world, Observers FakeWorld::* observers, Function function) {
     const auto number = ++world->nextObserver;
     (world.get()->*observers).emplace_back(number, std::move(function));
     return Subscription([weak = std::weak_ptr(world), observers, number] {
@@ -84,7 +84,9 @@ public:
     std::optional<std::string> argumentsBlock(Pid pid) override {
         return ask("argumentsBlock", pid, &FakeProcess::argumentsBlock);
     }
-    std::optional<MemoryRecord> memoryRecord(Pid pid) override { return ask("memoryRecord", pid, &FakeProcess::memory); }
+    std::optional<MemoryRecord> memoryRecord(Pid pid) override {
+        return ask("memoryRecord", pid, &FakeProcess::memory);
+    }
     std::optional<Text> workingDirectory(Pid pid) override { return ask("workingDirectory", pid, &FakeProcess::cwd); }
     std::optional<bool> belongsToSystem(Pid pid) override { return ask("belongsToSystem", pid, &FakeProcess::system); }
     std::vector<int> listeningPorts(Pid pid) override {
@@ -95,7 +97,7 @@ public:
 
 private:
     template <typename Value>
-    std::optional<Value> ask(const char* question, Pid pid, std::optional<Value> FakeProcess::*field) {
+    std::optional<Value> ask(const char* question, Pid pid, std::optional<Value> FakeProcess::* field) {
         world_->asked.push_back(question + (" " + std::to_string(pid)));
         const auto* process = world_->find(pid);
         return process ? process->*field : std::nullopt;
@@ -145,7 +147,10 @@ public:
     explicit Apps(World world) : world_(std::move(world)) {}
 
     /// As on hosts whose applications are folders: the outermost ".app" that holds the executable.
-    std::optional<Text> bundlePath(Pid, std::string_view executable) override {
+    std::optional<Text> bundlePath(Pid pid, std::string_view executable) override {
+        world_->asked.push_back("bundlePath " + std::to_string(pid));
+        const auto scope = world_->appScopes.find(pid);
+        if (scope != world_->appScopes.end()) return Text(scope->second);
         const auto found = executable.find(".app/");
         if (found == std::string_view::npos) return std::nullopt;
         return Text(executable.substr(0, found + 4));

@@ -1,0 +1,18 @@
+#include "platform/LayeredPreferences.h"
+
+#include <utility>
+
+namespace tolvane {
+
+LayeredPreferences::LayeredPreferences(std::unique_ptr<Preferences> stored, Overrides overrides)
+    : stored_(std::move(stored)), overrides_(std::move(overrides)) {}
+
+std::optional<PreferenceValue> LayeredPreferences::value(std::string_view key) const {
+    const auto found = overrides_.find(key);
+    if (found != overrides_.end()) return found->second;
+    return stored_->value(key);
+}
+
+void LayeredPreferences::set(std::string_view key, PreferenceValue value) { stored_->set(key, std::move(value)); }
+
+}  // namespace tolvane
