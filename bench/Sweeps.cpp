@@ -1,7 +1,8 @@
 // What one reading of all processes costs, beside a floor that reads plainly, in one run.
 //
 //     sweeps [--counts 300,1000,5000] [--ticks 20] [--tick 1000] [--only NAME]
-//     sweeps --alone [--ticks 60]     only our reading, once a second, over the processes that are there
+//     sweeps --alone [--ticks 60]         only our reading, once a second, over the processes that are there
+//     sweeps --alone-floor [--ticks 60]   only the floor
 //
 // Each reading's CPU time is taken around the call; floor and reader take turns, half a tick apart. Prints one
 // Markdown table of medians.
@@ -11,7 +12,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -39,6 +40,7 @@ struct Settings {
     std::chrono::milliseconds tick{1000};
     std::string only;
     bool alone = false;
+    bool aloneFloor = false;
 };
 
 const std::vector<Case> cases = {
@@ -115,14 +117,22 @@ void compareAll(const Settings& settings) {
 }
 
 /// For measuring from outside, as peers are.
+void repeat(const Settings& settings, const std::function<void()>& sweep) {
+    for (int count = 0; count < settings.ticks; ++count) {
+        sweep();
+        std::this_thread::sleep_for(settings.tick);
+    }
+}
+
 void readAlone(const Settings& settings) {
+    if (settings.aloneFloor) {
+        Floor floor;
+        return repeat(settings, [&] { floor.sweep(); });
+    }
     LinuxProcessInspection inspection(
         {.clock = linuxhost::LinuxClockFacts::read(), .uid = ::getuid(), .home = "/home/user"});
     ProcessReader reader(inspection, false);
-    for (int count = 0; count < settings.ticks; ++count) {
-        reader.readAll();
-        std::this_thread::sleep_for(settings.tick);
-    }
+    repeat(settings, [&] { reader.readAll(); });
 }
 
 std::vector<int> numbersIn(std::string text) {
@@ -145,6 +155,7 @@ Settings settingsFrom(int argc, char** argv) {
         if (option == "--tick") settings.tick = std::chrono::milliseconds(std::atoi(value.c_str()));
         if (option == "--only") settings.only = value;
         if (option == "--alone") settings.alone = true;
+        if (option == "--alone-floor") settings.aloneFloor = true;
     }
     return settings;
 }
@@ -154,7 +165,7 @@ Settings settingsFrom(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     const auto settings = tolvane::bench::settingsFrom(argc, argv);
-    if (settings.alone) {
+    if (settings.alone || settings.aloneFloor) {
         tolvane::bench::readAlone(settings);
     } else {
         tolvane::bench::compareAll(settings);
