@@ -1,0 +1,37 @@
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include "platform/linux/makeLinuxHost.h"
+#include "tests/platform_linux/TemporaryFolder.h"
+
+namespace tolvane::linuxhost {
+
+using ::testing::NotNull;
+
+TEST(MakeLinuxHost, everyPartIsThere) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {}, {});
+    EXPECT_THAT(host.machine, NotNull());
+    EXPECT_THAT(host.control, NotNull());
+    EXPECT_THAT(host.applications, NotNull());
+    EXPECT_THAT(host.frontmost, NotNull());
+    EXPECT_THAT(host.pressure, NotNull());
+    EXPECT_THAT(host.preferences, NotNull());
+    EXPECT_THAT(host.clock, NotNull());
+    EXPECT_THAT(host.log, NotNull());
+    EXPECT_EQ(host.folders->applicationSupport(), home.at(".local/share"));
+    EXPECT_EQ(host.selfPID, ::getpid());
+    EXPECT_EQ(host.uid, ::getuid());
+}
+
+TEST(MakeLinuxHost, preferencesLieInTheConfigurationFolderBelowTheOverrides) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}, {"XDG_CONFIG_HOME", home.at("config")}}),
+                                    {{"demo", true}}, {});
+    EXPECT_EQ(host.preferences->get<bool>("demo"), true);
+    EXPECT_FALSE(home.has("config"));
+    host.preferences->set("rulesPaused", true);
+    EXPECT_TRUE(home.has("config/Tolvane/dev.tolvane.Tolvane.plist"));
+}
+
+}  // namespace tolvane::linuxhost
