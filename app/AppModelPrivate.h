@@ -7,6 +7,7 @@
 #include "app/Activation.h"
 #include "app/AppModel.h"
 #include "app/CancelSource.h"
+#include "app/Line.h"
 #include "app/Sampler.h"
 #include "core/advisor/Advisor.h"
 
@@ -43,10 +44,14 @@ struct AppModel::Private {
     // RecordHistory.cpp
     void recordHistory();
 
+    // RecordMoment.cpp
+    void recordMoment();
+
     AppModel& model;
     Host& host;
     Windows& windows;
     const bool demo;
+    const LineNames names;
     Advisor advisor;
     /// Not yet given to the sampler.
     std::vector<Activation> pendingActivations;

@@ -55,7 +55,8 @@ private:
 
     Value value_;
     /// How often the value changed: what observers and bindings hang on, so that a value can change in place.
-    QProperty<std::uint64_t> changes_;
+    /// Mutable, since who observes a property does not change it.
+    mutable QProperty<std::uint64_t> changes_;
     Effect effect_;
 };
 

@@ -36,9 +36,7 @@ public:
         executor_.submit([job = job_] { job->run(); }, [job = job_] { job->finish(); });
     }
 
-    std::optional<Result> await_resume() {
-        return job_->finished ? std::move(job_->result) : std::nullopt;
-    }
+    std::optional<Result> await_resume() { return job_->finished ? std::move(job_->result) : std::nullopt; }
 
 private:
     /// Shared by the waiter and the executor: whichever goes first leaves it to the other.

@@ -1,7 +1,7 @@
 #include "app/ProcessHistory.h"
 
 #include <algorithm>
-#include <optional>
+#include <map>
 
 namespace tolvane {
 
@@ -21,21 +21,6 @@ HistoryPoint sum(const HistoryPoint& a, const HistoryPoint& b) {
             .footprint = a.footprint + b.footprint,
             .compressed = a.compressed + b.compressed,
             .cpu = a.cpu + b.cpu};
-}
-
-/// Points of equal date become one; in order of date.
-std::vector<HistoryPoint> mergedByDate(std::vector<HistoryPoint> points) {
-    std::ranges::stable_sort(points, {}, &HistoryPoint::date);
-    std::vector<HistoryPoint> merged;
-    merged.reserve(points.size());
-    for (const auto& point : points) {
-        if (!merged.empty() && merged.back().date == point.date) {
-            merged.back() = sum(merged.back(), point);
-        } else {
-            merged.push_back(point);
-        }
-    }
-    return merged;
 }
 
 }  // namespace
@@ -126,6 +111,21 @@ std::vector<HistoryPoint> ProcessHistory::pointsOf(Pid pid) const {
 }
 
 std::vector<HistoryPoint> ProcessHistory::pointsTogether(const std::vector<Pid>& pids) const {
+    std::map<Date, HistoryPoint> sums;
+    for (const auto& each : sumsByAge(pids)) {
+        if (!each) continue;
+        const auto [place, isNew] = sums.try_emplace(each->date, *each);
+        // Two ticks within one reading of the clock.
+        if (!isNew) place->second = sum(place->second, *each);
+    }
+    std::vector<HistoryPoint> points;
+    points.reserve(sums.size());
+    for (const auto& [date, point] : sums) points.push_back(point);
+    return points;
+}
+
+std::array<std::optional<HistoryPoint>, ProcessHistory::mostPoints> ProcessHistory::sumsByAge(
+    const std::vector<Pid>& pids) const {
     std::array<std::optional<HistoryPoint>, mostPoints> sums;
     for (const Pid pid : pids) {
         const auto found = tracks_.find(pid);
@@ -135,11 +135,7 @@ std::vector<HistoryPoint> ProcessHistory::pointsTogether(const std::vector<Pid>&
             sums[age] = sums[age] ? sum(*sums[age], next) : next;
         }
     }
-    std::vector<HistoryPoint> points;
-    for (std::size_t age = mostPoints; age-- > 0;) {
-        if (sums[age]) points.push_back(*sums[age]);
-    }
-    return mergedByDate(std::move(points));
+    return sums;
 }
 
 bool ProcessHistory::operator==(const ProcessHistory& other) const {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -73,6 +74,7 @@ private:
     HistoryPoint point(const Track& track, std::size_t age) const;
     std::vector<HistoryPoint> pointsOf(Pid pid) const;
     std::vector<HistoryPoint> pointsTogether(const std::vector<Pid>& pids) const;
+    std::array<std::optional<HistoryPoint>, mostPoints> sumsByAge(const std::vector<Pid>& pids) const;
 
     std::unordered_map<Pid, Track> tracks_;
     /// Ticks so far; the date of each of the latest is at its number modulo the size.

@@ -12,8 +12,7 @@ void AppModel::Private::recordHistory() {
     const auto& now = *model.snapshot;
     model.loadHistory.update([&](std::vector<LoadPoint>& points) {
         std::erase_if(points, [&](const LoadPoint& point) { return now.date - point.date > loadHistorySpan; });
-        points.push_back(
-            {.date = now.date, .performance = now.cpu.performance, .efficiency = now.cpu.efficiency});
+        points.push_back({.date = now.date, .performance = now.cpu.performance, .efficiency = now.cpu.efficiency});
     });
     model.history.update([&](ProcessHistory& history) { history.record(now.rows, now.date); });
 }

@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "app/AppModelPrivate.h"
+#include "app/AppNames.h"
 #include "app/AppPreferences.h"
 
 namespace tolvane {
@@ -11,6 +12,7 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       host(machine),
       windows(ownWindows),
       demo(isDemo),
+      names(AppNames::lineNames(*machine.applications, machine.folders->home())),
       sampler(std::make_unique<Sampler>(machine, makeExecutor())) {}
 
 void AppModel::Private::start() {

@@ -13,6 +13,7 @@ QCoro::Task<> AppModel::Private::tick() {
     if (!sampled) co_return;
     model.snapshot.set(std::move(*sampled));
     recordHistory();
+    recordMoment();
     judgeSwap();
     reviewPriorities();
     recordTracks();

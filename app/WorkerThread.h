@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <stop_token>
 #include <thread>
 
@@ -13,12 +14,15 @@ namespace tolvane {
 
 /// An executor with one thread of its own, which sleeps while there is nothing to do. Its owner's thread needs Qt's
 /// event loop: that is where `done` is called.
-class WorkerThread final : public Executor {
+class WorkerThread final : public QObject, public Executor {
 public:
     WorkerThread();
     ~WorkerThread() override;
 
     void submit(std::function<void()> job, std::function<void()> done) override;
+
+protected:
+    bool event(QEvent* event) override;
 
 private:
     struct Task {
@@ -26,15 +30,20 @@ private:
         std::function<void()> done;
     };
 
+    // On the worker.
     void run(const std::stop_token& ending);
-    /// The next task; one without a job when the end has come.
-    Task next(const std::stop_token& ending);
+    /// None when the end has come.
+    std::optional<Task> next(const std::stop_token& ending);
+    void tellOwner(std::function<void()> done);
 
-    /// Lives on the owner's thread; what was sent to it goes with it.
-    QObject owner_;
+    // On the owner's thread.
+    void callDone();
+
     std::mutex mutex_;
     std::condition_variable_any submitted_;
     std::deque<Task> queue_;
+    /// One posted event each.
+    std::deque<std::function<void()>> finished_;
     /// Last, so that it ends before what it uses.
     std::jthread thread_;
 };

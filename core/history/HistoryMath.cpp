@@ -97,9 +97,11 @@ std::vector<Grower> grewMost(const Moment& from, const Moment& to,
         if (!known && !(holder.started && *holder.started > from.date)) continue;
         const std::uint64_t value = by(holder);
         const std::uint64_t base = known ? before->second : 0;
-        if (value > base && value - base >= leastGain) growers.push_back({.holder = holder, .amount = value - base});
+        if (value <= base || value - base < leastGain) continue;
+        // Behind its equals, which keeps the list's order among them.
+        const auto place = std::ranges::upper_bound(growers, value - base, std::ranges::greater{}, &Grower::amount);
+        growers.insert(place, {.holder = holder, .amount = value - base});
     }
-    std::ranges::stable_sort(growers, std::ranges::greater{}, &Grower::amount);
     if (growers.size() > limit) growers.resize(limit);
     return growers;
 }
