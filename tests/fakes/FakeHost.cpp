@@ -147,7 +147,10 @@ public:
     explicit Apps(World world) : world_(std::move(world)) {}
 
     /// As on hosts whose applications are folders: the outermost ".app" that holds the executable.
-    std::optional<Text> bundlePath(Pid, std::string_view executable) override {
+    std::optional<Text> bundlePath(Pid pid, std::string_view executable) override {
+        world_->asked.push_back("bundlePath " + std::to_string(pid));
+        const auto scope = world_->appScopes.find(pid);
+        if (scope != world_->appScopes.end()) return Text(scope->second);
         const auto found = executable.find(".app/");
         if (found == std::string_view::npos) return std::nullopt;
         return Text(executable.substr(0, found + 4));

@@ -50,6 +50,8 @@ struct FakeWorld {
     int activeCores = 4;
     std::optional<int> efficiencyCores;
 
+    /// Bundle paths of processes that the desktop put into an application's scope, whatever their executable.
+    std::map<Pid, std::string> appScopes;
     /// By bundle path.
     std::map<std::string, std::string, std::less<>> bundleIdentifiers;
     std::map<std::string, std::string, std::less<>> displayNames;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "core/projects/ProjectRoots.h"
+#include "core/sampling/PidTable.h"
+#include "core/sampling/ProcRow.h"
+#include "platform/Text.h"
+
+namespace tolvane {
+
+/// Sets the project of each row. Remembers each process's latest answer: a process hardly ever changes its folder, so
+/// that a steady tick compares two pointers a row and hashes nothing.
+/// Confined to one thread at a time.
+class ProjectLabels {
+public:
+    explicit ProjectLabels(ProjectRoots roots) : roots_(std::move(roots)) {}
+
+    /// Rows inside an application and rows whose folder is unknown get no project.
+    void apply(std::vector<ProcRow>& rows);
+
+private:
+    struct Answer {
+        Pid pid = 0;
+        /// Of the latest call that used it.
+        std::uint32_t sweep = 0;
+        Text folder;
+        std::optional<Text> project;
+    };
+
+    std::optional<Text> projectOf(Pid pid, const Text& folder);
+
+    ProjectRoots roots_;
+    PidTable<Answer> answers_;
+    std::uint32_t sweep_ = 0;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "core/sampling/Lowered.h"
+#include "core/sampling/ProcRow.h"
+#include "platform/Pid.h"
+#include "platform/ProcessControl.h"
+
+/// Background priority as a loan: what was lowered is given back once it is used again.
+namespace tolvane::Priority {
+
+/// True on success.
+bool lower(ProcessControl& control, const Incarnation& process);
+
+/// True on success.
+bool restore(ProcessControl& control, const Incarnation& process);
+
+/// What became of the lowered processes, each list ascending.
+struct Review {
+    /// Used since they were lowered.
+    std::vector<Pid> restore;
+    /// Ended; the pid may be another process's by now, which is not to be touched.
+    std::vector<Pid> gone;
+
+    bool operator==(const Review&) const = default;
+};
+
+/// Of rows that repeat a pid the first counts.
+Review review(const std::map<Pid, Lowered>& lowered, const std::vector<ProcRow>& rows);
+
+}  // namespace tolvane::Priority

@@ -1,0 +1,80 @@
+#include "core/sampling/UsageTracker.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tolvane {
+
+namespace {
+
+double percentBetween(std::uint64_t from, std::uint64_t to, Seconds span) {
+    if (span.count() <= 0 || to < from) return 0;
+    return static_cast<double>(to - from) / (span.count() * 1e9) * 100;
+}
+
+}  // namespace
+
+void UsageTracker::noteActivation(std::string_view bundlePath, Date at) {
+    apps_[static_cast<std::size_t>(appAt(bundlePath))].lastActivation = at;
+}
+
+std::vector<ProcRow> UsageTracker::update(std::vector<ProcSample>&& samples, Date now) {
+    std::vector<ProcRow> rows;
+    rows.reserve(samples.size());
+    next_.reserve(samples.size());
+    for (auto& sample : samples) compare(rows.emplace_back(std::move(sample), 0.0, 0.0, now), now);
+    next_.settle();
+    std::swap(seen_, next_);
+    next_.clear();
+    at_ = now;
+    return rows;
+}
+
+void UsageTracker::compare(ProcRow& row, Date now) {
+    const auto& sample = row.sample;
+    auto* before = seen_.find(sample.pid);
+    if (before && before->startTime != sample.startTime) before = nullptr;
+    Seen seen{.pid = sample.pid,
+              .app = appOf(sample, before),
+              .startTime = sample.startTime,
+              .cpuTimeNanos = sample.cpuTimeNanos,
+              .perfTimeNanos = sample.perfTimeNanos,
+              .firstSeen = before ? before->firstSeen : now,
+              .lastBusy = now,
+              .path = sample.path};
+    if (before) {
+        row.cpuPercent = percentBetween(before->cpuTimeNanos, sample.cpuTimeNanos, now - at_);
+        row.perfPercent = percentBetween(before->perfTimeNanos, sample.perfTimeNanos, now - at_);
+        if (row.cpuPercent <= busyCPUPercent) seen.lastBusy = before->lastBusy;
+    }
+    row.unusedSince = seen.lastBusy;
+    if (seen.app != noApp) fillApp(row, seen.app);
+    next_.add(std::move(seen));
+}
+
+/// A desktop moves a process into its application's scope just after its start, so the first answer may be too early:
+/// the host is asked once more at the second reading of a life, and whenever another executable runs.
+UsageTracker::AppIndex UsageTracker::appOf(const ProcSample& sample, const Seen* before) {
+    if (before && before->firstSeen != at_ && before->path == sample.path) return before->app;
+    const auto bundlePath = applications_.bundlePath(sample.pid, sample.path);
+    return bundlePath ? appAt(*bundlePath) : noApp;
+}
+
+UsageTracker::AppIndex UsageTracker::appAt(std::string_view bundlePath) {
+    const auto known = appIndex_.find(bundlePath);
+    if (known != appIndex_.end()) return known->second;
+    const auto index = static_cast<AppIndex>(apps_.size());
+    apps_.push_back({.bundlePath = bundlePath});
+    appIndex_.emplace(bundlePath, index);
+    return index;
+}
+
+void UsageTracker::fillApp(ProcRow& row, AppIndex index) {
+    auto& app = apps_[static_cast<std::size_t>(index)];
+    if (!std::exchange(app.asked, true)) app.bundleID = applications_.bundleIdentifier(app.bundlePath);
+    row.unusedSince = std::max(row.unusedSince, app.lastActivation);
+    row.appBundlePath = app.bundlePath;
+    row.bundleID = app.bundleID;
+}
+
+}  // namespace tolvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Date.h"
+
+/// Dates in words, in a locale and a time zone. `zone` is an identifier such as "Europe/Berlin"; the empty one is the
+/// machine's own. Callable from any thread.
+namespace tolvane::DateWords {
+
+/// "Nov 19, 2026, 12:36 PM"
+std::string dateAndTime(Date date, std::string_view locale, std::string_view zone = {});
+
+/// "12:36 PM"
+std::string time(Date date, std::string_view locale, std::string_view zone = {});
+
+/// "Thursday 12:36 PM"
+std::string weekdayAndTime(Date date, std::string_view locale, std::string_view zone = {});
+
+/// "now", "5 minutes ago", "yesterday", "in 2 weeks": the largest unit that fits, its smaller parts cut. Days and what
+/// is longer are counted on the calendar, once a day's worth of time lies between.
+std::string relative(Date date, Date now, std::string_view locale, std::string_view zone = {});
+
+}  // namespace tolvane::DateWords

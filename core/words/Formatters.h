@@ -1,0 +1,55 @@
+#pragma once
+
+#include <unicode/datefmt.h>
+#include <unicode/listformatter.h>
+#include <unicode/locid.h>
+#include <unicode/measfmt.h>
+#include <unicode/numberformatter.h>
+#include <unicode/reldatefmt.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace tolvane::Words {
+
+/// The formatters of one locale, each made when first asked for: making one costs a hundred times what using it does.
+/// A formatter that cannot be made is null.
+class Formatters {
+public:
+    enum class DateForm { dateAndTime, time, weekdayAndTime };
+
+    /// Those of the calling thread, kept for its life.
+    static Formatters& of(std::string_view locale);
+
+    explicit Formatters(const std::string& locale);
+
+    const icu::number::LocalizedNumberFormatter& decimal(int leastFractionDigits, int mostFractionDigits);
+    const icu::number::LocalizedNumberFormatter& percent();
+    const icu::ListFormatter* list();
+    const icu::MeasureFormat* measure(UMeasureFormatWidth width);
+    const icu::RelativeDateTimeFormatter* relative();
+    const icu::DateFormat* date(DateForm form, std::string_view zone);
+
+private:
+    using NumberFormatter = std::unique_ptr<icu::number::LocalizedNumberFormatter>;
+
+    std::unique_ptr<icu::DateFormat> makeDate(DateForm form) const;
+
+    icu::Locale locale_;
+    std::map<std::pair<int, int>, NumberFormatter> decimals_;
+    NumberFormatter percent_;
+    std::unique_ptr<icu::ListFormatter> list_;
+    std::map<UMeasureFormatWidth, std::unique_ptr<icu::MeasureFormat>> measures_;
+    std::unique_ptr<icu::RelativeDateTimeFormatter> relative_;
+    std::map<std::string, std::unique_ptr<icu::DateFormat>, std::less<>> dates_[3];
+};
+
+/// The zone of that identifier, or the machine's own for the empty one.
+std::unique_ptr<icu::TimeZone> timeZone(std::string_view zone);
+
+std::string utf8(const icu::UnicodeString& text);
+
+}  // namespace tolvane::Words

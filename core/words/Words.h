@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Date.h"
+
+/// Numbers, sizes, times and lists in words. `locale` is an ICU identifier such as "en_US"; one that is not installed
+/// falls back to what ICU has nearest. Units of size are text in one language, their numbers are the locale's.
+/// Callable from any thread: each keeps the formatters that it has used, per locale, for its life.
+namespace tolvane::Words {
+
+/// A byte count stands in a table or panel, or within a sentence.
+enum class ByteStyle {
+    /// "Zero KB", and GB from 1,000 MB on, so that no figure is wider than its neighbours.
+    figure,
+    /// "Zero kB", and MB up to 1 GB.
+    sentence,
+};
+
+/// 1,024-based: "1 byte", "1,023 bytes", "12 KB", "1.5 MB", "2.25 GB". The unit is chosen before rounding, half goes
+/// to even, and zeros at the end are dropped.
+std::string bytes(std::uint64_t value, ByteStyle style, std::string_view locale);
+
+/// With as many fraction digits as needed between the two bounds; half goes to even on the shortest decimal that
+/// reads back as `value`.
+std::string decimal(double value, int leastFractionDigits, int mostFractionDigits, std::string_view locale);
+
+/// "25%" of 0.25, without fraction digits.
+std::string percent(double fraction, std::string_view locale);
+
+/// "A, B, and C" as the locale joins them.
+std::string list(const std::vector<std::string>& texts, std::string_view locale);
+
+enum class UnitWidth {
+    /// "1 hr, 30 min"
+    abbreviated,
+    /// "1 hour, 30 minutes"
+    wide,
+};
+
+/// Days, hours and minutes without those that are zero, rounded to the minute, half to even. A negative span counts
+/// as none: "0 min".
+std::string duration(Seconds span, UnitWidth width, std::string_view locale);
+
+}  // namespace tolvane::Words

@@ -1,0 +1,85 @@
+# shellcheck shell=bash
+# What the commands of this repository share. Sourced, never run: sets `top`, and speaks on standard error, so that
+# standard output belongs to the program.
+
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+say() { printf '%s\n' "$@" >&2; }
+fail() { say "$*"; exit 1; }
+
+# Bare containers have neither a UTF-8 locale nor a home that can be written; both are asked for by what we call.
+case "$(locale charmap 2>/dev/null)" in
+    UTF-8) ;;
+    *) export LC_ALL=C.UTF-8 ;;
+esac
+if [ -z "${CCACHE_DIR:-}" ] && [ ! -w "${HOME:-/nonexistent}" ]; then export CCACHE_DISABLE=1; fi
+
+cores() { nproc 2>/dev/null || echo 2; }
+
+# Ninja's progress: one moving line on a terminal, else a line each tenth of the way; errors pass through.
+# Silent when there was nothing to build.
+showProgress() {
+    local line percent shown=-1 started=
+    while IFS= read -r line; do
+        if [[ $line == *"Re-checking globbed"* || $line == *"Re-running CMake"* || $line == "-- "* ||
+            $line == "ninja: no work to do."* || $line == "ninja: Entering directory"* ]]; then
+            continue
+        elif [[ $line =~ ^\[([0-9]+)/([0-9]+)\]\  ]]; then
+            [ -n "$started" ] || say "Building ($1)..."
+            started=yes
+            percent=$((10#${BASH_REMATCH[1]} * 100 / 10#${BASH_REMATCH[2]}))
+            if [ -t 2 ]; then
+                printf '\r\033[K  %s' "${line:0:$((${COLUMNS:-80} - 4))}" >&2
+            elif ((percent / 10 > shown)); then
+                shown=$((percent / 10))
+                say "  $percent% (${BASH_REMATCH[1]} of ${BASH_REMATCH[2]})"
+            fi
+        else
+            [ ! -t 2 ] || [ -z "$started" ] || printf '\r\033[K' >&2
+            say "$line"
+        fi
+    done
+    [ ! -t 2 ] || [ -z "$started" ] || printf '\r\033[K' >&2
+}
+
+# configure PRESET: only when it was never done, the presets changed, or the clone has moved.
+configure() {
+    local build="$top/build/$1" home log
+    home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$build/CMakeCache.txt" 2>/dev/null || true)
+    if [ "$home" = "$top" ] && [ -f "$build/build.ninja" ] && [ ! "$top/CMakePresets.json" -nt "$build/build.ninja" ]; then
+        return
+    fi
+    say "Configuring ($1)..."
+    [ -z "$home" ] || [ "$home" = "$top" ] || rm -rf "$build"
+    mkdir -p "$build"
+    log="$build/configure.log"
+    if ! (cd "$top" && cmake --preset "$1") >"$log" 2>&1 </dev/null; then
+        cat "$log" >&2
+        fail "Configuring failed; the lines above tell why."
+    fi
+}
+
+# build PRESET [TARGET...]
+build() {
+    local preset=$1
+    shift
+    configure "$preset"
+    NINJA_STATUS='[%f/%t] ' ninja -C "$top/build/$preset" "$@" 2>&1 </dev/null | showProgress "$preset" ||
+        fail "Building failed; the lines above tell why."
+}
+
+# A private XDG_RUNTIME_DIR for what is run here, gone at the end: none of it belongs to the person's session.
+privateRuntimeFolder() {
+    XDG_RUNTIME_DIR=$(mktemp -d)
+    chmod 700 "$XDG_RUNTIME_DIR"
+    export XDG_RUNTIME_DIR
+    trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
+}
+
+# The repository's files that match the given patterns, new ones too, each ended by a zero byte; C++ without patterns.
+# Git answers whoever owns the clone, and lists what was deleted but not committed, so that is left out.
+sources() {
+    [ $# -gt 0 ] || set -- '*.cpp' '*.h'
+    git -c safe.directory="$top" -C "$top" ls-files -z --cached --others --exclude-standard --deduplicate "$@" |
+        while IFS= read -r -d '' file; do [ ! -f "$top/$file" ] || printf '%s\0' "$file"; done
+}
