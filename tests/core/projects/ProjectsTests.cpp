@@ -160,6 +160,14 @@ TEST_F(ProjectGroups, countWhatTheServiceManagerKeepsWithAllThatItStarted) {
     EXPECT_THAT(members({1}), ElementsAre(10, 21, 22));
 }
 
+TEST_F(ProjectGroups, theFirstProcessAboveAllIsNotAsked) {
+    add(1, 0, "login", nullptr);
+    add(10, 1, "node");
+    EXPECT_THAT(members({1}), ElementsAre(10));
+    world.rows.front().sample.name = "emacs";
+    EXPECT_THAT(members(), ElementsAre(10));
+}
+
 TEST_F(ProjectGroups, aProjectOfAgentsAloneYieldsNoGroup) {
     add(11, 1, "claude");
     EXPECT_THAT(groups(), IsEmpty());
