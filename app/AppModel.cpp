@@ -1,1 +1,51 @@
 #include "app/AppModel.h"
+
+#include <utility>
+
+#include "app/AppModelPrivate.h"
+#include "app/AppPreferences.h"
+#include "app/WorkerThread.h"
+
+namespace tolvane {
+
+AppModel::AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor)
+    : snapshot(Snapshot{.date = host.clock->now()}),
+      rulesPaused(AppPreferences::rulesPaused.in(*host.preferences)),
+      backupToICloud(AppPreferences::backupToICloud.in(*host.preferences)),
+      launchdChecked(distantPast),
+      hiddenSuggestions(
+          host.preferences->get<PreferenceDates>(AppPreferences::hiddenSuggestions).value_or(PreferenceDates{})),
+      d_(std::make_unique<Private>(*this, host, windows, demo, makeExecutor)) {
+    d_->start();
+}
+
+AppModel::~AppModel() {
+    d_->loop.cancel();
+    d_->sampler.reset();
+    prepareToQuit();
+}
+
+std::unique_ptr<Executor> AppModel::makeWorkerThread() { return std::make_unique<WorkerThread>(); }
+
+bool AppModel::demo() const { return d_->demo; }
+
+Host& AppModel::host() const { return d_->host; }
+
+World AppModel::world() const {
+    const auto front = host().frontmost->current();
+    return {.rows = snapshot->rows,
+            .frontmostBundleID = front ? front->bundleIdentifier : std::nullopt,
+            .claudeWorkers = snapshot->claude,
+            .selfPID = host().selfPID,
+            .uid = host().uid,
+            .memoryTight = *memoryTight};
+}
+
+std::vector<HistoryPoint> AppModel::historyFor(const std::vector<Pid>& pids) const { return history->points(pids); }
+
+void AppModel::open(AppSection wanted) {
+    section.set(wanted);
+    windowRequest.set(*windowRequest + 1);
+}
+
+}  // namespace tolvane

@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "app/AppSection.h"
+#include "app/Executor.h"
 #include "app/HistoryPoint.h"
 #include "app/Observed.h"
+#include "app/ProcessHistory.h"
 #include "app/Snapshot.h"
 #include "core/advisor/Suggestion.h"
 #include "core/history/Moment.h"
@@ -26,24 +28,22 @@
 
 namespace tolvane {
 
-class Sampler;
-
 /// The one observable object that all screens read and all actions go through. Confined to the main thread; the
 /// sampling that it waits for runs on the sampler's own. Lives until the program ends.
 class AppModel {
 public:
     /// Starts everything: loads what is stored, registers for the host's events, runs the loop (a demo has none).
-    /// `host` and `windows` outlive the model.
-    AppModel(Host& host, Windows& windows, bool demo);
-    /// Ends the loop and gives back every priority that is on loan.
+    /// `host` and `windows` outlive the model. `makeExecutor` gives it its threads; tests bring their own.
+    AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor = makeWorkerThread);
+    /// Ends the loop, waits for a sample that runs, and gives back every priority that is on loan.
     ~AppModel();
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
 
     /// The latest sample.
     Observed<Snapshot> snapshot;
-    /// Recent readings of each sizeable process, oldest first.
-    Observed<std::map<Pid, std::vector<HistoryPoint>>> history;
+    /// Recent readings of each sizeable process; `historyFor` gives them.
+    Observed<ProcessHistory> history;
     /// The last hour of CPU load, oldest first.
     Observed<std::vector<LoadPoint>> loadHistory;
     Observed<std::vector<Rule>> rules;
@@ -99,8 +99,13 @@ public:
     bool lowerPriority(const std::vector<Pid>& pids);
     /// Gives back what this program took; others are passed over.
     void restorePriority(const std::vector<Pid>& pids);
+    /// What must not be left undone when the program ends in whatever way: gives back every priority that is on loan.
+    /// Can be called more than once; the destructor calls it too.
+    void prepareToQuit();
 
 private:
+    static std::unique_ptr<Executor> makeWorkerThread();
+
     struct Private;
     std::unique_ptr<Private> d_;
 };

@@ -57,12 +57,14 @@ private:
 class Text {
 public:
     Text() = default;
+    // NOLINTBEGIN(google-explicit-constructor): a text stands wherever a string does.
     Text(std::string_view text);
     Text(const std::string& text) : Text(std::string_view(text)) {}
     Text(const char* text) : Text(std::string_view(text)) {}
 
     std::string_view view() const noexcept { return block_.view(); }
     operator std::string_view() const noexcept { return view(); }
+    // NOLINTEND(google-explicit-constructor)
     std::string str() const { return std::string(view()); }
     bool empty() const noexcept { return size() == 0; }
     std::size_t size() const noexcept { return block_.size(); }

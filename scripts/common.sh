@@ -4,7 +4,7 @@
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-say() { printf '%s\n' "$*" >&2; }
+say() { printf '%s\n' "$@" >&2; }
 fail() { say "$*"; exit 1; }
 
 # Bare containers have neither a UTF-8 locale nor a home that can be written; both are asked for by what we call.
@@ -74,4 +74,12 @@ privateRuntimeFolder() {
     chmod 700 "$XDG_RUNTIME_DIR"
     export XDG_RUNTIME_DIR
     trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
+}
+
+# The repository's files that match the given patterns, new ones too, each ended by a zero byte; C++ without patterns.
+# Git answers whoever owns the clone, and lists what was deleted but not committed, so that is left out.
+sources() {
+    [ $# -gt 0 ] || set -- '*.cpp' '*.h'
+    git -c safe.directory="$top" -C "$top" ls-files -z --cached --others --exclude-standard --deduplicate "$@" |
+        while IFS= read -r -d '' file; do [ ! -f "$top/$file" ] || printf '%s\0' "$file"; done
 }

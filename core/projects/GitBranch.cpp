@@ -48,7 +48,7 @@ bool anyLine(std::string_view text, Accept accept) {
 
 /// A linked worktree or a submodule has a file that names the folder elsewhere.
 std::optional<files::path> gitFolder(const files::path& root) {
-    const auto dotGit = root / ".git";
+    auto dotGit = root / ".git";
     if (isFolder(dotGit)) return dotGit;
     const auto text = readTextFile(dotGit.string());
     if (!text) return std::nullopt;

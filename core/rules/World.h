@@ -22,6 +22,8 @@ struct World {
     /// The user this program runs as.
     std::uint32_t uid = 0;
     bool memoryTight = false;
+    /// The host can tell who is in front. Where it cannot, nothing ends an application: it may be the one in use.
+    bool frontmostKnown = true;
 
     bool operator==(const World&) const = default;
 };

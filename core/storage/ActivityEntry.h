@@ -2,27 +2,28 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
 #include "core/UUID.h"
 #include "platform/Date.h"
+#include "platform/Text.h"
 
 namespace tolvane {
 
-/// One line of the log of what rules did or would have done. Sizes in bytes.
+/// One line of the log of what rules did or would have done. Sizes in bytes. A log is long and its names repeat, so
+/// entries share their texts.
 struct ActivityEntry {
     UUID id;
     Date date;
     /// The rule's name as it was at that moment.
-    std::string ruleName;
+    Text ruleName;
     /// What it happened to.
-    std::string subject;
+    Text subject;
     /// What happened, in the user's words; statistics compute on these words.
-    std::string outcome;
+    Text outcome;
     /// Footprint of the subject when the rule fired.
     std::uint64_t memory = 0;
     bool dryRun = false;
-    std::optional<std::string> subjectKey;
+    std::optional<Text> subjectKey;
     std::optional<std::uint64_t> compressed;
     /// Measured as really released.
     std::optional<std::uint64_t> freed;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "app/Activation.h"
+#include "app/Snapshot.h"
+#include "core/projects/ProjectLabels.h"
+#include "core/sampling/ProcessReader.h"
+#include "core/sampling/UsageTracker.h"
+#include "platform/Host.h"
+
+namespace tolvane {
+
+/// Reads one snapshot after the other, each compared with the one before. Confined to one thread at a time, but for
+/// the construction. `host` outlives it.
+class SnapshotReader {
+public:
+    /// Takes a first reading of the cores, so that the first snapshot already has an interval.
+    explicit SnapshotReader(Host& host);
+
+    /// Always gives a snapshot: what cannot be read is empty.
+    Snapshot read(const std::vector<Activation>& activations);
+
+private:
+    CPULoad readLoad();
+
+    Host& host_;
+    const CoreLayout layout_;
+    const std::unique_ptr<ProcessInspection> inspection_;
+    ProcessReader reader_;
+    UsageTracker tracker_;
+    ProjectLabels projects_;
+    /// Of each core at the latest reading.
+    std::optional<std::vector<CPUTicks>> ticks_;
+};
+
+}  // namespace tolvane

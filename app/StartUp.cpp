@@ -1,0 +1,57 @@
+#include <utility>
+
+#include "app/AppModelPrivate.h"
+#include "app/AppNames.h"
+#include "app/AppPreferences.h"
+
+namespace tolvane {
+
+AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, bool isDemo,
+                           const ExecutorFactory& makeExecutor)
+    : model(owner),
+      host(machine),
+      windows(ownWindows),
+      demo(isDemo),
+      names(AppNames::lineNames(*machine.applications, machine.folders->home())),
+      sampler(std::make_unique<Sampler>(machine, makeExecutor())) {}
+
+void AppModel::Private::start() {
+    keepPreferences();
+    advisor.hybrid = CoreLayout::read(*host.machine).efficiency > 0;
+    watchActivations();
+    watchWindows();
+    watchPressure();
+    restartLoop();
+}
+
+void AppModel::Private::keepPreferences() {
+    auto& preferences = *host.preferences;
+    model.rulesPaused.setEffect(
+        [&preferences](bool paused) { AppPreferences::rulesPaused.store(preferences, paused); });
+    model.backupToICloud.setEffect(
+        [&preferences](bool wanted) { AppPreferences::backupToICloud.store(preferences, wanted); });
+    model.hiddenSuggestions.setEffect(
+        [&preferences](const PreferenceDates& hidden) { preferences.set(AppPreferences::hiddenSuggestions, hidden); });
+}
+
+void AppModel::Private::watchActivations() {
+    activationEvents =
+        host.frontmost->onActivation([this](std::string bundlePath) { noteActivation(std::move(bundlePath)); });
+    // Who is in front already came there before anybody listened.
+    if (auto front = host.frontmost->current()) noteActivation(std::move(front->bundlePath));
+}
+
+void AppModel::Private::noteActivation(std::string bundlePath) {
+    if (bundlePath.empty()) return;
+    pendingActivations.push_back({.bundlePath = std::move(bundlePath), .date = host.clock->now()});
+}
+
+void AppModel::Private::watchWindows() {
+    windowEvents = windows.onChange([this] { updateVisibility(); });
+}
+
+void AppModel::Private::watchPressure() {
+    pressureEvents = host.pressure->onPressure([this] { restartLoop(); });
+}
+
+}  // namespace tolvane

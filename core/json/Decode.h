@@ -1,0 +1,328 @@
+#pragma once
+
+#include <simdjson.h>
+
+#include <bit>
+#include <cmath>
+#include <concepts>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "core/Result.h"
+#include "core/UUID.h"
+#include "core/json/Error.h"
+#include "core/json/Fields.h"
+#include "core/json/Reading.h"
+#include "core/json/TextCache.h"
+#include "platform/Date.h"
+#include "platform/Text.h"
+
+/// Reads records in one forward pass. Unknown keys are checked and ignored; of a repeated key the last holds; null
+/// under an optional key is absent. For .cpp files only: the library's header is large.
+namespace tolvane::json {
+
+namespace ondemand = simdjson::ondemand;
+
+template <typename Value>
+bool read(ondemand::value source, Value& value, Reading& reading);
+
+/// The number as it stands, or a decimal that is a whole one: 60.0 is 60.
+template <std::integral Integer>
+bool readInteger(ondemand::value source, Integer& value, Reading& reading) {
+    using Wide = std::conditional_t<std::is_signed_v<Integer>, std::int64_t, std::uint64_t>;
+    Wide wide = 0;
+    double decimal = 0;
+    if (source.get(wide) == simdjson::SUCCESS) {
+        if (!std::in_range<Integer>(wide)) return reading.fail("a number out of range");
+        value = static_cast<Integer>(wide);
+        return true;
+    }
+    if (source.get(decimal) != simdjson::SUCCESS) return reading.fail("not an integer");
+    if (std::trunc(decimal) != decimal) return reading.fail("not an integer");
+    // The upper limit is a power of two: as a double it is exact, and the first value that does not fit.
+    const double limit = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
+    const double lowest = std::is_signed_v<Integer> ? -limit : 0;
+    if (decimal < lowest || decimal >= limit) return reading.fail("a number out of range");
+    value = static_cast<Integer>(decimal);
+    return true;
+}
+
+inline bool readString(ondemand::value source, std::string_view& text, Reading& reading) {
+    if (source.get(text) == simdjson::SUCCESS) return true;
+    return reading.fail("not a string");
+}
+
+template <Worded Enumeration>
+bool readWord(ondemand::value source, Enumeration& value, Reading& reading) {
+    std::string_view text;
+    if (!readString(source, text, reading)) return false;
+    for (const auto& [known, word] : Texts<Enumeration>::texts) {
+        if (word != text) continue;
+        value = known;
+        return true;
+    }
+    return reading.fail("unknown value \"" + std::string(text) + "\"");
+}
+
+/// Anything a string can stand for.
+template <typename Value>
+bool readText(ondemand::value source, Value& value, Reading& reading) {
+    std::string_view text;
+    if (!readString(source, text, reading)) return false;
+    if constexpr (std::same_as<Value, Text>) {
+        value = reading.texts ? reading.texts->text(text) : Text(text);
+    } else if constexpr (std::same_as<Value, UUID>) {
+        const auto parsed = UUID::parse(text);
+        if (!parsed) return reading.fail("not a UUID");
+        value = *parsed;
+    } else {
+        value.assign(text);
+    }
+    return true;
+}
+
+template <typename Value>
+bool readOptional(ondemand::value source, std::optional<Value>& value, Reading& reading) {
+    if (bool null = false; source.is_null().get(null) == simdjson::SUCCESS && null) {
+        value.reset();
+        return true;
+    }
+    return read(source, value.emplace(), reading);
+}
+
+/// The position of the field that a key names; the one at `expected` is tried first, since records are mostly read as
+/// they were written. `fieldCount` for a key that names none.
+template <Described Record>
+std::size_t fieldNamed(ondemand::field& field, std::size_t expected) {
+    const auto& names = fieldNames<Record>;
+    const auto raw = field.key();
+    if (expected < names.size() && raw.unsafe_is_equal(names[expected])) return expected;
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        if (raw.unsafe_is_equal(names[index])) return index;
+    }
+    // Escapes, which nobody writes in keys, but which are allowed there.
+    std::string_view key;
+    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return names.size();
+    std::size_t index = 0;
+    while (index < names.size() && names[index] != key) ++index;
+    return index;
+}
+
+template <Described Record>
+bool readMember(ondemand::value source, std::size_t index, Record& record, Reading& reading) {
+    const bool done =
+        withField<Record>(index, [&](const auto& field) { return read(source, record.*field.member, reading); });
+    return done || reading.within(fieldNames<Record>[index]);
+}
+
+template <Described Record>
+inline constexpr std::uint64_t requiredFields = std::apply(
+    [](const auto&... field) {
+        std::uint64_t bits = 0;
+        std::uint64_t bit = 1;
+        ((bits |= isOptional<std::remove_cvref_t<decltype(std::declval<Record>().*field.member)>> ? 0 : bit,
+          bit <<= 1U),
+         ...);
+        return bits;
+    },
+    Fields<Record>::fields);
+
+template <Described Record>
+bool hasAllFields(std::uint64_t seen, Reading& reading) {
+    const std::uint64_t missing = requiredFields<Record> & ~seen;
+    if (missing == 0) return true;
+    static_cast<void>(reading.fail("missing"));
+    return reading.within(fieldNames<Record>[static_cast<std::size_t>(std::countr_zero(missing))]);
+}
+
+/// `Source` is a value or a whole document.
+template <Described Record, typename Source>
+bool readRecord(Source&& source, Record& record, Reading& reading) {
+    static_assert(fieldCount<Record> < 64);
+    ondemand::object object;
+    if (source.get_object().get(object) != simdjson::SUCCESS) return reading.fail("not an object");
+    std::uint64_t seen = 0;
+    std::size_t expected = 0;
+    for (auto next : object) {
+        ondemand::field field;
+        if (const auto error = std::move(next).get(field)) return reading.fail(error);
+        const std::size_t index = fieldNamed<Record>(field, expected);
+        if (index == fieldCount<Record>) {
+            if (!skip(field.value(), reading)) return false;
+            continue;
+        }
+        if (!readMember(field.value(), index, record, reading)) return false;
+        seen |= std::uint64_t{1} << index;
+        expected = index + 1;
+    }
+    return hasAllFields<Record>(seen, reading);
+}
+
+/// Which of the names an object's keys are, as bits; unknown keys count nothing.
+template <Chosen Variant>
+std::optional<std::uint64_t> casesNamed(ondemand::object& object, Reading& reading) {
+    std::uint64_t found = 0;
+    for (auto next : object) {
+        ondemand::field field;
+        std::string_view key;
+        if (std::move(next).get(field) != simdjson::SUCCESS || field.unescaped_key().get(key) != simdjson::SUCCESS) {
+            static_cast<void>(reading.fail("not valid JSON"));
+            return std::nullopt;
+        }
+        for (std::size_t index = 0; index < Cases<Variant>::names.size(); ++index) {
+            if (Cases<Variant>::names[index] == key) found |= std::uint64_t{1} << index;
+        }
+        if (!skip(field.value(), reading)) return std::nullopt;
+    }
+    return found;
+}
+
+template <typename Variant, std::size_t Index = 0>
+bool readAlternative(ondemand::value source, std::size_t index, Variant& value, Reading& reading) {
+    if constexpr (Index < std::variant_size_v<Variant>) {
+        if (index != Index) return readAlternative<Variant, Index + 1>(source, index, value, reading);
+        return readRecord(source, value.template emplace<Index>(), reading);
+    }
+    return false;
+}
+
+template <Chosen Variant>
+bool readCase(ondemand::value source, Variant& value, Reading& reading) {
+    ondemand::object object;
+    if (source.get_object().get(object) != simdjson::SUCCESS) return reading.fail("not an object");
+    const auto found = casesNamed<Variant>(object, reading);
+    if (!found) return false;
+    if (std::popcount(*found) != 1) return reading.fail("Invalid number of keys found, expected one.");
+    const auto index = static_cast<std::size_t>(std::countr_zero(*found));
+    const auto name = Cases<Variant>::names[index];
+    if (object.reset().error() != simdjson::SUCCESS) return reading.fail("not valid JSON");
+    for (auto next : object) {
+        ondemand::field field;
+        std::string_view key;
+        if (const auto error = std::move(next).get(field)) return reading.fail(error);
+        if (field.unescaped_key().get(key) != simdjson::SUCCESS || key != name) continue;
+        if (!readAlternative(field.value(), index, value, reading)) return reading.within(name);
+    }
+    return true;
+}
+
+template <typename Value, typename Source>
+bool readList(Source&& source, std::vector<Value>& values, Reading& reading) {
+    ondemand::array array;
+    if (source.get_array().get(array) != simdjson::SUCCESS) return reading.fail("not a list");
+    values.clear();
+    for (auto next : array) {
+        ondemand::value element;
+        if (const auto error = std::move(next).get(element)) return reading.fail(error);
+        if (!read(element, values.emplace_back(), reading)) return reading.within(values.size() - 1);
+    }
+    return true;
+}
+
+template <typename Value>
+bool readMap(ondemand::value source, std::map<std::string, Value>& values, Reading& reading) {
+    ondemand::object object;
+    if (source.get_object().get(object) != simdjson::SUCCESS) return reading.fail("not an object");
+    values.clear();
+    for (auto next : object) {
+        ondemand::field field;
+        std::string_view key;
+        if (const auto error = std::move(next).get(field)) return reading.fail(error);
+        if (field.unescaped_key().get(key) != simdjson::SUCCESS) return reading.fail("a key that is no string");
+        Value& value = values[std::string(key)] = Value{};
+        if (!read(field.value(), value, reading)) return reading.within(key);
+    }
+    return true;
+}
+
+template <typename Value>
+bool read(ondemand::value source, std::optional<Value>& value, Reading& reading) {
+    return readOptional(source, value, reading);
+}
+template <typename Value>
+bool read(ondemand::value source, std::vector<Value>& values, Reading& reading) {
+    return readList(source, values, reading);
+}
+template <typename Value>
+bool read(ondemand::value source, std::map<std::string, Value>& values, Reading& reading) {
+    return readMap(source, values, reading);
+}
+
+template <typename Value>
+bool read(ondemand::value source, Value& value, Reading& reading) {
+    if constexpr (std::same_as<Value, bool>) {
+        return source.get(value) == simdjson::SUCCESS || reading.fail("not a boolean");
+    } else if constexpr (std::integral<Value>) {
+        return readInteger(source, value, reading);
+    } else if constexpr (std::same_as<Value, double>) {
+        return source.get(value) == simdjson::SUCCESS || reading.fail("not a number");
+    } else if constexpr (std::same_as<Value, Date>) {
+        double seconds = 0;
+        if (!read(source, seconds, reading)) return false;
+        value = Date{Seconds{seconds}};
+        return true;
+    } else if constexpr (Described<Value>) {
+        value = Value{};
+        return readRecord(source, value, reading);
+    } else if constexpr (Chosen<Value>) {
+        return readCase(source, value, reading);
+    } else if constexpr (Worded<Value>) {
+        return readWord(source, value, reading);
+    } else {
+        return readText(source, value, reading);
+    }
+}
+
+template <typename Value>
+bool readDocument(ondemand::document& document, std::vector<Value>& values, Reading& reading) {
+    return readList(document, values, reading);
+}
+template <Described Record>
+bool readDocument(ondemand::document& document, Record& record, Reading& reading) {
+    return readRecord(document, record, reading);
+}
+
+/// Reads one record, or list of records, after the other and keeps its buffers between them. One thread.
+class Decoder {
+public:
+    /// `texts`, where given, makes equal texts share their bytes; it outlives the decoder.
+    explicit Decoder(TextCache* texts = nullptr) { reading_.texts = texts; }
+
+    /// `text` is followed by `simdjson::SIMDJSON_PADDING` readable bytes. On failure `value` holds what was read so
+    /// far, and `error` says why.
+    template <typename Value>
+    bool decodePadded(std::string_view text, Value& value) {
+        reading_.error = {};
+        ondemand::document document;
+        const simdjson::padded_string_view padded(text, text.size() + simdjson::SIMDJSON_PADDING);
+        if (const auto error = parser_.iterate(padded).get(document)) return reading_.fail(error);
+        return readDocument(document, value, reading_) && isAtEnd(document, reading_);
+    }
+    const Error& error() const { return reading_.error; }
+
+private:
+    ondemand::parser parser_;
+    Reading reading_;
+};
+
+/// A document of one record or of a list of them. A byte order mark before it is passed over.
+template <typename Value>
+Result<Value, Error> decode(std::string_view text) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    const simdjson::padded_string padded(text);
+    Decoder decoder;
+    Value value{};
+    if (!decoder.decodePadded(std::string_view(padded), value)) return decoder.error();
+    return value;
+}
+
+}  // namespace tolvane::json

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace tolvane::json {
+
+/// Why a text did not become a record.
+struct Error {
+    /// "missing", "not a string"
+    std::string what;
+    /// "rules[3].target"; empty for the document itself.
+    std::string where;
+
+    std::string text() const { return where.empty() ? what : where + ": " + what; }
+    bool operator==(const Error&) const = default;
+};
+
+}  // namespace tolvane::json

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QHash>
+#include <QIcon>
+#include <QRect>
+#include <QString>
+#include <string_view>
+
+#include "desktop/look/Fonts.h"
+#include "platform/Applications.h"
+
+class QPainter;
+
+namespace tolvane::desktop {
+
+/// Icons of applications by bundle path, asked of the host once each; a lettered tile where there is none.
+class AppIcons {
+public:
+    /// Both outlive it.
+    AppIcons(Applications& applications, const Fonts& fonts);
+
+    /// `title` gives the tile its letter.
+    void paint(QPainter& painter, std::string_view bundlePath, const QString& title, QRect rect) const;
+    /// Null when the application has none that can be loaded.
+    const QIcon& icon(std::string_view bundlePath) const;
+
+private:
+    void paintTile(QPainter& painter, std::string_view bundlePath, const QString& title, QRect rect) const;
+
+    Applications& applications_;
+    const Fonts& fonts_;
+    mutable QHash<QString, QIcon> cache_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,104 @@
+#include "desktop/look/Icons.h"
+
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <cmath>
+
+#include "desktop/look/LineIconEngine.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int grid = 16;
+
+struct Weight {
+    int size;
+    /// Pixels.
+    double stroke;
+};
+constexpr std::array<Weight, 4> weights = {{{16, 1.25}, {20, 1.4}, {24, 1.4}, {44, 1.75}}};
+
+QString file(std::string_view name) {
+    return QStringLiteral(":/icons/") + QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())) +
+           QStringLiteral(".svg");
+}
+
+QByteArray source(std::string_view name) {
+    QFile svg(file(name));
+    return svg.open(QIODevice::ReadOnly) ? svg.readAll() : QByteArray();
+}
+
+QByteArray drawing(std::string_view name, QColor colour, int size) {
+    auto svg = source(name);
+    svg.replace("currentColor", colour.name().toUtf8());
+    svg.replace("stroke-width=\"1.25\"",
+                "stroke-width=\"" + QByteArray::number(Icons::strokeWidth(size), 'f', 3) + '"');
+    return svg;
+}
+
+QPixmap rendered(const QByteArray& svg, int size, double ratio) {
+    const auto pixels = static_cast<int>(std::ceil(size * ratio));
+    QPixmap pixmap(pixels, pixels);
+    pixmap.fill(Qt::transparent);
+    QSvgRenderer renderer(svg);
+    QPainter painter(&pixmap);
+    renderer.render(&painter, QRectF(0, 0, pixels, pixels));
+    painter.end();
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
+}  // namespace
+
+Icons::Icons(const Tokens& tokens) : tokens_(tokens) {}
+Icons::~Icons() = default;
+
+bool Icons::exists(std::string_view name) { return QFile::exists(file(name)); }
+
+QIcon Icons::get(std::string_view name, IconRole role) const {
+    if (!exists(name)) return {};
+    return QIcon(new LineIconEngine(*this, std::string(name), role));
+}
+
+QPixmap Icons::pixmap(std::string_view name, QColor colour, int size, double ratio) const {
+    const auto key = file(name) + QStringLiteral("|%1|%2|%3").arg(colour.name()).arg(size).arg(ratio);
+    if (const auto found = cache_.constFind(key); found != cache_.constEnd()) return *found;
+    const auto svg = drawing(name, colour, size);
+    return svg.isEmpty() ? QPixmap() : *cache_.insert(key, rendered(svg, size, ratio));
+}
+
+void Icons::paint(QPainter& painter, std::string_view name, QColor colour, QRect rect) const {
+    const int size = std::min(rect.width(), rect.height());
+    QRect square(0, 0, size, size);
+    square.moveCenter(rect.center());
+    painter.drawPixmap(square, pixmap(name, colour, size, painter.device()->devicePixelRatioF()));
+}
+
+QColor Icons::colour(IconRole role) const {
+    switch (role) {
+        case IconRole::plain:
+            return tokens_.text2;
+        case IconRole::quiet:
+            return tokens_.text3;
+        case IconRole::accent:
+            return tokens_.accent;
+        case IconRole::warning:
+            return tokens_.orange;
+        case IconRole::destructive:
+            return tokens_.redText;
+    }
+    return tokens_.text2;
+}
+
+double Icons::strokeWidth(int size) {
+    auto above = weights.begin();
+    while (above != weights.end() - 1 && above->size < size) ++above;
+    const auto& below = above == weights.begin() ? *above : *(above - 1);
+    const double span = above->size - below.size;
+    const double share = span > 0 ? std::clamp((size - below.size) / span, 0.0, 1.0) : 0;
+    return (below.stroke + (above->stroke - below.stroke) * share) * grid / std::max(size, grid);
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QHash>
+#include <QIcon>
+#include <QPixmap>
+#include <QRect>
+#include <memory>
+#include <string_view>
+
+#include "desktop/look/Tokens.h"
+
+class QPainter;
+
+namespace tolvane::desktop {
+
+/// What an icon says with its colour.
+enum class IconRole { plain, quiet, accent, warning, destructive };
+
+/// The one set of line icons, drawn from the program's resources at the size, colour and pixel ratio asked for and
+/// remembered. Strokes keep their optical weight: larger icons get relatively thinner lines.
+class Icons {
+public:
+    /// `tokens` outlives the icons and may change its values; then call `clear`.
+    explicit Icons(const Tokens& tokens);
+    ~Icons();
+    Icons(const Icons&) = delete;
+    Icons& operator=(const Icons&) = delete;
+
+    static bool exists(std::string_view name);
+    /// Sharp at every pixel ratio; grey when disabled, in accent when selected or on. Empty for an unknown name.
+    QIcon get(std::string_view name, IconRole role = IconRole::plain) const;
+    /// Square of `size` device-independent pixels.
+    QPixmap pixmap(std::string_view name, QColor colour, int size, double ratio) const;
+    void paint(QPainter& painter, std::string_view name, QColor colour, QRect rect) const;
+
+    QColor colour(IconRole role) const;
+    const Tokens& tokens() const { return tokens_; }
+    /// Colours changed: icons handed out before draw themselves anew.
+    void clear() { cache_.clear(); }
+    std::size_t remembered() const { return static_cast<std::size_t>(cache_.size()); }
+
+    /// Stroke in units of the 16-unit grid for an icon of that size.
+    static double strokeWidth(int size);
+
+private:
+    const Tokens& tokens_;
+    mutable QHash<QString, QPixmap> cache_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QPainter>
+#include <QStyleOptionSlider>
+
+#include "desktop/look/Tokens.h"
+
+/// A rounded thumb and nothing else: no track, no arrows.
+namespace tolvane::desktop::StyleScrollBar {
+
+void draw(QPainter& painter, const QStyleOptionSlider& option, const Tokens& tokens);
+/// Empty for parts that do not exist.
+QRect part(const QStyleOptionSlider& option, QStyle::SubControl part);
+
+}  // namespace tolvane::desktop::StyleScrollBar

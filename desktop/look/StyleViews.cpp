@@ -1,0 +1,126 @@
+#include "desktop/look/StyleViews.h"
+
+#include <QFontMetrics>
+
+#include "desktop/look/StyleControls.h"
+
+namespace tolvane::desktop::StyleViews {
+
+namespace {
+
+/// The chevron's drawing takes ten pixels of its icon.
+constexpr int sortArrow = 12;
+constexpr int arrowGap = 2;
+
+bool isSorted(const QStyleOptionHeader& option) { return option.sortIndicator != QStyleOptionHeader::None; }
+
+QFont headFont(bool sorted, const Fonts& fonts) {
+    return fonts.font(TextRole::caption, sorted ? QFont::DemiBold : QFont::Normal);
+}
+
+/// Qt calls an arrow that points down the ascending one; what it shows here is the direction of the values.
+std::string_view arrowName(const QStyleOptionHeader& option) {
+    return option.sortIndicator == QStyleOptionHeader::SortDown ? "chevron.up" : "chevron.down";
+}
+
+void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow, const Look& look) {
+    const bool up = arrowName(option) == "chevron.up";
+    painter.save();
+    if (up) {
+        painter.translate(QRectF(arrow).center());
+        painter.rotate(180);
+        painter.translate(-QRectF(arrow).center());
+    }
+    look.icons().paint(painter, "chevron.down", look.tokens().text, arrow);
+    painter.restore();
+}
+
+QRect arrowBeside(const QRect& text, const QStyleOptionHeader& option, int width) {
+    const bool trailing = option.textAlignment.testFlag(Qt::AlignRight);
+    const auto leftToRight = option.direction == Qt::LeftToRight;
+    const int edge = trailing == leftToRight ? (leftToRight ? text.right() + 1 - width : text.left() + width)
+                                             : (leftToRight ? text.left() : text.right() + 1);
+    const int left = leftToRight ? edge - arrowGap - sortArrow : edge + arrowGap;
+    return {left, text.center().y() - sortArrow / 2 + 1, sortArrow, sortArrow};
+}
+
+}  // namespace
+
+void drawRow(QPainter& painter, const QStyleOption& option, QRect rect, double radius, const Tokens& tokens) {
+    if (option.state.testFlag(QStyle::State_Selected)) {
+        const bool active = option.state.testFlag(QStyle::State_Active);
+        StyleControls::drawShape(painter, rect, radius, active ? tokens.selection : tokens.selectionIdle,
+                                 tokens.outlinesSelection ? tokens.accent : QColor());
+    } else if (option.state.testFlag(QStyle::State_MouseOver)) {
+        StyleControls::drawShape(painter, rect, radius, tokens.hover, {});
+    }
+}
+
+void drawFocus(QPainter& painter, const QStyleOption& option, const Tokens& tokens) {
+    if (!option.state.testFlag(QStyle::State_KeyboardFocusChange)) return;
+    const double inset = tokens.focusWidth / 2.0;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(tokens.accent, tokens.focusWidth));
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), Sizes::rowRadius - inset,
+                            Sizes::rowRadius - inset);
+    painter.restore();
+}
+
+QRect disclosureRect(const QStyleOption& option) {
+    const int shift = Sizes::margin - Sizes::treeIndent - Sizes::icon / 4 + 1;
+    QRect box(0, 0, Sizes::icon, Sizes::icon);
+    box.moveCenter(option.rect.center());
+    const bool leftToRight = option.direction == Qt::LeftToRight;
+    box.moveLeft(leftToRight ? option.rect.left() + shift : option.rect.right() + 1 - shift - Sizes::icon);
+    return box;
+}
+
+void drawDisclosure(QPainter& painter, const QStyleOption& option, const Look& look) {
+    if (!option.state.testFlag(QStyle::State_Children)) return;
+    const auto rect = disclosureRect(option);
+    const bool open = option.state.testFlag(QStyle::State_Open);
+    painter.save();
+    if (!open && option.direction == Qt::RightToLeft) {
+        painter.translate(2 * QRectF(rect).center().x(), 0);
+        painter.scale(-1, 1);
+    }
+    look.icons().paint(painter, open ? "chevron.down" : "chevron.right", look.tokens().text2, rect);
+    painter.restore();
+}
+
+void drawHeadGround(QPainter& painter, QRect rect, const Tokens& tokens) {
+    painter.fillRect(rect, tokens.content);
+    painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), tokens.hairline);
+}
+
+QRect columnText(QRect section, bool first, bool last, Qt::LayoutDirection direction) {
+    const int leading = first ? Sizes::margin : Sizes::columnGap / 2;
+    const int trailing = last ? Sizes::tableTrailing : Sizes::columnGap / 2;
+    return direction == Qt::LeftToRight ? section.adjusted(leading, 0, -trailing, 0)
+                                        : section.adjusted(trailing, 0, -leading, 0);
+}
+
+void drawHeadLabel(QPainter& painter, const QStyleOptionHeader& option, const Look& look) {
+    using Position = QStyleOptionHeader::SectionPosition;
+    const bool first = option.position == Position::Beginning || option.position == Position::OnlyOneSection;
+    const bool last = option.position == Position::End || option.position == Position::OnlyOneSection;
+    const auto text = columnText(option.rect, first, last, option.direction);
+    const auto font = headFont(isSorted(option), look.fonts());
+    const auto alignment = QStyle::visualAlignment(option.direction, option.textAlignment) | Qt::AlignVCenter;
+    painter.save();
+    painter.setFont(font);
+    painter.setPen(isSorted(option) ? look.tokens().text : look.tokens().text2);
+    painter.drawText(text, static_cast<int>(alignment) | Qt::TextSingleLine, option.text);
+    painter.restore();
+    if (isSorted(option)) {
+        drawArrow(painter, option, arrowBeside(text, option, QFontMetrics(font).horizontalAdvance(option.text)), look);
+    }
+}
+
+int sortedHeadWidth(const QString& title, const Fonts& fonts) {
+    return QFontMetrics(headFont(true, fonts)).horizontalAdvance(title) + sortArrow + arrowGap;
+}
+
+}  // namespace tolvane::desktop::StyleViews

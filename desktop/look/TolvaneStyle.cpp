@@ -1,0 +1,223 @@
+#include "desktop/look/TolvaneStyle.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QFocusFrame>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QStyleFactory>
+#include <QStyleOption>
+#include <QTreeView>
+#include <array>
+
+#include "desktop/look/Look.h"
+#include "desktop/look/StyleControls.h"
+#include "desktop/look/StyleScrollBar.h"
+#include "desktop/look/StyleViews.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+struct Metric {
+    QStyle::PixelMetric metric;
+    int pixels;
+};
+
+constexpr std::array<Metric, 18> metrics = {{
+    {QStyle::PM_ScrollBarExtent, Sizes::scrollSpace},
+    {QStyle::PM_ScrollBarSliderMin, Sizes::margin},
+    /// Views reach under their scroll bars, which have no ground of their own.
+    {QStyle::PM_ScrollView_ScrollBarOverlap, Sizes::scrollSpace},
+    {QStyle::PM_ScrollView_ScrollBarSpacing, 0},
+    {QStyle::PM_DefaultFrameWidth, 0},
+    {QStyle::PM_SplitterWidth, 1},
+    {QStyle::PM_SmallIconSize, Sizes::icon},
+    {QStyle::PM_ButtonIconSize, Sizes::icon},
+    {QStyle::PM_ListViewIconSize, Sizes::icon},
+    {QStyle::PM_TreeViewIndentation, Sizes::treeIndent},
+    {QStyle::PM_IndicatorWidth, Sizes::checkBox},
+    {QStyle::PM_IndicatorHeight, Sizes::checkBox},
+    {QStyle::PM_CheckBoxLabelSpacing, Sizes::gap},
+    {QStyle::PM_ButtonShiftHorizontal, 0},
+    {QStyle::PM_ButtonShiftVertical, 0},
+    {QStyle::PM_HeaderMargin, Sizes::columnGap / 2},
+    {QStyle::PM_HeaderGripMargin, Sizes::step},
+    {QStyle::PM_ToolTipLabelFrameWidth, Sizes::step},
+}};
+
+constexpr int buttonPadding = 14;
+constexpr int leastButtonWidth = 80;
+
+/// Controls that get a ring around them; views show their focus inside.
+bool isControl(const QWidget* widget) {
+    return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
+           qobject_cast<const QComboBox*>(widget);
+}
+
+bool isDestructive(const QWidget* widget) { return widget && widget->property("destructive").toBool(); }
+
+double radiusOf(const QWidget* widget) {
+    const auto radius = widget ? widget->property("focusRadius") : QVariant();
+    return radius.isValid() ? radius.toDouble() : Sizes::controlRadius;
+}
+
+}  // namespace
+
+TolvaneStyle::TolvaneStyle(const Look& look)
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))), look_(look) {}
+
+void TolvaneStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    if (isControl(widget) || qobject_cast<QScrollBar*>(widget)) widget->setAttribute(Qt::WA_Hover);
+    if (qobject_cast<QScrollBar*>(widget)) widget->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    if (auto* view = qobject_cast<QAbstractItemView*>(widget)) view->viewport()->setAttribute(Qt::WA_Hover);
+}
+
+void TolvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                 const QWidget* widget) const {
+    const auto& tokens = look_.tokens();
+    switch (element) {
+        case PE_FrameFocusRect:
+            if (!isControl(widget)) StyleViews::drawFocus(*painter, *option, tokens);
+            return;
+        case PE_PanelButtonCommand:
+            if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+                StyleControls::drawButton(*painter, *button, tokens, isDestructive(widget));
+            }
+            return;
+        case PE_PanelButtonTool:
+            return StyleControls::drawToolButton(*painter, *option, tokens);
+        case PE_PanelLineEdit:
+            return StyleControls::drawField(*painter, *option, tokens);
+        case PE_FrameLineEdit:
+        case PE_FrameDefaultButton:
+            return;
+        case PE_IndicatorCheckBox:
+            return StyleControls::drawCheckBox(*painter, *option, look_);
+        case PE_PanelTipLabel:
+            return StyleControls::drawTip(*painter, *option, tokens);
+        case PE_IndicatorBranch:
+            return StyleViews::drawDisclosure(*painter, *option, look_);
+        case PE_PanelItemViewRow:
+            /// A tree of ours hands over its rows whole; the toolkit's own calls come cell by cell.
+            if (const auto* row = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+                row && row->viewItemPosition == QStyleOptionViewItem::OnlyOne) {
+                StyleViews::drawRow(*painter, *option, option->rect, Sizes::rowRadius, tokens);
+            }
+            return;
+        case PE_PanelItemViewItem:
+            if (!qobject_cast<const QTreeView*>(widget)) {
+                StyleViews::drawRow(*painter, *option, option->rect, Sizes::controlRadius, tokens);
+            }
+            return;
+        default:
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void TolvaneStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    const auto& tokens = look_.tokens();
+    switch (element) {
+        case CE_HeaderSection:
+        case CE_HeaderEmptyArea:
+            return StyleViews::drawHeadGround(*painter, option->rect, tokens);
+        case CE_Header:
+            StyleViews::drawHeadGround(*painter, option->rect, tokens);
+            if (const auto* head = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+                StyleViews::drawHeadLabel(*painter, *head, look_);
+            }
+            return;
+        case CE_PushButtonLabel: {
+            const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+            if (!button) return;
+            auto label = *button;
+            const bool enabled = option->state.testFlag(State_Enabled);
+            if (StyleControls::isFilled(label)) label.palette.setColor(QPalette::ButtonText, tokens.onAccent);
+            if (enabled && !StyleControls::isFilled(label) && isDestructive(widget)) {
+                label.palette.setColor(QPalette::ButtonText, tokens.redText);
+            }
+            return QProxyStyle::drawControl(element, &label, painter, widget);
+        }
+        case CE_FocusFrame: {
+            const auto* frame = qobject_cast<const QFocusFrame*>(widget);
+            const int reach = 1 + tokens.focusWidth;
+            return StyleControls::drawFocusRing(*painter, option->rect.adjusted(reach, reach, -reach, -reach),
+                                                radiusOf(frame ? frame->widget() : nullptr), tokens);
+        }
+        case CE_Splitter:
+            return painter->fillRect(option->rect, tokens.hairline);
+        default:
+            QProxyStyle::drawControl(element, option, painter, widget);
+    }
+}
+
+void TolvaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                      const QWidget* widget) const {
+    if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option); slider && control == CC_ScrollBar) {
+        return StyleScrollBar::draw(*painter, *slider, look_.tokens());
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect TolvaneStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    if (element == SE_TreeViewDisclosureItem) return StyleViews::disclosureRect(*option);
+    if (element == SE_LineEditContents && widget) {
+        return option->rect.adjusted(Sizes::gap, 0, -Sizes::gap, 0);
+    }
+    return QProxyStyle::subElementRect(element, option, widget);
+}
+
+QRect TolvaneStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                   const QWidget* widget) const {
+    if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option); slider && control == CC_ScrollBar) {
+        return StyleScrollBar::part(*slider, part);
+    }
+    return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+QSize TolvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                     const QWidget* widget) const {
+    const auto& fonts = look_.fonts();
+    const int control = fonts.height(TextRole::body, Sizes::buttonHeight);
+    switch (type) {
+        case CT_PushButton:
+            return {std::max(leastButtonWidth, contents.width() + 2 * buttonPadding), control};
+        case CT_LineEdit:
+            return {contents.width() + 2 * Sizes::gap, control};
+        case CT_HeaderSection:
+            return {contents.width(), fonts.height(TextRole::caption, Sizes::headHeight, 10)};
+        default:
+            return QProxyStyle::sizeFromContents(type, option, contents, widget);
+    }
+}
+
+int TolvaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin) return 1 + look_.tokens().focusWidth;
+    for (const auto& each : metrics) {
+        if (each.metric == metric) return each.pixels;
+    }
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+int TolvaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* answer) const {
+    switch (hint) {
+        case SH_ItemView_ShowDecorationSelected:
+        case SH_ScrollBar_LeftClickAbsolutePosition:
+            return 1;
+        case SH_ItemView_ActivateItemOnSingleClick:
+        case SH_FocusFrame_Mask:
+        case SH_EtchDisabledText:
+        case SH_DitherDisabledText:
+            return 0;
+        case SH_Widget_Animation_Duration:
+            return 0;
+        default:
+            return QProxyStyle::styleHint(hint, option, widget, answer);
+    }
+}
+
+}  // namespace tolvane::desktop

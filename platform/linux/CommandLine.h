@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvane::linuxhost {
+
+/// The arguments in the bytes of /proc/PID/cmdline, each ended by a NUL; the last may lack it.
+std::vector<std::string_view> splitArguments(std::string_view bytes);
+
+/// The value of a NAME=value entry in the bytes of /proc/PID/environ; none when it is not there.
+std::optional<std::string_view> environmentValue(std::string_view environment, std::string_view name);
+
+/// A title that a program wrote over its arguments: "npm run dev" and then empty arguments, or one text with blanks.
+bool isTitle(const std::vector<std::string_view>& arguments, std::string_view executable);
+
+/// What is asked of the disk to find the program that a title names.
+struct TitleLookup {
+    /// The begin of a file that may be executed; none when there is no such file.
+    std::function<std::optional<std::string>(const std::string& path)> head;
+    /// Folders in which the process looks for programs, in order.
+    std::vector<std::string> folders;
+};
+
+/// The arguments that would make the same process from the same executable, for a title that names a command:
+/// the interpreter, the script found where the process itself looks for programs, and the title's other words. A
+/// program that joins its own arguments gets them back in parts.
+/// Titles that tell a state instead ("nginx: worker process") stay as they are, in one text.
+std::vector<std::string> argumentsOfTitle(std::string_view title, std::string_view executable,
+                                          const TitleLookup& lookup);
+
+/// Whether the file that begins so is a script for the interpreter of this name: "#!/usr/bin/env node".
+bool isScriptFor(std::string_view head, std::string_view interpreter);
+
+/// The folders of a PATH value, and behind them the one that the executable lies in.
+std::vector<std::string> searchFolders(std::string_view path, std::string_view executable);
+
+/// The first bytes of a file that we may execute.
+std::optional<std::string> executableHead(const std::string& path);
+
+}  // namespace tolvane::linuxhost

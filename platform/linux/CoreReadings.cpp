@@ -1,0 +1,85 @@
+#include "platform/linux/CoreReadings.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/linux/KernelText.h"
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+enum Column : std::size_t { user, nice, system, idle, waiting, interrupts, softInterrupts, columnCount };
+
+/// More cores than any kernel is built for: a list from a broken file must not fill memory.
+constexpr int maximumCores = 8192;
+
+CPUTicks ticksOf(std::string_view line) {
+    std::array<std::uint64_t, columnCount> columns{};
+    for (auto& column : columns) column = wholeNumber<std::uint64_t>(takeWord(line)).value_or(0);
+    const auto wrapped = [](std::uint64_t ticks) { return static_cast<std::uint32_t>(ticks); };
+    return {.user = wrapped(columns[user]),
+            .system = wrapped(columns[system] + columns[interrupts] + columns[softInterrupts]),
+            .idle = wrapped(columns[idle] + columns[waiting]),
+            .nice = wrapped(columns[nice])};
+}
+
+void insertRange(std::set<int>& cores, std::string_view range) {
+    const auto dash = range.find('-');
+    const auto first = wholeNumber<int>(range.substr(0, dash));
+    const auto last = dash == std::string_view::npos ? first : wholeNumber<int>(range.substr(dash + 1));
+    if (!first || !last || *first < 0 || *last >= maximumCores) return;
+    for (int core = *first; core <= *last; ++core) cores.insert(core);
+}
+
+}  // namespace
+
+std::optional<MachineTicks> parseTicks(std::string_view stat) {
+    constexpr std::string_view prefix = "cpu";
+    MachineTicks machine;
+    bool hasTotal = false;
+    for (auto line = takeLine(stat); line.starts_with(prefix); line = takeLine(stat)) {
+        const auto name = takeWord(line);
+        if (name == prefix) {
+            machine.total = ticksOf(line);
+            hasTotal = true;
+        } else if (const auto core = wholeNumber<int>(name.substr(prefix.size()))) {
+            machine.cores.push_back({.core = *core, .ticks = ticksOf(line)});
+        }
+    }
+    if (!hasTotal) return std::nullopt;
+    return machine;
+}
+
+std::set<int> parseCoreList(std::string_view text) {
+    std::set<int> cores;
+    text = withoutLineEnd(text);
+    while (!text.empty()) {
+        const auto end = text.find(',');
+        insertRange(cores, text.substr(0, end));
+        text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
+    }
+    return cores;
+}
+
+std::vector<CPUTicks> efficiencyFirst(const std::vector<CoreTicks>& cores, const std::set<int>& efficiency) {
+    std::vector<CPUTicks> ordered;
+    ordered.reserve(cores.size());
+    for (const bool wanted : {true, false}) {
+        for (const CoreTicks& core : cores) {
+            if (efficiency.contains(core.core) == wanted) ordered.push_back(core.ticks);
+        }
+    }
+    return ordered;
+}
+
+std::set<int> weakerCores(const std::vector<CoreCapacity>& capacities) {
+    const auto best = std::ranges::max_element(capacities, {}, &CoreCapacity::capacity);
+    std::set<int> weaker;
+    for (const CoreCapacity& core : capacities) {
+        if (core.capacity < best->capacity) weaker.insert(core.core);
+    }
+    return weaker;
+}
+
+}  // namespace tolvane::linuxhost

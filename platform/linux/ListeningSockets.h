@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/Pid.h"
+#include "platform/linux/ProcFiles.h"
+
+namespace tolvane::linuxhost {
+
+struct ListeningSocket {
+    std::uint64_t inode = 0;
+    int port = 0;
+
+    bool operator==(const ListeningSocket&) const = default;
+};
+
+/// The sockets in state LISTEN of /proc/net/tcp or tcp6, whose lines are such as
+///
+///       0: 0100007F:1F90 00000000:0000 0A 00000000:00000000 00:00000000 00000000  1000        0 23456 1 …
+///
+/// Lines that are something else are skipped.
+void appendListening(std::string_view table, std::vector<ListeningSocket>& sockets);
+
+/// The inode of a descriptor's link "socket:[23456]"; none for other descriptors.
+std::optional<std::uint64_t> socketInode(std::string_view link);
+
+/// TCP ports on which a descriptor of the process listens, in the process's own network. Any order, repeats allowed;
+/// empty for processes whose descriptors we may not see.
+std::vector<int> listeningPorts(ProcFiles& files, Pid pid);
+
+}  // namespace tolvane::linuxhost

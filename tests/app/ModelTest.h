@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "tests/fakes/Executors.h"
+#include "tests/fakes/FakeHost.h"
+
+namespace tolvane {
+
+/// A model on the fake host, whose samples are taken within the call that asks for them.
+struct ModelTest : testing::Test {
+    static constexpr std::uint64_t MiB = 1'048'576;
+    static constexpr std::uint64_t GiB = 1'073'741'824;
+
+    fakes::FakeHost fake;
+    fakes::VirtualClock& clock = *fake.clock;
+    fakes::FakeWorld& world = *fake.world;
+    std::unique_ptr<AppModel> model;
+
+    void start(const ExecutorFactory& makeExecutor = fakes::InlineExecutor::make) { make(false, makeExecutor); }
+    void startDemo() { make(true, fakes::InlineExecutor::make); }
+    void make(bool demo, const ExecutorFactory& makeExecutor) {
+        model = std::make_unique<AppModel>(fake.host, *fake.windows, demo, makeExecutor);
+    }
+
+    /// Each tick lists the processes once.
+    std::size_t ticks() const { return world.timesAsked("allPids"); }
+
+    fakes::FakeProcess& addApp(Pid pid, const std::string& bundlePath) {
+        auto& process = world.add(pid, "App");
+        process.path = Text(bundlePath + "/Contents/MacOS/App");
+        return process;
+    }
+    /// Lets the process take that much of a core over the time given.
+    void burn(Pid pid, double percent, Seconds span) {
+        const double nanos = percent / 100 * span.count() * 1e9 / world.nanosPerTick;
+        world.find(pid)->usage->userTime += static_cast<std::uint64_t>(nanos);
+    }
+    const ProcRow* row(Pid pid) const {
+        for (const auto& each : model->snapshot->rows) {
+            if (each.id() == pid) return &each;
+        }
+        return nullptr;
+    }
+};
+
+}  // namespace tolvane

@@ -1,0 +1,121 @@
+#include "desktop/look/Icons.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <string_view>
+
+#include "app/AppSection.h"
+#include "app/screens/ProcessesView.h"
+#include "desktop/look/Appearance.h"
+
+namespace tolvane::desktop {
+namespace {
+
+bool showsAnything(const QPixmap& pixmap) {
+    const auto image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > 0) return true;
+        }
+    }
+    return false;
+}
+
+/// Of the strongest pixel.
+QColor colourOf(const QPixmap& pixmap) {
+    const auto image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    QRgb strongest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > qAlpha(strongest)) strongest = image.pixel(x, y);
+        }
+    }
+    return QColor(strongest);
+}
+
+TEST(Icons, haveADrawingForEveryNameInUse) {
+    for (const auto& section : appSections) EXPECT_TRUE(Icons::exists(section.icon)) << section.icon;
+    for (const std::string_view name : {ProcessesView::inspectorIcon,
+                                        ProcessesView::noSelectionIcon,
+                                        std::string_view("memorychip.fill"),
+                                        std::string_view("terminal"),
+                                        std::string_view("gearshape"),
+                                        std::string_view("power"),
+                                        std::string_view("square.and.arrow.up"),
+                                        std::string_view("eye"),
+                                        std::string_view("checkmark.circle"),
+                                        std::string_view("exclamationmark.triangle"),
+                                        std::string_view("arrow.triangle.merge"),
+                                        std::string_view("line.3.horizontal.decrease.circle"),
+                                        std::string_view("circle.fill"),
+                                        std::string_view("square.fill"),
+                                        std::string_view("arrow.triangle.branch"),
+                                        std::string_view("magnifyingglass"),
+                                        std::string_view("ellipsis"),
+                                        std::string_view("chevron.right"),
+                                        std::string_view("chevron.down"),
+                                        std::string_view("chevron.up.chevron.down"),
+                                        std::string_view("checkmark"),
+                                        std::string_view("xmark"),
+                                        std::string_view("plus"),
+                                        std::string_view("trash"),
+                                        std::string_view("pause")}) {
+        EXPECT_TRUE(Icons::exists(name)) << name;
+        EXPECT_TRUE(showsAnything(Icons(lightTokens).pixmap(name, lightTokens.text, 16, 2))) << name;
+    }
+}
+
+TEST(Icons, giveNothingForAnUnknownName) {
+    const Icons icons(lightTokens);
+    EXPECT_FALSE(Icons::exists("no.such.icon"));
+    EXPECT_TRUE(icons.get("no.such.icon").isNull());
+    EXPECT_TRUE(icons.pixmap("no.such.icon", lightTokens.text, 16, 1).isNull());
+}
+
+TEST(Icons, areDrawnAtThePixelRatioOfTheScreen) {
+    const Icons icons(lightTokens);
+    const auto pixmap = icons.pixmap("folder", lightTokens.text, 16, 2);
+    EXPECT_EQ(pixmap.width(), 32);
+    EXPECT_EQ(pixmap.deviceIndependentSize(), QSizeF(16, 16));
+}
+
+TEST(Icons, takeTheColourOfTheirMode) {
+    const Icons icons(lightTokens);
+    const auto icon = icons.get("square.fill");
+    EXPECT_EQ(colourOf(icon.pixmap(QSize(16, 16), 1)), lightTokens.text2);
+    EXPECT_EQ(colourOf(icon.pixmap(QSize(16, 16), 1, QIcon::Disabled)), lightTokens.disabled);
+    EXPECT_EQ(colourOf(icon.pixmap(QSize(16, 16), 1, QIcon::Selected)), lightTokens.accent);
+    EXPECT_EQ(colourOf(icon.pixmap(QSize(16, 16), 1, QIcon::Normal, QIcon::On)), lightTokens.accent);
+}
+
+TEST(Icons, followAChangeOfScheme) {
+    auto tokens = lightTokens;
+    Icons icons(tokens);
+    const auto icon = icons.get("square.fill");
+    EXPECT_EQ(colourOf(icon.pixmap(QSize(16, 16), 1)), lightTokens.text2);
+    tokens = darkTokens;
+    icons.clear();
+    EXPECT_EQ(colourOf(icon.pixmap(QSize(16, 16), 1)), darkTokens.text2);
+}
+
+TEST(Icons, rememberADrawingForEachSizeColourAndRatio) {
+    const Icons icons(lightTokens);
+    for (int again = 0; again < 3; ++again) {
+        icons.pixmap("folder", lightTokens.text, 16, 1);
+        icons.pixmap("folder", lightTokens.text, 16, 2);
+        icons.pixmap("folder", lightTokens.accent, 16, 2);
+    }
+    EXPECT_EQ(icons.remembered(), 3U);
+}
+
+TEST(Icons, growThinnerInProportionWhenLarger) {
+    EXPECT_DOUBLE_EQ(Icons::strokeWidth(16) * 16 / 16, 1.25);
+    EXPECT_NEAR(Icons::strokeWidth(20) * 20 / 16, 1.4, 1e-9);
+    EXPECT_NEAR(Icons::strokeWidth(24) * 24 / 16, 1.4, 1e-9);
+    EXPECT_NEAR(Icons::strokeWidth(44) * 44 / 16, 1.75, 1e-9);
+    EXPECT_NEAR(Icons::strokeWidth(88) * 88 / 16, 1.75, 1e-9);
+}
+
+}  // namespace
+}  // namespace tolvane::desktop
