@@ -21,9 +21,14 @@ struct ValueRow {
     bool warns = false;
     /// Name of a legend mark's colour, "performance" or "efficiency"; empty for a row without a mark.
     std::string mark;
+    /// The value is worth copying: it may be long, wraps, and can be selected.
+    bool selectable = false;
 
     bool operator==(const ValueRow&) const = default;
 };
+
+/// How tight memory is, in words: "Normal", "Elevated", "Critical".
+std::string_view levelText(Pressure pressure);
 
 /// The memory block of the strip and of the panel: all its words, and nothing of how it is drawn.
 struct MemorySummary {
@@ -39,6 +44,7 @@ struct MemorySummary {
 
     bool operator==(const MemorySummary&) const = default;
 
+    /// `swapGrowth` and `readBack` are bytes over the last quarter of an hour; small ones are not worth a word.
     static MemorySummary of(const SystemMemory& memory, std::optional<std::int64_t> swapGrowth,
                             std::optional<std::uint64_t> readBack, std::string_view locale);
 };

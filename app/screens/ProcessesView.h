@@ -3,12 +3,14 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/AppModel.h"
 #include "app/Line.h"
+#include "app/screens/ForceQuitQuestion.h"
 
 namespace tolvane {
 
@@ -44,8 +46,8 @@ public:
     const std::string& search() const { return search_; }
     void setSearch(std::string search) { search_ = std::move(search); }
     const std::vector<LineOrder>& sortOrder() const { return sortOrder_; }
-    /// The user clicked a column's head: a new column starts with its larger values (names with the first letters),
-    /// the same column turns round.
+    /// The user clicked a column's head: a new column starts with its larger values (names with the first letters,
+    /// times with the longest), the same column turns round.
     void sortBy(LineField field);
     void setSortOrder(std::vector<LineOrder> order) { sortOrder_ = std::move(order); }
     bool showInspector = true;
@@ -54,6 +56,28 @@ public:
     std::vector<Line> lines() const;
     /// The text of one cell; `detail` of the name column is not part of it.
     std::string cell(const Line& line, ProcessColumn column) const;
+    /// What the inspector shows: nothing, one line, or several.
+    std::vector<Line> selected(const std::vector<Line>& lines) const;
+
+    /// The user asked to force quit those lines: opens the question. Ids that no line has are passed over, and with
+    /// none left there is nothing to ask.
+    void askForceQuit(const std::set<std::string>& ids, const std::vector<Line>& lines);
+    /// The question while it is open.
+    std::optional<ForceQuitQuestion> forceQuitQuestion() const;
+    void cancelForceQuit() { confirmForceQuit_.reset(); }
+    /// The user said yes: the lines to force quit. Closes the question and empties the selection.
+    std::vector<Line> confirmForceQuit();
+
+    /// The same on plain values.
+    static std::vector<ProcRow> rowsMatching(const std::vector<ProcRow>& rows, std::string_view search,
+                                             std::string_view locale);
+    static std::vector<Line> linesOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
+                                     const std::vector<LineOrder>& order, const LineNames& names,
+                                     std::string_view locale);
+    static std::string cellOf(const Line& line, ProcessColumn column, Date now, std::string_view locale);
+    /// The order after a click on the head of the column that sorts by `field`; earlier choices settle ties.
+    static std::vector<LineOrder> orderAfterClick(std::vector<LineOrder> order, LineField field);
+
     /// The inspector's words while nothing is selected.
     static constexpr std::string_view noSelectionTitle = "No Selection";
     static constexpr std::string_view noSelectionIcon = "cursorarrow.rays";
@@ -69,6 +93,7 @@ private:
     Grouping grouping_ = Grouping::apps;
     std::string search_;
     std::vector<LineOrder> sortOrder_ = {LineOrder{}};
+    std::optional<std::vector<Line>> confirmForceQuit_;
 };
 
 }  // namespace tolvane

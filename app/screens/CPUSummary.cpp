@@ -1,0 +1,53 @@
+#include "app/screens/CPUSummary.h"
+
+#include <algorithm>
+
+#include "app/screens/MenuBarPanel.h"
+#include "core/words/Cores.h"
+
+namespace tolvane {
+
+namespace {
+
+std::string coresOf(double inCores, std::string_view locale) { return cores(inCores * 100, std::nullopt, locale); }
+
+std::vector<ValueRow> partsOf(const CPULoad& cpu, std::string_view locale) {
+    if (cpu.efficiencyCores > 0) {
+        const int performanceCores = cpu.cores - cpu.efficiencyCores;
+        return {{.label = "Performance",
+                 .value = MenuBarPanel::part(cpu.performance, performanceCores, locale),
+                 .mark = "performance"},
+                {.label = "Efficiency",
+                 .value = MenuBarPanel::part(cpu.efficiency, cpu.efficiencyCores, locale),
+                 .mark = "efficiency"}};
+    }
+    return {{.label = "User", .value = coresOf(cpu.user * cpu.cores, locale)},
+            {.label = "System", .value = coresOf(cpu.system * cpu.cores, locale)}};
+}
+
+ValueRow peakRow(const std::vector<LoadPoint>& points, std::string_view locale) {
+    double peak = 0;
+    for (const auto& point : points) peak = std::max(peak, point.performance + point.efficiency);
+    return {.label = "Peak", .value = coresOf(peak, locale), .tooltip = "Highest in the last hour"};
+}
+
+}  // namespace
+
+CPUSummary CPUSummary::of(const CPULoad& cpu, const std::vector<LoadPoint>& loadHistory,
+                          const std::optional<Line>& busiest, std::string_view locale) {
+    constexpr std::size_t fewestToDraw = 2;
+    CPUSummary summary{.headline = "CPU",
+                       .busyNow = MenuBarPanel::load(cpu, locale) + " busy now",
+                       .chart = loadHistory.size() >= fewestToDraw ? loadHistory : std::vector<LoadPoint>{},
+                       .chartText = "CPU load over the last hour, performance cores stacked on efficiency cores",
+                       .chartCaption = "Last hour. Blue: performance cores, grey: efficiency cores.",
+                       .rows = partsOf(cpu, locale)};
+    if (!loadHistory.empty()) summary.rows.push_back(peakRow(loadHistory, locale));
+    if (busiest) {
+        summary.rows.push_back(
+            {.label = "Busiest", .value = busiest->title + ", " + cores(busiest->cpu, std::nullopt, locale)});
+    }
+    return summary;
+}
+
+}  // namespace tolvane

@@ -1,0 +1,97 @@
+#include "app/screens/ProcessActions.h"
+
+#include <algorithm>
+
+#include "app/screens/LineRows.h"
+
+namespace tolvane {
+
+namespace {
+
+std::optional<std::string> bundleIDOf(const Line& line, const std::vector<ProcRow>& rows) {
+    for (const auto* row : LineRows::all(line, rows)) {
+        if (row->bundleID) return row->bundleID->str();
+    }
+    return std::nullopt;
+}
+
+void addApplicationItems(ProcessActions& actions, const Line& line) {
+    actions.rule = ProcessActions::growthRule(line, *actions.bundleID);
+    actions.items = {{"Quit " + line.title, ProcessAction::quit},
+                     {"Relaunch " + line.title, ProcessAction::relaunch},
+                     {},
+                     {"Add Rule for " + line.title, ProcessAction::addRule}};
+}
+
+std::string terminateTitle(std::size_t count) {
+    return count == 1 ? "Terminate" : "Terminate " + std::to_string(count) + " Processes";
+}
+
+void addProcessItems(ProcessActions& actions, const ProcSample& sample) {
+    actions.command = sample.commandLine();
+    actions.rule = ProcessActions::idleRule(sample);
+    actions.items.push_back({});
+    actions.items.push_back({"Copy Command", ProcessAction::copyCommand});
+    if (sample.cwd) {
+        actions.workingFolder = sample.cwd->str();
+        actions.items.push_back({"Show Working Folder in Finder", ProcessAction::showWorkingFolder});
+    }
+    actions.items.push_back({});
+    actions.items.push_back({"Add Rule for " + sample.name.str(), ProcessAction::addRule});
+}
+
+}  // namespace
+
+ProcessActions ProcessActions::of(const Line& line, const std::vector<ProcRow>& rows) {
+    ProcessActions actions;
+    actions.pids = line.pids;
+    actions.bundleID = bundleIDOf(line, rows);
+    if (actions.bundleID) {
+        addApplicationItems(actions, line);
+        return actions;
+    }
+    actions.items.push_back({terminateTitle(line.pids.size()), ProcessAction::terminate});
+    if (const auto* row = LineRows::own(line, rows)) addProcessItems(actions, row->sample);
+    return actions;
+}
+
+std::vector<ProcessMenuItem> ProcessActions::menuOf(const std::vector<Line>& clicked,
+                                                    const std::vector<ProcRow>& rows) {
+    if (clicked.empty()) return {};
+    if (clicked.size() > 1) return {{forceQuitItems(clicked.size()), ProcessAction::forceQuit}};
+    auto items = of(clicked.front(), rows).items;
+    items.push_back({});
+    items.push_back({"Force Quit…", ProcessAction::forceQuit});
+    return items;
+}
+
+std::string ProcessActions::forceQuitItems(std::size_t count) {
+    return "Force Quit " + std::to_string(count) + " Items…";
+}
+
+Rule ProcessActions::growthRule(const Line& line, std::string_view bundleID) {
+    constexpr std::uint64_t bytesPerMB = 1024 * 1024;
+    constexpr std::uint64_t step = 100;
+    constexpr std::uint64_t least = 500;
+    const auto limit = std::max(line.memory / bytesPerMB / step * step, least);
+    return {.id = UUID::random(),
+            .name = "Restart " + line.title + " when it grows",
+            .enabled = false,
+            .dryRun = true,
+            .target = AppTarget{.bundleID = std::string(bundleID), .name = line.title},
+            .unusedMinutes = 60,
+            .memoryMB = static_cast<std::int64_t>(limit),
+            .action = RuleAction::relaunch};
+}
+
+Rule ProcessActions::idleRule(const ProcSample& sample) {
+    return {.id = UUID::random(),
+            .name = "Stop idle " + sample.name.str(),
+            .enabled = false,
+            .dryRun = true,
+            .target = CommandTarget{.patterns = {std::string(sample.ruleMatch())}},
+            .unusedMinutes = 120,
+            .action = RuleAction::terminate};
+}
+
+}  // namespace tolvane

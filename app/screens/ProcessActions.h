@@ -1,0 +1,63 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/Line.h"
+#include "core/rules/Rule.h"
+
+namespace tolvane {
+
+/// What can be done to lines of the processes table.
+enum class ProcessAction {
+    quit,
+    relaunch,
+    addRule,
+    terminate,
+    copyCommand,
+    showWorkingFolder,
+    lowerPriority,
+    restorePriority,
+    forceQuit,
+};
+
+/// One entry of a menu; one without an action is a divider.
+struct ProcessMenuItem {
+    std::string title;
+    std::optional<ProcessAction> action;
+
+    bool isDivider() const { return !action; }
+    bool operator==(const ProcessMenuItem&) const = default;
+};
+
+/// The menu of one line, and what its actions need. It carries out nothing itself.
+struct ProcessActions {
+    std::vector<ProcessMenuItem> items;
+    /// All processes of the line.
+    std::vector<Pid> pids;
+    /// Of the line's application; none for what is no application.
+    std::optional<std::string> bundleID;
+    /// What `addRule` adds: switched off, and in log-only mode.
+    std::optional<Rule> rule;
+    /// What `copyCommand` copies.
+    std::string command;
+    /// What `showWorkingFolder` shows.
+    std::optional<std::string> workingFolder;
+
+    bool operator==(const ProcessActions&) const = default;
+
+    static ProcessActions of(const Line& line, const std::vector<ProcRow>& rows);
+    /// The context menu of the table: the actions of a single line, and for one or several lines the way to force quit.
+    static std::vector<ProcessMenuItem> menuOf(const std::vector<Line>& clicked, const std::vector<ProcRow>& rows);
+
+    /// "Force Quit 3 Items…"
+    static std::string forceQuitItems(std::size_t count);
+    /// Restart the application when it grows past what it uses now.
+    static Rule growthRule(const Line& line, std::string_view bundleID);
+    /// Stop processes of this kind when they are idle.
+    static Rule idleRule(const ProcSample& sample);
+};
+
+}  // namespace tolvane

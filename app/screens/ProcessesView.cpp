@@ -1,0 +1,66 @@
+#include "app/screens/ProcessesView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/AppNames.h"
+
+namespace tolvane {
+
+namespace {
+
+constexpr std::string_view groupingKey = "grouping";
+
+Grouping storedGrouping(const Preferences& preferences) {
+    const auto stored = preferences.get<std::string>(groupingKey);
+    const auto found = std::ranges::find(groupings, stored.value_or(""), &GroupingTraits::rawValue);
+    return found == groupings.end() ? Grouping::apps : found->grouping;
+}
+
+}  // namespace
+
+ProcessesView::ProcessesView(AppModel& model, std::string locale)
+    : model_(model),
+      locale_(std::move(locale)),
+      names_(AppNames::lineNames(*model.host().applications, model.host().folders->home())),
+      grouping_(storedGrouping(*model.host().preferences)) {}
+
+Grouping ProcessesView::grouping() const { return grouping_; }
+
+void ProcessesView::setGrouping(Grouping grouping) {
+    grouping_ = grouping;
+    const auto& rawValue = groupings[static_cast<std::size_t>(grouping)].rawValue;
+    model_.host().preferences->set(groupingKey, std::string(rawValue));
+}
+
+void ProcessesView::sortBy(LineField field) { sortOrder_ = orderAfterClick(std::move(sortOrder_), field); }
+
+std::vector<Line> ProcessesView::lines() const {
+    return linesOf(*model_.snapshot, grouping_, search_, sortOrder_, names_, locale_);
+}
+
+std::string ProcessesView::cell(const Line& line, ProcessColumn column) const {
+    return cellOf(line, column, model_.snapshot->date, locale_);
+}
+
+std::vector<Line> ProcessesView::selected(const std::vector<Line>& lines) const {
+    return Line::selected(*model_.selectedLines, lines);
+}
+
+void ProcessesView::askForceQuit(const std::set<std::string>& ids, const std::vector<Line>& lines) {
+    auto asked = Line::selected(ids, lines);
+    if (!asked.empty()) confirmForceQuit_ = std::move(asked);
+}
+
+std::optional<ForceQuitQuestion> ProcessesView::forceQuitQuestion() const {
+    if (!confirmForceQuit_) return std::nullopt;
+    return ForceQuitQuestion::of(*confirmForceQuit_, locale_);
+}
+
+std::vector<Line> ProcessesView::confirmForceQuit() {
+    auto lines = std::exchange(confirmForceQuit_, std::nullopt).value_or(std::vector<Line>{});
+    model_.selectedLines.set({});
+    return lines;
+}
+
+}  // namespace tolvane
