@@ -6,11 +6,12 @@
 
 namespace tolvane::linuxhost {
 
+using ::testing::Contains;
 using ::testing::NotNull;
 
 TEST(MakeLinuxHost, everyPartIsThere) {
     const TemporaryFolder home;
-    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {}, {});
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {});
     EXPECT_THAT(host.machine, NotNull());
     EXPECT_THAT(host.control, NotNull());
     EXPECT_THAT(host.applications, NotNull());
@@ -26,12 +27,23 @@ TEST(MakeLinuxHost, everyPartIsThere) {
 
 TEST(MakeLinuxHost, preferencesLieInTheConfigurationFolderBelowTheOverrides) {
     const TemporaryFolder home;
-    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}, {"XDG_CONFIG_HOME", home.at("config")}}),
-                                    {{"demo", true}}, {});
+    const Host host =
+        makeLinuxHost(environmentOf({{"HOME", home.path()}, {"XDG_CONFIG_HOME", home.at("config")}}), {{"demo", true}});
     EXPECT_EQ(host.preferences->get<bool>("demo"), true);
     EXPECT_FALSE(home.has("config"));
     host.preferences->set("rulesPaused", true);
     EXPECT_TRUE(home.has("config/Tolvane/dev.tolvane.Tolvane.plist"));
+}
+
+TEST(MakeLinuxHost, readersListThisProcess) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {});
+    const auto inspection = host.makeInspection();
+    EXPECT_THAT(inspection->allPids(), Contains(host.selfPID));
+    const auto record = inspection->bsdRecord(host.selfPID);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->uid, host.uid);
+    EXPECT_LT(record->startTime, host.clock->now());
 }
 
 }  // namespace tolvane::linuxhost
