@@ -158,6 +158,8 @@ inline constexpr int step = 4;
 inline constexpr int gap = 8;
 inline constexpr int wideGap = 12;
 inline constexpr int inspectorMargin = 16;
+/// Between rows of figures.
+inline constexpr int rowSpacing = 3, wideRowSpacing = 4;
 /// Page margin, and the line that titles, headings and first table texts share.
 inline constexpr int margin = 28;
 
