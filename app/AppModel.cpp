@@ -33,6 +33,8 @@ Host& AppModel::host() const { return d_->host; }
 
 const Store& AppModel::store() const { return d_->store; }
 
+const LineNames& AppModel::lineNames() const { return d_->names; }
+
 World AppModel::world() const {
     const auto front = host().frontmost->current();
     return {.rows = snapshot->rows,

@@ -82,7 +82,8 @@ Page* MainWindow::page(AppSection section) {
 /// A section whose screen does not exist leaves the one that is shown.
 void MainWindow::showSection(AppSection section) {
     auto* shown = page(section);
-    if (!shown || shown == stack_->currentWidget()) return;
+    if (!shown || shown == shown_) return;
+    shown_ = shown;
     stack_->setCurrentWidget(shown);
     toolbar_->show(words(traits(section).title), shown->controls());
 }

@@ -8,9 +8,8 @@ namespace tolvane::desktop::StyleViews {
 
 namespace {
 
-/// The chevron's drawing takes ten pixels of its icon.
-constexpr int sortArrow = 12;
-constexpr int arrowGap = 2;
+constexpr int chevron = 10;
+constexpr int arrowGap = 3;
 
 bool isSorted(const QStyleOptionHeader& option) { return option.sortIndicator != QStyleOptionHeader::None; }
 
@@ -18,15 +17,11 @@ QFont headFont(bool sorted, const Fonts& fonts) {
     return fonts.font(TextRole::caption, sorted ? QFont::DemiBold : QFont::Normal);
 }
 
-/// Qt calls an arrow that points down the ascending one; what it shows here is the direction of the values.
-std::string_view arrowName(const QStyleOptionHeader& option) {
-    return option.sortIndicator == QStyleOptionHeader::SortDown ? "chevron.up" : "chevron.down";
-}
-
 void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow, const Look& look) {
-    const bool up = arrowName(option) == "chevron.up";
+    /// The toolkit's name for an ascending order.
+    const bool ascending = option.sortIndicator == QStyleOptionHeader::SortDown;
     painter.save();
-    if (up) {
+    if (ascending) {
         painter.translate(QRectF(arrow).center());
         painter.rotate(180);
         painter.translate(-QRectF(arrow).center());
@@ -40,8 +35,8 @@ QRect arrowBeside(const QRect& text, const QStyleOptionHeader& option, int width
     const auto leftToRight = option.direction == Qt::LeftToRight;
     const int edge = trailing == leftToRight ? (leftToRight ? text.right() + 1 - width : text.left() + width)
                                              : (leftToRight ? text.left() : text.right() + 1);
-    const int left = leftToRight ? edge - arrowGap - sortArrow : edge + arrowGap;
-    return {left, text.center().y() - sortArrow / 2 + 1, sortArrow, sortArrow};
+    const int left = leftToRight ? edge - arrowGap - chevron : edge + arrowGap;
+    return {left, text.center().y() - chevron / 2 + 1, chevron, chevron};
 }
 
 }  // namespace
@@ -69,11 +64,11 @@ void drawFocus(QPainter& painter, const QStyleOption& option, const Tokens& toke
 }
 
 QRect disclosureRect(const QStyleOption& option) {
-    const int shift = Sizes::margin - Sizes::treeIndent - Sizes::icon / 4 + 1;
-    QRect box(0, 0, Sizes::icon, Sizes::icon);
+    const int shift = Sizes::margin - Sizes::treeIndent;
+    QRect box(0, 0, chevron, chevron);
     box.moveCenter(option.rect.center());
     const bool leftToRight = option.direction == Qt::LeftToRight;
-    box.moveLeft(leftToRight ? option.rect.left() + shift : option.rect.right() + 1 - shift - Sizes::icon);
+    box.moveLeft(leftToRight ? option.rect.left() + shift : option.rect.right() + 1 - shift - chevron);
     return box;
 }
 
@@ -106,7 +101,7 @@ void drawHeadLabel(QPainter& painter, const QStyleOptionHeader& option, const Lo
     using Position = QStyleOptionHeader::SectionPosition;
     const bool first = option.position == Position::Beginning || option.position == Position::OnlyOneSection;
     const bool last = option.position == Position::End || option.position == Position::OnlyOneSection;
-    const auto text = columnText(option.rect, first, last, option.direction);
+    const auto text = columnText(option.rect.adjusted(0, 0, 0, -1), first, last, option.direction);
     const auto font = headFont(isSorted(option), look.fonts());
     const auto alignment = QStyle::visualAlignment(option.direction, option.textAlignment) | Qt::AlignVCenter;
     painter.save();
@@ -120,7 +115,7 @@ void drawHeadLabel(QPainter& painter, const QStyleOptionHeader& option, const Lo
 }
 
 int sortedHeadWidth(const QString& title, const Fonts& fonts) {
-    return QFontMetrics(headFont(true, fonts)).horizontalAdvance(title) + sortArrow + arrowGap;
+    return QFontMetrics(headFont(true, fonts)).horizontalAdvance(title) + chevron + arrowGap;
 }
 
 }  // namespace tolvane::desktop::StyleViews
