@@ -31,6 +31,8 @@ bool AppModel::demo() const { return d_->demo; }
 
 Host& AppModel::host() const { return d_->host; }
 
+const LineNames& AppModel::lineNames() const { return d_->names; }
+
 World AppModel::world() const {
     const auto front = host().frontmost->current();
     return {.rows = snapshot->rows,

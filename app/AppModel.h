@@ -11,6 +11,7 @@
 #include "app/AppSection.h"
 #include "app/Executor.h"
 #include "app/HistoryPoint.h"
+#include "app/Line.h"
 #include "app/Observed.h"
 #include "app/ProcessHistory.h"
 #include "app/Snapshot.h"
@@ -88,6 +89,8 @@ public:
 
     bool demo() const;
     Host& host() const;
+    /// The names that every table of processes shares.
+    const LineNames& lineNames() const;
     /// What rules and advice may see now.
     World world() const;
     /// Recent readings of the processes together, oldest first: figures of one tick are summed.

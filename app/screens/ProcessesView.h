@@ -90,7 +90,6 @@ public:
 private:
     AppModel& model_;
     std::string locale_;
-    LineNames names_;
     Grouping grouping_ = Grouping::apps;
     std::string search_;
     std::vector<LineOrder> sortOrder_ = {LineOrder{}};

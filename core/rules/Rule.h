@@ -1,12 +1,16 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
 #include "core/UUID.h"
+#include "core/rules/RuleAction.h"
+#include "core/rules/RuleMode.h"
 
 namespace tolvane {
 
@@ -37,8 +41,6 @@ struct AgentSessionTarget {
 
 using RuleTarget = std::variant<AppTarget, CommandTarget, EmptyClaudeSessionTarget, AgentSessionTarget>;
 
-enum class RuleAction { notify, terminate, quit, relaunch, lowerPriority };
-
 /// What to do to which processes under which conditions.
 struct Rule {
     UUID id;
@@ -55,7 +57,21 @@ struct Rule {
     /// A further gate: acts only while memory is tight. No condition by itself.
     std::optional<bool> onlyWhenTight;
 
+    /// The agents that are known by name, as a new agent rule starts with.
+    static constexpr std::array<std::string_view, 9> defaultAgentNames = {
+        "claude", "codex", "gemini", "opencode", "aider", "goose", "cursor-agent", "amp", "copilot"};
+
+    /// What a first start offers: five rules, all off. Their ids are new in each run and stay the same within it.
+    static const std::vector<Rule>& presets();
+
     bool hasCondition() const { return unusedMinutes.has_value() || memoryMB.has_value(); }
+    /// `memoryMB` in bytes, or as many as there can be. A limit below none is never passed: none.
+    std::optional<std::uint64_t> memoryLimit() const;
+
+    RuleMode mode() const;
+    /// Off is log-only as well, so that a rule that is turned on by hand in the file does no harm.
+    void setMode(RuleMode mode);
+
     bool operator==(const Rule&) const = default;
 };
 

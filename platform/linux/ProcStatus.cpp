@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "platform/linux/KernelText.h"
 #include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
@@ -44,8 +45,8 @@ std::optional<std::uint64_t> bytesOf(std::optional<std::string_view> kilobytes) 
 }
 
 bool hasSecondWord(std::string_view text) {
-    Scan::word(text);
-    return !Scan::word(text).empty();
+    takeWord(text);
+    return !takeWord(text).empty();
 }
 
 }  // namespace
@@ -54,7 +55,7 @@ std::optional<ProcStatus> parseProcStatus(std::string_view text) {
     Lines lines(text);
     auto users = lines.behind("\nUid:");
     if (!users) return std::nullopt;
-    Scan::word(*users);
+    takeWord(*users);
     const auto effective = Scan::figure(*users);
     if (!effective) return std::nullopt;
     ProcStatus status{.uid = static_cast<std::uint32_t>(*effective)};

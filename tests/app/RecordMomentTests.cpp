@@ -111,7 +111,7 @@ TEST_F(RecordMomentTest, aHolderIsTheLineOfItsApplication) {
     EXPECT_EQ(holder.bundlePath, "/Applications/Mail.app");
     EXPECT_EQ(holder.memory, 150 * MiB);
     EXPECT_EQ(holder.compressed, 10 * MiB);
-    EXPECT_EQ(holder.started, app.bsd->startTime);
+    EXPECT_EQ(holder.started, world.find(7)->bsd->startTime);
     EXPECT_EQ(holder.swapIns, 4096U);
 }
 

@@ -1,0 +1,114 @@
+#include "core/rules/CommandSearch.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/LowerCase.h"
+#include "core/rules/SubjectKey.h"
+
+namespace tolvane {
+
+namespace {
+
+struct Wanted {
+    Ask* ask = nullptr;
+    /// In lower case, none empty.
+    std::vector<std::string> patterns;
+};
+
+std::vector<std::string> usablePatterns(const CommandTarget& target) {
+    std::vector<std::string> patterns;
+    for (const auto& pattern : target.patterns) {
+        if (!pattern.empty()) patterns.push_back(lowerCased(pattern));
+    }
+    return patterns;
+}
+
+std::vector<Wanted> wantedCommands(const std::vector<Ask*>& asks) {
+    std::vector<Wanted> all;
+    for (auto* ask : asks) {
+        auto patterns = usablePatterns(std::get<CommandTarget>(ask->rule->target));
+        if (!patterns.empty()) all.push_back({ask, std::move(patterns)});
+    }
+    return all;
+}
+
+bool isInFront(const ProcRow& row, const World& world) {
+    return row.bundleID && world.frontmostBundleID && *row.bundleID == *world.frontmostBundleID;
+}
+
+/// What patterns are looked for in: the command line in lower case.
+void assignSearchText(std::string& text, const ProcSample& sample) {
+    text.clear();
+    if (sample.args.empty()) return appendLowerCased(text, sample.path);
+    for (std::size_t index = 0; index < sample.args.size(); ++index) {
+        if (index > 0) text += ' ';
+        appendLowerCased(text, sample.args[index]);
+    }
+}
+
+/// The rows one after the other, with one buffer for all their command lines.
+class CommandPass {
+public:
+    CommandPass(const std::vector<Wanted>& wanted, const World& world) : wanted_(wanted), world_(world) {}
+
+    void take(const ProcRow& row) {
+        if (!mayTouch(row.sample, world_)) return;
+        row_ = &row;
+        state_ = State::untested;
+        for (const auto& wanted : wanted_) {
+            if (!fits(*wanted.ask)) continue;
+            if (!prepared()) return;
+            if (matches(wanted.patterns)) add(*wanted.ask);
+        }
+    }
+
+private:
+    enum class State { untested, excluded, ready };
+
+    bool fits(const Ask& ask) const {
+        return ask.fits(row_->unusedSince, row_->sample.footprint) && !(ask.sparesApplications && row_->bundleID);
+    }
+
+    bool prepared() {
+        if (state_ == State::untested) {
+            const bool excluded = row_->sample.isSystem() || isInFront(*row_, world_);
+            state_ = excluded ? State::excluded : State::ready;
+            if (!excluded) assignSearchText(text_, row_->sample);
+        }
+        return state_ == State::ready;
+    }
+
+    bool matches(const std::vector<std::string>& patterns) const {
+        return std::ranges::any_of(patterns,
+                                   [&](const auto& pattern) { return text_.find(pattern) != std::string::npos; });
+    }
+
+    void add(Ask& ask) const {
+        const auto& sample = row_->sample;
+        ask.found.push_back({.rule = *ask.rule,
+                             .subjectKey = SubjectKey::process(sample),
+                             .title = sample.name.str(),
+                             .pids = {sample.pid},
+                             .memory = sample.footprint,
+                             .unusedSince = row_->unusedSince,
+                             .compressed = sample.compressed});
+    }
+
+    const std::vector<Wanted>& wanted_;
+    const World& world_;
+    const ProcRow* row_ = nullptr;
+    State state_ = State::untested;
+    std::string text_;
+};
+
+}  // namespace
+
+void findCommands(const std::vector<Ask*>& asks, const World& world) {
+    const auto wanted = wantedCommands(asks);
+    if (wanted.empty()) return;
+    CommandPass pass(wanted, world);
+    for (const auto& row : world.rows) pass.take(row);
+}
+
+}  // namespace tolvane

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/sampling/ProcSample.h"
+
+/// Stable names of what rules apply to. A process is named with its start, so that a reused pid is another subject.
+namespace tolvane::SubjectKey {
+
+/// "app:com.example.app"
+std::string app(std::string_view bundleID);
+/// "pid:4711:1778307200.25"
+std::string process(const ProcSample& sample);
+/// "agent:4711:1778307200.25"
+std::string agent(const ProcSample& sample);
+/// "claude:7f3a"
+std::string worker(std::string_view shortID);
+
+}  // namespace tolvane::SubjectKey
