@@ -17,11 +17,11 @@
 namespace tolvane::linuxhost {
 
 Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides) {
-    const auto clock = LinuxClockFacts::read();
     auto folders = std::make_unique<LinuxFolders>(environment);
     auto stored = std::make_unique<PlistPreferences>(folders->configHome() + "/Tolvane/dev.tolvane.Tolvane.plist");
+    // Readers and whoever acts must give one process one start time.
+    const LinuxClockFacts clock = LinuxClockFacts::read();
     Host host;
-    // Whoever acts on a process must know it by the start time that readers give it: one clock for all.
     host.makeInspection = [clock, home = folders->home()] {
         return std::make_unique<LinuxProcessInspection>(
             LinuxInspectionOptions{.clock = clock, .uid = ::getuid(), .home = home});

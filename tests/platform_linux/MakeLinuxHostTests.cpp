@@ -2,11 +2,11 @@
 #include <unistd.h>
 
 #include "platform/linux/makeLinuxHost.h"
+#include "tests/platform_linux/ChildProcess.h"
 #include "tests/platform_linux/TemporaryFolder.h"
 
 namespace tolvane::linuxhost {
 
-using ::testing::Contains;
 using ::testing::NotNull;
 
 TEST(MakeLinuxHost, everyPartIsThere) {
@@ -35,15 +35,18 @@ TEST(MakeLinuxHost, preferencesLieInTheConfigurationFolderBelowTheOverrides) {
     EXPECT_TRUE(home.has("config/Tolvane/dev.tolvane.Tolvane.plist"));
 }
 
-TEST(MakeLinuxHost, readersListThisProcess) {
+TEST(MakeLinuxHost, aProcessIsLoweredByTheStartTimeThatReadersGive) {
     const TemporaryFolder home;
     const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {});
-    const auto inspection = host.makeInspection();
-    EXPECT_THAT(inspection->allPids(), Contains(host.selfPID));
-    const auto record = inspection->bsdRecord(host.selfPID);
+    const ChildProcess child([](const ChildProcess::Line& line) {
+        line.tell();
+        line.hear();
+    });
+    ASSERT_TRUE(child.line().hear());
+    const auto record = host.makeInspection()->bsdRecord(child.pid());
     ASSERT_TRUE(record);
-    EXPECT_EQ(record->uid, host.uid);
-    EXPECT_LT(record->startTime, host.clock->now());
+    EXPECT_TRUE(host.control->lowerPriority({.pid = child.pid(), .startTime = record->startTime}));
+    EXPECT_TRUE(host.control->restorePriority({.pid = child.pid(), .startTime = record->startTime}));
 }
 
 }  // namespace tolvane::linuxhost
