@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <utility>
 
-#include "desktop/MainWindow.h"
 #include "desktop/Words.h"
 
 namespace tolvane::desktop {
@@ -17,7 +16,8 @@ constexpr Seconds demoWait{1}, realWait{8};
 constexpr int turnsToSettle = 5;
 
 void settle() {
-    for (int turn = 0; turn < turnsToSettle; ++turn) QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
+    for (int turn = 0; turn < turnsToSettle; ++turn)
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
 }
 
 bool save(QWidget& widget, const QString& path) {
@@ -37,7 +37,11 @@ Snapshots::Snapshots(AppModel& model, Look& look, std::vector<Screen> screens, Q
       folder_(std::move(folder)),
       dark_(dark),
       done_(std::move(done)),
-      wait_(model.host().clock->after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {}
+      window_(model, look, state_, screens_),
+      wait_(model.host().clock->after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {
+    // Shown at once: while a window can be seen the model takes samples at the pace that gives rates to show.
+    window_.show();
+}
 
 void Snapshots::render() {
     bool written = QDir().mkpath(folder_);
@@ -56,12 +60,10 @@ bool Snapshots::renderScheme(bool dark) {
 }
 
 bool Snapshots::renderSections(const QString& suffix) {
-    MainWindow window(model_, look_, state_, screens_);
-    window.show();
     bool written = true;
     for (const auto& screen : screens_) {
         model_.section.set(screen.section);
-        written = save(window, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
+        written = save(window_, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
     }
     return written;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "desktop/MainWindow.h"
 #include "desktop/Screen.h"
 #include "desktop/WindowState.h"
 #include "desktop/look/Look.h"
@@ -39,6 +40,7 @@ private:
     std::function<void(bool)> done_;
     /// Pictures are of a window as new, whatever the user's own looks like.
     WindowState state_;
+    MainWindow window_;
     Subscription wait_;
 };
 
