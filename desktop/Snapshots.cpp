@@ -16,8 +16,7 @@ constexpr Seconds demoWait{1}, realWait{8};
 constexpr int turnsToSettle = 5;
 
 void settle() {
-    for (int turn = 0; turn < turnsToSettle; ++turn)
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
+    for (int turn = 0; turn < turnsToSettle; ++turn) QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
 }
 
 bool save(QWidget& widget, const QString& path) {
@@ -37,10 +36,9 @@ Snapshots::Snapshots(AppModel& model, Look& look, std::vector<Screen> screens, Q
       folder_(std::move(folder)),
       dark_(dark),
       done_(std::move(done)),
-      window_(model, look, state_, screens_),
+      window_(std::make_unique<MainWindow>(model, look, state_, screens_)),
       wait_(model.host().clock->after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {
-    // Shown at once: while a window can be seen the model takes samples at the pace that gives rates to show.
-    window_.show();
+    window_->show();
 }
 
 void Snapshots::render() {
@@ -63,7 +61,7 @@ bool Snapshots::renderSections(const QString& suffix) {
     bool written = true;
     for (const auto& screen : screens_) {
         model_.section.set(screen.section);
-        written = save(window_, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
+        written = save(*window_, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
     }
     return written;
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -40,7 +41,8 @@ private:
     std::function<void(bool)> done_;
     /// Pictures are of a window as new, whatever the user's own looks like.
     WindowState state_;
-    MainWindow window_;
+    /// Seen from the start, so that figures are as fresh as a user would get them.
+    std::unique_ptr<MainWindow> window_;
     Subscription wait_;
 };
 
