@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -44,6 +45,7 @@ RunningPopulation::RunningPopulation(const std::vector<std::string>& arguments) 
     argv.push_back(nullptr);
     pid_ = ::fork();
     if (pid_ == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
         ::dup2(ready[1], STDOUT_FILENO);
         ::execv(program.c_str(), argv.data());
         ::_exit(127);

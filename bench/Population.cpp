@@ -300,6 +300,8 @@ sigset_t blockedEnding() {
     ::sigaddset(&ending, SIGTERM);
     ::sigaddset(&ending, SIGINT);
     ::sigprocmask(SIG_BLOCK, &ending, nullptr);
+    // Who waits for "ready" may have gone; there are still groups and folders to remove.
+    ::signal(SIGPIPE, SIG_IGN);
     return ending;
 }
 

@@ -91,7 +91,7 @@ void MainWindow::showSection(AppSection section) {
 void MainWindow::restoreLayout() {
     resize(Sizes::windowWidth, Sizes::windowHeight);
     restoreGeometry(state_.bytes(geometryKey));
-    const int side = static_cast<int>(Sizes::sidebarWidth * look_.fonts().factor());
+    const int side = std::min(look_.fonts().scaled(Sizes::sidebarWidth), Sizes::sidebarMost);
     if (!splitter_->restoreState(state_.bytes(panesKey))) splitter_->setSizes({side, Sizes::windowWidth - side});
     splitter_->setHandleWidth(0);
 }

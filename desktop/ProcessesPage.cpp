@@ -48,7 +48,9 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
       tree_(new LineTree(look, [this](const Line& line, ProcessColumn column) { return view_.cell(line, column); })),
       strip_(new SystemStripView(look)),
       panes_(new HairlineSplitter(Qt::Horizontal, this)),
-      inspector_(new QWidget) {
+      inspector_(
+          new InspectorPane(look, view_.locale(), {ProcessAction::lowerPriority, ProcessAction::restorePriority})),
+      inspected_(model, view_.locale(), [this] { showInspector(); }) {
     buildControls();
     buildPanes(historyPresent);
     restoreLayout();
@@ -76,8 +78,6 @@ void ProcessesPage::buildPanes(bool historyPresent) {
     column->addWidget(tree_, 1);
     column->addWidget(strip_);
     strip_->setHistoryPresent(historyPresent);
-    inspector_->setMinimumWidth(Sizes::inspectorLeast);
-    inspector_->setMaximumWidth(static_cast<int>(Sizes::inspectorMost * look_.fonts().factor()));
     panes_->addWidget(left);
     panes_->addWidget(inspector_);
     panes_->setStretchFactor(0, 1);
@@ -104,12 +104,14 @@ void ProcessesPage::connectControls() {
     connect(inspectorToggle_, &QToolButton::toggled, this, [this](bool on) {
         view_.showInspector = on;
         inspector_->setVisible(on);
+        showInspector();
         state_.set(inspectorKey, on);
     });
     connect(panes_, &QSplitter::splitterMoved, this, [this] { state_.set(panesKey, panes_->saveState()); });
     connect(tree_, &LineTree::headClicked, this, &ProcessesPage::sortByColumn);
     connect(tree_, &LineTree::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
     connect(tree_, &LineTree::selectedIdsChanged, this, [this] { model_.selectedLines.set(tree_->selectedIds()); });
+    connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
     connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });
 }
 
@@ -119,9 +121,10 @@ void ProcessesPage::connectModel() {
     notifiers_.push_back(model_.loadHistory.onChange([this] { refreshLater(); }));
     notifiers_.push_back(model_.swapGrowth.onChange([this] { refreshLater(); }));
     notifiers_.push_back(model_.readBack.onChange([this] { refreshLater(); }));
+    notifiers_.push_back(model_.lowered.onChange([this] { refreshLater(); }));
     notifiers_.push_back(model_.selectedLines.onChange([this] {
         tree_->setSelectedIds(*model_.selectedLines);
-        refreshLater();
+        showInspector();
     }));
 }
 
@@ -130,7 +133,7 @@ void ProcessesPage::restoreLayout() {
     view_.showInspector = state_.flag(inspectorKey, true);
     inspectorToggle_->setChecked(view_.showInspector);
     inspector_->setVisible(view_.showInspector);
-    const int inspector = static_cast<int>(Sizes::inspectorWidth * look_.fonts().factor());
+    const int inspector = std::min(look_.fonts().scaled(Sizes::inspectorWidth), Sizes::inspectorMost);
     if (!panes_->restoreState(state_.bytes(panesKey))) {
         panes_->setSizes({Sizes::windowWidth - Sizes::sidebarWidth - inspector, inspector});
     }
@@ -149,11 +152,33 @@ void ProcessesPage::refresh() {
     tree_->show(view_.lines());
     strip_->show(SystemStrip::of(model_, view_.locale()));
     fitStrip();
+    showInspector();
+}
+
+/// Speaks of what the table shows, also while the table holds its rows still.
+void ProcessesPage::showInspector() {
+    if (!view_.showInspector || !isVisible()) return;
+    const auto selected = view_.selected(tree_->lineModel().lines());
+    if (selected.empty()) {
+        inspector_->showNothing();
+    } else if (selected.size() > 1) {
+        inspector_->show(SelectionInspector::of(selected, view_.locale()));
+    } else {
+        inspected_.show(selected.front());
+        inspector_->show(inspected_.content());
+    }
+}
+
+void ProcessesPage::carryOut(ProcessAction action) {
+    const auto& line = inspected_.line();
+    if (!line) return;
+    if (action == ProcessAction::lowerPriority) model_.lowerPriority(line->pids);
+    if (action == ProcessAction::restorePriority) model_.restorePriority(line->pids);
 }
 
 void ProcessesPage::showEvent(QShowEvent* event) {
-    if (stale_) refresh();
     Page::showEvent(event);
+    if (stale_) refresh();
 }
 
 void ProcessesPage::resizeEvent(QResizeEvent* event) {

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "app/screens/InspectorView.h"
 #include "app/screens/ProcessesView.h"
+#include "desktop/InspectorPane.h"
 #include "desktop/LineTree.h"
 #include "desktop/Page.h"
 #include "desktop/SystemStripView.h"
@@ -27,8 +29,8 @@ class ProcessesPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier. `historyPresent` tells whether there
-    /// is a history screen to go to.
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier. `historyPresent` tells whether
+    /// there is a history screen to go to.
     ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, bool historyPresent,
                   QWidget* parent = nullptr);
     ~ProcessesPage() override;
@@ -55,6 +57,8 @@ private:
     void refreshLater();
     void showSorting();
     void sortByColumn(int column);
+    void showInspector();
+    void carryOut(ProcessAction action);
     void fitStrip();
 
     AppModel& model_;
@@ -67,7 +71,8 @@ private:
     LineTree* tree_;
     SystemStripView* strip_;
     QSplitter* panes_;
-    QWidget* inspector_;
+    InspectorPane* inspector_;
+    InspectorView inspected_;
     bool stale_ = true;
     bool waiting_ = false;
     std::vector<QPropertyNotifier> notifiers_;

@@ -1,8 +1,5 @@
 #include "core/projects/Projects.h"
 
-#include <unicode/locid.h>
-#include <unicode/unistr.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
@@ -12,7 +9,10 @@
 #include <tuple>
 #include <unordered_set>
 
+#include "core/LowerCase.h"
 #include "core/projects/Ancestry.h"
+#include "core/rules/AgentNames.h"
+#include "core/rules/Rule.h"
 
 namespace tolvane::Projects {
 
@@ -24,14 +24,6 @@ struct Members {
 };
 
 using MembersByRoot = std::map<Text, Members>;
-
-std::string lowerCased(std::string_view text) {
-    std::string result;
-    icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())})
-        .toLower(icu::Locale::getRoot())
-        .toUTF8String(result);
-    return result;
-}
 
 template <std::size_t count>
 bool isNamed(const ProcSample& sample, const std::array<std::string_view, count>& names) {
@@ -46,18 +38,27 @@ bool isBystander(const ProcSample& sample, const World& world, Ancestry& ancestr
            isNamed(sample, shells) || ancestry.anyOf(sample, isEditor);
 }
 
-bool isLeftAlone(const ProcRow& row, const std::set<Pid>& launchd, const AgentTest& isAgent, Ancestry& ancestry) {
+bool isAgent(const ProcSample& sample) {
+    bool found = false;
+    std::string scratch;
+    eachAgentName(sample, scratch, [&](std::string_view name) {
+        found = found || std::ranges::find(Rule::defaultAgentNames, name) != Rule::defaultAgentNames.end();
+    });
+    return found;
+}
+
+bool isLeftAlone(const ProcRow& row, const std::set<Pid>& launchd, Ancestry& ancestry) {
     const auto isManaged = [&](const ProcSample& sample) { return launchd.contains(sample.pid); };
     return row.claudeSession || isAgent(row.sample) || ancestry.anyOf(row.sample, isManaged);
 }
 
-MembersByRoot membersByRoot(const World& world, const std::set<Pid>& launchd, const AgentTest& isAgent) {
+MembersByRoot membersByRoot(const World& world, const std::set<Pid>& launchd) {
     Ancestry ancestry(world.rows);
     MembersByRoot members;
     for (const auto& row : world.rows) {
         if (!row.project || isBystander(row.sample, world, ancestry)) continue;
         auto& project = members[*row.project];
-        if (isLeftAlone(row, launchd, isAgent, ancestry)) {
+        if (isLeftAlone(row, launchd, ancestry)) {
             ++project.leftAlone;
         } else {
             project.rows.push_back(&row);
@@ -89,9 +90,9 @@ void sortLargestFirst(std::vector<ProjectGroup>& groups) {
 
 }  // namespace
 
-std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd, const AgentTest& isAgent) {
+std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd) {
     std::vector<ProjectGroup> result;
-    for (auto& [root, members] : membersByRoot(world, launchd, isAgent)) {
+    for (auto& [root, members] : membersByRoot(world, launchd)) {
         if (!members.rows.empty()) result.push_back(groupOf(root, std::move(members)));
     }
     sortLargestFirst(result);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <set>
 #include <string_view>
 #include <vector>
@@ -21,12 +20,10 @@ inline constexpr std::array<std::string_view, 8> shells = {"zsh", "bash", "fish"
 inline constexpr std::array<std::string_view, 8> editors = {"vim",   "nvim", "emacs", "hx",
                                                             "helix", "nano", "micro", "kak"};
 
-using AgentTest = std::function<bool(const ProcSample& sample)>;
-
 /// The projects with something to stop, largest first, by root where they are equal. Programs of the system, other
 /// users' processes, this program, shells and whatever runs under an editor are no part of a project; agents, and
 /// what is or descends from one of `launchd`, are counted and left alone.
-std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd, const AgentTest& isAgent);
+std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd);
 
 /// The rows whose parent is not among them, in their order.
 std::vector<ProcRow> roots(const std::vector<ProcRow>& rows);

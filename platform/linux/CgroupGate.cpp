@@ -18,7 +18,7 @@ namespace {
 /// Three to five short lines.
 using Buffer = std::array<char, 512>;
 
-std::optional<std::string_view> readAt(const Descriptor& file, Buffer& buffer) {
+std::optional<std::string_view> readAt(const FileDescriptor& file, Buffer& buffer) {
     const ssize_t length = ::pread(file.get(), buffer.data(), buffer.size(), 0);
     if (length < 0) return std::nullopt;
     return std::string_view(buffer.data(), static_cast<std::size_t>(length));
@@ -33,7 +33,7 @@ int openFilesLimit() {
     return static_cast<int>(std::min<rlim_t>(limit.rlim_cur, std::numeric_limits<int>::max()));
 }
 
-Descriptor openFile(const std::string& path) { return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC)); }
+FileDescriptor openFile(const std::string& path) { return FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC)); }
 
 }  // namespace
 
@@ -89,12 +89,12 @@ void CgroupGate::openUsage(Slot& slot) const {
     std::string path = mount_ + slot.path;
     while (path.size() > mount_.size() && isThreaded(path)) path.resize(path.rfind('/'));
     if (path.size() > mount_.size()) slot.usageFile = openFile(path + "/cpu.stat");
-    if (slot.usageFile.get() >= descriptorLimit_) slot.usageFile = Descriptor();
+    if (slot.usageFile.get() >= descriptorLimit_) slot.usageFile = FileDescriptor();
 }
 
 bool CgroupGate::isThreaded(const std::string& path) const {
     Buffer buffer;
-    const Descriptor file = openFile(path + "/cgroup.type");
+    const FileDescriptor file = openFile(path + "/cgroup.type");
     const auto type = file ? readAt(file, buffer) : std::nullopt;
     return type && type->starts_with("threaded");
 }

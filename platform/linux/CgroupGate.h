@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -44,7 +44,7 @@ public:
 private:
     struct Slot {
         std::string path;
-        Descriptor usageFile;
+        FileDescriptor usageFile;
         std::uint64_t usage = 0;
         std::uint32_t members = 0;
         bool moved = true;

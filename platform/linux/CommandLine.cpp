@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/KernelText.h"
 #include "platform/linux/Scan.h"
 
@@ -38,7 +38,7 @@ std::string_view withoutBlanksBehind(std::string_view text) {
 
 std::vector<std::string_view> wordsOf(std::string_view text) {
     std::vector<std::string_view> words;
-    for (auto word = takeWord(text); !word.empty(); word = takeWord(text)) words.push_back(word);
+    for (auto word = Scan::word(text); !word.empty(); word = Scan::word(text)) words.push_back(word);
     return words;
 }
 
@@ -83,11 +83,11 @@ bool isScriptFor(std::string_view head, std::string_view interpreter) {
     if (!head.starts_with("#!") || interpreter.empty()) return false;
     head.remove_prefix(2);
     auto line = Scan::take(head, '\n');
-    auto program = Scan::lastComponent(takeWord(line));
+    auto program = Scan::lastComponent(Scan::word(line));
     if (program != "env") return program == interpreter;
     // "env -S node --flag" and "env node" alike.
     do {
-        program = takeWord(line);
+        program = Scan::word(line);
     } while (program.starts_with('-'));
     return Scan::lastComponent(program) == interpreter;
 }
@@ -123,7 +123,7 @@ std::vector<std::string> argumentsOfTitle(std::string_view title, std::string_vi
 std::optional<std::string> executableHead(const std::string& path) {
     struct stat facts{};
     if (::stat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) || (facts.st_mode & 0111) == 0) return {};
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     std::array<char, 256> head;
     const ssize_t length = file ? ::read(file.get(), head.data(), head.size()) : -1;
     if (length < 0) return std::nullopt;

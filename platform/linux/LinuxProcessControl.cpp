@@ -5,12 +5,14 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <ctime>
 #include <filesystem>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/KernelText.h"
+#include "platform/linux/LinuxClockFacts.h"
+#include "platform/linux/ProcStatFile.h"
+#include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -22,11 +24,7 @@ constexpr int maximumRounds = 16;
 constexpr int maximumGenerations = 64;
 
 std::uint64_t ticksSinceBoot() {
-    timespec time{};
-    ::clock_gettime(CLOCK_BOOTTIME, &time);
-    const auto perSecond = static_cast<std::uint64_t>(::sysconf(_SC_CLK_TCK));
-    return static_cast<std::uint64_t>(time.tv_sec) * perSecond +
-           static_cast<std::uint64_t>(time.tv_nsec) * perSecond / 1'000'000'000;
+    return static_cast<std::uint64_t>(uptime().count() * static_cast<double>(::sysconf(_SC_CLK_TCK)));
 }
 
 /// Holds on to the process, so that its number cannot come to name another between the check and the act without our
@@ -38,15 +36,15 @@ public:
     explicit operator bool() const { return descriptor_ || error_ == ENOSYS; }
 
 private:
-    Descriptor descriptor_;
+    FileDescriptor descriptor_;
     int error_;
 };
 
 /// The real user, from the line "Uid:	1000	1000	1000	1000".
 std::optional<unsigned> userOf(std::string_view status) {
     while (!status.empty()) {
-        auto line = takeLine(status);
-        if (takeWord(line) == "Uid:") return wholeNumber<unsigned>(takeWord(line));
+        auto line = Scan::take(status, '\n');
+        if (Scan::word(line) == "Uid:") return wholeNumber<unsigned>(Scan::word(line));
     }
     return std::nullopt;
 }
@@ -56,22 +54,17 @@ std::optional<unsigned> userOf(std::string_view status) {
 LinuxProcessControl::LinuxProcessControl(DateOfTicks dateOfTicks, std::string proc)
     : dateOfTicks_(std::move(dateOfTicks)), proc_(std::move(proc)), holdsRight_(holdsRightToRaise()) {}
 
-std::optional<StatLine> LinuxProcessControl::stat(Pid pid) const {
-    const auto text = readWholeFile(proc_ + "/" + std::to_string(pid) + "/stat", procFileLimit);
-    return text ? parseStatLine(*text) : std::nullopt;
-}
-
 bool LinuxProcessControl::isAlive(const Incarnation& process) const {
-    const auto found = stat(process.pid);
-    return found && !found->isDead() && dateOfTicks_(found->startTicks) == process.startTime;
+    const auto found = readProcStat(proc_, process.pid);
+    return found && !found->isGone() && dateOfTicks_(found->startTicks) == process.startTime;
 }
 
 bool LinuxProcessControl::isAncestor(Pid pid) const {
     Pid ancestor = ::getppid();
     for (int generation = 0; ancestor > 1 && generation < maximumGenerations; ++generation) {
         if (ancestor == pid) return true;
-        const auto found = stat(ancestor);
-        ancestor = found ? found->parent : 0;
+        const auto found = readProcStat(proc_, ancestor);
+        ancestor = found ? found->ppid : 0;
     }
     return false;
 }
@@ -98,7 +91,7 @@ std::vector<Pid> LinuxProcessControl::children(Pid pid) const {
         const auto text = readWholeFile(
             proc_ + "/" + std::to_string(pid) + "/task/" + std::to_string(thread) + "/children", procFileLimit);
         std::string_view rest = text ? std::string_view(*text) : std::string_view();
-        for (auto word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
+        for (auto word = Scan::word(rest); !word.empty(); word = Scan::word(rest)) {
             if (const auto child = wholeNumber<Pid>(word)) found.push_back(*child);
         }
     }
@@ -174,7 +167,7 @@ bool LinuxProcessControl::restoreThreads(Pid pid, const Loan& loan, const Thread
     return allTook;
 }
 
-bool LinuxProcessControl::isLoaned(Pid pid, const StatLine& stat) const {
+bool LinuxProcessControl::isLoaned(Pid pid, const ProcStat& stat) const {
     return loans_.contains({.pid = pid, .startTime = dateOfTicks_(stat.startTicks)});
 }
 
@@ -183,7 +176,7 @@ void LinuxProcessControl::restoreHeirs(Pid pid, const Loan& loan, const ThreadPr
     std::vector<Pid> heirs = children(pid);
     for (std::size_t next = 0; next < heirs.size(); ++next) {
         const Pid heir = heirs[next];
-        const auto found = stat(heir);
+        const auto found = readProcStat(proc_, heir);
         if (!found || found->startTicks < loan.sinceTicks || isLoaned(heir, *found) || !isAllowed(heir)) continue;
         restoreThreads(heir, heirsLoan, newcomers);
         const auto grandchildren = children(heir);

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/ProcessControl.h"
-#include "platform/linux/StatLine.h"
+#include "platform/linux/ProcStat.h"
 #include "platform/linux/ThreadPriority.h"
 
 namespace tolvane::linuxhost {
@@ -42,7 +42,6 @@ private:
 
     bool isAllowed(Pid pid) const;
     bool isAncestor(Pid pid) const;
-    std::optional<StatLine> stat(Pid pid) const;
     bool isAlive(const Incarnation& process) const;
     std::vector<Pid> threads(Pid pid) const;
     std::vector<Pid> children(Pid pid) const;
@@ -50,7 +49,7 @@ private:
     void lowerThreads(Pid pid, Loan& loan) const;
     bool restoreThreads(Pid pid, const Loan& loan, const ThreadPriority& newcomers) const;
     void restoreHeirs(Pid pid, const Loan& loan, const ThreadPriority& newcomers) const;
-    bool isLoaned(Pid pid, const StatLine& stat) const;
+    bool isLoaned(Pid pid, const ProcStat& stat) const;
     void forgetTheGone();
 
     DateOfTicks dateOfTicks_;

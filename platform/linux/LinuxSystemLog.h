@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/SystemLog.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -25,7 +25,7 @@ private:
     bool send(const std::string& socket, const std::string& message) const;
 
     Sockets sockets_;
-    Descriptor socket_;
+    FileDescriptor socket_;
 };
 
 }  // namespace tolvane::linuxhost

@@ -13,12 +13,12 @@ namespace {
 constexpr std::string_view listening = "0A";
 
 std::optional<ListeningSocket> listeningSocket(std::string_view line) {
-    takeWord(line);
-    auto local = takeWord(line);
-    takeWord(line);
-    if (takeWord(line) != listening) return std::nullopt;
-    for (int skipped = 0; skipped < 5; ++skipped) takeWord(line);
-    const auto inode = Scan::figure(takeWord(line));
+    Scan::word(line);
+    auto local = Scan::word(line);
+    Scan::word(line);
+    if (Scan::word(line) != listening) return std::nullopt;
+    for (int skipped = 0; skipped < 5; ++skipped) Scan::word(line);
+    const auto inode = Scan::figure(Scan::word(line));
     Scan::take(local, ':');
     const auto port = Scan::figure(local, 16);
     if (!inode || *inode == 0 || !port || *port > 0xffff) return std::nullopt;

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/ProcFiles.h"
 
 namespace tolvane::linuxhost {
@@ -24,8 +24,8 @@ private:
     std::uint64_t stalls();
 
     ProcFiles& files_;
-    Descriptor counters_;
-    Descriptor pressure_;
+    FileDescriptor counters_;
+    FileDescriptor pressure_;
     std::string text_;
     std::optional<std::uint64_t> lastPages_;
     std::optional<std::uint64_t> lastStalls_;

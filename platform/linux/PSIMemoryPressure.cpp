@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/PressureReading.h"
 
@@ -32,8 +32,8 @@ bool isKernelFile(int descriptor) {
 }
 
 /// The file with the order placed in it; empty where the kernel refuses, as before about 6.4 for ordinary users.
-Descriptor placeTrigger(const std::string& file) {
-    Descriptor order(::open(file.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+FileDescriptor placeTrigger(const std::string& file) {
+    FileDescriptor order(::open(file.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
     if (!order || !isKernelFile(order.get())) return {};
     // The kernel wants the NUL too.
     if (::write(order.get(), trigger.data(), trigger.size() + 1) < 0) return {};
@@ -71,7 +71,7 @@ private:
         if (notifier_) notifier_.release()->deleteLater();
         if (timer_) timer_->stop();
         if (timer_) timer_.release()->deleteLater();
-        trigger_ = Descriptor();
+        trigger_ = FileDescriptor();
     }
 
     /// What poll says now; none of it is an error. A plain file reports that it can be read.
@@ -127,7 +127,7 @@ private:
     Settings settings_;
     std::map<std::uint64_t, std::function<void()>> observers_;
     std::uint64_t next_ = 0;
-    Descriptor trigger_;
+    FileDescriptor trigger_;
     std::unique_ptr<QSocketNotifier> notifier_;
     std::unique_ptr<QTimer> timer_;
 };

@@ -76,34 +76,34 @@ bool ProcFiles::listPids(std::vector<Pid>& pids) {
 
 bool ProcFiles::listNames(const char* path, std::vector<std::string>& names) {
     names.clear();
-    const Descriptor folder = open(path);
+    const FileDescriptor folder = open(path);
     if (!folder) return false;
     return forEachName(folder.get(), buffer_.get(), bufferSize, [&](const char* name) {
         if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0) names.emplace_back(name);
     });
 }
 
-Descriptor ProcFiles::open(const char* path) {
+FileDescriptor ProcFiles::open(const char* path) {
     note(path);
-    return Descriptor(::openat(folder_.get(), path, O_RDONLY | O_CLOEXEC));
+    return FileDescriptor(::openat(folder_.get(), path, O_RDONLY | O_CLOEXEC));
 }
 
 std::optional<std::string_view> ProcFiles::read(const char* path) {
-    const Descriptor file = open(path);
+    const FileDescriptor file = open(path);
     if (!file) return std::nullopt;
     const ssize_t length = ::read(file.get(), buffer_.get(), bufferSize);
     if (length < 0) return std::nullopt;
     return std::string_view(buffer_.get(), static_cast<std::size_t>(length));
 }
 
-std::optional<std::string_view> ProcFiles::readAgain(const Descriptor& file) {
+std::optional<std::string_view> ProcFiles::readAgain(const FileDescriptor& file) {
     if (!file) return std::nullopt;
     const ssize_t length = ::pread(file.get(), buffer_.get(), bufferSize, 0);
     if (length < 0) return std::nullopt;
     return std::string_view(buffer_.get(), static_cast<std::size_t>(length));
 }
 
-void ProcFiles::readAgainWhole(const Descriptor& file, std::string& content) {
+void ProcFiles::readAgainWhole(const FileDescriptor& file, std::string& content) {
     content.clear();
     while (file && content.size() < wholeLimit) {
         const ssize_t length = ::pread(file.get(), buffer_.get(), bufferSize, static_cast<off_t>(content.size()));
@@ -114,7 +114,7 @@ void ProcFiles::readAgainWhole(const Descriptor& file, std::string& content) {
 
 bool ProcFiles::readWhole(const char* path, std::string& content) {
     content.clear();
-    const Descriptor file = open(path);
+    const FileDescriptor file = open(path);
     if (!file) return false;
     while (content.size() < wholeLimit) {
         const ssize_t length = ::read(file.get(), buffer_.get(), bufferSize);

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/Pid.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -43,11 +43,11 @@ public:
     /// The names in a folder, but for "." and "..".
     bool listNames(const char* path, std::vector<std::string>& names);
     /// To keep and read again.
-    Descriptor open(const char* path);
+    FileDescriptor open(const char* path);
     /// From its begin, a file in one piece.
-    std::optional<std::string_view> readAgain(const Descriptor& file);
+    std::optional<std::string_view> readAgain(const FileDescriptor& file);
     /// From its begin, a file of any size; empty when it cannot be read.
-    void readAgainWhole(const Descriptor& file, std::string& content);
+    void readAgainWhole(const FileDescriptor& file, std::string& content);
 
 private:
     /// A sweep of 5000 pids takes 10 calls with this much.
@@ -58,7 +58,7 @@ private:
         if (observer_) observer_(path);
     }
 
-    Descriptor folder_;
+    FileDescriptor folder_;
     Observer observer_;
     std::unique_ptr<char[]> buffer_;
     std::array<char, 4096> link_;

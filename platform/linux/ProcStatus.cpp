@@ -45,8 +45,8 @@ std::optional<std::uint64_t> bytesOf(std::optional<std::string_view> kilobytes) 
 }
 
 bool hasSecondWord(std::string_view text) {
-    takeWord(text);
-    return !takeWord(text).empty();
+    Scan::word(text);
+    return !Scan::word(text).empty();
 }
 
 }  // namespace
@@ -55,7 +55,7 @@ std::optional<ProcStatus> parseProcStatus(std::string_view text) {
     Lines lines(text);
     auto users = lines.behind("\nUid:");
     if (!users) return std::nullopt;
-    takeWord(*users);
+    Scan::word(*users);
     const auto effective = Scan::figure(*users);
     if (!effective) return std::nullopt;
     ProcStatus status{.uid = static_cast<std::uint32_t>(*effective)};

@@ -31,6 +31,15 @@ constexpr std::string_view take(std::string_view& rest, char separator) {
     return taken;
 }
 
+/// The next word, blanks around it skipped; empty at the end.
+constexpr std::string_view word(std::string_view& rest) {
+    rest = skipBlanks(rest);
+    const auto end = rest.find_first_of(" \t");
+    const auto taken = rest.substr(0, end);
+    rest = end == std::string_view::npos ? std::string_view{} : rest.substr(end);
+    return taken;
+}
+
 /// The last part of a path; slashes at its end do not count.
 constexpr std::string_view lastComponent(std::string_view path) {
     while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);

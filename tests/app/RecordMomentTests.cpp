@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "core/storage/Store.h"
 #include "tests/app/ModelTest.h"
 
 namespace tolvane {
@@ -62,6 +63,15 @@ TEST_F(RecordMomentTest, isKeptForADayWithItsLimit) {
     clock.advance(60s);
     EXPECT_EQ(model->moments->size(), 1441U);
     EXPECT_EQ(model->moments->front().date, first + 60s);
+}
+
+TEST_F(RecordMomentTest, theHistoryFileGetsOneLineAMinuteAtMost) {
+    start();
+    world.showWindow(true);
+    clock.advance(550s);
+    EXPECT_EQ(Store(model->store()).loadHistory(clock.now()), *model->moments);
+    const auto text = folder.read("Tolvane/history.jsonl");
+    EXPECT_EQ(std::ranges::count(text, '\n'), 11);
 }
 
 TEST_F(RecordMomentTest, carriesTheWholeMachine) {

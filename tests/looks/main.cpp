@@ -10,12 +10,11 @@
 #include <QTimer>
 #include <cstdio>
 
-#include "app/AppModel.h"
 #include "desktop/MainWindow.h"
 #include "desktop/ProcessesPage.h"
 #include "desktop/Words.h"
 #include "desktop/parts/FocusRing.h"
-#include "tests/fakes/SampleCast.h"
+#include "tests/desktop/SampleScene.h"
 
 using namespace tolvane;
 using namespace tolvane::desktop;
@@ -51,13 +50,11 @@ void addHostileNames(std::vector<ProcRow>& rows) {
     copy(5, "<b>not bold</b> &amp;", "");
 }
 
-Snapshot snapshotFor(const QCommandLineParser& options, const fakes::SampleCast& cast) {
-    auto snapshot = cast.snapshot;
-    if (options.isSet("rows")) {
-        snapshot.rows = fakes::SampleCast::crowd(options.value("rows").toInt(), 0, snapshot.date);
-    }
-    if (options.value("scene") == "hostile") addHostileNames(snapshot.rows);
-    return snapshot;
+std::vector<ProcRow> rowsFor(const QCommandLineParser& options, const Snapshot& cast) {
+    auto rows =
+        options.isSet("rows") ? fakes::SampleCast::crowd(options.value("rows").toInt(), 0, cast.date) : cast.rows;
+    if (options.value("scene") == "hostile") addHostileNames(rows);
+    return rows;
 }
 
 }  // namespace
@@ -68,27 +65,25 @@ int main(int argc, char** argv) {
     parse(options, application);
     if (options.isSet("rtl")) QApplication::setLayoutDirection(Qt::RightToLeft);
 
-    fakes::FakeHost host;
-    fakes::SampleCast::nameApplications(*host.world);
-    AppModel model(host.host, *host.windows, true);
-    Look look(*host.host.applications, {.dark = options.isSet("dark"), .highContrast = options.isSet("contrast")},
-              options.value("text").toDouble());
-    look.install();
+    SampleScene scene({.dark = options.isSet("dark"), .highContrast = options.isSet("contrast")},
+                      options.value("text").toDouble());
+    auto& model = scene.model;
+    scene.look.install();
     const FocusRing ring(&application);
-    WindowState state;
-    state.set("processes/inspector", options.value("inspector") != "no");
-    const auto cast = fakes::SampleCast::at(host.clock->now());
-    model.snapshot.set(snapshotFor(options, cast));
-    model.loadHistory.set(cast.loadHistory);
-    model.swapGrowth.set(std::int64_t{310} << 20U);
-    model.readBack.set(std::uint64_t{96} << 20U);
-    if (options.isSet("select")) model.selectedLines.set({bytes(options.value("select"))});
+    scene.state.set("processes/inspector", options.value("inspector") != "no");
+    scene.showRows(rowsFor(options, *model.snapshot));
+    if (options.isSet("select")) {
+        std::set<std::string> ids;
+        for (const auto& id : options.value("select").split(',')) ids.insert(bytes(id));
+        model.selectedLines.set(ids);
+    }
 
     ProcessesPage* page = nullptr;
-    MainWindow window(model, look, state, {{AppSection::processes, [&](QWidget* parent) {
-                                                page = new ProcessesPage(model, look, state, "en_US", true, parent);
-                                                return page;
-                                            }}});
+    MainWindow window(model, scene.look, scene.state, {{AppSection::processes, [&](QWidget* parent) {
+                                                            page = new ProcessesPage(model, scene.look, scene.state,
+                                                                                     "en_GB", true, parent);
+                                                            return page;
+                                                        }}});
     const auto size = options.value("size").split('x');
     window.resize(size.value(0).toInt(), size.value(1).toInt());
     window.show();
@@ -97,10 +92,7 @@ int main(int argc, char** argv) {
     QTimer ticker;
     int turn = 0;
     QObject::connect(&ticker, &QTimer::timeout, [&] {
-        auto next = *model.snapshot;
-        next.date += Seconds{5};
-        next.rows = fakes::SampleCast::crowd(options.value("rows").toInt(), ++turn, next.date);
-        model.snapshot.set(std::move(next));
+        scene.showRows(fakes::SampleCast::crowd(options.value("rows").toInt(), ++turn, model.snapshot->date));
     });
     if (options.isSet("ticks")) ticker.start(500);
     if (options.isSet("show")) return QApplication::exec();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/linux/Files.h"
+#include "platform/linux/ProcStatFile.h"
 #include "tests/platform_linux/ChildProcess.h"
 
 namespace tolvane::linuxhost {
@@ -28,7 +29,7 @@ constexpr ThreadPriority ordinary{.policy = SCHED_OTHER, .disk = 0};
 Date dateOfTicks(std::uint64_t ticks) { return Date{Seconds{static_cast<double>(ticks)}}; }
 
 Incarnation incarnation(Pid pid) {
-    const auto stat = parseStatLine(readWholeFile("/proc/" + std::to_string(pid) + "/stat", 65536).value_or(""));
+    const auto stat = readProcStat("/proc", pid);
     return {.pid = pid, .startTime = dateOfTicks(stat ? stat->startTicks : 0)};
 }
 

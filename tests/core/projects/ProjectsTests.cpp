@@ -35,10 +35,7 @@ protected:
         if (project) row.project = Text(project);
         return row;
     }
-    std::vector<ProjectGroup> groups(const std::set<Pid>& launchd = {}) {
-        return Projects::groups(
-            world, launchd, [](const ProcSample& sample) { return sample.name == "claude" || sample.args.size() > 1; });
-    }
+    std::vector<ProjectGroup> groups(const std::set<Pid>& launchd = {}) { return Projects::groups(world, launchd); }
     /// Of the only group.
     std::vector<Pid> members(const std::set<Pid>& launchd = {}) {
         const auto found = groups(launchd);
@@ -135,11 +132,23 @@ TEST_F(ProjectGroups, everyShellAndEditorIsKnown) {
 TEST_F(ProjectGroups, countAgentsAndLeaveThemAlone) {
     add(10, 1, "node");
     add(11, 1, "claude");
-    add(12, 1, "node").sample.args = {"node", "/opt/aider.js"};
+    add(12, 1, "node").sample.args = {"node", "/opt/tools/aider.js"};
+    add(13, 1, "python3").sample.args = {"python3", "-m", "Codex"};
+    add(14, 1, "1.0.44").sample.path = "/home/ada/.local/share/claude/versions/1.0.44";
     const auto found = groups();
     ASSERT_EQ(found.size(), 1U);
     EXPECT_THAT(pidsOf(found[0].rows), ElementsAre(10));
-    EXPECT_EQ(found[0].leftAlone, 2);
+    EXPECT_EQ(found[0].leftAlone, 4);
+}
+
+TEST_F(ProjectGroups, everyAgentIsKnown) {
+    add(9, 1, "node").sample.args = {"node", "/home/ada/shop/claudette.js"};
+    for (const auto name :
+         {"claude", "codex", "gemini", "opencode", "aider", "goose", "cursor-agent", "amp", "Copilot"}) {
+        add(10, 1, name);
+    }
+    EXPECT_THAT(members(), ElementsAre(9));
+    EXPECT_EQ(groups()[0].leftAlone, 9);
 }
 
 TEST_F(ProjectGroups, countWhatBelongsToAListedSession) {
