@@ -29,6 +29,8 @@
 
 namespace tolvane {
 
+struct Store;
+
 /// The one observable object that all screens read and all actions go through. Confined to the main thread; the
 /// sampling that it waits for runs on the sampler's own. Lives until the program ends.
 class AppModel {
@@ -89,6 +91,8 @@ public:
 
     bool demo() const;
     Host& host() const;
+    /// The folder of files that the model writes through to.
+    const Store& store() const;
     /// The names that every table of processes shares.
     const LineNames& lineNames() const;
     /// What rules and advice may see now.

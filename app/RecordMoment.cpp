@@ -62,6 +62,7 @@ void AppModel::Private::recordMoment() {
         std::erase_if(moments, [&](const Moment& each) { return now.date - each.date > momentsSpan; });
         moments.push_back(std::move(latest));
     });
+    store.append(model.moments->back());
 }
 
 }  // namespace tolvane

@@ -9,6 +9,7 @@
 #include "desktop/LineModel.h"
 #include "desktop/Words.h"
 #include "desktop/look/StyleViews.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop {
 
@@ -23,16 +24,8 @@ constexpr QChar ellipsis(0x2026);
 
 bool isSelected(const QStyleOptionViewItem& option) { return option.state.testFlag(QStyle::State_Selected); }
 
-QRect mirrored(const QStyleOptionViewItem& option, QRect rect) {
+QRect placed(const QStyleOptionViewItem& option, QRect rect) {
     return QStyle::visualRect(option.direction, option.rect, rect);
-}
-
-void drawText(QPainter& painter, const QStyleOptionViewItem& option, QRect rect, const QString& text,
-              Qt::Alignment alignment) {
-    painter.drawText(rect,
-                     static_cast<int>(QStyle::visualAlignment(option.direction, alignment)) |
-                         static_cast<int>(Qt::AlignVCenter) | Qt::TextSingleLine,
-                     text);
 }
 
 }  // namespace
@@ -70,18 +63,20 @@ LineDelegate::NameParts LineDelegate::nameParts(const Line& line, QRect cell) co
     NameParts parts;
     cell.adjust(nameLeading, 0, -Sizes::columnGap / 2, 0);
     if (line.bundlePath) {
-        parts.icon = QRect(cell.left(), cell.center().y() - Sizes::icon / 2 + 1, Sizes::icon, Sizes::icon);
+        const int side = look_.fonts().scaled(Sizes::icon);
+        parts.icon = QRect(cell.left(), cell.center().y() - side / 2 + 1, side, side);
         cell.setLeft(parts.icon.right() + 1 + iconGap);
     }
     const QFontMetrics titleMetrics(titleFont_);
-    const auto title = words(line.title);
+    const auto title = oneLine(words(line.title));
     const int advance = titleMetrics.horizontalAdvance(title);
     parts.isWhole = advance <= cell.width();
     parts.title = parts.isWhole ? title : titleMetrics.elidedText(title, Qt::ElideRight, cell.width());
     parts.titleRect = cell;
     if (!line.detail) return parts;
     parts.detailRect = cell.adjusted(std::min(advance, cell.width()) + detailGap, 0, 0, 0);
-    parts.detail = LineDetail::fitting(words(*line.detail), parts.detailRect.width(), QFontMetrics(detailFont_));
+    parts.detail =
+        LineDetail::fitting(oneLine(words(*line.detail)), parts.detailRect.width(), QFontMetrics(detailFont_));
     parts.isWhole = parts.isWhole && parts.detail.isWhole;
     return parts;
 }
@@ -102,15 +97,15 @@ void LineDelegate::paintName(QPainter& painter, const QStyleOptionViewItem& opti
     const auto& tokens = look_.tokens();
     const auto parts = nameParts(line, option.rect);
     if (line.bundlePath) {
-        look_.appIcons().paint(painter, *line.bundlePath, words(line.title), mirrored(option, parts.icon));
+        look_.appIcons().paint(painter, *line.bundlePath, words(line.title), placed(option, parts.icon));
     }
     painter.setFont(titleFont_);
     painter.setPen(tokens.text);
-    drawText(painter, option, mirrored(option, parts.titleRect), parts.title, Qt::AlignLeft);
+    drawLine(painter, placed(option, parts.titleRect), parts.title, mirrored(option.direction, Qt::AlignLeft));
     if (parts.detail.shown.isEmpty()) return;
     painter.setFont(detailFont_);
     painter.setPen(isSelected(option) ? tokens.text2 : tokens.text3);
-    drawText(painter, option, mirrored(option, parts.detailRect), parts.detail.shown, Qt::AlignLeft);
+    drawLine(painter, placed(option, parts.detailRect), parts.detail.shown, mirrored(option.direction, Qt::AlignLeft));
 }
 
 void LineDelegate::paintFigure(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
@@ -121,7 +116,7 @@ void LineDelegate::paintFigure(QPainter& painter, const QStyleOptionViewItem& op
     const auto rect = StyleViews::columnText(option.rect, false, last, option.direction);
     painter.setFont(figureFont_);
     painter.setPen(isSelected(option) || index.column() == sortedColumn_ ? tokens.text : tokens.text2);
-    drawText(painter, option, rect, text, Qt::AlignRight);
+    drawLine(painter, rect, text, Qt::AlignRight);
     const int advance = QFontMetrics(figureFont_).horizontalAdvance(text);
     if (advance > rect.width()) emit tooNarrow(index.column(), option.rect.width() + advance - rect.width());
 }

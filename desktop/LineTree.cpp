@@ -17,7 +17,9 @@ namespace {
 /// Keeps the scroll bar below the heads.
 class HeadSpace : public QWidget {
 public:
-    HeadSpace(const QHeaderView& header, QWidget* parent) : QWidget(parent), header_(header) {}
+    HeadSpace(const QHeaderView& header, QWidget* parent) : QWidget(parent), header_(header) {
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
     QSize sizeHint() const override { return {0, header_.sizeHint().height()}; }
 
 private:
@@ -48,6 +50,8 @@ LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* pare
     setExpandsOnDoubleClick(true);
     setMouseTracking(true);
     setIndentation(Sizes::treeIndent);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
     buildHeader();
     connect(model_, &QAbstractItemModel::rowsInserted, this, &LineTree::restoreDisclosure);
     connect(this, &QTreeView::expanded, this,
@@ -152,9 +156,8 @@ void LineTree::setSorting(int column, bool ascending) {
 QRect LineTree::rowRect(const QModelIndex& index) const {
     auto rect = visualRect(index.siblingAtColumn(0));
     rect.setLeft(Sizes::rowInset);
-    rect.setRight(viewport()->width() - Sizes::rowInset - (Sizes::scrollSpace - Sizes::columnGap) / 2 - 1);
-    if (layoutDirection() == Qt::RightToLeft) rect.moveRight(viewport()->width() - Sizes::rowInset - 1);
-    return rect;
+    rect.setRight(viewport()->width() - 1 - Sizes::rowInset - Sizes::scrollThumb / 2);
+    return QStyle::visualRect(layoutDirection(), viewport()->rect(), rect);
 }
 
 void LineTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
@@ -222,7 +225,12 @@ void LineTree::fitColumns() {
         header_->resizeSection(number, width);
         figures += width;
     }
-    const int least = static_cast<int>(Sizes::nameLeast * look_.fonts().factor());
+    const int least = look_.fonts().scaled(Sizes::nameLeast);
+    const bool scrollsSideways = figures + least > width();
+    if (property("clearOfBars").toBool() != scrollsSideways) {
+        setProperty("clearOfBars", scrollsSideways);
+        updateGeometries();
+    }
     header_->resizeSection(0, std::max(least, viewport()->width() - figures));
 }
 

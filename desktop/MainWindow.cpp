@@ -82,7 +82,8 @@ Page* MainWindow::page(AppSection section) {
 /// A section whose screen does not exist leaves the one that is shown.
 void MainWindow::showSection(AppSection section) {
     auto* shown = page(section);
-    if (!shown || shown == stack_->currentWidget()) return;
+    if (!shown || shown == shown_) return;
+    shown_ = shown;
     stack_->setCurrentWidget(shown);
     toolbar_->show(words(traits(section).title), shown->controls());
 }
@@ -90,7 +91,7 @@ void MainWindow::showSection(AppSection section) {
 void MainWindow::restoreLayout() {
     resize(Sizes::windowWidth, Sizes::windowHeight);
     restoreGeometry(state_.bytes(geometryKey));
-    const int side = static_cast<int>(Sizes::sidebarWidth * look_.fonts().factor());
+    const int side = std::min(look_.fonts().scaled(Sizes::sidebarWidth), Sizes::sidebarMost);
     if (!splitter_->restoreState(state_.bytes(panesKey))) splitter_->setSizes({side, Sizes::windowWidth - side});
     splitter_->setHandleWidth(0);
 }

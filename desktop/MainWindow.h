@@ -52,6 +52,7 @@ private:
     Sidebar* sidebar_;
     Toolbar* toolbar_;
     QStackedWidget* stack_;
+    Page* shown_ = nullptr;
     std::vector<QPropertyNotifier> notifiers_;
 };
 

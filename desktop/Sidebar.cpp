@@ -16,7 +16,7 @@ Sidebar::Sidebar(const Look& look, QWidget* parent) : QListView(parent), look_(l
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setMouseTracking(true);
     setMinimumWidth(Sizes::sidebarLeast);
-    setMaximumWidth(static_cast<int>(Sizes::sidebarMost * look.fonts().factor()));
+    setMaximumWidth(Sizes::sidebarMost);
     connect(&look, &Look::changed, this, [this] { dress(); });
     dress();
 }

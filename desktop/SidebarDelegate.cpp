@@ -6,25 +6,21 @@
 #include "desktop/look/Palette.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/StyleViews.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop {
 
 namespace {
 
 constexpr int leading = Sizes::inspectorMargin;
-constexpr int textLeading = leading + Sizes::icon + 9;
+constexpr int iconGap = 9;
 constexpr int badgeHeight = 16;
 constexpr int badgePadding = 7;
 /// Headings stand nearer to what follows them.
 constexpr int headingDrop = 6;
 
-QRect mirrored(const QStyleOptionViewItem& option, QRect rect) {
+QRect placed(const QStyleOptionViewItem& option, QRect rect) {
     return QStyle::visualRect(option.direction, option.rect, rect);
-}
-
-int aligned(const QStyleOptionViewItem& option, Qt::Alignment alignment) {
-    return static_cast<int>(QStyle::visualAlignment(option.direction, alignment)) | static_cast<int>(Qt::AlignVCenter) |
-           Qt::TextSingleLine;
 }
 
 }  // namespace
@@ -54,8 +50,8 @@ void SidebarDelegate::paintHeading(QPainter& painter, const QStyleOptionViewItem
                                    const SidebarModel::Row& row) const {
     painter.setFont(look_.fonts().font(TextRole::caption, QFont::DemiBold));
     painter.setPen(look_.tokens().text3);
-    painter.drawText(mirrored(option, option.rect.adjusted(leading, headingDrop * 2, 0, 0)),
-                     aligned(option, Qt::AlignLeft), row.title);
+    drawLine(painter, placed(option, option.rect.adjusted(leading, headingDrop * 2, 0, 0)), row.title,
+             mirrored(option.direction, Qt::AlignLeft));
 }
 
 void SidebarDelegate::paintSection(QPainter& painter, const QStyleOptionViewItem& option,
@@ -68,15 +64,16 @@ void SidebarDelegate::paintSection(QPainter& painter, const QStyleOptionViewItem
     StyleViews::drawRow(painter, ground, ground.rect, Sizes::controlRadius, tokens);
     if (option.state.testFlag(QStyle::State_HasFocus)) StyleViews::drawFocus(painter, ground, tokens);
 
-    const QRect icon(option.rect.left() + leading, option.rect.center().y() - Sizes::icon / 2 + 1, Sizes::icon,
-                     Sizes::icon);
-    look_.icons().paint(painter, row.icon, selected ? tokens.accent : tokens.text2, mirrored(option, icon));
-    auto text = option.rect.adjusted(textLeading, 0, -leading, 0);
+    const int side = look_.fonts().scaled(Sizes::icon);
+    const QRect icon(option.rect.left() + leading, option.rect.center().y() - side / 2 + 1, side, side);
+    look_.icons().paint(painter, row.icon, selected ? tokens.accent : tokens.text2, placed(option, icon));
+    auto text = option.rect.adjusted(leading + side + iconGap, 0, -leading, 0);
     text.adjust(0, 0, -paintBadge(painter, option, text, row.badge), 0);
     painter.setFont(look_.fonts().font(TextRole::body));
     painter.setPen(tokens.text);
-    painter.drawText(mirrored(option, text), aligned(option, Qt::AlignLeft),
-                     QFontMetrics(painter.font()).elidedText(row.title, Qt::ElideRight, text.width()));
+    drawLine(painter, placed(option, text),
+             QFontMetrics(painter.font()).elidedText(row.title, Qt::ElideRight, text.width()),
+             mirrored(option.direction, Qt::AlignLeft));
 }
 
 /// Gives the width that it took.
@@ -89,11 +86,10 @@ int SidebarDelegate::paintBadge(QPainter& painter, const QStyleOptionViewItem& o
     const int height = std::max(badgeHeight, metrics.height() + 2);
     const QRect pill(rect.right() + 1 - width, rect.center().y() - height / 2 + 1, width, height);
     const auto& tokens = look_.tokens();
-    StyleControls::drawShape(painter, mirrored(option, pill), height / 2.0, faded(tokens.text, tokens.badgeOpacity),
-                             {});
+    StyleControls::drawShape(painter, placed(option, pill), height / 2.0, faded(tokens.text, tokens.badgeOpacity), {});
     painter.setFont(font);
     painter.setPen(tokens.text2);
-    painter.drawText(mirrored(option, pill), Qt::AlignCenter, badge);
+    painter.drawText(placed(option, pill), Qt::AlignCenter, badge);
     return width + Sizes::gap;
 }
 

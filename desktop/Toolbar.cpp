@@ -18,7 +18,9 @@ Toolbar::Toolbar(const Look& look, QWidget* parent)
       title_(new ElidedLabel(look, TextRole::title, &Tokens::text, this)),
       whole_(new QBoxLayout(QBoxLayout::LeftToRight, this)),
       controlsRow_(new QHBoxLayout) {
-    whole_->setContentsMargins(Sizes::margin, Sizes::gap, farMargin, Sizes::gap + 1);
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    whole_->setContentsMargins(mirrored ? farMargin : Sizes::margin, Sizes::gap, mirrored ? Sizes::margin : farMargin,
+                               Sizes::gap + 1);
     whole_->setSpacing(Sizes::gap);
     whole_->addWidget(title_);
     whole_->addLayout(controlsRow_);

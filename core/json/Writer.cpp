@@ -1,12 +1,10 @@
 #include "core/json/Writer.h"
 
-#include <simdjson.h>
-#include <unicode/unistr.h>
-
 #include <array>
 #include <cmath>
 
 #include "core/Decimal.h"
+#include "core/UTF8.h"
 
 namespace tolvane::json {
 
@@ -63,11 +61,6 @@ void appendValid(std::string& text, std::string_view value) {
     text += value.substr(plain);
 }
 
-std::string repaired(std::string_view value) {
-    std::string result;
-    return icu::UnicodeString::fromUTF8({value.data(), static_cast<std::int32_t>(value.size())}).toUTF8String(result);
-}
-
 }  // namespace
 
 void Writer::key(std::string_view name) {
@@ -86,10 +79,10 @@ void Writer::number(double value) {
 
 void Writer::string(std::string_view value) {
     text_ += '"';
-    if (simdjson::validate_utf8(value.data(), value.size())) {
+    if (UTF8::isValid(value)) {
         appendValid(text_, value);
     } else {
-        appendValid(text_, repaired(value));
+        appendValid(text_, UTF8::repaired(value));
     }
     text_ += '"';
 }

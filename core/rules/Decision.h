@@ -29,6 +29,8 @@ struct Decision {
 
     RuleAction action() const { return rule.action; }
     bool dryRun() const { return rule.dryRun; }
+    /// The sentence that the log and notifications give: "puma had been unused for 2 hr and was using 512 MB. Rule: x."
+    std::string reason(Date now, std::string_view locale) const;
     bool operator==(const Decision&) const = default;
 };
 

@@ -6,6 +6,8 @@
 #include <QStyle>
 #include <QToolTip>
 
+#include "desktop/look/TextLine.h"
+
 namespace tolvane::desktop {
 
 ElidedLabel::ElidedLabel(const Look& look, TextRole role, QColor Tokens::* colour, QWidget* parent)
@@ -55,9 +57,8 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setFont(font());
     painter.setPen(isEnabled() ? look_.tokens().*colour_ : look_.tokens().disabled);
-    const auto alignment = QStyle::visualAlignment(layoutDirection(), alignment_) | Qt::AlignVCenter;
-    painter.drawText(rect(), static_cast<int>(alignment) | Qt::TextSingleLine,
-                     isElided() ? fontMetrics().elidedText(text_, mode_, width()) : text_);
+    drawLine(painter, rect(), isElided() ? fontMetrics().elidedText(text_, mode_, width()) : text_,
+             mirrored(layoutDirection(), alignment_));
 }
 
 bool ElidedLabel::event(QEvent* event) {

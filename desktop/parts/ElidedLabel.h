@@ -38,7 +38,7 @@ private:
     QColor Tokens::* colour_;
     QString text_;
     QString tip_;
-    Qt::Alignment alignment_ = Qt::AlignLeading;
+    Qt::Alignment alignment_ = Qt::AlignLeft;
     Qt::TextElideMode mode_ = Qt::ElideRight;
 };
 

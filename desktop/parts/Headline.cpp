@@ -40,7 +40,8 @@ void Headline::show(const QString& title, const QString& remark, const QString& 
 void Headline::setDot(QColor fill, QColor edge) {
     fill_ = fill;
     edge_ = edge;
-    layout()->setContentsMargins(0, 0, dot + dotGap, 0);
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    layout()->setContentsMargins(mirrored ? dot + dotGap : 0, 0, mirrored ? 0 : dot + dotGap, 0);
     update();
 }
 

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "desktop/look/TextLine.h"
+
 namespace tolvane::desktop {
 
 LinkButton::LinkButton(const Look& look, const QString& text, QWidget* parent) : QAbstractButton(parent), look_(look) {
@@ -22,7 +24,7 @@ void LinkButton::paintEvent(QPaintEvent*) {
     words.setUnderline(underMouse() || (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)));
     painter.setFont(words);
     painter.setPen(isEnabled() ? look_.tokens().accent : look_.tokens().disabled);
-    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading, text());
+    drawLine(painter, rect(), text(), Qt::AlignLeft);
 }
 
 }  // namespace tolvane::desktop

@@ -26,8 +26,10 @@ void Paragraph::draw(QPainter& painter, QPoint topLeft, QColor colour, Qt::Align
     for (int index = 0; index < lines_; ++index) {
         const auto line = layout_.lineAt(index);
         const double room = width_ - line.naturalTextWidth();
-        const bool trailing = layout_.text().isRightToLeft();
-        const double shift = alignment.testFlag(Qt::AlignHCenter) ? (trailing ? -room / 2 : room / 2) : 0;
+        /// Lines that read from right to left start at the right by themselves.
+        const bool startsRight = layout_.text().isRightToLeft();
+        double shift = alignment.testFlag(Qt::AlignHCenter) ? room / 2 : alignment.testFlag(Qt::AlignRight) ? room : 0;
+        if (startsRight) shift -= room;
         line.draw(&painter, QPointF(topLeft) + QPointF(shift, 0));
     }
     painter.restore();

@@ -19,7 +19,7 @@ public:
 
     int height() const { return lines_ * lineHeight_; }
     int lines() const { return lines_; }
-    void draw(QPainter& painter, QPoint topLeft, QColor colour, Qt::Alignment alignment = Qt::AlignLeading) const;
+    void draw(QPainter& painter, QPoint topLeft, QColor colour, Qt::Alignment alignment = Qt::AlignLeft) const;
 
 private:
     QTextLayout layout_;

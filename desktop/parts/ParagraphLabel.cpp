@@ -1,6 +1,7 @@
 #include "desktop/parts/ParagraphLabel.h"
 
 #include <QPainter>
+#include <QStyle>
 
 #include "desktop/parts/Paragraph.h"
 
@@ -33,7 +34,8 @@ QSize ParagraphLabel::sizeHint() const { return {usualWidth, heightForWidth(usua
 
 void ParagraphLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Paragraph(text_, look_.fonts(), role_, width()).draw(painter, {}, look_.tokens().*colour_);
+    Paragraph(text_, look_.fonts(), role_, width())
+        .draw(painter, {}, look_.tokens().*colour_, QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
 }
 
 }  // namespace tolvane::desktop

@@ -10,8 +10,8 @@ namespace tolvane::desktop {
 
 namespace {
 
-constexpr int glassMargin = 10;
-constexpr int textMargin = glassMargin + Sizes::icon - 2;
+constexpr int glassMargin = 8;
+constexpr int glassGap = 3;
 
 }  // namespace
 
@@ -20,8 +20,9 @@ SearchField::SearchField(const Look& look, const QString& prompt, QWidget* paren
     setAccessibleName(prompt);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    setTextMargins(mirrored ? 0 : textMargin, 0, mirrored ? textMargin : 0, 0);
-    setMaximumWidth(static_cast<int>(Sizes::searchWidth * look.fonts().factor()));
+    const int glass = look.fonts().scaled(Sizes::icon) + glassGap;
+    setTextMargins(mirrored ? 0 : glass, 0, mirrored ? glass : 0, 0);
+    setMaximumWidth(look.fonts().scaled(Sizes::searchWidth));
 }
 
 QSize SearchField::sizeHint() const { return {maximumWidth(), QLineEdit::sizeHint().height()}; }
@@ -31,7 +32,8 @@ QSize SearchField::minimumSizeHint() const { return {Sizes::searchLeast, sizeHin
 void SearchField::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
-    const QRect glass(glassMargin, (height() - Sizes::icon) / 2, Sizes::icon, Sizes::icon);
+    const int side = look_.fonts().scaled(Sizes::icon);
+    const QRect glass(glassMargin, (height() - side) / 2, side, side);
     look_.icons().paint(painter, "magnifyingglass", look_.tokens().text2,
                         QStyle::visualRect(layoutDirection(), rect(), glass));
 }

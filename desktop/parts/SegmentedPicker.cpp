@@ -34,14 +34,14 @@ protected:
         const auto& tokens = look_.tokens();
         QPainter painter(this);
         if (isChecked()) StyleControls::drawShape(painter, rect(), Sizes::rowRadius, tokens.control, tokens.border);
-        painter.setFont(isChecked() ? wideFont() : look_.fonts().font(TextRole::body));
+        painter.setFont(isChecked() ? wideFont() : look_.fonts().font(TextRole::small));
         painter.setPen(!isEnabled() ? tokens.disabled : isChecked() || underMouse() ? tokens.text : tokens.text2);
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
     }
 
 private:
     /// Every segment has room for the weight it gets when chosen, so that none moves.
-    QFont wideFont() const { return look_.fonts().font(TextRole::body, QFont::Medium); }
+    QFont wideFont() const { return look_.fonts().font(TextRole::small, QFont::Medium); }
 
     const Look& look_;
 };

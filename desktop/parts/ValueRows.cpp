@@ -9,6 +9,7 @@
 
 #include "desktop/Words.h"
 #include "desktop/look/StyleControls.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop {
 
@@ -17,6 +18,7 @@ namespace {
 constexpr int markSize = 8;
 constexpr int markSpace = 14;
 constexpr int labelGap = 12;
+constexpr int remarkGap = 4;
 constexpr int leastWidth = 140;
 
 QString spoken(const std::vector<ValueRow>& rows) {
@@ -35,83 +37,107 @@ QColor markColour(const ValueRow& row, const Tokens& tokens) {
 
 }  // namespace
 
+/// A row's words and the lines that they stand on.
+struct ValueRows::Parts {
+    QString label, value, remark;
+    int leading = 0;
+    int remarkWidth = 0;
+    int valueLine = 0, remarkLine = 0;
+    bool isWhole = true;
+
+    int lines() const { return remarkLine + 1; }
+};
+
 ValueRows::ValueRows(const Look& look, int spacing, QWidget* parent) : QWidget(parent), look_(look), spacing_(spacing) {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 void ValueRows::show(std::vector<ValueRow> rows) {
     if (rows == rows_) return;
-    const bool resized = rows.size() != rows_.size();
+    const int before = heightForWidth(width());
     rows_ = std::move(rows);
     setAccessibleName(spoken(rows_));
-    if (resized) updateGeometry();
+    if (heightForWidth(width()) != before) updateGeometry();
     update();
 }
 
-QSize ValueRows::sizeHint() const {
-    const auto count = static_cast<int>(rows_.size());
-    const int line = look_.fonts().lineHeight(TextRole::small);
-    return {leastWidth, std::max(0, count * line + (count - 1) * spacing_)};
+ValueRows::Parts ValueRows::parts(const ValueRow& row, int width) const {
+    const QFontMetrics labels(look_.fonts().font(TextRole::small));
+    const QFontMetrics figures(look_.fonts().figures(TextRole::small));
+    Parts parts;
+    parts.leading = row.mark.empty() ? 0 : markSpace;
+    const auto value = oneLine(words(row.value));
+    const auto remark = words(row.remark);
+    const int label = parts.leading + labels.horizontalAdvance(words(row.label)) + labelGap;
+    const int valueWidth = figures.horizontalAdvance(value);
+    parts.remarkWidth = remark.isEmpty() ? 0 : figures.horizontalAdvance(remark) + remarkGap;
+    const bool allFits = label + valueWidth + parts.remarkWidth <= width;
+    parts.valueLine = label + valueWidth <= width ? 0 : 1;
+    const bool remarkFits = allFits || (parts.valueLine == 1 && valueWidth + parts.remarkWidth <= width);
+    parts.remarkLine = parts.valueLine + (remark.isEmpty() || remarkFits ? 0 : 1);
+    parts.label = labels.elidedText(words(row.label), Qt::ElideRight, width - parts.leading);
+    parts.value = figures.elidedText(value, Qt::ElideMiddle, width);
+    parts.remark = parts.remarkLine == parts.valueLine ? remark : figures.elidedText(remark, Qt::ElideRight, width);
+    parts.isWhole = parts.value == value && parts.label == words(row.label);
+    return parts;
 }
 
-QSize ValueRows::minimumSizeHint() const { return sizeHint(); }
+int ValueRows::heightForWidth(int width) const {
+    int height = 0;
+    for (const auto& row : rows_) height += parts(row, width).lines() * lineHeight() + spacing_;
+    return std::max(0, height - spacing_);
+}
 
-QRect ValueRows::rowRect(std::size_t row) const {
-    const int line = look_.fonts().lineHeight(TextRole::small);
-    return {0, static_cast<int>(row) * (line + spacing_), width(), line};
+QSize ValueRows::sizeHint() const { return {leastWidth, heightForWidth(std::max(leastWidth, width()))}; }
+
+QSize ValueRows::minimumSizeHint() const {
+    return {leastWidth, static_cast<int>(rows_.size()) * (lineHeight() + spacing_) - (rows_.empty() ? 0 : spacing_)};
 }
 
 void ValueRows::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    for (std::size_t row = 0; row < rows_.size(); ++row) paintRow(painter, rows_[row], rowRect(row));
+    int top = 0;
+    for (const auto& row : rows_) {
+        paintRow(painter, row, top);
+        top += parts(row, width()).lines() * lineHeight() + spacing_;
+    }
 }
 
-int ValueRows::paintMark(QPainter& painter, const ValueRow& row, QRect rect) const {
-    if (row.mark.empty()) return 0;
-    const QRect mark(rect.left(), rect.center().y() - markSize / 2 + 1, markSize, markSize);
-    StyleControls::drawShape(painter, QStyle::visualRect(layoutDirection(), rect, mark), 2,
-                             markColour(row, look_.tokens()), {});
-    return markSpace;
-}
-
-/// The figure keeps its room; a name that is too long for what is left gives way.
-void ValueRows::paintRow(QPainter& painter, const ValueRow& row, QRect rect) const {
+void ValueRows::paintRow(QPainter& painter, const ValueRow& row, int top) const {
     const auto& tokens = look_.tokens();
-    const auto figures = look_.fonts().figures(TextRole::small);
-    const QFontMetrics metrics(figures);
-    const int leading = paintMark(painter, row, rect);
-    const auto remark = row.remark.empty() ? QString() : QLatin1Char(' ') + words(row.remark);
-    const int remarkWidth = metrics.horizontalAdvance(remark);
-    const auto value = metrics.elidedText(words(row.value), Qt::ElideMiddle, rect.width() - leading - remarkWidth);
-    const int valueWidth = metrics.horizontalAdvance(value);
-
-    const auto draw = [&](QRect part, const QString& text, Qt::Alignment alignment) {
-        painter.drawText(QStyle::visualRect(layoutDirection(), rect, part),
-                         static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment)) |
-                             static_cast<int>(Qt::AlignVCenter) | Qt::TextSingleLine,
-                         text);
-    };
-    painter.setFont(figures);
+    const auto shown = parts(row, width());
+    const QRect first(0, top, width(), lineHeight());
+    const auto placed = [&](QRect part) { return QStyle::visualRect(layoutDirection(), rect(), part); };
+    const auto leading = mirrored(layoutDirection(), Qt::AlignLeft);
+    const auto trailing = mirrored(layoutDirection(), Qt::AlignRight);
+    if (!row.mark.empty()) {
+        const QRect mark(0, first.center().y() - markSize / 2 + 1, markSize, markSize);
+        StyleControls::drawShape(painter, placed(mark), 2, markColour(row, tokens), {});
+    }
+    painter.setFont(look_.fonts().font(TextRole::small));
     painter.setPen(tokens.text2);
-    draw(rect, remark, Qt::AlignRight);
+    drawLine(painter, placed(first.adjusted(shown.leading, 0, 0, 0)), shown.label, leading);
+    painter.setFont(look_.fonts().figures(TextRole::small));
+    drawLine(painter, placed(first.translated(0, shown.remarkLine * lineHeight())), shown.remark, trailing);
     painter.setPen(row.warns ? tokens.orangeText : tokens.text);
-    draw(rect.adjusted(0, 0, -remarkWidth, 0), value, Qt::AlignRight);
-    const auto labelFont = look_.fonts().font(TextRole::small);
-    const int room = rect.width() - leading - valueWidth - remarkWidth - labelGap;
-    painter.setFont(labelFont);
-    painter.setPen(tokens.text2);
-    draw(rect.adjusted(leading, 0, 0, 0), QFontMetrics(labelFont).elidedText(words(row.label), Qt::ElideRight, room),
-         Qt::AlignLeft);
+    const int behind = shown.remarkLine == shown.valueLine ? shown.remarkWidth : 0;
+    drawLine(painter, placed(first.translated(0, shown.valueLine * lineHeight()).adjusted(0, 0, -behind, 0)),
+             shown.value, trailing);
 }
 
 QString ValueRows::tipAt(QPoint position) const {
-    const QFontMetrics metrics(look_.fonts().figures(TextRole::small));
-    for (std::size_t row = 0; row < rows_.size(); ++row) {
-        if (!rowRect(row).adjusted(0, 0, 0, spacing_).contains(position)) continue;
-        const auto whole = words(rows_[row].label) + QLatin1Char(' ') + words(rows_[row].value);
-        const auto tip = words(rows_[row].tooltip);
-        const bool fits = metrics.horizontalAdvance(whole) + labelGap <= width();
-        return fits ? tip : tip.isEmpty() ? words(rows_[row].value) : words(rows_[row].value) + "\n\n" + tip;
+    int top = 0;
+    for (const auto& row : rows_) {
+        const auto shown = parts(row, width());
+        const int bottom = top + shown.lines() * lineHeight() + spacing_;
+        if (position.y() >= top && position.y() < bottom) {
+            const auto tip = words(row.tooltip);
+            if (shown.isWhole) return tip;
+            return tip.isEmpty() ? words(row.value) : words(row.value) + QStringLiteral("\n\n") + tip;
+        }
+        top = bottom;
     }
     return {};
 }

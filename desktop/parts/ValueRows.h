@@ -8,7 +8,8 @@
 
 namespace tolvane::desktop {
 
-/// Figures with their names, one below the other: the name left, the figure right, a remark behind it.
+/// Figures with their names, one below the other: the name left, the figure right, a remark behind it. What does not
+/// fit beside its name goes to a line of its own.
 class ValueRows : public QWidget {
     Q_OBJECT
 
@@ -19,6 +20,8 @@ public:
     void show(std::vector<ValueRow> rows);
     using QWidget::show;
 
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -27,9 +30,11 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    QRect rowRect(std::size_t row) const;
-    void paintRow(QPainter& painter, const ValueRow& row, QRect rect) const;
-    int paintMark(QPainter& painter, const ValueRow& row, QRect rect) const;
+    struct Parts;
+
+    Parts parts(const ValueRow& row, int width) const;
+    int lineHeight() const { return look_.fonts().lineHeight(TextRole::small); }
+    void paintRow(QPainter& painter, const ValueRow& row, int top) const;
     QString tipAt(QPoint position) const;
 
     const Look& look_;

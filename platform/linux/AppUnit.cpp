@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/linux/KernelText.h"
+#include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -122,14 +122,14 @@ std::string unescapedUnitName(std::string_view name) {
 
 std::vector<std::string> appIdentifiersOfCgroup(std::string_view cgroup) {
     std::vector<std::string> identifiers;
-    while (!cgroup.empty()) addPath(identifiers, managedPath(takeLine(cgroup)));
+    while (!cgroup.empty()) addPath(identifiers, managedPath(Scan::take(cgroup, '\n')));
     return identifiers;
 }
 
 std::optional<std::string> flatpakIdentifier(std::string_view flatpakInfo) {
     bool inApplication = false;
     while (!flatpakInfo.empty()) {
-        auto line = takeLine(flatpakInfo);
+        auto line = Scan::take(flatpakInfo, '\n');
         if (line.starts_with('[')) inApplication = line == "[Application]";
         if (inApplication && removeStart(line, "name=") && !line.empty()) return std::string(line);
     }

@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/linux/Scan.h"
+
 namespace tolvane::linuxhost {
 
 namespace {
@@ -27,8 +29,6 @@ std::string_view folderOf(std::string_view path) {
     const auto slash = path.rfind('/');
     return slash == std::string_view::npos ? std::string_view() : path.substr(0, slash);
 }
-std::string_view fileName(std::string_view path) { return path.substr(path.rfind('/') + 1); }
-
 /// Where the links of a path end; empty for what is no file that can be run.
 std::string resolved(const std::string& path) {
     std::array<char, PATH_MAX> real{};
@@ -51,8 +51,8 @@ bool isShared(std::string_view folder) {
                                   std::string_view("lib"),   std::string_view("lib64"), std::string_view("libexec"),
                                   std::string_view("share"), std::string_view("local")};
     if (std::ranges::count(folder, '/') < 2) return true;
-    if (fileName(folder).find("-linux-") != std::string_view::npos) return true;
-    return std::ranges::find(names, fileName(folder)) != names.end();
+    if (Scan::lastComponent(folder).find("-linux-") != std::string_view::npos) return true;
+    return std::ranges::find(names, Scan::lastComponent(folder)) != names.end();
 }
 
 std::string lowerCase(std::string_view text) {
@@ -64,8 +64,8 @@ std::string lowerCase(std::string_view text) {
 
 /// "idea.sh" below "idea", "pycharm.sh" below "pycharm-community".
 bool isNamedAlike(std::string_view folder, std::string_view program) {
-    const std::string folderName = lowerCase(fileName(folder));
-    const std::string stem = lowerCase(fileName(program).substr(0, fileName(program).find('.')));
+    const std::string folderName = lowerCase(Scan::lastComponent(folder));
+    const std::string stem = lowerCase(Scan::lastComponent(program).substr(0, Scan::lastComponent(program).find('.')));
     return !folderName.empty() && !stem.empty() && (folderName.starts_with(stem) || stem.starts_with(folderName));
 }
 
@@ -73,7 +73,7 @@ bool isNamedAlike(std::string_view folder, std::string_view program) {
 /// rule, in a home, only a folder named like the program is taken for its own: in others people keep their work.
 std::string_view installFolder(std::string_view program) {
     std::string_view folder = folderOf(program);
-    if (fileName(folder) == "bin") folder = folderOf(folder);
+    if (Scan::lastComponent(folder) == "bin") folder = folderOf(folder);
     const bool isPackaged = folder.starts_with("/opt/") || folder.starts_with("/usr/");
     if (isShared(folder) || (!isPackaged && !isNamedAlike(folder, program))) return {};
     return folder;
@@ -83,12 +83,13 @@ std::string_view installFolder(std::string_view program) {
 std::vector<std::string> foldersNamedAfter(std::string_view program) {
     std::vector<std::string> folders;
     for (const char* parent : {"/opt/", "/usr/lib/", "/usr/lib64/", "/usr/libexec/", "/usr/share/", "/usr/local/lib/"})
-        folders.push_back(parent + std::string(fileName(program)));
+        folders.push_back(parent + std::string(Scan::lastComponent(program)));
     return folders;
 }
 
 bool hasProgramOfItsOwn(const DesktopEntry& entry) {
-    return !entry.notDisplayed && !entry.needsTerminal && !isNoIdentity(fileName(programOfCommand(entry.command)));
+    return !entry.notDisplayed && !entry.needsTerminal &&
+           !isNoIdentity(Scan::lastComponent(programOfCommand(entry.command)));
 }
 
 /// A deleted program's path ends so after an upgrade while it runs on.
@@ -132,7 +133,7 @@ void ApplicationIndex::indexPrograms(const std::vector<std::string>& programFold
     for (const auto& [identifier, entry] : entries_) {
         if (!hasProgramOfItsOwn(entry)) continue;
         const std::string program = findProgram(programOfCommand(entry.command), programFolders);
-        if (program.empty() || isNoIdentity(fileName(program))) continue;
+        if (program.empty() || isNoIdentity(Scan::lastComponent(program))) continue;
         const DesktopEntry*& plainest = programs_[program];
         if (plainest == nullptr || entry.command.size() < plainest->command.size()) plainest = &entry;
     }

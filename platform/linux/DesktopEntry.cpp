@@ -6,6 +6,8 @@
 #include <array>
 #include <memory>
 
+#include "platform/linux/Scan.h"
+
 namespace tolvane::linuxhost {
 
 namespace {
@@ -63,8 +65,6 @@ bool isAssignment(std::string_view word) {
     const auto equals = word.find('=');
     return equals != std::string_view::npos && equals > 0 && word.find('/') > equals;
 }
-
-std::string_view fileName(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
 constexpr std::array starters = {std::string_view("env"),       std::string_view("nice"),
                                  std::string_view("nohup"),     std::string_view("setsid"),
@@ -128,7 +128,7 @@ std::vector<std::string> wordsOfExec(const std::string& exec) {
 
 std::string_view programOfCommand(const std::vector<std::string>& command) {
     for (const std::string& word : command) {
-        const bool isStarter = std::ranges::find(starters, fileName(word)) != starters.end();
+        const bool isStarter = std::ranges::find(starters, Scan::lastComponent(word)) != starters.end();
         if (!isStarter && !isAssignment(word) && !word.starts_with('-')) return word;
     }
     return {};

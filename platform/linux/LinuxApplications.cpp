@@ -1,12 +1,12 @@
 #include "platform/linux/LinuxApplications.h"
 
 #include <algorithm>
-#include <ctime>
 
 #include "platform/linux/AppUnit.h"
 #include "platform/linux/Files.h"
-#include "platform/linux/KernelText.h"
-#include "platform/linux/StatLine.h"
+#include "platform/linux/LinuxClockFacts.h"
+#include "platform/linux/ProcStatFile.h"
+#include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -14,12 +14,6 @@ namespace {
 
 constexpr Seconds timeBetweenChecks{60};
 constexpr std::size_t procFileLimit = 1U << 20U;
-
-Seconds steadySeconds() {
-    timespec time{};
-    ::clock_gettime(CLOCK_BOOTTIME, &time);
-    return Seconds{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9};
-}
 
 std::vector<std::string> split(std::string_view list) {
     std::vector<std::string> parts;
@@ -29,11 +23,6 @@ std::vector<std::string> split(std::string_view list) {
         list = end == std::string_view::npos ? std::string_view() : list.substr(end + 1);
     }
     return parts;
-}
-
-std::string_view fileName(std::string_view path) {
-    while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
-    return path.size() == 1 ? path : path.substr(path.rfind('/') + 1);
 }
 
 /// One question about one process: its files are read as far as the answer needs them.
@@ -69,18 +58,19 @@ private:
     }
 
     const DesktopEntry* ofProgram() const {
-        return executable_.empty() || isNoIdentity(fileName(executable_)) ? nullptr : index_.ofExecutable(executable_);
+        return executable_.empty() || isNoIdentity(Scan::lastComponent(executable_)) ? nullptr
+                                                                                     : index_.ofExecutable(executable_);
     }
 
     /// The terminal itself, or its server: "gnome-terminal-server" of "gnome-terminal".
     bool isProgramOf(const DesktopEntry& terminal) const {
-        const auto program = fileName(programOfCommand(terminal.command));
-        return ofProgram() == &terminal || (!program.empty() && fileName(executable_).starts_with(program));
+        const auto program = Scan::lastComponent(programOfCommand(terminal.command));
+        return ofProgram() == &terminal || (!program.empty() && Scan::lastComponent(executable_).starts_with(program));
     }
 
     /// In a session with a terminal window of its own, or below a login shell.
     bool isStartedByHand() const {
-        const auto stat = parseStatLine(read(pid_, "stat"));
+        const auto stat = readProcStat(proc_, pid_);
         if (!stat) return false;
         return stat->isOnPseudoTerminal() || (stat->session > 1 && isLoginShell(stat->session));
     }
@@ -100,7 +90,7 @@ private:
 }  // namespace
 
 LinuxApplications::LinuxApplications(Settings settings) : settings_(std::move(settings)) {
-    if (!settings_.uptime) settings_.uptime = steadySeconds;
+    if (!settings_.uptime) settings_.uptime = linuxhost::uptime;
 }
 
 LinuxApplications::Settings LinuxApplications::settingsFor(const LinuxFolders& folders,
@@ -144,7 +134,7 @@ std::optional<Text> LinuxApplications::bundleIdentifier(std::string_view bundleP
 std::string LinuxApplications::displayName(std::string_view bundlePath) {
     const auto entries = index();
     const DesktopEntry* entry = entries->atPath(bundlePath);
-    return entry == nullptr ? std::string(fileName(bundlePath)) : entry->name;
+    return entry == nullptr ? std::string(Scan::lastComponent(bundlePath)) : entry->name;
 }
 
 std::string LinuxApplications::iconName(std::string_view bundlePath) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "core/storage/Store.h"
 #include "tests/app/ModelTest.h"
 
 namespace tolvane {
@@ -64,6 +65,15 @@ TEST_F(RecordMomentTest, isKeptForADayWithItsLimit) {
     EXPECT_EQ(model->moments->front().date, first + 60s);
 }
 
+TEST_F(RecordMomentTest, theHistoryFileGetsOneLineAMinuteAtMost) {
+    start();
+    world.showWindow(true);
+    clock.advance(550s);
+    EXPECT_EQ(Store(model->store()).loadHistory(clock.now()), *model->moments);
+    const auto text = folder.read("Tolvane/history.jsonl");
+    EXPECT_EQ(std::ranges::count(text, '\n'), 11);
+}
+
 TEST_F(RecordMomentTest, carriesTheWholeMachine) {
     world.memorySize = 16 * GiB;
     world.pageSize = 4096;
@@ -111,7 +121,7 @@ TEST_F(RecordMomentTest, aHolderIsTheLineOfItsApplication) {
     EXPECT_EQ(holder.bundlePath, "/Applications/Mail.app");
     EXPECT_EQ(holder.memory, 150 * MiB);
     EXPECT_EQ(holder.compressed, 10 * MiB);
-    EXPECT_EQ(holder.started, app.bsd->startTime);
+    EXPECT_EQ(holder.started, world.find(7)->bsd->startTime);
     EXPECT_EQ(holder.swapIns, 4096U);
 }
 

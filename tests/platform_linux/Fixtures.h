@@ -8,9 +8,9 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// The bytes of a recorded file below tests/fixtures/linux.
+/// The bytes of a recorded file below tests/fixtures/linux/processes.
 inline std::string fixture(const std::string& name) {
-    std::ifstream file(TOLVANE_FIXTURES "/linux/" + name, std::ios::binary);
+    std::ifstream file(TOLVANE_FIXTURES "/linux/processes/" + name, std::ios::binary);
     EXPECT_TRUE(file) << name;
     return {std::istreambuf_iterator<char>(file), {}};
 }

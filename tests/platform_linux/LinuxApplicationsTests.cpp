@@ -52,7 +52,7 @@ protected:
         folder.write(place + "cmdline", process.commandLine + std::string(1, '\0'));
         folder.write(place + "stat", std::to_string(process.pid) + " (x) S 1 1 " + std::to_string(process.session) +
                                          " " + std::to_string(process.terminal) +
-                                         " 1 0 0 0 0 0 0 0 0 0 20 0 1 0 5000 0 0\n");
+                                         " 1 0 0 0 0 0 0 0 0 0 20 0 1 0 5000 0 0 0 0 0 0 0 0 0\n");
     }
     /// The identifier of the application that a process belongs to.
     std::string owner(const Process& process, const std::string& executable) {

@@ -299,8 +299,15 @@ TEST(LinuxProcessInspection, anUnchangedTextIsTheSharedOne) {
 
 TEST(LinuxProcessInspection, aKernelThreadHasNoMemoryNoPathAndNoArguments) {
     MockProc proc;
-    proc.put({.pid = 20, .ppid = 2, .comm = "kworker/u16:3-events_unbound", .uid = 0, .flags = kernelThread,
-              .program = 0, .executable = "", .folder = "", .arguments = ""});
+    proc.put({.pid = 20,
+              .ppid = 2,
+              .comm = "kworker/u16:3-events_unbound",
+              .uid = 0,
+              .flags = kernelThread,
+              .program = 0,
+              .executable = "",
+              .folder = "",
+              .arguments = ""});
     const auto inspection = proc.inspection();
     inspection->allPids();
     EXPECT_EQ(inspection->bsdRecord(20)->name, "kworker/u16:3-events_unbound");

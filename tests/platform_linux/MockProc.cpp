@@ -17,8 +17,8 @@ std::string statLine(const MockProcess& process) {
            std::to_string(process.ppid) + " 1 1 " + number(process.terminal) + " -1 " + number(process.flags) + " " +
            number(process.minorFaults) + " 0 0 0 " + number(process.userTicks) + " " + number(process.systemTicks) +
            " 0 0 20 0 1 0 " + number(process.startTicks) + " 1000000 " + number(process.residentPages) +
-           " 18446744073709551615 " + code + " " + code + " " + address +
-           " 0 0 0 0 0 0 0 0 0 17 0 0 0 0 0 0 0 0 0 " + address + " 0 0 0 0\n";
+           " 18446744073709551615 " + code + " " + code + " " + address + " 0 0 0 0 0 0 0 0 0 17 0 0 0 0 0 0 0 0 0 " +
+           address + " 0 0 0 0\n";
 }
 
 std::string statusText(const MockProcess& process) {

@@ -22,13 +22,14 @@ std::string_view nameOf(std::string_view comm, std::string_view executable,
 
 /// A disk with npm and a few others beside node.
 TitleLookup disk() {
-    static const std::map<std::string, std::string> heads = {
-        {"/opt/node/bin/npm", "#!/usr/bin/env node\nrequire"},
-        {"/usr/bin/yarn", "#!/usr/bin/node\n"},
-        {"/usr/bin/wrapped", "#!/bin/sh\nexec node x.js \"$@\"\n"},
-        {"/usr/bin/sidekiq", "#!/usr/bin/env ruby\n"},
-        {"/usr/bin/puma", "#!/usr/bin/env -S ruby --yjit\n"},
-        {"/usr/bin/redis-server", "\x7f" "ELF"}};
+    static const std::map<std::string, std::string> heads = {{"/opt/node/bin/npm", "#!/usr/bin/env node\nrequire"},
+                                                             {"/usr/bin/yarn", "#!/usr/bin/node\n"},
+                                                             {"/usr/bin/wrapped", "#!/bin/sh\nexec node x.js \"$@\"\n"},
+                                                             {"/usr/bin/sidekiq", "#!/usr/bin/env ruby\n"},
+                                                             {"/usr/bin/puma", "#!/usr/bin/env -S ruby --yjit\n"},
+                                                             {"/usr/bin/redis-server",
+                                                              "\x7f"
+                                                              "ELF"}};
     return {.head = [](const std::string& path) -> std::optional<std::string> {
                 const auto found = heads.find(path);
                 return found == heads.end() ? std::nullopt : std::optional(found->second);
@@ -82,7 +83,10 @@ TEST(ProcessName, argumentsAreOnlyWantedForACutName) {
 
 TEST(RepairedText, replacesWhatIsNotUtf8AndEndsAtANul) {
     EXPECT_EQ(repairedText("plain"), "plain");
-    EXPECT_EQ(repairedText("a\xff""b"), "a\xEF\xBF\xBD""b");
+    EXPECT_EQ(repairedText("a\xff"
+                           "b"),
+              "a\xEF\xBF\xBD"
+              "b");
     EXPECT_EQ(repairedText("a\0b"s), "a");
     EXPECT_EQ(repairedText(""), "");
 }
@@ -169,8 +173,7 @@ TEST(CommandLine, readsWhomAScriptIsFor) {
 }
 
 TEST(ArgumentsBlock, hasTheLayoutOfTheKernelsBlock) {
-    EXPECT_EQ(argumentsBlock("/bin/x", {"x", "", "y"}, "A=1\0B=2\0"s),
-              "\3\0\0\0/bin/x\0x\0\0y\0A=1\0B=2\0"s);
+    EXPECT_EQ(argumentsBlock("/bin/x", {"x", "", "y"}, "A=1\0B=2\0"s), "\3\0\0\0/bin/x\0x\0\0y\0A=1\0B=2\0"s);
     EXPECT_EQ(argumentsBlock("", {}, ""), "\0\0\0\0\0"s);
 }
 

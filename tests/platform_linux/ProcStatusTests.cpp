@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::string_view text =
     "Name:\tnode\nUmask:\t0022\nState:\tS (sleeping)\nUid:\t1000\t1001\t1000\t1000\nGid:\t7\t7\t7\t7\n"
-    "NSpid:\t4312\nVmHWM:\t  300000 kB\nRssAnon:\t   97240 kB\nRssFile:\t 30000 kB\nVmSwap:\t    1024 kB\nThreads:\t11\n";
+    "NSpid:\t4312\nVmHWM:\t  300000 kB\nRssAnon:\t   97240 kB\nRssFile:\t 30000 kB\nVmSwap:\t    1024 "
+    "kB\nThreads:\t11\n";
 
 }  // namespace
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/rules/RuleEngine.h"
-#include "tests/fakes/RuleRows.h"
+#include "tests/fakes/RuleScenes.h"
 
 namespace tolvane {
 namespace {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/fakes/RuleRows.h"
+#include "tests/fakes/RuleScenes.h"
 
 namespace tolvane {
 namespace {
