@@ -31,6 +31,10 @@ bool AppModel::demo() const { return d_->demo; }
 
 Host& AppModel::host() const { return d_->host; }
 
+const Store& AppModel::store() const { return d_->store; }
+
+const LineNames& AppModel::lineNames() const { return d_->names; }
+
 World AppModel::world() const {
     const auto front = host().frontmost->current();
     return {.rows = snapshot->rows,

@@ -11,6 +11,7 @@
 #include "app/AppSection.h"
 #include "app/Executor.h"
 #include "app/HistoryPoint.h"
+#include "app/Line.h"
 #include "app/Observed.h"
 #include "app/ProcessHistory.h"
 #include "app/Snapshot.h"
@@ -27,6 +28,8 @@
 #include "platform/Windows.h"
 
 namespace tolvane {
+
+struct Store;
 
 /// The one observable object that all screens read and all actions go through. Confined to the main thread; the
 /// sampling that it waits for runs on the sampler's own. Lives until the program ends.
@@ -88,6 +91,10 @@ public:
 
     bool demo() const;
     Host& host() const;
+    /// The folder of files that the model writes through to.
+    const Store& store() const;
+    /// The names that every table of processes shares.
+    const LineNames& lineNames() const;
     /// What rules and advice may see now.
     World world() const;
     /// Recent readings of the processes together, oldest first: figures of one tick are summed.

@@ -10,6 +10,7 @@
 #include "app/Line.h"
 #include "app/Sampler.h"
 #include "core/advisor/Advisor.h"
+#include "core/storage/Store.h"
 
 namespace tolvane {
 
@@ -23,7 +24,8 @@ struct AppModel::Private {
 
     // StartUp.cpp
     void start();
-    void keepPreferences();
+    void load();
+    void saveOnAssignment();
     void watchActivations();
     void watchWindows();
     void watchPressure();
@@ -52,6 +54,7 @@ struct AppModel::Private {
     Windows& windows;
     const bool demo;
     const LineNames names;
+    const Store store;
     Advisor advisor;
     /// Not yet given to the sampler.
     std::vector<Activation> pendingActivations;

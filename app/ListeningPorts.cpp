@@ -2,22 +2,12 @@
 
 #include <QPromise>
 #include <QThreadPool>
-#include <algorithm>
 #include <memory>
 #include <utility>
 
+#include "core/sampling/ProcessReader.h"
+
 namespace tolvane {
-
-namespace {
-
-std::vector<int> sortedOnce(std::vector<int> ports) {
-    std::ranges::sort(ports);
-    const auto repeats = std::ranges::unique(ports);
-    ports.erase(repeats.begin(), repeats.end());
-    return ports;
-}
-
-}  // namespace
 
 ListeningPorts::ListeningPorts(const Host& host) : host_(host) {
     QObject::connect(&job_, &QFutureWatcherBase::finished, &job_, [this] { deliver(); });
@@ -30,7 +20,7 @@ void ListeningPorts::read(Pid pid, Answer answer) {
     promise->start();
     job_.setFuture(promise->future());
     QThreadPool::globalInstance()->start([promise, inspection, pid] {
-        promise->addResult(sortedOnce(inspection->listeningPorts(pid)));
+        promise->addResult(ProcessReader::listeningPorts(*inspection, pid));
         promise->finish();
     });
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/Activation.h"
@@ -27,6 +28,7 @@ private:
     CPULoad readLoad();
 
     Host& host_;
+    const std::string home_;
     const CoreLayout layout_;
     const std::unique_ptr<ProcessInspection> inspection_;
     ProcessReader reader_;

@@ -1,3 +1,5 @@
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 #include "app/AppModelPrivate.h"
@@ -13,10 +15,12 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       windows(ownWindows),
       demo(isDemo),
       names(AppNames::lineNames(*machine.applications, machine.folders->home())),
+      store(machine.folders->applicationSupport() + "/Tolvane"),
       sampler(std::make_unique<Sampler>(machine, makeExecutor())) {}
 
 void AppModel::Private::start() {
-    keepPreferences();
+    load();
+    saveOnAssignment();
     advisor.hybrid = CoreLayout::read(*host.machine).efficiency > 0;
     watchActivations();
     watchWindows();
@@ -24,7 +28,17 @@ void AppModel::Private::start() {
     restartLoop();
 }
 
-void AppModel::Private::keepPreferences() {
+void AppModel::Private::load() {
+    model.rules.set(store.loadRules());
+    model.moments.set(store.loadHistory(host.clock->now()));
+    model.parked.set(store.loadParked());
+    model.activity.set(store.loadActivity(std::numeric_limits<std::int64_t>::max()));
+}
+
+/// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.
+void AppModel::Private::saveOnAssignment() {
+    model.rules.setEffect([this](const auto& latest) { store.saveRules(latest); });
+    model.parked.setEffect([this](const auto& latest) { store.saveParked(latest); });
     auto& preferences = *host.preferences;
     model.rulesPaused.setEffect(
         [&preferences](bool paused) { AppPreferences::rulesPaused.store(preferences, paused); });

@@ -37,18 +37,16 @@ std::optional<WorkerThread::Task> WorkerThread::next(const std::stop_token& endi
 }
 
 void WorkerThread::tellOwner(std::function<void()> done) {
+    // Made before the lock is given back, and so before the owner's thread can see it.
+    auto event = std::make_unique<QEvent>(QEvent::User);
     {
         const std::lock_guard lock(mutex_);
         finished_.push_back(std::move(done));
     }
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    QCoreApplication::postEvent(this, event.release());
 }
 
-bool WorkerThread::event(QEvent* event) {
-    if (event->type() != QEvent::User) return QObject::event(event);
-    callDone();
-    return true;
-}
+void WorkerThread::customEvent(QEvent*) { callDone(); }
 
 void WorkerThread::callDone() {
     std::function<void()> done;

@@ -22,7 +22,7 @@ public:
     void submit(std::function<void()> job, std::function<void()> done) override;
 
 protected:
-    bool event(QEvent* event) override;
+    void customEvent(QEvent* event) override;
 
 private:
     struct Task {

@@ -20,6 +20,7 @@ Part firstPart(std::string_view bytes) {
     const auto window = bytes.substr(0, 4);
     std::int32_t offset = 0;
     std::int32_t character = 0;
+    // NOLINTNEXTLINE(bugprone-inc-dec-in-conditions): the library's own macro
     U8_NEXT(window.data(), offset, static_cast<std::int32_t>(window.size()), character);
     return {.length = static_cast<std::size_t>(offset), .valid = character >= 0};
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/Format.h"
+#include "core/history/HistoryMath.h"
 
 namespace tolvane {
 
@@ -10,9 +11,6 @@ namespace {
 
 /// Less swapping than this in a quarter of an hour is not worth a word.
 constexpr std::uint64_t leastShownSwapping = 64 * 1024 * 1024;
-
-/// So much read back in a quarter of an hour means that memory is tight.
-constexpr std::uint64_t tightReadBack = 512 * 1024 * 1024;
 
 std::string share(std::uint64_t part, std::uint64_t whole, std::string_view locale) {
     return Format::bytes(part, locale) + " of " + Format::bytes(whole, locale);
@@ -52,7 +50,7 @@ ValueRow readBackRow(std::uint64_t readBack, std::string_view locale) {
     return {.label = "Read back",
             .value = Format::bytes(readBack, locale) + " in 15 min",
             .tooltip = "Memory macOS read back from swap. Apps stall while this happens.",
-            .warns = readBack >= tightReadBack};
+            .warns = readBack >= static_cast<std::uint64_t>(HistoryMath::tightGrowth)};
 }
 
 }  // namespace

@@ -10,14 +10,14 @@ namespace tolvane {
 
 const std::array<ProcessColumnTraits, 8> processColumns = {{
     {ProcessColumn::name, "Name", LineField::title, "", ""},
-    {ProcessColumn::memory, "Memory", LineField::memory, "", "999.99 GB"},
+    {ProcessColumn::memory, "Memory", LineField::memory, "", "888.8 MB"},
     {ProcessColumn::inRAM, "In RAM", LineField::inRAM,
-     "Memory with the compressed part counted at the current compression ratio", "999.99 GB"},
-    {ProcessColumn::compressed, "Compressed", LineField::compressed, "", "999.99 GB"},
-    {ProcessColumn::cpu, "% CPU", LineField::cpu, "100 is one full core", "9,999.9"},
+     "Memory with the compressed part counted at the current compression ratio", "888.8 MB"},
+    {ProcessColumn::compressed, "Compressed", LineField::compressed, "", "888.8 MB"},
+    {ProcessColumn::cpu, "% CPU", LineField::cpu, "100 is one full core", "888.8"},
     {ProcessColumn::unusedFor, "Unused For", LineField::unusedSince, "", "23h 59m"},
-    {ProcessColumn::runningFor, "Running For", LineField::age, "", "999d 23h"},
-    {ProcessColumn::pid, "PID", std::nullopt, "", "4194304"},
+    {ProcessColumn::runningFor, "Running For", LineField::age, "", "23h 59m"},
+    {ProcessColumn::pid, "PID", std::nullopt, "", "88888"},
 }};
 
 namespace {

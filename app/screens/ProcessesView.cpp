@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/AppNames.h"
-
 namespace tolvane {
 
 namespace {
@@ -20,10 +18,7 @@ Grouping storedGrouping(const Preferences& preferences) {
 }  // namespace
 
 ProcessesView::ProcessesView(AppModel& model, std::string locale)
-    : model_(model),
-      locale_(std::move(locale)),
-      names_(AppNames::lineNames(*model.host().applications, model.host().folders->home())),
-      grouping_(storedGrouping(*model.host().preferences)) {}
+    : model_(model), locale_(std::move(locale)), grouping_(storedGrouping(*model.host().preferences)) {}
 
 Grouping ProcessesView::grouping() const { return grouping_; }
 
@@ -36,7 +31,7 @@ void ProcessesView::setGrouping(Grouping grouping) {
 void ProcessesView::sortBy(LineField field) { sortOrder_ = orderAfterClick(std::move(sortOrder_), field); }
 
 std::vector<Line> ProcessesView::lines() const {
-    return linesOf(*model_.snapshot, grouping_, search_, sortOrder_, names_, locale_);
+    return linesOf(*model_.snapshot, grouping_, search_, sortOrder_, model_.lineNames(), locale_);
 }
 
 std::string ProcessesView::cell(const Line& line, ProcessColumn column) const {

@@ -23,7 +23,8 @@ struct ProcessColumnTraits {
     /// None for a column that cannot sort.
     std::optional<LineField> sortsBy;
     std::string_view tooltip;
-    /// The widest text that the column has to hold; empty for the one that takes what is left.
+    /// The widest text that the column usually holds, and has room for from the start; empty for the one that takes
+    /// what is left.
     std::string_view widestSample;
 };
 
@@ -89,7 +90,6 @@ public:
 private:
     AppModel& model_;
     std::string locale_;
-    LineNames names_;
     Grouping grouping_ = Grouping::apps;
     std::string search_;
     std::vector<LineOrder> sortOrder_ = {LineOrder{}};

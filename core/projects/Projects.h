@@ -1,12 +1,15 @@
 #pragma once
 
 #include <array>
+#include <set>
 #include <string_view>
 #include <vector>
 
+#include "core/projects/ProjectGroup.h"
+#include "core/rules/World.h"
 #include "core/sampling/ProcRow.h"
 
-/// Which processes make up a project.
+/// Which processes make up a project. Pure.
 namespace tolvane::Projects {
 
 /// In lower case. They stay out of projects, what they start does not.
@@ -16,6 +19,11 @@ inline constexpr std::array<std::string_view, 8> shells = {"zsh", "bash", "fish"
 /// In lower case. They stay out of projects with all that they start.
 inline constexpr std::array<std::string_view, 8> editors = {"vim",   "nvim", "emacs", "hx",
                                                             "helix", "nano", "micro", "kak"};
+
+/// The projects with something to stop, largest first, by root where they are equal. Programs of the system, other
+/// users' processes, this program, shells and whatever runs under an editor are no part of a project; agents, and
+/// what is or descends from one of `launchd`, are counted and left alone.
+std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd);
 
 /// The rows whose parent is not among them, in their order.
 std::vector<ProcRow> roots(const std::vector<ProcRow>& rows);

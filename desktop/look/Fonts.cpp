@@ -85,6 +85,8 @@ int Fonts::lineHeight(TextRole role) const {
     return std::max(scaled, QFontMetrics(font(role)).height());
 }
 
+int Fonts::scaled(int pixels) const { return static_cast<int>(std::lround(pixels * factor_)); }
+
 int Fonts::height(TextRole role, int least, int padding) const { return std::max(least, lineHeight(role) + padding); }
 
 }  // namespace tolvane::desktop

@@ -29,6 +29,8 @@ public:
     /// The larger of `least` and a line of the role with `padding` around.
     int height(TextRole role, int least, int padding = 8) const;
     double factor() const { return factor_; }
+    /// Icons and the like grow with the text that they stand beside.
+    int scaled(int pixels) const;
 
 private:
     QFont make(const QString& family, TextRole role, QFont::Weight weight) const;

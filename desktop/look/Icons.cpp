@@ -98,7 +98,7 @@ double Icons::strokeWidth(int size) {
     const auto& below = above == weights.begin() ? *above : *(above - 1);
     const double span = above->size - below.size;
     const double share = span > 0 ? std::clamp((size - below.size) / span, 0.0, 1.0) : 0;
-    return (below.stroke + (above->stroke - below.stroke) * share) * grid / std::max(size, grid);
+    return (below.stroke + (above->stroke - below.stroke) * share) * grid / std::max(size, 1);
 }
 
 }  // namespace tolvane::desktop

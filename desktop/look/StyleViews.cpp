@@ -1,16 +1,17 @@
 #include "desktop/look/StyleViews.h"
 
 #include <QFontMetrics>
+#include <algorithm>
 
 #include "desktop/look/StyleControls.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop::StyleViews {
 
 namespace {
 
-/// The chevron's drawing takes ten pixels of its icon.
-constexpr int sortArrow = 12;
-constexpr int arrowGap = 2;
+constexpr int chevron = 10;
+constexpr int arrowGap = 3;
 
 bool isSorted(const QStyleOptionHeader& option) { return option.sortIndicator != QStyleOptionHeader::None; }
 
@@ -18,15 +19,11 @@ QFont headFont(bool sorted, const Fonts& fonts) {
     return fonts.font(TextRole::caption, sorted ? QFont::DemiBold : QFont::Normal);
 }
 
-/// Qt calls an arrow that points down the ascending one; what it shows here is the direction of the values.
-std::string_view arrowName(const QStyleOptionHeader& option) {
-    return option.sortIndicator == QStyleOptionHeader::SortDown ? "chevron.up" : "chevron.down";
-}
-
 void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow, const Look& look) {
-    const bool up = arrowName(option) == "chevron.up";
+    /// The toolkit's name for an ascending order.
+    const bool ascending = option.sortIndicator == QStyleOptionHeader::SortDown;
     painter.save();
-    if (up) {
+    if (ascending) {
         painter.translate(QRectF(arrow).center());
         painter.rotate(180);
         painter.translate(-QRectF(arrow).center());
@@ -35,13 +32,19 @@ void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow,
     painter.restore();
 }
 
+/// Heads of figures stand right in both directions.
+Qt::Alignment headAlignment(const QStyleOptionHeader& option) {
+    return option.textAlignment.testFlag(Qt::AlignRight) ? Qt::Alignment(Qt::AlignRight)
+                                                         : mirrored(option.direction, Qt::AlignLeft);
+}
+
+/// On the side where the text begins.
 QRect arrowBeside(const QRect& text, const QStyleOptionHeader& option, int width) {
-    const bool trailing = option.textAlignment.testFlag(Qt::AlignRight);
-    const auto leftToRight = option.direction == Qt::LeftToRight;
-    const int edge = trailing == leftToRight ? (leftToRight ? text.right() + 1 - width : text.left() + width)
-                                             : (leftToRight ? text.left() : text.right() + 1);
-    const int left = leftToRight ? edge - arrowGap - sortArrow : edge + arrowGap;
-    return {left, text.center().y() - sortArrow / 2 + 1, sortArrow, sortArrow};
+    const bool figures = option.textAlignment.testFlag(Qt::AlignRight);
+    const bool right = !figures && option.direction == Qt::RightToLeft;
+    const int start = figures ? text.right() + 1 - width : text.left();
+    const int left = right ? text.right() + 1 + arrowGap : start - arrowGap - chevron;
+    return {left, text.center().y() - chevron / 2 + 1, chevron, chevron};
 }
 
 }  // namespace
@@ -69,11 +72,13 @@ void drawFocus(QPainter& painter, const QStyleOption& option, const Tokens& toke
 }
 
 QRect disclosureRect(const QStyleOption& option) {
-    const int shift = Sizes::margin - Sizes::treeIndent - Sizes::icon / 4 + 1;
-    QRect box(0, 0, Sizes::icon, Sizes::icon);
+    const int shift = Sizes::margin - Sizes::treeIndent;
+    const int side = std::clamp(option.rect.height() * chevron / Sizes::tableRowHeight, chevron, Sizes::icon);
+    QRect box(0, 0, side, side);
     box.moveCenter(option.rect.center());
     const bool leftToRight = option.direction == Qt::LeftToRight;
-    box.moveLeft(leftToRight ? option.rect.left() + shift : option.rect.right() + 1 - shift - Sizes::icon);
+    const int gap = (chevron - side) / 2;
+    box.moveLeft(leftToRight ? option.rect.left() + shift + gap : option.rect.right() + 1 - shift - gap - side);
     return box;
 }
 
@@ -104,15 +109,16 @@ QRect columnText(QRect section, bool first, bool last, Qt::LayoutDirection direc
 
 void drawHeadLabel(QPainter& painter, const QStyleOptionHeader& option, const Look& look) {
     using Position = QStyleOptionHeader::SectionPosition;
-    const bool first = option.position == Position::Beginning || option.position == Position::OnlyOneSection;
-    const bool last = option.position == Position::End || option.position == Position::OnlyOneSection;
-    const auto text = columnText(option.rect, first, last, option.direction);
+    const bool mirroredHeads = option.direction == Qt::RightToLeft;
+    const bool only = option.position == Position::OnlyOneSection;
+    const bool first = only || option.position == (mirroredHeads ? Position::End : Position::Beginning);
+    const bool last = only || option.position == (mirroredHeads ? Position::Beginning : Position::End);
+    const auto text = columnText(option.rect.adjusted(0, 0, 0, -1), first, last, option.direction);
     const auto font = headFont(isSorted(option), look.fonts());
-    const auto alignment = QStyle::visualAlignment(option.direction, option.textAlignment) | Qt::AlignVCenter;
     painter.save();
     painter.setFont(font);
     painter.setPen(isSorted(option) ? look.tokens().text : look.tokens().text2);
-    painter.drawText(text, static_cast<int>(alignment) | Qt::TextSingleLine, option.text);
+    drawLine(painter, text, option.text, headAlignment(option));
     painter.restore();
     if (isSorted(option)) {
         drawArrow(painter, option, arrowBeside(text, option, QFontMetrics(font).horizontalAdvance(option.text)), look);
@@ -120,7 +126,7 @@ void drawHeadLabel(QPainter& painter, const QStyleOptionHeader& option, const Lo
 }
 
 int sortedHeadWidth(const QString& title, const Fonts& fonts) {
-    return QFontMetrics(headFont(true, fonts)).horizontalAdvance(title) + sortArrow + arrowGap;
+    return QFontMetrics(headFont(true, fonts)).horizontalAdvance(title) + chevron + arrowGap;
 }
 
 }  // namespace tolvane::desktop::StyleViews

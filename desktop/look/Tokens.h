@@ -158,6 +158,8 @@ inline constexpr int step = 4;
 inline constexpr int gap = 8;
 inline constexpr int wideGap = 12;
 inline constexpr int inspectorMargin = 16;
+/// Between rows of figures.
+inline constexpr int rowSpacing = 3, wideRowSpacing = 4;
 /// Page margin, and the line that titles, headings and first table texts share.
 inline constexpr int margin = 28;
 
@@ -198,7 +200,7 @@ inline constexpr int treeIndent = 16;
 /// Column heads and figures stand this far apart.
 inline constexpr int columnGap = 8;
 /// Right of the last figure, so that the scroll bar covers none.
-inline constexpr int tableTrailing = 19;
+inline constexpr int tableTrailing = 17;
 inline constexpr int scrollThumb = 6, scrollThumbHover = 10, scrollSpace = 14;
 inline constexpr int splitterGrab = 5;
 

@@ -56,6 +56,14 @@ bool isControl(const QWidget* widget) {
            qobject_cast<const QComboBox*>(widget);
 }
 
+/// A view that scrolls both ways keeps its figures clear of the bars.
+bool keepsClearOfBars(const QWidget* bar) {
+    for (const auto* each = bar; each; each = each->parentWidget()) {
+        if (qobject_cast<const QAbstractScrollArea*>(each)) return each->property("clearOfBars").toBool();
+    }
+    return false;
+}
+
 bool isDestructive(const QWidget* widget) { return widget && widget->property("destructive").toBool(); }
 
 double radiusOf(const QWidget* widget) {
@@ -93,6 +101,7 @@ void TolvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
             return StyleControls::drawField(*painter, *option, tokens);
         case PE_FrameLineEdit:
         case PE_FrameDefaultButton:
+        case PE_PanelScrollAreaCorner:
             return;
         case PE_IndicatorCheckBox:
             return StyleControls::drawCheckBox(*painter, *option, look_);
@@ -196,6 +205,7 @@ QSize TolvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
 
 int TolvaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin) return 1 + look_.tokens().focusWidth;
+    if (metric == PM_ScrollView_ScrollBarOverlap && keepsClearOfBars(widget)) return 0;
     for (const auto& each : metrics) {
         if (each.metric == metric) return each.pixels;
     }

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -88,7 +89,7 @@ void CgroupGate::openUsage(Slot& slot) const {
     std::string path = mount_ + slot.path;
     while (path.size() > mount_.size() && isThreaded(path)) path.resize(path.rfind('/'));
     if (path.size() > mount_.size()) slot.usageFile = openFile(path + "/cpu.stat");
-    if (slot.usageFile.get() >= descriptorLimit_) slot.usageFile.reset();
+    if (slot.usageFile.get() >= descriptorLimit_) slot.usageFile = FileDescriptor();
 }
 
 bool CgroupGate::isThreaded(const std::string& path) const {

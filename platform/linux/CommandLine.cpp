@@ -8,6 +8,7 @@
 #include <array>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/KernelText.h"
 #include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/linux/KernelText.h"
+#include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -16,7 +17,7 @@ constexpr int maximumCores = 8192;
 
 CPUTicks ticksOf(std::string_view line) {
     std::array<std::uint64_t, columnCount> columns{};
-    for (auto& column : columns) column = wholeNumber<std::uint64_t>(takeWord(line)).value_or(0);
+    for (auto& column : columns) column = wholeNumber<std::uint64_t>(Scan::word(line)).value_or(0);
     const auto wrapped = [](std::uint64_t ticks) { return static_cast<std::uint32_t>(ticks); };
     return {.user = wrapped(columns[user]),
             .system = wrapped(columns[system] + columns[interrupts] + columns[softInterrupts]),
@@ -38,8 +39,8 @@ std::optional<MachineTicks> parseTicks(std::string_view stat) {
     constexpr std::string_view prefix = "cpu";
     MachineTicks machine;
     bool hasTotal = false;
-    for (auto line = takeLine(stat); line.starts_with(prefix); line = takeLine(stat)) {
-        const auto name = takeWord(line);
+    for (auto line = Scan::take(stat, '\n'); line.starts_with(prefix); line = Scan::take(stat, '\n')) {
+        const auto name = Scan::word(line);
         if (name == prefix) {
             machine.total = ticksOf(line);
             hasTotal = true;

@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -38,7 +38,7 @@ bool makePrivateFolder(const std::string& folder) {
 }  // namespace
 
 std::optional<std::string> readWholeFile(const std::string& path, std::size_t limit) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file) return std::nullopt;
     std::string bytes;
     std::array<char, 8192> piece{};
@@ -55,7 +55,7 @@ std::optional<std::string> readWholeFile(const std::string& path, std::size_t li
 std::optional<std::string> writeBeside(const std::string& path, std::string_view bytes) {
     if (!makePrivateFolder(folderOf(path))) return std::nullopt;
     std::string beside = path + ".XXXXXX";
-    const Descriptor file(::mkostemp(beside.data(), O_CLOEXEC));
+    const FileDescriptor file(::mkostemp(beside.data(), O_CLOEXEC));
     if (!file) return std::nullopt;
     if (writeAll(file.get(), bytes) && ::fsync(file.get()) == 0) return beside;
     ::unlink(beside.c_str());
@@ -67,7 +67,7 @@ bool moveInto(const std::string& path, const std::string& beside) {
         ::unlink(beside.c_str());
         return false;
     }
-    const Descriptor folder(::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor folder(::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder) ::fsync(folder.get());
     return true;
 }

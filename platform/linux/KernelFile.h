@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -17,7 +17,7 @@ public:
     std::optional<std::string> read() const;
 
 private:
-    Descriptor descriptor_;
+    FileDescriptor descriptor_;
 };
 
 }  // namespace tolvane::linuxhost

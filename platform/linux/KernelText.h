@@ -7,24 +7,6 @@
 
 namespace tolvane::linuxhost {
 
-/// Cuts the first line off, without its end.
-inline std::string_view takeLine(std::string_view& text) {
-    const auto end = text.find('\n');
-    const auto line = text.substr(0, end);
-    text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
-    return line;
-}
-
-/// Cuts the first word off, with the blanks before it; empty at the end.
-inline std::string_view takeWord(std::string_view& line) {
-    const auto start = line.find_first_not_of(" \t");
-    line = start == std::string_view::npos ? std::string_view() : line.substr(start);
-    const auto end = line.find_first_of(" \t");
-    const auto word = line.substr(0, end);
-    line = end == std::string_view::npos ? std::string_view() : line.substr(end);
-    return word;
-}
-
 /// The whole text as one number; none for anything else.
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text) {

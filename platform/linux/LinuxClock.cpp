@@ -13,7 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/LinuxClockFacts.h"
 
 namespace tolvane::linuxhost {
 
@@ -22,14 +23,6 @@ namespace {
 constexpr double nanosPerSecond = 1e9;
 /// Thirty years: beyond any wait, within what the kernel's timer can be set to.
 constexpr Seconds longestWait{1e9};
-
-double secondsOf(clockid_t clock) {
-    timespec time{};
-    ::clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / nanosPerSecond;
-}
-
-Seconds sinceBoot() { return Seconds{secondsOf(CLOCK_BOOTTIME)}; }
 
 Seconds clamped(Seconds span) { return span > Seconds{0} ? std::min(span, longestWait) : Seconds{0}; }
 
@@ -87,7 +80,7 @@ private:
     }
 
     bool makeTimer() {
-        timer_ = Descriptor(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK));
+        timer_ = FileDescriptor(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK));
         if (!timer_) return false;
         notifier_ = std::make_unique<QSocketNotifier>(timer_.get(), QSocketNotifier::Read);
         QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { wakeUp(); });
@@ -99,7 +92,7 @@ private:
         if (::read(timer_.get(), &expirations, sizeof expirations) != sizeof expirations) return;
         const auto self = shared_from_this();
         setTo_.reset();
-        for (const std::uint64_t number : dueBy(sinceBoot())) run(number);
+        for (const std::uint64_t number : dueBy(uptime())) run(number);
         set();
         // The clock went while its waiter ran: the notifier must outlive its own signal.
         if (self.use_count() == 1) QTimer::singleShot(0, [self] {});
@@ -125,7 +118,7 @@ private:
     std::map<std::uint64_t, Waiter> waiting_;
     std::uint64_t next_ = 0;
     std::optional<Seconds> setTo_;
-    Descriptor timer_;
+    FileDescriptor timer_;
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
@@ -133,10 +126,14 @@ LinuxClock::LinuxClock() : waiters_(std::make_shared<Waiters>()) {}
 
 LinuxClock::~LinuxClock() = default;
 
-Date LinuxClock::now() const { return dateFromUnixSeconds(secondsOf(CLOCK_REALTIME)); }
+Date LinuxClock::now() const {
+    timespec time{};
+    ::clock_gettime(CLOCK_REALTIME, &time);
+    return dateFromUnixSeconds(static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / nanosPerSecond);
+}
 
 Subscription LinuxClock::after(Seconds delay, Seconds tolerance, std::function<void()> passed) {
-    const Seconds due = sinceBoot() + clamped(delay);
+    const Seconds due = uptime() + clamped(delay);
     const std::uint64_t number = waiters_->add(due, due + clamped(tolerance), std::move(passed));
     return Subscription([waiters = std::weak_ptr(waiters_), number] {
         if (const auto kept = waiters.lock()) kept->remove(number);

@@ -20,14 +20,14 @@ namespace tolvane::linuxhost {
 
 struct LinuxInspectionOptions {
     /// One value for all inspections of a run.
-    LinuxClockFacts clock;
+    LinuxClockFacts clock = {};
     /// Whose processes are not other users'.
     std::uint32_t uid = 0;
     /// Below it lie projects; empty for nowhere.
-    std::string home;
+    std::string home = {};
     std::string procFolder = "/proc";
     /// Hears of each file below the folder that is asked for.
-    ProcFiles::Observer observer;
+    ProcFiles::Observer observer = {};
     std::function<Seconds()> uptime = linuxhost::uptime;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/linux/KernelText.h"
 #include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {

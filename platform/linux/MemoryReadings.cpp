@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/linux/KernelText.h"
+#include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -36,9 +37,9 @@ void put(MemInfo& info, std::string_view key, std::uint64_t bytes) {
 std::optional<MemInfo> parseMemInfo(std::string_view text) {
     MemInfo info;
     while (!text.empty()) {
-        auto line = takeLine(text);
-        const auto key = takeWord(line);
-        if (const auto kilobytes = wholeNumber<std::uint64_t>(takeWord(line))) put(info, key, *kilobytes * 1024);
+        auto line = Scan::take(text, '\n');
+        const auto key = Scan::word(line);
+        if (const auto kilobytes = wholeNumber<std::uint64_t>(Scan::word(line))) put(info, key, *kilobytes * 1024);
     }
     if (info.total == 0) return std::nullopt;
     return info;
@@ -46,8 +47,8 @@ std::optional<MemInfo> parseMemInfo(std::string_view text) {
 
 std::optional<std::uint64_t> parsePagesSwappedIn(std::string_view vmstat) {
     while (!vmstat.empty()) {
-        auto line = takeLine(vmstat);
-        if (takeWord(line) == "pswpin") return wholeNumber<std::uint64_t>(takeWord(line));
+        auto line = Scan::take(vmstat, '\n');
+        if (Scan::word(line) == "pswpin") return wholeNumber<std::uint64_t>(Scan::word(line));
     }
     return std::nullopt;
 }
@@ -56,8 +57,8 @@ std::vector<std::string> zramDevices(std::string_view swaps) {
     constexpr std::string_view folder = "/dev/";
     std::vector<std::string> devices;
     while (!swaps.empty()) {
-        auto line = takeLine(swaps);
-        const auto file = takeWord(line);
+        auto line = Scan::take(swaps, '\n');
+        const auto file = Scan::word(line);
         if (file.starts_with("/dev/zram")) devices.emplace_back(file.substr(folder.size()));
     }
     return devices;
@@ -65,9 +66,9 @@ std::vector<std::string> zramDevices(std::string_view swaps) {
 
 std::optional<CompressedMemory> parseZram(std::string_view mmStat) {
     auto line = withoutLineEnd(mmStat);
-    const auto original = wholeNumber<std::uint64_t>(takeWord(line));
-    takeWord(line);
-    const auto used = wholeNumber<std::uint64_t>(takeWord(line));
+    const auto original = wholeNumber<std::uint64_t>(Scan::word(line));
+    Scan::word(line);
+    const auto used = wholeNumber<std::uint64_t>(Scan::word(line));
     if (!original || !used) return std::nullopt;
     return CompressedMemory{.occupied = *used, .uncompressed = *original};
 }

@@ -1,6 +1,7 @@
 #include "platform/linux/PressureReading.h"
 
 #include "platform/linux/KernelText.h"
+#include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -13,8 +14,8 @@ std::optional<double> average(std::string_view word, std::string_view key) {
 }
 
 bool readAverages(std::string_view line, double& ten, double& sixty) {
-    const auto averageOf10 = average(takeWord(line), "avg10=");
-    const auto averageOf60 = average(takeWord(line), "avg60=");
+    const auto averageOf10 = average(Scan::word(line), "avg10=");
+    const auto averageOf60 = average(Scan::word(line), "avg60=");
     if (!averageOf10 || !averageOf60) return false;
     ten = *averageOf10;
     sixty = *averageOf60;
@@ -45,8 +46,8 @@ std::optional<PressureAverages> parsePressure(std::string_view text) {
     PressureAverages averages;
     bool hasSome = false;
     while (!text.empty()) {
-        auto line = takeLine(text);
-        const auto kind = takeWord(line);
+        auto line = Scan::take(text, '\n');
+        const auto kind = Scan::word(line);
         if (kind == "some") hasSome = readAverages(line, averages.some10, averages.some60);
         if (kind == "full") readAverages(line, averages.full10, averages.full60);
     }

@@ -13,6 +13,7 @@ constexpr std::uint64_t kernelThreadFlag = 0x00200000;
 /// Numbers of the fields, counted from 1 as the manual does.
 enum Field : std::size_t {
     parent = 4,
+    session = 6,
     terminal = 7,
     flags = 9,
     minorFaults = 10,
@@ -56,6 +57,7 @@ std::uint64_t mixed(std::uint64_t a, std::uint64_t b, std::uint64_t c) {
 
 ProcStat fromFields(const Fields& fields) {
     return {.ppid = static_cast<Pid>(fields[parent]),
+            .session = static_cast<Pid>(fields[session]),
             .terminal = static_cast<std::uint32_t>(fields[terminal]),
             .flags = fields[flags],
             .minorFaults = fields[minorFaults],

@@ -22,6 +22,8 @@ struct ProcStat {
     /// 'R', 'S', 'D', 'T', 'Z' …
     char state = 0;
     Pid ppid = 0;
+    /// The first process of its session, which may be gone.
+    Pid session = 0;
     /// Device number of the controlling terminal; 0 without.
     std::uint32_t terminal = 0;
     std::uint64_t flags = 0;

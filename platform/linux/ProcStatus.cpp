@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "platform/linux/KernelText.h"
 #include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {

@@ -84,7 +84,8 @@ TEST_F(LoopTest, thePaceIsTheUsersWhileAWindowIsSeen) {
 }
 
 TEST_F(LoopTest, aPaceOfAnotherTypeCountsAsFive) {
-    for (const PreferenceValue& odd : {PreferenceValue(2.0), PreferenceValue(std::string("2")), PreferenceValue(true)}) {
+    for (const PreferenceValue& odd :
+         {PreferenceValue(2.0), PreferenceValue(std::string("2")), PreferenceValue(true)}) {
         world.preferences["openInterval"] = odd;
         world.windowVisible = false;
         start();

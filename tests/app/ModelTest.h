@@ -9,6 +9,7 @@
 #include "app/AppModel.h"
 #include "tests/fakes/Executors.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {
 
@@ -17,10 +18,13 @@ struct ModelTest : testing::Test {
     static constexpr std::uint64_t MiB = 1'048'576;
     static constexpr std::uint64_t GiB = 1'073'741'824;
 
+    fakes::TemporaryFolder folder;
     fakes::FakeHost fake;
     fakes::VirtualClock& clock = *fake.clock;
     fakes::FakeWorld& world = *fake.world;
     std::unique_ptr<AppModel> model;
+
+    ModelTest() { world.applicationSupport = folder.path().string(); }
 
     void start(const ExecutorFactory& makeExecutor = fakes::InlineExecutor::make) { make(false, makeExecutor); }
     void startDemo() { make(true, fakes::InlineExecutor::make); }

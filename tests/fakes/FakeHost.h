@@ -62,7 +62,8 @@ struct FakeWorld {
 
     std::map<std::string, PreferenceValue, std::less<>> preferences;
     std::string home = "/home/ada";
-    std::string applicationSupport = "/home/ada/.local/share";
+    /// Nothing can be stored here: a test that wants files names a folder of its own.
+    std::string applicationSupport = "/dev/null/share";
     bool windowVisible = false;
 
     /// What was asked, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "set rulesPaused".

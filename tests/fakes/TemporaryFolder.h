@@ -31,6 +31,12 @@ public:
         std::ofstream(path_ / name, std::ios::binary) << text;
     }
 
+    /// The bytes of a file; empty when it is not there.
+    std::string read(std::string_view name) const {
+        std::ifstream file(path_ / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
 private:
     std::filesystem::path path_;
 };

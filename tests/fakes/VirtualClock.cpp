@@ -16,11 +16,11 @@ void VirtualClock::advance(Seconds span) {
     const Seconds end = elapsed_ + span;
     while (!waiters_->empty() && waiters_->begin()->first.due <= end) {
         auto first = waiters_->extract(waiters_->begin());
-        now_ += first.key().due - elapsed_;
+        now_ = now() + (first.key().due - elapsed_);
         elapsed_ = first.key().due;
         first.mapped()();
     }
-    now_ += end - elapsed_;
+    now_ = now() + (end - elapsed_);
     elapsed_ = end;
 }
 

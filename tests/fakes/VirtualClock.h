@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -34,7 +35,8 @@ private:
     };
     using Waiters = std::map<Key, std::function<void()>>;
 
-    Date now_;
+    /// Read by any thread.
+    std::atomic<Date> now_;
     Seconds elapsed_{0};
     std::uint64_t number_ = 0;
     Seconds latestDelay_{0};

@@ -3,11 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <set>
 
 #include "core/projects/ProjectLabels.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {
 namespace {
@@ -107,18 +106,16 @@ TEST_F(ProjectRootsTest, aHomeAtTheTopEndsAtTheTop) {
 }
 
 TEST(ProjectRootsOnDisk, filesAndFoldersCountAlike) {
-    const auto home = std::filesystem::path(::testing::TempDir()) / "project-roots";
-    std::filesystem::remove_all(home);
-    std::filesystem::create_directories(home / "tree" / ".git");
-    std::filesystem::create_directories(home / "linked" / "src");
-    std::filesystem::create_directories(home / "plain");
-    std::ofstream(home / "linked" / ".git") << "gitdir: elsewhere\n";
-    ProjectRoots roots(home.string());
-    EXPECT_EQ(roots.root((home / "tree").string()), Text((home / "tree").string()));
-    EXPECT_EQ(roots.root((home / "linked" / "src").string()), Text((home / "linked").string()));
-    EXPECT_EQ(roots.root((home / "plain").string()), std::nullopt);
-    EXPECT_EQ(roots.root((home / "never" / "there").string()), std::nullopt);
-    std::filesystem::remove_all(home);
+    const fakes::TemporaryFolder home;
+    home.write("tree/.git/HEAD", "");
+    home.write("linked/.git", "gitdir: elsewhere");
+    home.write("linked/src/main.c", "");
+    home.write("plain/notes", "");
+    ProjectRoots roots(home.path().string());
+    EXPECT_EQ(roots.root(home / "tree"), Text(home / "tree"));
+    EXPECT_EQ(roots.root(home / "linked/src"), Text(home / "linked"));
+    EXPECT_EQ(roots.root(home / "plain"), std::nullopt);
+    EXPECT_EQ(roots.root(home / "never/there"), std::nullopt);
 }
 
 class ProjectLabelsTest : public ProjectRootsTest {

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/screens/InspectorContent.h"
+#include "app/screens/SelectionInspector.h"
+#include "desktop/charts/LineChart.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/CopyableText.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/EmptyState.h"
+#include "desktop/parts/ValueRows.h"
+
+class QGridLayout;
+class QScrollArea;
+class QStackedWidget;
+class QVBoxLayout;
+
+namespace tolvane::desktop {
+
+class SubjectHead;
+
+/// The pane beside the processes table: what is selected, its figures, its past, and what can be done to it.
+class InspectorPane : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Buttons of `offered` are shown; those of other actions wait for the day when something carries them out.
+    InspectorPane(const Look& look, std::string locale, std::set<ProcessAction> offered, QWidget* parent = nullptr);
+
+    void showNothing();
+    void show(const InspectorContent& content);
+    void show(const SelectionInspector& selection);
+    using QWidget::show;
+
+signals:
+    void actionWanted(ProcessAction action);
+
+private:
+    QWidget* buildSubject();
+    void showButtons(const std::vector<InspectorButton>& buttons);
+    void showCommand(std::vector<ValueRow>& process);
+
+    const Look& look_;
+    std::string locale_;
+    std::set<ProcessAction> offered_;
+    std::vector<InspectorButton> shownButtons_;
+    QStackedWidget* stack_;
+    QWidget* footer_;
+    QGridLayout* buttons_;
+    SubjectHead* head_;
+    ValueRows* figures_;
+    ElidedLabel *memoryTitle_, *cpuTitle_, *processTitle_;
+    LineChart *memoryChart_, *cpuChart_;
+    QWidget *memoryBlock_, *cpuBlock_;
+    ValueRows* process_;
+    ElidedLabel* commandLabel_;
+    CopyableText* command_;
+};
+
+}  // namespace tolvane::desktop

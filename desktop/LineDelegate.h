@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QAbstractItemDelegate>
+#include <QString>
+
+#include "app/Line.h"
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+class LineModel;
+
+/// How much of a line's second text stands behind its title.
+struct LineDetail {
+    /// Empty when there is no room for any of it.
+    QString shown;
+    bool isWhole = false;
+
+    /// Whole if it fits in `room` pixels; a path else by its last part; else nothing.
+    static LineDetail fitting(const QString& detail, int room, const QFontMetrics& metrics);
+};
+
+/// Draws the cells of the processes table.
+class LineDelegate : public QAbstractItemDelegate {
+    Q_OBJECT
+
+public:
+    LineDelegate(const Look& look, const LineModel& model, QObject* parent);
+
+    /// The column that the table is ordered by; its figures speak up.
+    void setSortedColumn(int column) { sortedColumn_ = column; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    /// The tooltip tells what the cell had no room for.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+signals:
+    /// A figure was drawn that its column is too narrow for.
+    void tooNarrow(int column, int width) const;
+
+private:
+    struct NameParts;
+
+    NameParts nameParts(const Line& line, QRect cell) const;
+    void paintName(QPainter& painter, const QStyleOptionViewItem& option, const Line& line) const;
+    void paintFigure(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+
+    const Look& look_;
+    const LineModel& model_;
+    int sortedColumn_ = -1;
+    QFont titleFont_, detailFont_, figureFont_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,262 @@
+#include "desktop/LineTree.h"
+
+#include <QHoverEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+#include "desktop/Words.h"
+#include "desktop/look/StyleViews.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+/// Keeps the scroll bar below the heads.
+class HeadSpace : public QWidget {
+public:
+    HeadSpace(const QHeaderView& header, QWidget* parent) : QWidget(parent), header_(header) {
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
+    QSize sizeHint() const override { return {0, header_.sizeHint().height()}; }
+
+private:
+    const QHeaderView& header_;
+};
+
+const ProcessColumnTraits& column(int number) { return processColumns[static_cast<std::size_t>(number)]; }
+
+}  // namespace
+
+LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* parent)
+    : QTreeView(parent),
+      look_(look),
+      model_(new LineModel(std::move(cellText), this)),
+      delegate_(new LineDelegate(look, *model_, this)),
+      header_(new LineHeader(this)) {
+    setObjectName(QStringLiteral("processes"));
+    setModel(model_);
+    setItemDelegate(delegate_);
+    setUniformRowHeights(true);
+    setFrameShape(QFrame::NoFrame);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setAllColumnsShowFocus(true);
+    setExpandsOnDoubleClick(true);
+    setMouseTracking(true);
+    setIndentation(Sizes::treeIndent);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    buildHeader();
+    connect(model_, &QAbstractItemModel::rowsInserted, this, &LineTree::restoreDisclosure);
+    connect(this, &QTreeView::expanded, this,
+            [this](const auto& index) { expandedIds_.insert(model_->line(index)->id); });
+    connect(this, &QTreeView::collapsed, this,
+            [this](const auto& index) { expandedIds_.erase(model_->line(index)->id); });
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionByUser(); });
+    /// Painting must not change geometry, so the wider column waits for the next turn of the loop.
+    connect(
+        delegate_, &LineDelegate::tooNarrow, this,
+        [this](int wide, int width) {
+            if (std::exchange(grownWidths_[wide], width) != width) fitColumns();
+        },
+        Qt::QueuedConnection);
+}
+
+void LineTree::buildHeader() {
+    setHeader(header_);
+    header_->setSectionResizeMode(QHeaderView::Fixed);
+    header_->setSectionsClickable(true);
+    header_->setSortIndicatorShown(true);
+    addScrollBarWidget(new HeadSpace(*header_, this), Qt::AlignTop);
+    connect(header_, &QHeaderView::sectionClicked, this, [this](int clicked) {
+        /// The toolkit has already moved its arrow to whatever was clicked.
+        header_->setSortIndicator(sortedColumn_, sortOrder_);
+        if (column(clicked).sortsBy) emit headClicked(clicked);
+    });
+    connect(header_, &LineHeader::widthDragged, this, [this](int section, int width) {
+        chosenWidths_[section] = std::max(width, leastWidth(section));
+        fitColumns();
+        emit columnWidthsChanged();
+    });
+    connect(header_, &LineHeader::widthReset, this, [this](int section) {
+        chosenWidths_.erase(section);
+        fitColumns();
+        emit columnWidthsChanged();
+    });
+}
+
+void LineTree::show(std::vector<Line> lines) {
+    if (holds_ > 0 || pressed_) {
+        waiting_ = std::move(lines);
+    } else {
+        take(std::move(lines));
+    }
+}
+
+void LineTree::hold(bool held) {
+    holds_ = std::max(0, holds_ + (held ? 1 : -1));
+    if (holds_ == 0 && !pressed_ && waiting_) take(*std::exchange(waiting_, std::nullopt));
+}
+
+void LineTree::take(std::vector<Line> lines) {
+    const int place = verticalScrollBar()->value();
+    taking_ = true;
+    model_->show(std::move(lines));
+    restoreSelection();
+    taking_ = false;
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(place);
+}
+
+void LineTree::restoreDisclosure(const QModelIndex& parent, int first, int last) {
+    if (expandedIds_.empty()) return;
+    for (int row = first; row <= last; ++row) {
+        const auto index = model_->index(row, 0, parent);
+        if (!expandedIds_.contains(model_->line(index)->id)) continue;
+        expand(index);
+        restoreDisclosure(index, 0, model_->rowCount(index) - 1);
+    }
+}
+
+/// Rows that came back are selected again, and a row that took over an id is not selected for another's sake.
+void LineTree::restoreSelection() {
+    QItemSelection selection;
+    for (const auto& index : model_->find(selectedIds_)) selection.select(index, index);
+    const bool was = std::exchange(taking_, true);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    taking_ = was;
+}
+
+void LineTree::setSelectedIds(std::set<std::string> ids) {
+    if (ids == selectedIds_) return;
+    selectedIds_ = std::move(ids);
+    restoreSelection();
+}
+
+void LineTree::selectionByUser() {
+    if (taking_) return;
+    std::set<std::string> ids;
+    for (const auto& index : selectionModel()->selectedRows()) ids.insert(model_->line(index)->id);
+    if (ids == selectedIds_) return;
+    selectedIds_ = std::move(ids);
+    emit selectedIdsChanged();
+}
+
+void LineTree::setSorting(int column, bool ascending) {
+    sortedColumn_ = column;
+    delegate_->setSortedColumn(column);
+    sortOrder_ = ascending ? Qt::AscendingOrder : Qt::DescendingOrder;
+    header_->setSortIndicator(column, sortOrder_);
+    fitColumns();
+    viewport()->update();
+}
+
+QRect LineTree::rowRect(const QModelIndex& index) const {
+    auto rect = visualRect(index.siblingAtColumn(0));
+    rect.setLeft(Sizes::rowInset);
+    rect.setRight(viewport()->width() - 1 - Sizes::rowInset - Sizes::scrollThumb / 2);
+    return QStyle::visualRect(layoutDirection(), viewport()->rect(), rect);
+}
+
+void LineTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    auto row = option;
+    row.rect = rowRect(index);
+    row.viewItemPosition = QStyleOptionViewItem::OnlyOne;
+    row.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
+    row.state.setFlag(QStyle::State_MouseOver, hovered_ == index.siblingAtColumn(0));
+    row.state.setFlag(QStyle::State_Active, isActiveWindow());
+    style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &row, painter, this);
+    QTreeView::drawRow(painter, option, index);
+    if (!hasFocus() || currentIndex().siblingAtColumn(0) != index.siblingAtColumn(0)) return;
+    row.state.setFlag(QStyle::State_KeyboardFocusChange, window()->testAttribute(Qt::WA_KeyboardFocusChange));
+    StyleViews::drawFocus(*painter, row, look_.tokens());
+}
+
+void LineTree::setHovered(const QModelIndex& row) {
+    if (hovered_ == row) return;
+    hovered_ = row;
+    viewport()->update();
+}
+
+bool LineTree::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::HoverMove) {
+        setHovered(indexAt(static_cast<QHoverEvent*>(event)->position().toPoint()).siblingAtColumn(0));
+    }
+    if (event->type() == QEvent::HoverLeave) setHovered({});
+    return QTreeView::viewportEvent(event);
+}
+
+void LineTree::mousePressEvent(QMouseEvent* event) {
+    pressed_ = true;
+    QTreeView::mousePressEvent(event);
+}
+
+void LineTree::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    pressed_ = event->buttons() != Qt::NoButton;
+    if (!pressed_ && holds_ == 0 && waiting_) take(*std::exchange(waiting_, std::nullopt));
+}
+
+void LineTree::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    fitColumns();
+}
+
+int LineTree::leastWidth(int number) const {
+    const auto& traits = column(number);
+    const auto& fonts = look_.fonts();
+    const auto title = words(traits.title);
+    const int figure = QFontMetrics(fonts.figures(TextRole::small)).horizontalAdvance(words(traits.widestSample));
+    const int head = number == sortedColumn_ ? StyleViews::sortedHeadWidth(title, fonts)
+                                             : QFontMetrics(fonts.font(TextRole::caption)).horizontalAdvance(title);
+    const bool last = number + 1 == model_->columnCount();
+    const int gaps = Sizes::columnGap + (last ? Sizes::tableTrailing - Sizes::columnGap / 2 : 0);
+    const auto grown = grownWidths_.find(number);
+    return std::max(std::max(figure, head) + gaps, grown == grownWidths_.end() ? 0 : grown->second);
+}
+
+void LineTree::fitColumns() {
+    int figures = 0;
+    for (int number = 1; number < model_->columnCount(); ++number) {
+        const auto chosen = chosenWidths_.find(number);
+        const int width = std::max(leastWidth(number), chosen == chosenWidths_.end() ? 0 : chosen->second);
+        header_->resizeSection(number, width);
+        figures += width;
+    }
+    const int least = look_.fonts().scaled(Sizes::nameLeast);
+    const bool scrollsSideways = figures + least > width();
+    if (property("clearOfBars").toBool() != scrollsSideways) {
+        setProperty("clearOfBars", scrollsSideways);
+        updateGeometries();
+    }
+    header_->resizeSection(0, std::max(least, viewport()->width() - figures));
+}
+
+QString LineTree::columnWidths() const {
+    QStringList parts;
+    for (const auto& [number, width] : chosenWidths_) {
+        parts << QStringLiteral("%1=%2").arg(words(column(number).title)).arg(width);
+    }
+    return parts.join(QLatin1Char(';'));
+}
+
+void LineTree::setColumnWidths(const QString& text) {
+    chosenWidths_.clear();
+    for (const auto& part : text.split(QLatin1Char(';'))) {
+        const auto sides = part.split(QLatin1Char('='));
+        const int width = sides.value(1).toInt();
+        for (int number = 1; number < model_->columnCount(); ++number) {
+            if (width > 0 && words(column(number).title) == sides.value(0))
+                chosenWidths_[number] = std::min(width, 600);
+        }
+    }
+    fitColumns();
+}
+
+}  // namespace tolvane::desktop

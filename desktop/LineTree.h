@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QTreeView>
+#include <map>
+#include <set>
+#include <string>
+
+#include "desktop/LineDelegate.h"
+#include "desktop/LineHeader.h"
+#include "desktop/LineModel.h"
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+/// The processes table. What is selected and disclosed belongs to ids, and comes back with them.
+class LineTree : public QTreeView {
+    Q_OBJECT
+
+public:
+    LineTree(const Look& look, LineModel::CellText cellText, QWidget* parent = nullptr);
+
+    /// Shows the next reading; while the pointer or a menu is at work, waits for them to end.
+    void show(std::vector<Line> lines);
+    using QTreeView::show;
+    const LineModel& lineModel() const { return *model_; }
+
+    /// The ids that are selected; some of them may have no row now.
+    const std::set<std::string>& selectedIds() const { return selectedIds_; }
+    void setSelectedIds(std::set<std::string> ids);
+
+    void setSorting(int column, bool ascending);
+
+    /// Rows stay where they are until as many calls with false came as with true.
+    void hold(bool held);
+
+    /// Widths that the user chose, "Memory=80;% CPU=60"; what is not understood is passed over.
+    QString columnWidths() const;
+    void setColumnWidths(const QString& text);
+
+signals:
+    void selectedIdsChanged();
+    /// The user clicked the head of a column that can sort.
+    void headClicked(int column);
+    void columnWidthsChanged();
+
+protected:
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void buildHeader();
+    void take(std::vector<Line> lines);
+    void restoreDisclosure(const QModelIndex& parent, int first, int last);
+    void restoreSelection();
+    void selectionByUser();
+    void setHovered(const QModelIndex& row);
+    QRect rowRect(const QModelIndex& index) const;
+    int leastWidth(int column) const;
+    void fitColumns();
+
+    const Look& look_;
+    LineModel* model_;
+    LineDelegate* delegate_;
+    LineHeader* header_;
+    std::set<std::string> selectedIds_;
+    std::set<std::string> expandedIds_;
+    std::optional<std::vector<Line>> waiting_;
+    int holds_ = 0;
+    bool taking_ = false;
+    bool pressed_ = false;
+    int sortedColumn_ = -1;
+    Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
+    QPersistentModelIndex hovered_;
+    std::map<int, int> chosenWidths_;
+    /// Columns that met a figure wider than their sample.
+    std::map<int, int> grownWidths_;
+};
+
+}  // namespace tolvane::desktop

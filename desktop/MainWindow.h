@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPropertyNotifier>
+#include <map>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "desktop/Screen.h"
+#include "desktop/Sidebar.h"
+#include "desktop/Toolbar.h"
+#include "desktop/WindowState.h"
+#include "desktop/look/Look.h"
+
+class QSplitter;
+class QStackedWidget;
+
+namespace tolvane::desktop {
+
+/// The one window with all screens: the sidebar, the toolbar and the screen of the model's section.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// `model`, `look` and `state` outlive the window. `screens` are those that exist, in any order.
+    MainWindow(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens);
+    ~MainWindow() override;
+
+    /// Comes to the front, from wherever it was.
+    void bringForward();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void buildPanes();
+    void connectModel();
+    void restoreLayout();
+    void saveLayout();
+    void showSidebar();
+    void showSection(AppSection section);
+    Page* page(AppSection section);
+
+    AppModel& model_;
+    const Look& look_;
+    WindowState& state_;
+    std::vector<Screen> screens_;
+    std::vector<AppSection> present_;
+    std::map<AppSection, Page*> pages_;
+    QSplitter* splitter_;
+    Sidebar* sidebar_;
+    Toolbar* toolbar_;
+    QStackedWidget* stack_;
+    Page* shown_ = nullptr;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop

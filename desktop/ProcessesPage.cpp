@@ -1,0 +1,205 @@
+#include "desktop/ProcessesPage.h"
+
+#include <QShortcut>
+#include <QShowEvent>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "desktop/Words.h"
+#include "desktop/parts/HairlineSplitter.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+const auto panesKey = QStringLiteral("processes/panes");
+const auto columnsKey = QStringLiteral("processes/columns");
+const auto inspectorKey = QStringLiteral("processes/inspector");
+
+std::vector<QString> groupingLabels() {
+    std::vector<QString> labels;
+    for (const auto& each : groupings) labels.push_back(words(each.label));
+    return labels;
+}
+
+int columnOf(LineField field) {
+    for (std::size_t number = 0; number < processColumns.size(); ++number) {
+        if (processColumns[number].sortsBy == field) return static_cast<int>(number);
+    }
+    return -1;
+}
+
+/// An early date is a long time, and the time is what the user sees.
+bool showsDates(LineField field) { return field == LineField::unusedSince || field == LineField::age; }
+
+}  // namespace
+
+ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale,
+                             bool historyPresent, QWidget* parent)
+    : Page(parent),
+      model_(model),
+      look_(look),
+      state_(state),
+      view_(model, std::move(locale)),
+      group_(new SegmentedPicker(look, words(ProcessesView::groupLabel), groupingLabels(), this)),
+      search_(new SearchField(look, words(ProcessesView::searchPrompt), this)),
+      inspectorToggle_(new IconButton(look, ProcessesView::inspectorIcon, words(ProcessesView::inspectorLabel), this)),
+      tree_(new LineTree(look, [this](const Line& line, ProcessColumn column) { return view_.cell(line, column); })),
+      strip_(new SystemStripView(look)),
+      panes_(new HairlineSplitter(Qt::Horizontal, this)),
+      inspector_(
+          new InspectorPane(look, view_.locale(), {ProcessAction::lowerPriority, ProcessAction::restorePriority})),
+      inspected_(model, view_.locale(), [this] { showInspector(); }) {
+    buildControls();
+    buildPanes(historyPresent);
+    restoreLayout();
+    connectControls();
+    connectModel();
+    showSorting();
+    tree_->setSelectedIds(*model_.selectedLines);
+}
+
+ProcessesPage::~ProcessesPage() = default;
+
+std::vector<QWidget*> ProcessesPage::controls() { return {group_, search_, inspectorToggle_}; }
+
+void ProcessesPage::buildControls() {
+    group_->setChoice(static_cast<int>(view_.grouping()));
+    inspectorToggle_->setCheckable(true);
+    for (auto* control : controls()) control->hide();
+}
+
+void ProcessesPage::buildPanes(bool historyPresent) {
+    auto* left = new QWidget;
+    auto* column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(tree_, 1);
+    column->addWidget(strip_);
+    strip_->setHistoryPresent(historyPresent);
+    panes_->addWidget(left);
+    panes_->addWidget(inspector_);
+    panes_->setStretchFactor(0, 1);
+    panes_->setStretchFactor(1, 0);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(panes_);
+}
+
+void ProcessesPage::connectControls() {
+    connect(group_, &SegmentedPicker::chosen, this, [this](int index) {
+        view_.setGrouping(groupings[static_cast<std::size_t>(index)].grouping);
+        refresh();
+    });
+    connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        view_.setSearch(bytes(text));
+        refresh();
+    });
+    connect(search_, &SearchField::left, tree_, [this] { tree_->setFocus(Qt::ShortcutFocusReason); });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, search_, [this] {
+        search_->setFocus(Qt::ShortcutFocusReason);
+        search_->selectAll();
+    });
+    connect(inspectorToggle_, &QToolButton::toggled, this, [this](bool on) {
+        view_.showInspector = on;
+        inspector_->setVisible(on);
+        showInspector();
+        state_.set(inspectorKey, on);
+    });
+    connect(panes_, &QSplitter::splitterMoved, this, [this] { state_.set(panesKey, panes_->saveState()); });
+    connect(tree_, &LineTree::headClicked, this, &ProcessesPage::sortByColumn);
+    connect(tree_, &LineTree::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
+    connect(tree_, &LineTree::selectedIdsChanged, this, [this] { model_.selectedLines.set(tree_->selectedIds()); });
+    connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
+    connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });
+}
+
+/// One tick sets several of these; they are shown together.
+void ProcessesPage::connectModel() {
+    notifiers_.push_back(model_.snapshot.onChange([this] { refreshLater(); }));
+    notifiers_.push_back(model_.loadHistory.onChange([this] { refreshLater(); }));
+    notifiers_.push_back(model_.swapGrowth.onChange([this] { refreshLater(); }));
+    notifiers_.push_back(model_.readBack.onChange([this] { refreshLater(); }));
+    notifiers_.push_back(model_.lowered.onChange([this] { refreshLater(); }));
+    notifiers_.push_back(model_.selectedLines.onChange([this] {
+        tree_->setSelectedIds(*model_.selectedLines);
+        showInspector();
+    }));
+}
+
+void ProcessesPage::restoreLayout() {
+    tree_->setColumnWidths(state_.text(columnsKey));
+    view_.showInspector = state_.flag(inspectorKey, true);
+    inspectorToggle_->setChecked(view_.showInspector);
+    inspector_->setVisible(view_.showInspector);
+    const int inspector = std::min(look_.fonts().scaled(Sizes::inspectorWidth), Sizes::inspectorMost);
+    if (!panes_->restoreState(state_.bytes(panesKey))) {
+        panes_->setSizes({Sizes::windowWidth - Sizes::sidebarWidth - inspector, inspector});
+    }
+    panes_->setHandleWidth(1);
+}
+
+void ProcessesPage::refreshLater() {
+    stale_ = true;
+    if (!isVisible() || std::exchange(waiting_, true)) return;
+    QMetaObject::invokeMethod(this, &ProcessesPage::refresh, Qt::QueuedConnection);
+}
+
+void ProcessesPage::refresh() {
+    waiting_ = false;
+    stale_ = false;
+    tree_->show(view_.lines());
+    strip_->show(SystemStrip::of(model_, view_.locale()));
+    fitStrip();
+    showInspector();
+}
+
+/// Speaks of what the table shows, also while the table holds its rows still.
+void ProcessesPage::showInspector() {
+    if (!view_.showInspector || !isVisible()) return;
+    const auto selected = view_.selected(tree_->lineModel().lines());
+    if (selected.empty()) {
+        inspector_->showNothing();
+    } else if (selected.size() > 1) {
+        inspector_->show(SelectionInspector::of(selected, view_.locale()));
+    } else {
+        inspected_.show(selected.front());
+        inspector_->show(inspected_.content());
+    }
+}
+
+void ProcessesPage::carryOut(ProcessAction action) {
+    const auto& line = inspected_.line();
+    if (!line) return;
+    if (action == ProcessAction::lowerPriority) model_.lowerPriority(line->pids);
+    if (action == ProcessAction::restorePriority) model_.restorePriority(line->pids);
+}
+
+void ProcessesPage::showEvent(QShowEvent* event) {
+    Page::showEvent(event);
+    if (stale_) refresh();
+}
+
+void ProcessesPage::resizeEvent(QResizeEvent* event) {
+    Page::resizeEvent(event);
+    fitStrip();
+}
+
+/// The table keeps half of the height; a strip that is taller than the rest scrolls.
+void ProcessesPage::fitStrip() { strip_->setFixedHeight(std::min(strip_->wholeHeight(), height() / 2)); }
+
+void ProcessesPage::sortByColumn(int column) {
+    view_.sortBy(*processColumns[static_cast<std::size_t>(column)].sortsBy);
+    showSorting();
+    refresh();
+}
+
+void ProcessesPage::showSorting() {
+    const auto& order = view_.sortOrder();
+    if (order.empty()) return;
+    const auto& first = order.front();
+    tree_->setSorting(columnOf(first.field), first.ascending != showsDates(first.field));
+}
+
+}  // namespace tolvane::desktop

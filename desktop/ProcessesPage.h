@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QPropertyNotifier>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "app/screens/InspectorView.h"
+#include "app/screens/ProcessesView.h"
+#include "desktop/InspectorPane.h"
+#include "desktop/LineTree.h"
+#include "desktop/Page.h"
+#include "desktop/SystemStripView.h"
+#include "desktop/WindowState.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/IconButton.h"
+#include "desktop/parts/SearchField.h"
+#include "desktop/parts/SegmentedPicker.h"
+
+class QSplitter;
+
+namespace tolvane::desktop {
+
+/// The processes screen: table, inspector, strip. Follows the model while it can be seen; what happened in between it
+/// shows when it comes back.
+class ProcessesPage : public Page {
+    Q_OBJECT
+
+public:
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier. `historyPresent` tells whether
+    /// there is a history screen to go to.
+    ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, bool historyPresent,
+                  QWidget* parent = nullptr);
+    ~ProcessesPage() override;
+
+    std::vector<QWidget*> controls() override;
+    QWidget* firstFocus() override { return tree_; }
+
+    LineTree& table() const { return *tree_; }
+    ProcessesView& view() { return view_; }
+    SearchField& searchField() const { return *search_; }
+    /// Shows what the model holds now, without waiting for the next turn of the loop.
+    void refresh();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildControls();
+    void buildPanes(bool historyPresent);
+    void connectControls();
+    void connectModel();
+    void restoreLayout();
+    void refreshLater();
+    void showSorting();
+    void sortByColumn(int column);
+    void showInspector();
+    void carryOut(ProcessAction action);
+    void fitStrip();
+
+    AppModel& model_;
+    const Look& look_;
+    WindowState& state_;
+    ProcessesView view_;
+    SegmentedPicker* group_;
+    SearchField* search_;
+    IconButton* inspectorToggle_;
+    LineTree* tree_;
+    SystemStripView* strip_;
+    QSplitter* panes_;
+    InspectorPane* inspector_;
+    InspectorView inspected_;
+    bool stale_ = true;
+    bool waiting_ = false;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "desktop/MainWindow.h"
+#include "desktop/Screen.h"
+#include "desktop/WindowState.h"
+#include "desktop/look/Look.h"
+#include "platform/Subscription.h"
+
+namespace tolvane::desktop {
+
+/// Renders every screen that exists into a folder, for pages that show the program and for machines without a display.
+class Snapshots {
+public:
+    /// The preference that holds the folder; without it nothing is rendered.
+    static constexpr std::string_view folderKey = "renderSnapshots";
+    /// Also in the dark scheme, as "processes-dark.png".
+    static constexpr std::string_view darkKey = "snapshotDark";
+
+    /// Waits until a real machine has had its first samples, renders, says where and calls `done` with whether all
+    /// pictures could be written. All references outlive it.
+    Snapshots(AppModel& model, Look& look, std::vector<Screen> screens, QString folder, bool dark,
+              std::function<void(bool written)> done);
+
+private:
+    void render();
+    bool renderScheme(bool dark);
+    bool renderSections(const QString& suffix);
+
+    AppModel& model_;
+    Look& look_;
+    std::vector<Screen> screens_;
+    QString folder_;
+    bool dark_;
+    std::function<void(bool)> done_;
+    /// Pictures are of a window as new, whatever the user's own looks like.
+    WindowState state_;
+    /// Seen from the start, so that figures are as fresh as a user would get them.
+    std::unique_ptr<MainWindow> window_;
+    Subscription wait_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Preferences.h"
+#include "platform/Switches.h"
+
+namespace tolvane::desktop {
+
+/// How one run is to go, settled before anything of it exists.
+struct StartUp {
+    Switches switches;
+    /// Nothing to show windows on.
+    bool headless = false;
+    /// Without a display and without a wish, a first try shows something all the same.
+    bool picturesByDefault = false;
+
+    static constexpr const char* defaultPictures = "pictures";
+
+    /// `arguments` without the program's own name.
+    static StartUp of(const std::vector<std::string>& arguments, bool displayPresent);
+
+    /// The folder to render into; empty for a run with windows.
+    QString picturesFolder(const Preferences& preferences) const;
+    /// One line for each switch that means nothing.
+    std::vector<std::string> complaints() const;
+
+    /// Keys of preferences that the command line can set.
+    static const std::set<std::string, std::less<>>& knownKeys();
+};
+
+}  // namespace tolvane::desktop

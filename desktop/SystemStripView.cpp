@@ -1,0 +1,74 @@
+#include "desktop/SystemStripView.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+#include <QResizeEvent>
+
+#include "desktop/Words.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int stackedBelow = 560;
+constexpr int halvesGap = 32;
+constexpr int top = 13, bottom = 14;
+
+}  // namespace
+
+SystemStripView::SystemStripView(const Look& look, QWidget* parent)
+    : QScrollArea(parent),
+      look_(look),
+      content_(new QWidget),
+      memory_(new MemoryBlock(look)),
+      cpu_(new CPUBlock(look)),
+      history_(new LinkButton(look, {})) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setAutoFillBackground(false);
+
+    auto* left = new QVBoxLayout;
+    left->setSpacing(Sizes::gap);
+    left->addWidget(memory_, 1);
+    left->addWidget(history_);
+    halves_ = new QBoxLayout(QBoxLayout::LeftToRight, content_);
+    halves_->setContentsMargins(Sizes::margin, top, Sizes::margin, bottom);
+    halves_->setSpacing(halvesGap);
+    halves_->addLayout(left, 1);
+    halves_->addWidget(cpu_, 1);
+    setWidget(content_);
+    content_->setAutoFillBackground(false);
+    connect(history_, &QAbstractButton::clicked, this, &SystemStripView::historyWanted);
+}
+
+void SystemStripView::show(const SystemStrip& strip) {
+    memory_->show(strip.memory);
+    cpu_->show(strip.cpu);
+    history_->setText(words(strip.showHistory));
+    history_->setToolTip(words(strip.showHistoryTooltip));
+    history_->setAccessibleName(words(strip.showHistory));
+}
+
+void SystemStripView::setHistoryPresent(bool present) { history_->setVisible(present); }
+
+int SystemStripView::wholeHeight() const {
+    const int width = viewport()->width();
+    return halves_->hasHeightForWidth() ? halves_->totalHeightForWidth(width) : halves_->totalSizeHint().height();
+}
+
+void SystemStripView::resizeEvent(QResizeEvent* event) {
+    const bool stacked = event->size().width() < stackedBelow;
+    halves_->setDirection(stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    halves_->setSpacing(stacked ? Sizes::inspectorMargin : halvesGap);
+    QScrollArea::resizeEvent(event);
+}
+
+void SystemStripView::paintEvent(QPaintEvent* event) {
+    QScrollArea::paintEvent(event);
+    QPainter painter(viewport());
+    painter.fillRect(0, 0, viewport()->width(), 1, look_.tokens().hairline);
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QScrollArea>
+
+#include "app/screens/SystemStrip.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/CPUBlock.h"
+#include "desktop/parts/LinkButton.h"
+#include "desktop/parts/MemoryBlock.h"
+
+class QBoxLayout;
+
+namespace tolvane::desktop {
+
+/// The figures of the machine below the processes table: two halves side by side, stacked where there is too little
+/// room, scrolled where there is too little height.
+class SystemStripView : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit SystemStripView(const Look& look, QWidget* parent = nullptr);
+
+    void show(const SystemStrip& strip);
+    using QScrollArea::show;
+    /// Hidden while there is no history to show.
+    void setHistoryPresent(bool present);
+
+    /// Height of all that is in it at the present width.
+    int wholeHeight() const;
+
+signals:
+    void historyWanted();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const Look& look_;
+    QWidget* content_;
+    QBoxLayout* halves_;
+    MemoryBlock* memory_;
+    CPUBlock* cpu_;
+    LinkButton* history_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,61 @@
+#include "desktop/Toolbar.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int farMargin = 14;
+constexpr int controlsGap = Sizes::wideGap;
+
+}  // namespace
+
+Toolbar::Toolbar(const Look& look, QWidget* parent)
+    : QWidget(parent),
+      look_(look),
+      title_(new ElidedLabel(look, TextRole::title, &Tokens::text, this)),
+      whole_(new QBoxLayout(QBoxLayout::LeftToRight, this)),
+      controlsRow_(new QHBoxLayout) {
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    whole_->setContentsMargins(mirrored ? farMargin : Sizes::margin, Sizes::gap, mirrored ? Sizes::margin : farMargin,
+                               Sizes::gap + 1);
+    whole_->setSpacing(Sizes::gap);
+    whole_->addWidget(title_);
+    whole_->addLayout(controlsRow_);
+    controlsRow_->setSpacing(controlsGap);
+    controlsRow_->addStretch(1);
+    setMinimumHeight(Sizes::toolbarHeight);
+}
+
+void Toolbar::show(const QString& title, const std::vector<QWidget*>& controls) {
+    title_->setText(title);
+    for (auto* control : controls_) {
+        controlsRow_->removeWidget(control);
+        control->hide();
+    }
+    controls_ = controls;
+    for (auto* control : controls_) {
+        controlsRow_->addWidget(control);
+        control->show();
+    }
+    arrange();
+}
+
+void Toolbar::arrange() {
+    int needed = Sizes::margin + title_->sizeHint().width() + farMargin;
+    for (auto* control : controls_)
+        needed += controlsGap + std::max(control->minimumWidth(), control->minimumSizeHint().width());
+    const bool beside = needed <= width();
+    whole_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+}
+
+void Toolbar::resizeEvent(QResizeEvent*) { arrange(); }
+
+void Toolbar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(0, height() - 1, width(), 1, look_.tokens().hairline);
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+#include "app/screens/CPUSummary.h"
+#include "desktop/charts/LoadChart.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/Headline.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/ValueRows.h"
+
+namespace tolvane::desktop {
+
+/// How busy the machine is: headline, the last hour, figures.
+class CPUBlock : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CPUBlock(const Look& look, QWidget* parent = nullptr);
+
+    void show(const CPUSummary& summary);
+    using QWidget::show;
+
+private:
+    CPUSummary shown_;
+    Headline* headline_;
+    QWidget* past_;
+    LoadChart* chart_;
+    ParagraphLabel* caption_;
+    ValueRows* rows_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QAbstractButton>
+
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+/// A word in accent that does something; underlined under the pointer and with the keyboard's focus.
+class LinkButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    LinkButton(const Look& look, const QString& text, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const Look& look_;
+};
+
+}  // namespace tolvane::desktop

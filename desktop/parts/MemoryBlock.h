@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+#include "app/screens/MemorySummary.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/Gauge.h"
+#include "desktop/parts/Headline.h"
+#include "desktop/parts/ValueRows.h"
+
+namespace tolvane::desktop {
+
+/// Where the machine's memory is: headline with the pressure, gauge, figures.
+class MemoryBlock : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit MemoryBlock(const Look& look, QWidget* parent = nullptr);
+
+    void show(const MemorySummary& summary);
+    using QWidget::show;
+
+private:
+    void dress();
+
+    const Look& look_;
+    MemorySummary shown_;
+    Headline* headline_;
+    Gauge* gauge_;
+    ValueRows* rows_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/AppModel.h"
+#include "desktop/WindowState.h"
+#include "desktop/look/Look.h"
+#include "tests/fakes/SampleCast.h"
+
+namespace tolvane::desktop {
+
+/// A fake host with a model that holds the sample cast, and a look: all that a screen needs to be shown.
+struct SampleScene {
+    fakes::FakeHost fake;
+    AppModel model;
+    Look look;
+    WindowState state;
+
+    explicit SampleScene(Appearance appearance = {}, double textFactor = 1)
+        : model((fakes::SampleCast::nameApplications(*fake.world), fake.host), *fake.windows, true),
+          look(*fake.host.applications, appearance, textFactor) {
+        const auto cast = fakes::SampleCast::at(fake.clock->now());
+        model.history.set(historyOf(cast));
+        model.loadHistory.set(cast.loadHistory);
+        model.swapGrowth.set(std::int64_t{310} << 20U);
+        model.readBack.set(std::uint64_t{96} << 20U);
+        model.snapshot.set(cast.snapshot);
+    }
+
+    void showRows(std::vector<ProcRow> rows) {
+        auto next = *model.snapshot;
+        next.date += Seconds{5};
+        next.rows = std::move(rows);
+        model.snapshot.set(std::move(next));
+    }
+
+private:
+    static ProcessHistory historyOf(const fakes::SampleCast& cast) {
+        ProcessHistory history;
+        const auto ticks = cast.history.begin()->second.size();
+        for (std::size_t tick = 0; tick < ticks; ++tick) {
+            std::vector<ProcessHistory::Reading> readings;
+            for (const auto& [pid, points] : cast.history) {
+                readings.push_back({pid, points[tick].footprint, points[tick].compressed, points[tick].cpu});
+            }
+            history.record(readings, cast.history.begin()->second[tick].date);
+        }
+        return history;
+    }
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "platform/ProcessInspection.h"
+
+namespace tolvane::fakes {
+
+/// Passes every question on; a test overrides the one that it wants to come between.
+class ForwardingInspection : public ProcessInspection {
+public:
+    explicit ForwardingInspection(std::unique_ptr<ProcessInspection> inner) : inner_(std::move(inner)) {}
+
+    double nanosPerTick() const override { return inner_->nanosPerTick(); }
+    std::vector<Pid> allPids() override { return inner_->allPids(); }
+    std::optional<BSDRecord> bsdRecord(Pid pid) override { return inner_->bsdRecord(pid); }
+    std::optional<UsageRecord> usage(Pid pid) override { return inner_->usage(pid); }
+    std::optional<Text> executablePath(Pid pid) override { return inner_->executablePath(pid); }
+    std::optional<std::string> argumentsBlock(Pid pid) override { return inner_->argumentsBlock(pid); }
+    std::optional<MemoryRecord> memoryRecord(Pid pid) override { return inner_->memoryRecord(pid); }
+    std::optional<Text> workingDirectory(Pid pid) override { return inner_->workingDirectory(pid); }
+    std::optional<bool> belongsToSystem(Pid pid) override { return inner_->belongsToSystem(pid); }
+    std::vector<int> listeningPorts(Pid pid) override { return inner_->listeningPorts(pid); }
+
+private:
+    std::unique_ptr<ProcessInspection> inner_;
+};
+
+}  // namespace tolvane::fakes

@@ -1,0 +1,52 @@
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include "platform/linux/makeLinuxHost.h"
+#include "tests/platform_linux/ChildProcess.h"
+#include "tests/platform_linux/TemporaryFolder.h"
+
+namespace tolvane::linuxhost {
+
+using ::testing::NotNull;
+
+TEST(MakeLinuxHost, everyPartIsThere) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {});
+    EXPECT_THAT(host.machine, NotNull());
+    EXPECT_THAT(host.control, NotNull());
+    EXPECT_THAT(host.applications, NotNull());
+    EXPECT_THAT(host.frontmost, NotNull());
+    EXPECT_THAT(host.pressure, NotNull());
+    EXPECT_THAT(host.preferences, NotNull());
+    EXPECT_THAT(host.clock, NotNull());
+    EXPECT_THAT(host.log, NotNull());
+    EXPECT_EQ(host.folders->applicationSupport(), home.at(".local/share"));
+    EXPECT_EQ(host.selfPID, ::getpid());
+    EXPECT_EQ(host.uid, ::getuid());
+}
+
+TEST(MakeLinuxHost, preferencesLieInTheConfigurationFolderBelowTheOverrides) {
+    const TemporaryFolder home;
+    const Host host =
+        makeLinuxHost(environmentOf({{"HOME", home.path()}, {"XDG_CONFIG_HOME", home.at("config")}}), {{"demo", true}});
+    EXPECT_EQ(host.preferences->get<bool>("demo"), true);
+    EXPECT_FALSE(home.has("config"));
+    host.preferences->set("rulesPaused", true);
+    EXPECT_TRUE(home.has("config/Tolvane/dev.tolvane.Tolvane.plist"));
+}
+
+TEST(MakeLinuxHost, aProcessIsLoweredByTheStartTimeThatReadersGive) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {});
+    const ChildProcess child([](const ChildProcess::Line& line) {
+        line.tell();
+        line.hear();
+    });
+    ASSERT_TRUE(child.line().hear());
+    const auto record = host.makeInspection()->bsdRecord(child.pid());
+    ASSERT_TRUE(record);
+    EXPECT_TRUE(host.control->lowerPriority({.pid = child.pid(), .startTime = record->startTime}));
+    EXPECT_TRUE(host.control->restorePriority({.pid = child.pid(), .startTime = record->startTime}));
+}
+
+}  // namespace tolvane::linuxhost
