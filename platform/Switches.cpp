@@ -1,8 +1,9 @@
 #include "platform/Switches.h"
 
 #include <algorithm>
-#include <charconv>
+#include <locale>
 #include <optional>
+#include <sstream>
 
 namespace tolvane {
 
@@ -31,11 +32,15 @@ bool isDecimal(std::string_view text) {
            std::ranges::all_of(number, [](char letter) { return isDigit(letter) || letter == '.'; });
 }
 
+/// With a point whatever the user's locale. By a stream, since not every standard library reads doubles from
+/// characters.
 template <typename Number>
 std::optional<Number> number(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    stream.imbue(std::locale::classic());
     Number value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    stream >> value;
+    if (stream.fail() || stream.peek() != std::istringstream::traits_type::eof()) return std::nullopt;
     return value;
 }
 
