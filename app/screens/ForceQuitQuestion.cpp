@@ -3,9 +3,9 @@
 namespace tolvane {
 
 ForceQuitQuestion ForceQuitQuestion::of(const std::vector<Line>& lines, std::string_view locale) {
-    const auto what = lines.size() == 1 ? lines.front().title : std::string("any of them");
     return {.title = Line::forceQuitQuestion(lines, locale),
-            .message = "Unsaved work in " + what + " will be lost.",
+            .message = lines.size() == 1 ? "Unsaved work in " + lines.front().title + " will be lost."
+                                         : "Unsaved work in any of them will be lost.",
             .action = "Force Quit"};
 }
 

@@ -87,7 +87,7 @@ const icu::RelativeDateTimeFormatter* Formatters::relative() {
 }
 
 const icu::DateFormat* Formatters::date(DateForm form, std::string_view zone) {
-    auto& ofForm = dates_[static_cast<int>(form)];
+    auto& ofForm = dates_[static_cast<std::size_t>(form)];
     const auto found = ofForm.find(zone);
     if (found != ofForm.end()) return found->second.get();
     auto made = makeDate(form);

@@ -7,6 +7,7 @@
 #include <unicode/numberformatter.h>
 #include <unicode/reldatefmt.h>
 
+#include <array>
 #include <map>
 #include <memory>
 #include <string>
@@ -44,7 +45,8 @@ private:
     std::unique_ptr<icu::ListFormatter> list_;
     std::map<UMeasureFormatWidth, std::unique_ptr<icu::MeasureFormat>> measures_;
     std::unique_ptr<icu::RelativeDateTimeFormatter> relative_;
-    std::map<std::string, std::unique_ptr<icu::DateFormat>, std::less<>> dates_[3];
+    /// By form, then by zone.
+    std::array<std::map<std::string, std::unique_ptr<icu::DateFormat>, std::less<>>, 3> dates_;
 };
 
 /// The zone of that identifier, or the machine's own for the empty one.

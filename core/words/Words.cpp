@@ -42,17 +42,13 @@ std::vector<icu::Measure> measuresOf(std::int64_t minutes) {
     constexpr std::int64_t perHour = 60;
     constexpr std::int64_t perDay = 24 * perHour;
     std::vector<icu::Measure> measures;
-    const auto add = [&](std::int64_t amount, icu::MeasureUnit* unit) {
-        UErrorCode status = U_ZERO_ERROR;
-        measures.emplace_back(icu::Formattable(amount), unit, status);
+    UErrorCode status = U_ZERO_ERROR;
+    const auto add = [&](std::int64_t amount, icu::MeasureUnit* adopted) {
+        measures.emplace_back(icu::Formattable(amount), adopted, status);
     };
-    if (minutes >= perDay) add(minutes / perDay, new icu::MeasureUnit(icu::MeasureUnit::getDay()));
-    if (minutes % perDay >= perHour) {
-        add(minutes % perDay / perHour, new icu::MeasureUnit(icu::MeasureUnit::getHour()));
-    }
-    if (minutes % perHour > 0 || measures.empty()) {
-        add(minutes % perHour, new icu::MeasureUnit(icu::MeasureUnit::getMinute()));
-    }
+    if (minutes >= perDay) add(minutes / perDay, icu::MeasureUnit::createDay(status));
+    if (minutes % perDay >= perHour) add(minutes % perDay / perHour, icu::MeasureUnit::createHour(status));
+    if (minutes % perHour > 0 || measures.empty()) add(minutes % perHour, icu::MeasureUnit::createMinute(status));
     return measures;
 }
 
