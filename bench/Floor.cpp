@@ -32,9 +32,9 @@ bool Floor::readInto(Row& row) {
     // Kernel threads have neither memory nor links; asking would only make the floor dearer than it need be.
     if (stat->isKernelThread()) return true;
     auto pages = files_.read(PidPath(row.pid, "statm")).value_or(std::string_view{});
-    linuxhost::takeWord(pages);
-    const auto resident = linuxhost::Scan::figure(linuxhost::takeWord(pages)).value_or(0);
-    const auto shared = linuxhost::Scan::figure(linuxhost::takeWord(pages)).value_or(0);
+    linuxhost::Scan::word(pages);
+    const auto resident = linuxhost::Scan::figure(linuxhost::Scan::word(pages)).value_or(0);
+    const auto shared = linuxhost::Scan::figure(linuxhost::Scan::word(pages)).value_or(0);
     row.anonymous = (resident - shared) * 4096;
     if (const auto link = files_.readLink(PidPath(row.pid, "exe"))) row.executable = *link;
     if (const auto link = files_.readLink(PidPath(row.pid, "cwd"))) row.folder = *link;

@@ -71,9 +71,12 @@ LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* pare
 void LineTree::buildHeader() {
     setHeader(header_);
     header_->setSectionResizeMode(QHeaderView::Fixed);
+    header_->setSectionsClickable(true);
     header_->setSortIndicatorShown(true);
     addScrollBarWidget(new HeadSpace(*header_, this), Qt::AlignTop);
     connect(header_, &QHeaderView::sectionClicked, this, [this](int clicked) {
+        /// The toolkit has already moved its arrow to whatever was clicked.
+        header_->setSortIndicator(sortedColumn_, sortOrder_);
         if (column(clicked).sortsBy) emit headClicked(clicked);
     });
     connect(header_, &LineHeader::widthDragged, this, [this](int section, int width) {
@@ -148,7 +151,8 @@ void LineTree::selectionByUser() {
 void LineTree::setSorting(int column, bool ascending) {
     sortedColumn_ = column;
     delegate_->setSortedColumn(column);
-    header_->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    sortOrder_ = ascending ? Qt::AscendingOrder : Qt::DescendingOrder;
+    header_->setSortIndicator(column, sortOrder_);
     fitColumns();
     viewport()->update();
 }

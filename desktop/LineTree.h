@@ -73,6 +73,7 @@ private:
     bool taking_ = false;
     bool pressed_ = false;
     int sortedColumn_ = -1;
+    Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
     QPersistentModelIndex hovered_;
     std::map<int, int> chosenWidths_;
     /// Columns that met a figure wider than their sample.

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <utility>
 
-#include "desktop/MainWindow.h"
 #include "desktop/Words.h"
 
 namespace tolvane::desktop {
@@ -37,7 +36,10 @@ Snapshots::Snapshots(AppModel& model, Look& look, std::vector<Screen> screens, Q
       folder_(std::move(folder)),
       dark_(dark),
       done_(std::move(done)),
-      wait_(model.host().clock->after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {}
+      window_(std::make_unique<MainWindow>(model, look, state_, screens_)),
+      wait_(model.host().clock->after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {
+    window_->show();
+}
 
 void Snapshots::render() {
     bool written = QDir().mkpath(folder_);
@@ -56,12 +58,10 @@ bool Snapshots::renderScheme(bool dark) {
 }
 
 bool Snapshots::renderSections(const QString& suffix) {
-    MainWindow window(model_, look_, state_, screens_);
-    window.show();
     bool written = true;
     for (const auto& screen : screens_) {
         model_.section.set(screen.section);
-        written = save(window, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
+        written = save(*window_, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
     }
     return written;
 }

@@ -2,10 +2,12 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "app/AppModel.h"
+#include "desktop/MainWindow.h"
 #include "desktop/Screen.h"
 #include "desktop/WindowState.h"
 #include "desktop/look/Look.h"
@@ -39,6 +41,8 @@ private:
     std::function<void(bool)> done_;
     /// Pictures are of a window as new, whatever the user's own looks like.
     WindowState state_;
+    /// Seen from the start, so that figures are as fresh as a user would get them.
+    std::unique_ptr<MainWindow> window_;
     Subscription wait_;
 };
 

@@ -98,29 +98,15 @@ bool readOptional(ondemand::value source, std::optional<Value>& value, Reading& 
     return read(source, value.emplace(), reading);
 }
 
-/// The position of the field that a key names; the one at `expected` is tried first, since records are mostly read as
-/// they were written. `fieldCount` for a key that names none.
+/// The position of the field that a key names; `fieldCount` for a key that names none.
 template <Described Record>
-std::size_t fieldNamed(ondemand::field& field, std::size_t expected) {
+std::size_t fieldNamed(ondemand::field& field) {
     const auto& names = fieldNames<Record>;
-    const auto raw = field.key();
-    if (expected < names.size() && raw.unsafe_is_equal(names[expected])) return expected;
-    for (std::size_t index = 0; index < names.size(); ++index) {
-        if (raw.unsafe_is_equal(names[index])) return index;
-    }
-    // Escapes, which nobody writes in keys, but which are allowed there.
     std::string_view key;
     if (field.unescaped_key().get(key) != simdjson::SUCCESS) return names.size();
     std::size_t index = 0;
     while (index < names.size() && names[index] != key) ++index;
     return index;
-}
-
-template <Described Record>
-bool readMember(ondemand::value source, std::size_t index, Record& record, Reading& reading) {
-    const bool done =
-        withField<Record>(index, [&](const auto& field) { return read(source, record.*field.member, reading); });
-    return done || reading.within(fieldNames<Record>[index]);
 }
 
 template <Described Record>
@@ -143,27 +129,82 @@ bool hasAllFields(std::uint64_t seen, Reading& reading) {
     return reading.within(fieldNames<Record>[static_cast<std::size_t>(std::countr_zero(missing))]);
 }
 
+/// Reads the fields of one object.
+template <Described Record>
+class RecordReader {
+public:
+    RecordReader(ondemand::object& object, Record& record, Reading& reading)
+        : object_(object), record_(record), reading_(reading) {}
+
+    bool run() {
+        if (object_.begin().get(next_) || object_.end().get(end_)) return reading_.fail("not an object");
+        return take() && readInOrder(std::make_index_sequence<fieldCount<Record>>{}) && readOthers() &&
+               hasAllFields<Record>(seen_, reading_);
+    }
+
+private:
+    /// Makes the next field the current one.
+    bool take() {
+        isAtEnd_ = !(next_ != end_);
+        if (isAtEnd_) return true;
+        const auto error = (*next_).get(field_);
+        return !error || reading_.fail(error);
+    }
+    bool advance() {
+        ++next_;
+        return take();
+    }
+
+    /// Records are mostly read as they were written: one pass over the fields in their order finds most of them, with
+    /// names and types that the compiler knows.
+    template <std::size_t... Index>
+    bool readInOrder(std::index_sequence<Index...>) {
+        return (readIfNamed<Index>() && ...);
+    }
+    template <std::size_t Index>
+    bool readIfNamed() {
+        constexpr auto name = fieldNames<Record>[Index];
+        if (isAtEnd_ || !field_.key().unsafe_is_equal(name)) return true;
+        return readAs<Index>() && advance();
+    }
+    template <std::size_t Index>
+    bool readAs() {
+        constexpr auto& field = std::get<Index>(Fields<Record>::fields);
+        seen_ |= std::uint64_t{1} << Index;
+        return read(field_.value(), record_.*field.member, reading_) || reading_.within(field.name);
+    }
+
+    /// What is left, in any order.
+    bool readOthers() {
+        while (!isAtEnd_) {
+            if (!readOther(fieldNamed<Record>(field_)) || !advance()) return false;
+        }
+        return true;
+    }
+    bool readOther(std::size_t index) {
+        if (index == fieldCount<Record>) return skip(field_.value(), reading_);
+        return [&]<std::size_t... Index>(std::index_sequence<Index...>) {
+            return ((Index != index || readAs<Index>()) && ...);
+        }(std::make_index_sequence<fieldCount<Record>>{});
+    }
+
+    ondemand::object& object_;
+    Record& record_;
+    Reading& reading_;
+    ondemand::object_iterator next_;
+    ondemand::object_iterator end_;
+    ondemand::field field_;
+    bool isAtEnd_ = false;
+    std::uint64_t seen_ = 0;
+};
+
 /// `Source` is a value or a whole document.
 template <Described Record, typename Source>
 bool readRecord(Source&& source, Record& record, Reading& reading) {
     static_assert(fieldCount<Record> < 64);
     ondemand::object object;
     if (source.get_object().get(object) != simdjson::SUCCESS) return reading.fail("not an object");
-    std::uint64_t seen = 0;
-    std::size_t expected = 0;
-    for (auto next : object) {
-        ondemand::field field;
-        if (const auto error = std::move(next).get(field)) return reading.fail(error);
-        const std::size_t index = fieldNamed<Record>(field, expected);
-        if (index == fieldCount<Record>) {
-            if (!skip(field.value(), reading)) return false;
-            continue;
-        }
-        if (!readMember(field.value(), index, record, reading)) return false;
-        seen |= std::uint64_t{1} << index;
-        expected = index + 1;
-    }
-    return hasAllFields<Record>(seen, reading);
+    return RecordReader<Record>(object, record, reading).run();
 }
 
 /// Which of the names an object's keys are, as bits; unknown keys count nothing.

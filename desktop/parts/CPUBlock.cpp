@@ -9,6 +9,7 @@ namespace tolvane::desktop {
 CPUBlock::CPUBlock(const Look& look, QWidget* parent)
     : QWidget(parent),
       headline_(new Headline(look, this)),
+      past_(new QWidget(this)),
       chart_(new LoadChart(look, this)),
       caption_(new ParagraphLabel(look, TextRole::caption, &Tokens::text2, this)),
       rows_(new ValueRows(look, Sizes::rowSpacing, this)) {
@@ -16,23 +17,23 @@ CPUBlock::CPUBlock(const Look& look, QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(headline_);
-    column->addSpacing(Sizes::rowInset);
-    column->addWidget(chart_);
-    column->addSpacing(Sizes::step);
-    column->addWidget(caption_);
+    column->addWidget(past_);
     column->addSpacing(Sizes::rowInset);
     column->addWidget(rows_);
     column->addStretch();
-    chart_->hide();
-    caption_->hide();
+    auto* past = new QVBoxLayout(past_);
+    past->setContentsMargins(0, Sizes::rowInset, 0, 0);
+    past->setSpacing(Sizes::step);
+    past->addWidget(chart_);
+    past->addWidget(caption_);
+    past_->hide();
 }
 
 void CPUBlock::show(const CPUSummary& summary) {
     if (summary == shown_) return;
     shown_ = summary;
     headline_->show(words(summary.headline), words(summary.busyNow));
-    chart_->setVisible(!summary.chart.empty());
-    caption_->setVisible(!summary.chart.empty());
+    past_->setVisible(!summary.chart.empty());
     chart_->show(summary.chart);
     chart_->setToolTip(words(summary.chartText));
     chart_->setAccessibleName(words(summary.chartText));

@@ -24,6 +24,7 @@ public:
 private:
     CPUSummary shown_;
     Headline* headline_;
+    QWidget* past_;
     LoadChart* chart_;
     ParagraphLabel* caption_;
     ValueRows* rows_;
