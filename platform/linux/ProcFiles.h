@@ -17,6 +17,8 @@ namespace tolvane::linuxhost {
 class PidPath {
 public:
     PidPath(Pid pid, std::string_view leaf);
+    /// Implicit: it stands wherever a path goes.
+    // NOLINTNEXTLINE(google-explicit-constructor)
     operator const char*() const { return text_.data(); }
 
 private:
