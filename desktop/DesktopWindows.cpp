@@ -46,8 +46,10 @@ bool concernsVisibility(QEvent::Type type) {
         case QEvent::Show:
         case QEvent::Hide:
         case QEvent::WindowStateChange:
-        case QEvent::PlatformSurface: return true;
-        default: return false;
+        case QEvent::PlatformSurface:
+            return true;
+        default:
+            return false;
     }
 }
 

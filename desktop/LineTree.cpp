@@ -46,7 +46,8 @@ LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* pare
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setAllColumnsShowFocus(true);
+    /// The ring around a whole row is drawn here, and only when the keyboard is used.
+    setAllColumnsShowFocus(false);
     setExpandsOnDoubleClick(true);
     setMouseTracking(true);
     setIndentation(Sizes::treeIndent);

@@ -1,11 +1,16 @@
 #include "desktop/ProcessesPage.h"
 
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QGuiApplication>
 #include <QShortcut>
 #include <QShowEvent>
 #include <QSplitter>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "desktop/LineMenu.h"
 #include "desktop/Words.h"
 #include "desktop/parts/HairlineSplitter.h"
 
@@ -111,6 +116,8 @@ void ProcessesPage::connectControls() {
     connect(tree_, &LineTree::headClicked, this, &ProcessesPage::sortByColumn);
     connect(tree_, &LineTree::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
     connect(tree_, &LineTree::selectedIdsChanged, this, [this] { model_.selectedLines.set(tree_->selectedIds()); });
+    tree_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
     connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });
 }
@@ -166,6 +173,23 @@ void ProcessesPage::showInspector() {
     } else {
         inspected_.show(selected.front());
         inspector_->show(inspected_.content());
+    }
+}
+
+/// Rows stand still while the menu is open, and what it acts on was settled when it opened.
+void ProcessesPage::openMenu(QPoint position) {
+    const auto clicked = view_.selected(tree_->lineModel().lines());
+    const auto& rows = model_.snapshot->rows;
+    const auto items = offeredItems(ProcessActions::menuOf(clicked, rows),
+                                    {ProcessAction::copyCommand, ProcessAction::showWorkingFolder});
+    if (items.empty()) return;
+    const auto subject = ProcessActions::of(clicked.front(), rows);
+    tree_->hold(true);
+    const auto action = askMenu(look_, items, tree_->viewport()->mapToGlobal(position), tree_);
+    tree_->hold(false);
+    if (action == ProcessAction::copyCommand) QGuiApplication::clipboard()->setText(words(subject.command));
+    if (action == ProcessAction::showWorkingFolder && subject.workingFolder) {
+        QDesktopServices::openUrl(QUrl::fromLocalFile(words(*subject.workingFolder)));
     }
 }
 

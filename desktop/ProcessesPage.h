@@ -58,6 +58,7 @@ private:
     void showSorting();
     void sortByColumn(int column);
     void showInspector();
+    void openMenu(QPoint position);
     void carryOut(ProcessAction action);
     void fitStrip();
 

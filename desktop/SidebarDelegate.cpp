@@ -60,7 +60,8 @@ void SidebarDelegate::paintSection(QPainter& painter, const QStyleOptionViewItem
     auto ground = option;
     ground.rect = option.rect.adjusted(Sizes::sidebarInset, 0, -Sizes::sidebarInset - 1, 0);
     const bool selected = option.state.testFlag(QStyle::State_Selected);
-    if (!selected) ground.state.setFlag(QStyle::State_Selected, false);
+    /// Views call themselves inactive without the focus; what counts is the window.
+    ground.state.setFlag(QStyle::State_Active, option.widget && option.widget->isActiveWindow());
     StyleViews::drawRow(painter, ground, ground.rect, Sizes::controlRadius, tokens);
     if (option.state.testFlag(QStyle::State_HasFocus)) StyleViews::drawFocus(painter, ground, tokens);
 

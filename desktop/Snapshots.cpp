@@ -16,7 +16,8 @@ constexpr Seconds demoWait{1}, realWait{8};
 constexpr int turnsToSettle = 5;
 
 void settle() {
-    for (int turn = 0; turn < turnsToSettle; ++turn) QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
+    for (int turn = 0; turn < turnsToSettle; ++turn)
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
 }
 
 bool save(QWidget& widget, const QString& path) {

@@ -25,9 +25,7 @@ using namespace tolvane::desktop;
 
 namespace {
 
-bool displayPresent() {
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-}
+bool displayPresent() { return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"); }
 
 /// Pictures need no screen, and are to be sharp on every one. A display that cannot be reached is none.
 void choosePlatform(bool headless, bool pictures) {

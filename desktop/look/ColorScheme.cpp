@@ -42,30 +42,30 @@ QDBusMessage question(const QString& key) {
 
 }  // namespace
 
-ColorScheme::ColorScheme(std::function<void(Appearance)> changed) {
+ColorScheme::ColorScheme(std::function<void(Appearance)> changed, QDBusConnection bus) : bus_(std::move(bus)) {
     appearance_.dark = paletteIsDark();
     listen();
     changed_ = std::move(changed);
 }
 
 void ColorScheme::listen() {
-    auto bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return;
-    bus.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    if (!bus_.isConnected()) return;
+    // A slot whose argument types are not known by name yet is not connected.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
+    bus_.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
+                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     for (const auto* key : {"color-scheme", "contrast", "reduced-motion"}) ask(QString::fromLatin1(key));
 }
 
 /// A portal that runs answers at once, so that the first window has the right colours; one that has to be started
 /// answers later.
 void ColorScheme::ask(const QString& key) {
-    auto bus = QDBusConnection::sessionBus();
-    if (bus.interface()->isServiceRegistered(service)) {
-        const auto reply = bus.call(question(key), QDBus::Block, patienceMilliseconds);
+    if (bus_.interface()->isServiceRegistered(service)) {
+        const auto reply = bus_.call(question(key), QDBus::Block, patienceMilliseconds);
         if (reply.type() == QDBusMessage::ReplyMessage) take(key, number(reply.arguments().value(0)));
         return;
     }
-    auto* call = new QDBusPendingCallWatcher(bus.asyncCall(question(key)), this);
+    auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(question(key)), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, key] { answered(call, key); });
 }
 

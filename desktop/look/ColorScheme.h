@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
@@ -18,7 +19,7 @@ class ColorScheme : public QObject {
 
 public:
     /// `changed` is called on every change after construction. Ask before the program sets a palette of its own.
-    explicit ColorScheme(std::function<void(Appearance)> changed);
+    explicit ColorScheme(std::function<void(Appearance)> changed, QDBusConnection bus = QDBusConnection::sessionBus());
 
     Appearance appearance() const { return appearance_; }
 
@@ -31,6 +32,7 @@ private:
     void answered(QDBusPendingCallWatcher* call, const QString& key);
     void take(const QString& key, unsigned value);
 
+    QDBusConnection bus_;
     std::function<void(Appearance)> changed_;
     Appearance appearance_;
 };

@@ -208,7 +208,8 @@ TEST_F(ProcessesPageTest, figuresFitTheirColumns) {
         const auto& traits = processColumns[static_cast<std::size_t>(column)];
         const int needed = figures.horizontalAdvance(words(traits.widestSample)) + Sizes::columnGap;
         EXPECT_GE(header->sectionSize(column), needed) << traits.title;
-        const int head = QFontMetrics(scene.look.fonts().font(TextRole::caption)).horizontalAdvance(words(traits.title));
+        const int head =
+            QFontMetrics(scene.look.fonts().font(TextRole::caption)).horizontalAdvance(words(traits.title));
         EXPECT_GE(header->sectionSize(column), head + Sizes::columnGap) << traits.title;
     }
     EXPECT_GE(header->sectionSize(0), Sizes::nameLeast);

@@ -1,0 +1,160 @@
+#include "desktop/MainWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+
+#include "desktop/DesktopWindows.h"
+#include "desktop/ProcessesPage.h"
+#include "desktop/Screens.h"
+#include "tests/desktop/Pointer.h"
+#include "tests/desktop/SampleScene.h"
+
+namespace tolvane::desktop {
+namespace {
+
+class EmptyPage : public Page {
+public:
+    using Page::Page;
+    std::vector<QWidget*> controls() override { return {}; }
+};
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    MainWindowTest() { scene.look.install(); }
+    std::vector<Screen> screens() {
+        auto all = allScreens(scene.model, scene.look, scene.state, "en_US");
+        all.push_back({AppSection::rules, [this](QWidget* parent) {
+                           ++made;
+                           return new EmptyPage(parent);
+                       }});
+        return all;
+    }
+
+    SampleScene scene;
+    int made = 0;
+};
+
+TEST_F(MainWindowTest, isTheOneThatScriptsAndPlatesKnow) {
+    const MainWindow window(scene.model, scene.look, scene.state, screens());
+    EXPECT_EQ(window.windowTitle(), "Tolvane");
+    EXPECT_EQ(window.objectName(), "main");
+    EXPECT_EQ(window.size(), QSize(1040, 640));
+    EXPECT_EQ(window.minimumSize(), QSize(900, 480));
+}
+
+TEST_F(MainWindowTest, showsOnlySectionsWhoseScreensExist) {
+    const MainWindow window(scene.model, scene.look, scene.state, screens());
+    const auto* model = window.findChild<Sidebar*>()->model();
+    ASSERT_EQ(model->rowCount(), 4);
+    EXPECT_EQ(model->index(0, 0).data().toString(), "Now");
+    EXPECT_EQ(model->index(1, 0).data().toString(), "Processes");
+    EXPECT_EQ(model->index(2, 0).data().toString(), "Automation");
+    EXPECT_EQ(model->index(3, 0).data().toString(), "Rules");
+    EXPECT_FALSE(model->flags(model->index(0, 0)).testFlag(Qt::ItemIsSelectable));
+}
+
+TEST_F(MainWindowTest, makesAScreenWhenItIsFirstShown) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    EXPECT_EQ(made, 0);
+    scene.model.section.set(AppSection::rules);
+    scene.model.section.set(AppSection::processes);
+    scene.model.section.set(AppSection::rules);
+    EXPECT_EQ(made, 1);
+}
+
+TEST_F(MainWindowTest, theSidebarAndTheModelFollowEachOther) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    window.show();
+    auto* sidebar = window.findChild<Sidebar*>();
+    sidebar->setCurrentIndex(sidebar->model()->index(3, 0));
+    EXPECT_EQ(*scene.model.section, AppSection::rules);
+    scene.model.section.set(AppSection::processes);
+    EXPECT_EQ(sidebar->currentIndex().data().toString(), "Processes");
+    type(*sidebar, Qt::Key_Down);
+    EXPECT_EQ(*scene.model.section, AppSection::rules) << "arrow keys pass over headings";
+}
+
+TEST_F(MainWindowTest, aBadgeCountsTheRulesThatAreOn) {
+    const MainWindow window(scene.model, scene.look, scene.state, screens());
+    const auto* model = window.findChild<Sidebar*>()->model();
+    scene.model.rules.set({Rule{.enabled = true}, Rule{.enabled = false}});
+    EXPECT_EQ(model->index(3, 0).data(Qt::AccessibleTextRole).toString(), "Rules, 1");
+    scene.model.rules.set({});
+    EXPECT_EQ(model->index(3, 0).data(Qt::AccessibleTextRole).toString(), "Rules");
+}
+
+TEST_F(MainWindowTest, aSectionWithoutAScreenLeavesTheOneThatIsShown) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    window.show();
+    scene.model.section.set(AppSection::history);
+    EXPECT_TRUE(window.findChild<ProcessesPage*>()->isVisible());
+}
+
+TEST_F(MainWindowTest, sizesComeBack) {
+    {
+        MainWindow window(scene.model, scene.look, scene.state, screens());
+        window.resize(1200, 700);
+        window.show();
+    }
+    const MainWindow again(scene.model, scene.look, scene.state, screens());
+    EXPECT_EQ(again.size(), QSize(1200, 700));
+}
+
+TEST_F(MainWindowTest, comesForwardWhenItIsAskedFor) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    scene.model.open(AppSection::processes);
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(MainWindowTest, controlsWrapBelowTheTitleWhenTheyDoNotFit) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    window.show();
+    turnLoop();
+    auto* toolbar = window.findChild<Toolbar*>();
+    const int before = toolbar->height();
+    EXPECT_EQ(before, Sizes::toolbarHeight);
+    toolbar->setFixedWidth(360);
+    turnLoop();
+    EXPECT_GT(toolbar->height(), before);
+}
+
+TEST_F(MainWindowTest, everyButtonSaysWhatItIs) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    window.show();
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        EXPECT_FALSE(button->accessibleName().isEmpty() && button->text().isEmpty())
+            << button->metaObject()->className();
+    }
+}
+
+TEST_F(MainWindowTest, changesItsColoursWithoutARestart) {
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    window.show();
+    turnLoop();
+    const auto ground = [&] { return window.grab().toImage().pixelColor(400, 30); };
+    EXPECT_EQ(ground(), lightTokens.window);
+    scene.look.setAppearance({.dark = true});
+    turnLoop();
+    EXPECT_EQ(ground(), darkTokens.window);
+    EXPECT_EQ(window.grab().toImage().pixelColor(5, 600), darkTokens.sidebar);
+}
+
+TEST_F(MainWindowTest, windowsTellWhetherTheyCanBeSeen) {
+    DesktopWindows windows;
+    int told = 0;
+    const auto subscription = windows.onChange([&] { ++told; });
+    EXPECT_FALSE(windows.anyVisible());
+    MainWindow window(scene.model, scene.look, scene.state, screens());
+    window.show();
+    turnLoop();
+    EXPECT_TRUE(windows.anyVisible());
+    EXPECT_EQ(told, 1);
+    window.hide();
+    turnLoop();
+    EXPECT_FALSE(windows.anyVisible());
+    EXPECT_EQ(told, 2);
+}
+
+}  // namespace
+}  // namespace tolvane::desktop

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QRadioButton>
+
+#include "desktop/LineDelegate.h"
+#include "desktop/look/TextLine.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/Gauge.h"
+#include "desktop/parts/Paragraph.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "tests/desktop/Pointer.h"
+#include "tests/desktop/SampleScene.h"
+
+namespace tolvane::desktop {
+namespace {
+
+class PartsTest : public ::testing::Test {
+protected:
+    PartsTest() { scene.look.install(); }
+    SampleScene scene;
+};
+
+TEST_F(PartsTest, arrowKeysMoveThroughAPicker) {
+    SegmentedPicker picker(scene.look, "Group", {"One", "Two", "Three"});
+    picker.setChoice(0);
+    picker.show();
+    int chosen = -1;
+    QObject::connect(&picker, &SegmentedPicker::chosen, &picker, [&](int index) { chosen = index; });
+    auto* first = picker.findChildren<QRadioButton*>().front();
+    turnLoop();
+    first->setFocus();
+    type(*first, Qt::Key_Right);
+    EXPECT_EQ(chosen, 1);
+    EXPECT_EQ(picker.choice(), 1);
+}
+
+TEST_F(PartsTest, screenReadersMeetRadioButtonsInAPicker) {
+    SegmentedPicker picker(scene.look, "Group", {"One", "Two"});
+    EXPECT_EQ(picker.accessibleName(), "Group");
+    auto* segment = picker.findChildren<QRadioButton*>().front();
+    const auto* spoken = QAccessible::queryAccessibleInterface(segment);
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->role(), QAccessible::RadioButton);
+}
+
+TEST_F(PartsTest, choosingASegmentMovesNone) {
+    SegmentedPicker picker(scene.look, "Group", {"One", "Two"});
+    picker.setChoice(0);
+    const auto before = picker.sizeHint();
+    picker.setChoice(1);
+    EXPECT_EQ(picker.sizeHint(), before);
+}
+
+TEST_F(PartsTest, gaugesStayWithinTheirTrack) {
+    Gauge gauge(scene.look);
+    gauge.show(7, lightTokens.green, {});
+    EXPECT_EQ(gauge.fraction(), 1);
+    gauge.show(-1, lightTokens.green, {});
+    EXPECT_EQ(gauge.fraction(), 0);
+}
+
+TEST_F(PartsTest, labelsGiveWayWhenThereIsNoRoom) {
+    ElidedLabel label(scene.look, TextRole::body, &Tokens::text);
+    label.setText("a rather long text for a narrow place");
+    label.resize(40, 18);
+    EXPECT_TRUE(label.isElided());
+    label.resize(label.sizeHint());
+    EXPECT_FALSE(label.isElided());
+}
+
+TEST_F(PartsTest, paragraphsKeepTheLineHeightOfTheScale) {
+    const auto& fonts = scene.look.fonts();
+    const Paragraph narrow("one two three four five six seven eight", fonts, TextRole::body, 60);
+    EXPECT_GT(narrow.lines(), 3);
+    EXPECT_EQ(narrow.height(), narrow.lines() * fonts.lineHeight(TextRole::body));
+}
+
+TEST_F(PartsTest, aDetailIsWholeOrItsLastPartOrNothing) {
+    const QFontMetrics metrics(scene.look.fonts().font(TextRole::small));
+    const QString path("~/Developer/docs-site");
+    const auto last = QChar(0x2026) + QStringLiteral("/docs-site");
+    EXPECT_EQ(LineDetail::fitting(path, 1000, metrics).shown, path);
+    EXPECT_TRUE(LineDetail::fitting(path, 1000, metrics).isWhole);
+    EXPECT_EQ(LineDetail::fitting(path, metrics.horizontalAdvance(last), metrics).shown, last);
+    EXPECT_EQ(LineDetail::fitting(path, 10, metrics).shown, "");
+    EXPECT_EQ(LineDetail::fitting("5 processes", 20, metrics).shown, "");
+    EXPECT_TRUE(LineDetail::fitting("", 0, metrics).isWhole);
+}
+
+TEST(TextLine, aNameStaysOnItsLine) {
+    EXPECT_EQ(oneLine("tab\tnew\nline\x01"), "tab new line ");
+    EXPECT_EQ(oneLine(QString::fromUtf8("שלום 🎉")), QString::fromUtf8("שלום 🎉"));
+}
+
+}  // namespace
+}  // namespace tolvane::desktop

@@ -1,0 +1,36 @@
+#include "desktop/StartUp.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/fakes/FakeHost.h"
+
+namespace tolvane::desktop {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(StartUp, withoutADisplayAndWithoutAWishRendersPictures) {
+    const fakes::FakeHost fake;
+    EXPECT_EQ(StartUp::of({}, false).picturesFolder(*fake.host.preferences), "pictures");
+    EXPECT_EQ(StartUp::of({}, true).picturesFolder(*fake.host.preferences), "");
+    EXPECT_EQ(StartUp::of({"-openInterval", "2"}, false).picturesFolder(*fake.host.preferences), "");
+}
+
+TEST(StartUp, rendersIntoTheFolderThatThePreferenceNames) {
+    fakes::FakeHost fake;
+    fake.world->preferences["renderSnapshots"] = std::string("out");
+    EXPECT_EQ(StartUp::of({"-renderSnapshots", "out"}, true).picturesFolder(*fake.host.preferences), "out");
+    fake.world->preferences["renderSnapshots"] = true;
+    EXPECT_EQ(StartUp::of({}, true).picturesFolder(*fake.host.preferences), "");
+}
+
+TEST(StartUp, namesEachSwitchThatMeansNothing) {
+    EXPECT_THAT(StartUp::of({"-bogus", "1", "-demo", "YES"}, true).complaints(),
+                ElementsAre("tolvane: unknown switch -bogus"));
+    EXPECT_THAT(StartUp::of({"-demo", "YES"}, true).complaints(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tolvane::desktop
