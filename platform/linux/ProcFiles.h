@@ -22,6 +22,7 @@ public:
     operator const char*() const { return text_.data(); }
 
 private:
+    // Filled up to its end by the constructor; clearing the rest first would cost every file of a sweep.
     std::array<char, 64> text_;
 };
 
@@ -63,7 +64,7 @@ private:
     FileDescriptor folder_;
     Observer observer_;
     std::unique_ptr<char[]> buffer_;
-    std::array<char, 4096> link_;
+    std::array<char, 4096> link_{};
 };
 
 }  // namespace tolvane::linuxhost
