@@ -24,8 +24,8 @@ ProcRow rowOf(Pid pid, Date now) {
     row.sample.pid = pid;
     row.sample.name = Text("process" + std::to_string(pid));
     row.sample.path = Text("/opt/tools/bin/tool" + std::to_string(pid % 30));
-    row.sample.args = TextList{"node", "/home/ada/work/server.js"};
-    row.sample.cwd = Text("/home/ada/work/project" + std::to_string(pid % 40));
+    row.sample.args = TextList{"node", "/home/ada/src/server.js"};
+    row.sample.cwd = Text("/home/ada/src/project" + std::to_string(pid % 40));
     row.sample.startTime = start - Seconds{36'000};
     row.sample.footprint = pid % 5 == 0 ? 100'000'000 : 3'000'000;
     row.cpuPercent = pid % 10 == 0 ? 2.5 : 0;

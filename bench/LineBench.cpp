@@ -24,9 +24,9 @@ ProcRow madeUpRow(int number) {
     row.sample.uid = 501;
     row.sample.name = Text("process" + std::to_string(number % 90));
     row.sample.path = Text("/opt/tools/lib/programs/bin/process" + std::to_string(number % 90));
-    row.sample.args = {"/opt/tools/bin/node", "/home/ada/work/shop/node_modules/.bin/some-server-with-a-name",
+    row.sample.args = {"/opt/tools/bin/node", "/home/ada/src/shop/node_modules/.bin/some-server-with-a-name",
                        "--inspect-port=" + std::to_string(number),
-                       "--config=/home/ada/work/shop/config/environments/development/server.config.json",
+                       "--config=/home/ada/src/shop/config/environments/development/server.config.json",
                        "--log-level=warning"};
     row.sample.startTime = Date{Seconds{790'000'000.0 + number}};
     row.sample.footprint = static_cast<std::uint64_t>(number) * 7919 % 4096 * 1024 * 256;
@@ -34,7 +34,7 @@ ProcRow madeUpRow(int number) {
     row.cpuPercent = number % 17 == 0 ? number % 90 : 0;
     row.unusedSince = Date{Seconds{799'000'000.0 - number}};
     if (number % 3 == 0) row.appBundlePath = Text("/Applications/App" + std::to_string(number % 60) + ".app");
-    if (number % 5 == 1) row.project = Text("/home/ada/work/project" + std::to_string(number % 20));
+    if (number % 5 == 1) row.project = Text("/home/ada/src/project" + std::to_string(number % 20));
     if (number % 40 == 2) row.claudeSession = Text("session " + std::to_string(number % 7));
     return row;
 }

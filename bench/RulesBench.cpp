@@ -28,9 +28,9 @@ ProcRow rowOf(Pid pid) {
     row.sample.name = program;
     row.sample.path = (number % 3 == 0 ? "/usr/bin/" : "/home/ada/.local/share/tools/versions/bin/") + program;
     row.sample.args =
-        TextList{program, "/home/ada/work/project" + std::to_string(number % 40) + "/node_modules/.bin/tool.js",
+        TextList{program, "/home/ada/src/project" + std::to_string(number % 40) + "/node_modules/.bin/tool.js",
                  "--Port=" + std::to_string(number), "--inspect=127.0.0.1:9229", "--max-old-space-size=4096"};
-    row.sample.cwd = Text("/home/ada/work/project" + std::to_string(number % 40));
+    row.sample.cwd = Text("/home/ada/src/project" + std::to_string(number % 40));
     row.sample.startTime = now - Seconds{3600.0 + pid};
     row.sample.footprint = (number % 200) * megabyte;
     row.unusedSince = now - Seconds{static_cast<double>(number % 3600)};

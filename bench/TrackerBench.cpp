@@ -38,8 +38,8 @@ ProcSample sampleOf(Pid pid) {
     sample.name = "process" + std::to_string(pid);
     const auto number = std::to_string(pid % 30);
     sample.path = pid % 4 == 0 ? "/opt/App" + number + ".app/Contents/MacOS/app" : "/opt/tools/bin/tool" + number;
-    sample.args = TextList{"node", "/home/ada/work/server.js", "--port=" + number};
-    if (pid % 2 == 0) sample.cwd = Text("/home/ada/work/project" + std::to_string(pid % 40) + "/packages/server");
+    sample.args = TextList{"node", "/home/ada/src/server.js", "--port=" + number};
+    if (pid % 2 == 0) sample.cwd = Text("/home/ada/src/project" + std::to_string(pid % 40) + "/packages/server");
     sample.startTime = Date{Seconds{790'000'000.0 + pid}};
     sample.footprint = 1'000'000;
     return sample;

@@ -40,7 +40,7 @@ TEST(WindowState, survivesAFileOfAnythingAndNoFileAtAll) {
     const auto path = folder.filePath("window.ini");
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("\xff\xfe[[[=\n%%%\0=", 14));
+    file.write(QByteArray("\xff\xfe[[[=\n%%%\0=", 12));
     file.close();
     EXPECT_TRUE(WindowState(path).flag("x", true));
     WindowState nowhere("/proc/no/such/place.ini");
