@@ -129,6 +129,7 @@ std::vector<Line> Line::selected(const std::set<std::string>& ids, const std::ve
 std::string Line::forceQuitQuestion(const std::vector<Line>& lines, std::string_view locale) {
     const std::size_t shown = lines.size() < 4 ? lines.size() : 2;
     std::vector<std::string> titles;
+    titles.reserve(shown);
     for (std::size_t index = 0; index < shown; ++index) titles.push_back(lines[index].title);
     if (shown == lines.size()) return "Force quit " + Format::list(titles, locale) + "?";
     const auto rest = std::to_string(lines.size() - shown);

@@ -9,7 +9,10 @@ namespace tolvane {
 template <typename Value, typename Failure>
 class [[nodiscard]] Result {
 public:
+    // Implicit, so that a function may simply return either.
+    // NOLINTNEXTLINE(google-explicit-constructor)
     Result(Value value) : content_(std::in_place_index<0>, std::move(value)) {}
+    // NOLINTNEXTLINE(google-explicit-constructor)
     Result(Failure failure) : content_(std::in_place_index<1>, std::move(failure)) {}
 
     explicit operator bool() const { return content_.index() == 0; }

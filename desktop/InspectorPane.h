@@ -49,17 +49,21 @@ private:
     std::string locale_;
     std::set<ProcessAction> offered_;
     std::vector<InspectorButton> shownButtons_;
-    QStackedWidget* stack_;
-    QWidget* footer_;
-    QGridLayout* buttons_;
-    SubjectHead* head_;
-    ValueRows* figures_;
-    ElidedLabel *memoryTitle_, *cpuTitle_, *processTitle_;
-    LineChart *memoryChart_, *cpuChart_;
-    QWidget *memoryBlock_, *cpuBlock_;
-    ValueRows* process_;
-    ElidedLabel* commandLabel_;
-    CopyableText* command_;
+    QStackedWidget* stack_ = nullptr;
+    QWidget* footer_ = nullptr;
+    QGridLayout* buttons_ = nullptr;
+    SubjectHead* head_ = nullptr;
+    ValueRows* figures_ = nullptr;
+    ElidedLabel* memoryTitle_ = nullptr;
+    ElidedLabel* cpuTitle_ = nullptr;
+    ElidedLabel* processTitle_ = nullptr;
+    LineChart* memoryChart_ = nullptr;
+    LineChart* cpuChart_ = nullptr;
+    QWidget* memoryBlock_ = nullptr;
+    QWidget* cpuBlock_ = nullptr;
+    ValueRows* process_ = nullptr;
+    ElidedLabel* commandLabel_ = nullptr;
+    CopyableText* command_ = nullptr;
 };
 
 }  // namespace tolvane::desktop

@@ -24,6 +24,7 @@ const auto inspectorKey = QStringLiteral("processes/inspector");
 
 std::vector<QString> groupingLabels() {
     std::vector<QString> labels;
+    labels.reserve(groupings.size());
     for (const auto& each : groupings) labels.push_back(words(each.label));
     return labels;
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <locale>
 #include <optional>
+#include <sstream>
 
 namespace tolvane {
 
@@ -31,11 +33,19 @@ bool isDecimal(std::string_view text) {
            std::ranges::all_of(number, [](char letter) { return isDigit(letter) || letter == '.'; });
 }
 
-template <typename Number>
-std::optional<Number> number(std::string_view text) {
-    Number value{};
+std::optional<std::int64_t> integer(std::string_view text) {
+    std::int64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return value;
+}
+
+/// By a stream, since from_chars reads no doubles in libc++.
+std::optional<double> decimal(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    stream.imbue(std::locale::classic());
+    double value = 0;
+    if (!(stream >> value) || stream.peek() != std::istringstream::traits_type::eof()) return std::nullopt;
     return value;
 }
 
@@ -49,10 +59,10 @@ PreferenceValue typedValue(std::string_view text) {
     if (equalsIgnoringCase(text, "yes") || equalsIgnoringCase(text, "true")) return true;
     if (equalsIgnoringCase(text, "no") || equalsIgnoringCase(text, "false")) return false;
     if (isInteger(text)) {
-        if (const auto value = number<std::int64_t>(text)) return *value;
+        if (const auto value = integer(text)) return *value;
     }
     if (isInteger(text) || isDecimal(text)) {
-        if (const auto value = number<double>(text)) return *value;
+        if (const auto value = decimal(text)) return *value;
     }
     return std::string(text);
 }

@@ -34,7 +34,7 @@ private:
     ValueRow pathRow(std::string label, std::string_view path) const;
     std::string ports() const;
     std::string accessibleText(std::string_view what) const;
-    InspectorChart emptyChart(std::string title, std::string yLabel, std::string unit) const;
+    InspectorChart emptyChart(std::string title, const std::string& yLabel, std::string unit) const;
     InspectorButton priorityButton() const;
     bool mayBeActedOn() const;
 
@@ -109,7 +109,7 @@ std::string Writer::accessibleText(std::string_view what) const {
     return std::string(what) + " of " + line_.title + " over the last " + inWords;
 }
 
-InspectorChart Writer::emptyChart(std::string title, std::string yLabel, std::string unit) const {
+InspectorChart Writer::emptyChart(std::string title, const std::string& yLabel, std::string unit) const {
     InspectorChart chart{.title = std::move(title),
                          .xLabel = "Time",
                          .yLabel = yLabel,

@@ -44,7 +44,7 @@ private:
     }
 
     bool isInPid(Pid pid) const {
-        std::array<char, 16> digits;
+        std::array<char, 16> digits{};
         const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), pid).ptr;
         return search_.isIn({digits.data(), static_cast<std::size_t>(end - digits.data())});
     }

@@ -2,19 +2,20 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "platform/Date.h"
+#include "platform/Text.h"
 
 namespace tolvane {
 
-/// What held memory at a moment. Sizes in bytes.
+/// What held memory at a moment. Sizes in bytes. A day has tens of thousands of them, most with the same few texts:
+/// who makes them shares the texts.
 struct Holder {
     /// Identity of the row across moments.
-    std::string key;
-    std::string title;
-    std::optional<std::string> bundlePath;
+    Text key;
+    Text title;
+    std::optional<Text> bundlePath = std::nullopt;
     std::uint64_t memory = 0;
     std::uint64_t compressed = 0;
     /// Percent of one core.

@@ -29,7 +29,7 @@ std::vector<std::uint32_t> AgentNameSet::add(const std::vector<std::string>& nam
 }
 
 const std::uint32_t* AgentNameSet::find(std::string_view name) const {
-    const auto found = numbers_.find(std::string(name));
+    const auto found = numbers_.find(name);
     return found == numbers_.end() ? nullptr : &found->second;
 }
 

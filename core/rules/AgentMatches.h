@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,8 +22,12 @@ public:
     bool empty() const { return numbers_.empty(); }
 
 private:
+    struct TextHash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+
     std::vector<std::string> names_;
-    std::unordered_map<std::string, std::uint32_t> numbers_;
+    std::unordered_map<std::string, std::uint32_t, TextHash, std::equal_to<>> numbers_;
 };
 
 /// A row that goes by a wanted name.

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/Paths.h"
-#include "core/sampling/SystemPaths.h"
+#include "platform/SystemPaths.h"
 
 namespace tolvane {
 

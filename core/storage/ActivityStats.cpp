@@ -149,6 +149,7 @@ std::vector<Day> daily(const std::vector<ActivityEntry>& entries, int days, Date
         if (bar) add(bar->day.memory, amount->memory);
     }
     std::vector<Day> result;
+    result.reserve(bars.size());
     for (const auto& one : bars) result.push_back(one.day);
     return result;
 }
@@ -165,6 +166,7 @@ std::vector<RuleTotals> byRule(const std::vector<ActivityEntry>& entries, Date s
         group.would.take(entry, since);
     }
     std::vector<RuleTotals> result;
+    result.reserve(groups.size());
     for (auto& [rule, group] : groups) {
         result.push_back({.rule = rule, .freed = group.totals.freed, .would = group.would.totals()});
     }

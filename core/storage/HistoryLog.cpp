@@ -5,6 +5,7 @@
 
 #include "core/history/MomentFields.h"
 #include "core/json/Decode.h"
+#include "core/json/TextCache.h"
 #include "core/storage/LineFile.h"
 #include "core/storage/Replacement.h"
 
@@ -36,10 +37,12 @@ struct Kept {
 
 Kept keepYoungerThan(Files::LineFile& file, Date now, Seconds age) {
     Kept kept;
-    json::Decoder decoder;
+    json::TextCache texts;
+    json::Decoder decoder(&texts);
     while (const auto line = file.next()) {
         Moment moment;
         if (decoder.decodePadded(line->text, moment) && now - moment.date <= age) {
+            moment.holders.shrink_to_fit();
             kept.add(std::move(moment), *line);
         } else {
             kept.all = false;

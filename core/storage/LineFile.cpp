@@ -82,7 +82,7 @@ bool LineFile::check() {
     const std::string_view bytes(buffer_.get() + checked_, end_ - checked_);
     const auto feed = bytes.rfind('\n');
     const std::size_t whole = atEnd_ ? bytes.size() : feed == std::string_view::npos ? 0 : feed + 1;
-    if (!simdjson::validate_utf8(bytes.data(), whole)) return false;
+    if (!simdjson::validate_utf8(bytes.substr(0, whole))) return false;
     checked_ += whole;
     return true;
 }

@@ -51,7 +51,7 @@ TextSearch::TextSearch(std::string_view wanted, std::string_view locale)
 
 bool TextSearch::isIn(std::string_view text) const {
     if (wanted_.empty()) return true;
-    const bool foldsToPlain = isPlain(text) && !(dotlessI_ && text.find('I') != std::string_view::npos);
+    const bool foldsToPlain = isPlain(text) && (!dotlessI_ || text.find('I') == std::string_view::npos);
     if (foldsToPlain) return wantedIsPlain_ && isInPlain(text);
     return folded(text, dotlessI_).find(wanted_) != std::string::npos;
 }

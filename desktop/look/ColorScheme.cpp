@@ -50,6 +50,8 @@ ColorScheme::ColorScheme(std::function<void(Appearance)> changed, QDBusConnectio
 
 void ColorScheme::listen() {
     if (!bus_.isConnected()) return;
+    // A slot whose argument types are not known by name yet is not connected.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     bus_.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
                  SLOT(settingChanged(QString, QString, QDBusVariant)));
     for (const auto* key : {"color-scheme", "contrast", "reduced-motion"}) ask(QString::fromLatin1(key));

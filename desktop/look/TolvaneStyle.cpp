@@ -222,7 +222,6 @@ int TolvaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
         case SH_FocusFrame_Mask:
         case SH_EtchDisabledText:
         case SH_DitherDisabledText:
-            return 0;
         case SH_Widget_Animation_Duration:
             return 0;
         default:

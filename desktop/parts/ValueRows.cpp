@@ -133,7 +133,7 @@ QString ValueRows::tipAt(QPoint position) const {
         const auto shown = parts(row, width());
         const int bottom = top + shown.lines() * lineHeight() + spacing_;
         if (position.y() >= top && position.y() < bottom) {
-            const auto tip = words(row.tooltip);
+            auto tip = words(row.tooltip);
             if (shown.isWhole) return tip;
             return tip.isEmpty() ? words(row.value) : words(row.value) + QStringLiteral("\n\n") + tip;
         }

@@ -106,7 +106,7 @@ std::vector<std::string> argumentsOfTitle(std::string_view title, std::string_vi
                                           const TitleLookup& lookup) {
     title = withoutBlanksBehind(title);
     const auto words = wordsOf(title);
-    const std::vector<std::string> unchanged{std::string(title)};
+    std::vector<std::string> unchanged{std::string(title)};
     if (words.empty() || tellsState(words)) return unchanged;
     if (names(words.front(), executable)) {
         if (words.size() < 2 || !words[1].starts_with('-')) return unchanged;
@@ -124,7 +124,7 @@ std::optional<std::string> executableHead(const std::string& path) {
     struct stat facts{};
     if (::stat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) || (facts.st_mode & 0111) == 0) return {};
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    std::array<char, 256> head;
+    std::array<char, 256> head{};
     const ssize_t length = file ? ::read(file.get(), head.data(), head.size()) : -1;
     if (length < 0) return std::nullopt;
     return std::string(head.data(), static_cast<std::size_t>(length));

@@ -78,7 +78,7 @@ private:
     /// A login shell is told so by a dash before its name.
     bool isLoginShell(Pid pid) const {
         const std::string command = read(pid, "cmdline");
-        return command.starts_with('-') && isShellName(std::string_view(command.c_str()).substr(1));
+        return command.starts_with('-') && isShellName(std::string_view(command).substr(1, command.find('\0') - 1));
     }
 
     const ApplicationIndex& index_;

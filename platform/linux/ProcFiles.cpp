@@ -49,6 +49,7 @@ Pid pidNamed(const char* name) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 PidPath::PidPath(Pid pid, std::string_view leaf) {
     auto* at = std::to_chars(text_.data(), text_.data() + 12, pid).ptr;
     *at++ = '/';

@@ -17,9 +17,12 @@ namespace tolvane::linuxhost {
 class PidPath {
 public:
     PidPath(Pid pid, std::string_view leaf);
+    /// Implicit: it stands wherever a path goes.
+    // NOLINTNEXTLINE(google-explicit-constructor)
     operator const char*() const { return text_.data(); }
 
 private:
+    // Filled up to its end by the constructor; clearing the rest first would cost every file of a sweep.
     std::array<char, 64> text_;
 };
 
@@ -61,7 +64,7 @@ private:
     FileDescriptor folder_;
     Observer observer_;
     std::unique_ptr<char[]> buffer_;
-    std::array<char, 4096> link_;
+    std::array<char, 4096> link_{};
 };
 
 }  // namespace tolvane::linuxhost

@@ -29,7 +29,8 @@ std::optional<int> take(std::string_view& text, char end) {
 std::optional<std::string> propertyListText(Date date) {
     using namespace std::chrono;
     const double unixTime = std::floor(unixSeconds(date));
-    if (!(unixTime >= firstUnixSecondOfYear0 && unixTime < firstUnixSecondOfYear10000)) return std::nullopt;
+    const bool hasFourDigitYear = unixTime >= firstUnixSecondOfYear0 && unixTime < firstUnixSecondOfYear10000;
+    if (!hasFourDigitYear) return std::nullopt;
     const sys_seconds moment{seconds(static_cast<std::int64_t>(unixTime))};
     const auto day = floor<days>(moment);
     const year_month_day calendar(day);

@@ -5,13 +5,12 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/SystemPaths.h"
 #include "platform/linux/Scan.h"
 
 namespace tolvane::linuxhost {
 
 namespace {
-
-constexpr std::array<std::string_view, 5> systemFolders = {"/System/", "/usr/", "/bin/", "/sbin/", "/Library/Apple/"};
 
 /// Display servers, window managers, session buses, sound, input methods, desktop shells and what they bring along.
 /// Ascending.
@@ -158,12 +157,8 @@ constexpr std::array<std::string_view, 11> shells = {"ash", "bash", "csh",  "das
                                                      "nu",  "sh",   "tcsh", "xonsh", "zsh"};
 static_assert(std::ranges::is_sorted(shells));
 
-bool isInstalled(std::string_view executable) {
-    return std::ranges::any_of(systemFolders, [&](std::string_view folder) { return executable.starts_with(folder); });
-}
-
 bool makesTheDesktop(const ProgramFacts& facts) {
-    if (facts.unit.inUserManager || !isInstalled(facts.executable)) return false;
+    if (facts.unit.inUserManager || !isSystemPath(facts.executable)) return false;
     return std::ranges::binary_search(desktopPrograms, Scan::lastComponent(facts.executable));
 }
 
@@ -173,7 +168,7 @@ std::optional<bool> belongsToSystem(const ProgramFacts& facts) {
     if (facts.pid == 1 || facts.kernelThread || facts.ofAnotherUser || facts.container) return true;
     if (facts.unit.system || facts.unit.session || makesTheDesktop(facts)) return true;
     if (facts.unit.application || facts.unit.userScope || facts.startedByUser || facts.insideProject) return false;
-    if (facts.unit.managedService && isInstalled(facts.executable)) return true;
+    if (facts.unit.managedService && isSystemPath(facts.executable)) return true;
     return std::nullopt;
 }
 

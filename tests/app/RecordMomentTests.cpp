@@ -17,7 +17,7 @@ struct RecordMomentTest : ModelTest {
     const Moment& last() const { return model->moments->back(); }
     std::vector<std::string> titles() const {
         std::vector<std::string> titles;
-        for (const auto& holder : last().holders) titles.push_back(holder.title);
+        for (const auto& holder : last().holders) titles.push_back(holder.title.str());
         return titles;
     }
 };
@@ -129,6 +129,26 @@ TEST_F(RecordMomentTest, aHolderWithoutReadBackSaysSo) {
     addSized(7, "node", MiB);
     start();
     EXPECT_EQ(last().holders.at(0).swapIns, 0U);
+}
+
+TEST_F(RecordMomentTest, momentsShareTheTextsOfTheirHolders) {
+    addApp(7, "/Applications/Mail.app");
+    start();
+    clock.advance(60s);
+    const Holder& before = model->moments->at(0).holders.at(0);
+    const Holder& after = model->moments->at(1).holders.at(0);
+    EXPECT_EQ(before.key.view().data(), after.key.view().data());
+    EXPECT_EQ(before.title.view().data(), after.title.view().data());
+    EXPECT_EQ(before.bundlePath->view().data(), after.bundlePath->view().data());
+}
+
+TEST_F(RecordMomentTest, momentsFromTheFileShareThemToo) {
+    for (const Seconds age : {120s, 60s}) {
+        Store(folder / "Tolvane").append(Moment{.date = clock.now() - age, .holders = {{.key = "app:mail"}}});
+    }
+    startDemo();
+    EXPECT_EQ(model->moments->at(0).holders.at(0).key.view().data(),
+              model->moments->at(1).holders.at(0).key.view().data());
 }
 
 TEST_F(RecordMomentTest, theLargestStandFirst) {

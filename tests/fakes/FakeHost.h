@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <optional>
@@ -34,8 +35,8 @@ std::string argumentsBlock(const std::string& executable, const std::vector<std:
 /// The machine that a test describes: changed between calls, asked through the interfaces, and it records who asked
 /// for what. One world serves every interface of one host.
 struct FakeWorld {
-    /// In listing order.
-    std::vector<FakeProcess> processes;
+    /// In listing order. Adding one leaves the others where they are.
+    std::deque<FakeProcess> processes;
     /// Pids that stand in the list though they are gone.
     std::vector<Pid> ghosts;
     double nanosPerTick = 1;

@@ -28,6 +28,8 @@ public:
     /// Writes a file, its folders first.
     void write(std::string_view name, std::string_view text) const {
         std::filesystem::create_directories((path_ / name).parent_path());
+        // Anew, for a file system may flush one that is cut and filled again.
+        std::filesystem::remove(path_ / name);
         std::ofstream(path_ / name, std::ios::binary) << text;
     }
 

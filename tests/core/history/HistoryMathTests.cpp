@@ -31,7 +31,7 @@ Holder holding(std::string key, std::uint64_t memory) { return {.key = std::move
 
 std::vector<std::string> keys(const std::vector<Grower>& growers) {
     std::vector<std::string> keys;
-    for (const auto& grower : growers) keys.push_back(grower.holder.key);
+    for (const auto& grower : growers) keys.push_back(grower.holder.key.str());
     return keys;
 }
 
