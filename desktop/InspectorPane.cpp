@@ -18,7 +18,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int memoryHeight = 66, cpuHeight = 38;
-constexpr int blockGap = 18;
+constexpr int blockGap = 16;
 
 /// A line above, and room for buttons.
 class Footer : public QWidget {
@@ -77,7 +77,7 @@ InspectorPane::InspectorPane(const Look& look, std::string locale, std::set<Proc
 }
 
 QWidget* InspectorPane::buildSubject() {
-    const auto title = [this] { return new ElidedLabel(look_, TextRole::headline, &Tokens::text); };
+    const auto title = [this] { return new ElidedLabel(look_, TextRole::section, &Tokens::text); };
     head_ = new SubjectHead(look_);
     figures_ = new ValueRows(look_, Sizes::wideRowSpacing);
     memoryTitle_ = title();

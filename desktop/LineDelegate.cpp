@@ -16,7 +16,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int iconGap = 6;
-constexpr int detailGap = 8;
+constexpr int detailGap = 7;
 /// The tree's own indentation of the first level is part of the page's margin.
 constexpr int nameLeading = Sizes::margin - Sizes::treeIndent;
 

@@ -120,6 +120,7 @@ void ProcessesPage::connectControls() {
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
+    connect(strip_, &SystemStripView::heightChanged, this, &ProcessesPage::fitStrip);
     connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });
 }
 

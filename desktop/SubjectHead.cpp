@@ -10,7 +10,7 @@ SubjectHead::SubjectHead(const Look& look, QWidget* parent)
     : QWidget(parent),
       look_(look),
       title_(new ElidedLabel(look, TextRole::headline, &Tokens::text, this)),
-      detail_(new ElidedLabel(look, TextRole::small, &Tokens::text2, this)) {
+      detail_(new ElidedLabel(look, TextRole::caption, &Tokens::text2, this)) {
     detail_->setElideMode(Qt::ElideMiddle);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -40,6 +40,7 @@ SystemStripView::SystemStripView(const Look& look, QWidget* parent)
     halves_->addWidget(cpu_, 1);
     setWidget(content_);
     content_->setAutoFillBackground(false);
+    content_->installEventFilter(this);
     connect(history_, &QAbstractButton::clicked, this, &SystemStripView::historyWanted);
 }
 
@@ -56,6 +57,14 @@ void SystemStripView::setHistoryPresent(bool present) { history_->setVisible(pre
 int SystemStripView::wholeHeight() const {
     const int width = viewport()->width();
     return halves_->hasHeightForWidth() ? halves_->totalHeightForWidth(width) : halves_->totalSizeHint().height();
+}
+
+/// Layouts tell of a change before they have taken it in.
+bool SystemStripView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == content_ && event->type() == QEvent::LayoutRequest) {
+        QMetaObject::invokeMethod(this, &SystemStripView::heightChanged, Qt::QueuedConnection);
+    }
+    return QScrollArea::eventFilter(watched, event);
 }
 
 void SystemStripView::resizeEvent(QResizeEvent* event) {

@@ -30,8 +30,11 @@ public:
 
 signals:
     void historyWanted();
+    /// What is in it needs another height than before.
+    void heightChanged();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

@@ -244,6 +244,16 @@ TEST_F(ProcessesPageTest, columnWidthsComeBack) {
     EXPECT_GT(table().header()->sectionSize(7), 30);
 }
 
+TEST_F(ProcessesPageTest, theStripIsAsHighAsWhatIsInIt) {
+    const auto* strip = page->findChild<SystemStripView*>();
+    EXPECT_EQ(strip->height(), strip->wholeHeight());
+    const int before = strip->height();
+    scene.model.loadHistory.set({});
+    turnLoop();
+    EXPECT_LT(strip->height(), before) << "without a past there is no chart";
+    EXPECT_EQ(strip->height(), strip->wholeHeight());
+}
+
 TEST_F(ProcessesPageTest, iconButtonsHaveNames) {
     for (const auto* button : page->findChildren<QToolButton*>()) {
         if (!button->icon().isNull()) EXPECT_FALSE(button->accessibleName().isEmpty());
