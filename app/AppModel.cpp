@@ -21,6 +21,8 @@ AppModel::AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactor
 
 AppModel::~AppModel() {
     d_->loop.cancel();
+    d_->tasks.cancel();
+    d_->background.reset();
     d_->sampler.reset();
     prepareToQuit();
 }

@@ -20,12 +20,18 @@
 #include "core/projects/BranchState.h"
 #include "core/projects/Container.h"
 #include "core/projects/ParkedProject.h"
+#include "core/projects/ProjectGroup.h"
 #include "core/rules/Rule.h"
 #include "core/rules/World.h"
 #include "core/sampling/Lowered.h"
 #include "core/storage/ActivityEntry.h"
 #include "platform/Host.h"
 #include "platform/Windows.h"
+
+namespace QCoro {
+template <typename Result>
+class Task;
+}
 
 namespace tolvane {
 
@@ -106,6 +112,53 @@ public:
     bool lowerPriority(const std::vector<Pid>& pids);
     /// Gives back what this program took; others are passed over.
     void restorePriority(const std::vector<Pid>& pids);
+    // Ending and restarting. Each works on the latest sample's processes and on nothing else; a wait that the model's
+    // end cuts short gives false or an empty text.
+
+    /// Asks the processes to end, and kills after ten seconds what is left; true when all are gone. `force` kills at
+    /// once and does not look. Pids that the latest sample does not hold are passed over.
+    QCoro::Task<bool> terminate(std::vector<Pid> pids, bool force);
+    /// Asks the applications behind the processes to quit and starts the first of them again. The outcome in words.
+    QCoro::Task<std::string> relaunch(std::vector<Pid> pids);
+    /// The running applications behind the processes, with instances that are not among them.
+    std::vector<std::shared_ptr<RunningApplication>> runningApps(const std::vector<Pid>& pids) const;
+    /// Ends what the lines stand for without asking. Returns at once.
+    void forceQuit(const std::vector<Line>& lines);
+
+    // Words to the user.
+
+    void notify(const std::string& title, const std::string& body, std::optional<AppSection> opening);
+    void requestNotificationPermission();
+
+    // Rules as a list.
+
+    void addRule(Rule rule);
+    void deleteRules(const std::set<UUID>& ids);
+    /// Adds the rules of a file, and says in `importMessage` what came of it.
+    void importRules(const std::string& path);
+    /// Where the backup belongs; none when nothing syncs.
+    std::optional<std::string> iCloudBackupURL() const;
+    /// Replaces the rules with the backup's; what fails is told in `backupError`.
+    void restoreFromICloud();
+
+    // Advice.
+
+    std::vector<Suggestion> visibleSuggestions() const;
+    void hide(const Suggestion& suggestion, Date until);
+    /// Does the suggestion's own action, or the given one.
+    QCoro::Task<void> act(Suggestion suggestion, std::optional<RuleAction> action = std::nullopt);
+
+    // Projects.
+
+    /// Reads branches, containers and ports in the background. One run at a time is the caller's business.
+    QCoro::Task<void> refreshProjects();
+    QCoro::Task<void> stop(ProjectGroup group);
+    /// Remembers how the project was started, then stops it.
+    QCoro::Task<void> park(ProjectGroup group);
+    QCoro::Task<void> startAgain(ParkedProject project);
+    /// Where the output of a project's restarted commands goes.
+    std::string projectLog(const std::string& root) const;
+
     /// What must not be left undone when the program ends in whatever way: gives back every priority that is on loan.
     /// Can be called more than once; the destructor calls it too.
     void prepareToQuit();

@@ -2,11 +2,13 @@
 
 #include <QCoroTask>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "app/Activation.h"
 #include "app/AppModel.h"
 #include "app/CancelSource.h"
+#include "app/DueDecisions.h"
 #include "app/Line.h"
 #include "app/Sampler.h"
 #include "core/advisor/Advisor.h"
@@ -42,6 +44,17 @@ struct AppModel::Private {
     void judgeSwap();
     void reviewPriorities();
     void recordTracks();
+    void applyRules();
+
+    // CarryOut.cpp
+    QCoro::Task<> carryOut(Decision decision);
+
+    // RuleChanges.cpp
+    void backUpRules();
+
+    // Warnings.cpp
+    void warnAboutSwap();
+    void noticeSuggestions();
 
     // RecordHistory.cpp
     void recordHistory();
@@ -56,12 +69,19 @@ struct AppModel::Private {
     const LineNames names;
     const Store store;
     Advisor advisor;
+    DueDecisions due;
+    /// When the present spell of memory pressure began.
+    std::optional<Date> pressureSince;
     /// Not yet given to the sampler.
     std::vector<Activation> pendingActivations;
     /// A window of this program can be seen.
     bool windowVisible = false;
 
     std::unique_ptr<Sampler> sampler;
+    /// For what blocks and is not sampling: child processes, look-ups of ports.
+    std::unique_ptr<Executor> background;
+    /// Of everything that goes on beside the loop; ends with the model.
+    CancelSource tasks;
     /// Of the loop that is in force; cancelled ones finish the tick that they are in.
     CancelSource loop;
     /// Last, so that no event comes any more while the rest goes.

@@ -16,7 +16,8 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       demo(isDemo),
       names(AppNames::lineNames(*machine.applications, machine.folders->home())),
       store(machine.folders->applicationSupport() + "/Tolvane"),
-      sampler(std::make_unique<Sampler>(machine, makeExecutor())) {}
+      sampler(std::make_unique<Sampler>(machine, makeExecutor())),
+      background(makeExecutor()) {}
 
 void AppModel::Private::start() {
     load();

@@ -38,6 +38,8 @@ void AppModel::Private::reviewPriorities() {
     model.lowered.set(std::move(loans));
 }
 
+void AppModel::Private::applyRules() {}
+
 void AppModel::Private::recordTracks() { advisor.record(model.snapshot->rows, model.snapshot->date); }
 
 }  // namespace tolvane

@@ -5,14 +5,21 @@
 #include <memory>
 
 #include "platform/Applications.h"
+#include "platform/ChildProcesses.h"
 #include "platform/Clock.h"
+#include "platform/Desktop.h"
 #include "platform/Folders.h"
+#include "platform/LoginItem.h"
 #include "platform/MachineStatistics.h"
 #include "platform/MemoryPressure.h"
+#include "platform/Notifications.h"
 #include "platform/Pid.h"
 #include "platform/Preferences.h"
 #include "platform/ProcessControl.h"
 #include "platform/ProcessInspection.h"
+#include "platform/PropertyLists.h"
+#include "platform/RunningApplications.h"
+#include "platform/ServiceManager.h"
 #include "platform/SystemLog.h"
 
 namespace tolvane {
@@ -24,7 +31,14 @@ struct Host {
     std::unique_ptr<MachineStatistics> machine;
     std::unique_ptr<ProcessControl> control;
     std::unique_ptr<Applications> applications;
+    std::unique_ptr<RunningApplications> running;
     std::unique_ptr<Frontmost> frontmost;
+    std::unique_ptr<Notifications> notifications;
+    std::unique_ptr<ServiceManager> services;
+    std::unique_ptr<ChildProcesses> children;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<Desktop> desktop;
+    std::unique_ptr<PropertyLists> propertyLists;
     std::unique_ptr<MemoryPressure> pressure;
     std::unique_ptr<Preferences> preferences;
     std::unique_ptr<Folders> folders;

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "platform/Date.h"
 #include "platform/Pid.h"
 
@@ -13,12 +17,34 @@ struct Incarnation {
     auto operator<=>(const Incarnation&) const = default;
 };
 
+enum class Signal { terminate = 15, kill = 9 };
+
+/// A program to be started on its own.
+struct DetachedStart {
+    /// Absolute; not searched for.
+    std::string executable;
+    /// With its zeroth element; empty stands for the executable alone.
+    std::vector<std::string> args;
+    /// Entries NAME=value, and nothing else; ours is not merged in.
+    std::vector<std::string> environment;
+    std::string workingDirectory;
+    /// Takes standard output and standard error at its end; made when it is not there, in a folder that exists.
+    std::string log;
+
+    bool operator==(const DetachedStart&) const = default;
+};
+
 /// Acts on processes. Every call checks the start time first, so that a reused pid is never hit.
 /// Main thread; no call blocks for longer than a few system calls.
 class ProcessControl {
 public:
     virtual ~ProcessControl() = default;
 
+    /// Sends the signal to this very process; one that has gone, and one that shares its number, gets nothing.
+    /// False when nothing was sent.
+    virtual bool send(Signal signal, const Incarnation& process) = 0;
+    /// Starts the program in a session of its own, so that it outlives us. None when it could not be started.
+    virtual std::optional<Pid> start(const DetachedStart& program) = 0;
     /// Moves the process to background priority. False when the host refuses, when the process is gone, or when
     /// this user could not take it back later.
     virtual bool lowerPriority(const Incarnation& process) = 0;

@@ -15,8 +15,13 @@ Look::Look(Applications& applications, Appearance appearance, double textFactor)
       icons_(tokens_),
       appIcons_(applications, fonts_) {}
 
+Look::~Look() {
+    if (qApp && style_ && QApplication::style() == style_) QApplication::setStyle(QStringLiteral("Fusion"));
+}
+
 void Look::install() {
-    QApplication::setStyle(new TolvaneStyle(*this));
+    style_ = new TolvaneStyle(*this);
+    QApplication::setStyle(style_);
     QApplication::setFont(fonts_.font(TextRole::body));
     dress();
 }

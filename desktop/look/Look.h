@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QStyle>
 
 #include "desktop/look/AppIcons.h"
 #include "desktop/look/Appearance.h"
@@ -16,6 +18,8 @@ class Look : public QObject {
 
 public:
     Look(Applications& applications, Appearance appearance, double textFactor = 1);
+    /// Takes its style away from the application, which must not draw with what is gone.
+    ~Look() override;
 
     const Tokens& tokens() const { return tokens_; }
     const Appearance& appearance() const { return appearance_; }
@@ -43,6 +47,8 @@ private:
     Fonts fonts_;
     Icons icons_;
     AppIcons appIcons_;
+    /// The application owns it.
+    QPointer<QStyle> style_;
 };
 
 }  // namespace tolvane::desktop

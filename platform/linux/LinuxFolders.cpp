@@ -65,4 +65,6 @@ std::optional<std::string> homeOfAccount(unsigned uid) {
     return std::string(entry.pw_dir);
 }
 
+std::optional<std::string> LinuxFolders::syncFolder() const { return std::nullopt; }
+
 }  // namespace tolvane::linuxhost

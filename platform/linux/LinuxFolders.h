@@ -18,6 +18,7 @@ public:
     std::string home() const override { return home_; }
     /// XDG_DATA_HOME, by default ~/.local/share.
     std::string applicationSupport() const override { return dataHome_; }
+    std::optional<std::string> syncFolder() const override;
     /// XDG_CONFIG_HOME, by default ~/.config.
     std::string configHome() const { return configHome_; }
     /// XDG_STATE_HOME, by default ~/.local/state.

@@ -3,6 +3,7 @@
 #include <sched.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <cerrno>
 #include <filesystem>
@@ -34,6 +35,10 @@ public:
     explicit Hold(Pid pid) : descriptor_(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0))), error_(errno) {}
 
     explicit operator bool() const { return descriptor_ || error_ == ENOSYS; }
+    bool send(Pid pid, int signal) const {
+        if (!descriptor_) return ::kill(pid, signal) == 0;
+        return ::syscall(SYS_pidfd_send_signal, descriptor_.get(), signal, nullptr, 0) == 0;
+    }
 
 private:
     FileDescriptor descriptor_;
@@ -118,6 +123,12 @@ void LinuxProcessControl::lowerThreads(Pid pid, Loan& loan) const {
             foundNew = true;
         }
     }
+}
+
+bool LinuxProcessControl::send(Signal signal, const Incarnation& process) {
+    const Hold hold(process.pid);
+    if (!hold || !isAllowed(process.pid) || !isAlive(process)) return false;
+    return hold.send(process.pid, static_cast<int>(signal));
 }
 
 bool LinuxProcessControl::lowerPriority(const Incarnation& process) {

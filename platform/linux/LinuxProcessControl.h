@@ -27,6 +27,8 @@ public:
 
     explicit LinuxProcessControl(DateOfTicks dateOfTicks, std::string proc = "/proc");
 
+    bool send(Signal signal, const Incarnation& process) override;
+    std::optional<Pid> start(const DetachedStart& program) override;
     bool lowerPriority(const Incarnation& process) override;
     bool restorePriority(const Incarnation& process) override;
 

@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QPointer>
+#include <memory>
 
 #include "desktop/DesktopWindows.h"
 #include "desktop/ProcessesPage.h"
 #include "desktop/Screens.h"
+#include "desktop/look/TolvaneStyle.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -138,6 +142,23 @@ TEST_F(MainWindowTest, changesItsColoursWithoutARestart) {
     turnLoop();
     EXPECT_EQ(ground(), darkTokens.window);
     EXPECT_EQ(window.grab().toImage().pixelColor(5, 600), darkTokens.sidebar);
+}
+
+TEST(Look, takesItsStyleAwayWhenItGoes) {
+    auto scene = std::make_unique<SampleScene>();
+    const QPointer<QStyle> style = QApplication::style();
+    ASSERT_NE(dynamic_cast<TolvaneStyle*>(style.data()), nullptr);
+    scene.reset();
+    EXPECT_EQ(dynamic_cast<TolvaneStyle*>(QApplication::style()), nullptr);
+    EXPECT_TRUE(style.isNull());
+}
+
+TEST(Look, leavesTheStyleOfALaterOneAlone) {
+    auto first = std::make_unique<SampleScene>();
+    const SampleScene second;
+    const auto* style = QApplication::style();
+    first.reset();
+    EXPECT_EQ(QApplication::style(), style);
 }
 
 TEST_F(MainWindowTest, windowsTellWhetherTheyCanBeSeen) {

@@ -23,6 +23,7 @@ struct SampleScene {
         model.swapGrowth.set(std::int64_t{310} << 20U);
         model.readBack.set(std::uint64_t{96} << 20U);
         model.snapshot.set(cast.snapshot);
+        look.install();
     }
 
     void showRows(std::vector<ProcRow> rows) {

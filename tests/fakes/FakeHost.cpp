@@ -57,6 +57,10 @@ Subscription observe(const std::shared_ptr<FakeWorld>& world, Observers FakeWorl
 
 void FakeWorld::activate(const std::string& bundlePath) { tell(activationObservers, bundlePath); }
 void FakeWorld::press() { tell(pressureObservers); }
+void FakeWorld::click(const std::optional<std::string>& section) { tell(clickObservers, section); }
+void FakeWorld::end(Pid pid) {
+    std::erase_if(processes, [pid](const FakeProcess& each) { return each.pid == pid; });
+}
 void FakeWorld::showWindow(bool visible) {
     windowVisible = visible;
     tell(windowObservers);
@@ -126,19 +130,185 @@ private:
 
 class Control : public ProcessControl {
 public:
-    explicit Control(World world) : world_(std::move(world)) {}
+    Control(World world, Clock& clock) : world_(std::move(world)), clock_(clock) {}
 
+    bool send(Signal signal, const Incarnation& target) override {
+        world_->asked.push_back("signal " + std::to_string(static_cast<int>(signal)) + " " +
+                                std::to_string(target.pid));
+        if (!isThere(target)) return false;
+        const auto delay = signal == Signal::kill ? Seconds{0} : world_->find(target.pid)->endsAfter;
+        if (!delay) return true;
+        if (*delay <= Seconds{0}) {
+            world_->end(target.pid);
+        } else {
+            endings_.push_back(clock_.after(*delay, Seconds{0}, [world = world_, target] {
+                if (isPresent(*world, target)) world->end(target.pid);
+            }));
+        }
+        return true;
+    }
+    std::optional<Pid> start(const DetachedStart& program) override {
+        world_->asked.push_back("start " + program.executable);
+        if (world_->unstartable.contains(program.executable)) return std::nullopt;
+        world_->started.push_back(program);
+        return world_->nextStarted++;
+    }
     bool lowerPriority(const Incarnation& process) override { return change("lower ", process); }
     bool restorePriority(const Incarnation& process) override { return change("restore ", process); }
 
 private:
     bool change(const char* what, const Incarnation& target) {
         world_->asked.push_back(what + std::to_string(target.pid));
-        const auto* process = world_->find(target.pid);
-        return process && process->bsd && process->bsd->startTime == target.startTime &&
-               !world_->shielded.contains(target.pid);
+        return isThere(target);
+    }
+    bool isThere(const Incarnation& target) const {
+        return isPresent(*world_, target) && !world_->shielded.contains(target.pid);
+    }
+    static bool isPresent(FakeWorld& world, const Incarnation& target) {
+        const auto* process = world.find(target.pid);
+        return process && process->bsd && process->bsd->startTime == target.startTime;
     }
 
+    World world_;
+    Clock& clock_;
+    std::vector<Subscription> endings_;
+};
+
+/// By its place in the world, which outlives its end.
+class Instance : public RunningApplication {
+public:
+    Instance(World world, Clock& clock, std::size_t place) : world_(std::move(world)), clock_(clock), place_(place) {}
+
+    void terminate() override {
+        auto& self = world_->instances[place_];
+        ++self.asked;
+        if (!self.quitsAfter) return;
+        if (*self.quitsAfter <= Seconds{0}) {
+            self.terminated = true;
+        } else {
+            ending_ = clock_.after(*self.quitsAfter, Seconds{0},
+                                   [world = world_, place = place_] { world->instances[place].terminated = true; });
+        }
+    }
+    void forceTerminate() override {
+        auto& self = world_->instances[place_];
+        ++self.forced;
+        self.terminated = true;
+    }
+    bool isTerminated() const override { return world_->instances[place_].terminated; }
+    std::optional<std::string> bundlePath() const override { return world_->instances[place_].bundlePath; }
+
+private:
+    World world_;
+    Clock& clock_;
+    std::size_t place_;
+    Subscription ending_;
+};
+
+class Running : public RunningApplications {
+public:
+    Running(World world, Clock& clock) : world_(std::move(world)), clock_(clock) {}
+
+    std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) override {
+        world_->asked.push_back("running " + std::string(identifier));
+        std::vector<std::shared_ptr<RunningApplication>> found;
+        for (std::size_t place = 0; place < world_->instances.size(); ++place) {
+            const auto& each = world_->instances[place];
+            if (each.identifier != identifier || each.terminated) continue;
+            found.push_back(std::make_shared<Instance>(world_, clock_, place));
+        }
+        return found;
+    }
+    void openInBackground(const std::string& bundlePath, Opened opened) override {
+        world_->asked.push_back("open " + bundlePath);
+        opened(world_->openError);
+    }
+
+private:
+    World world_;
+    Clock& clock_;
+};
+
+class Words : public Notifications {
+public:
+    explicit Words(World world) : world_(std::move(world)) {}
+
+    void post(const Notification& notification) override { world_->notifications.push_back(notification); }
+    void requestPermission() override { ++world_->permissionRequests; }
+    Subscription onClick(Clicked clicked) override {
+        return observe(world_, &FakeWorld::clickObservers, std::move(clicked));
+    }
+
+private:
+    World world_;
+};
+
+class Services : public ServiceManager {
+public:
+    explicit Services(World world) : world_(std::move(world)) {}
+
+    std::optional<std::set<Pid>> managedPIDs() override { return world_->managedPIDs; }
+
+private:
+    World world_;
+};
+
+class Children : public ChildProcesses {
+public:
+    explicit Children(World world) : world_(std::move(world)) {}
+
+    std::optional<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override {
+        std::string command = path;
+        for (const auto& argument : arguments) command += " " + argument;
+        world_->asked.push_back("run " + command);
+        const auto found = world_->childOutput.find(command);
+        return found == world_->childOutput.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
+    World world_;
+};
+
+class Login : public LoginItem {
+public:
+    explicit Login(World world) : world_(std::move(world)) {}
+
+    LoginStatus status() const override { return world_->loginStatus; }
+    std::optional<std::string> enroll() override { return change(LoginStatus::enabled); }
+    std::optional<std::string> withdraw() override { return change(LoginStatus::notRegistered); }
+    void openSettings() override { world_->asked.emplace_back("openSettings"); }
+
+private:
+    std::optional<std::string> change(LoginStatus wanted) {
+        if (!world_->loginError) world_->loginStatus = wanted;
+        return world_->loginError;
+    }
+
+    World world_;
+};
+
+class Favours : public Desktop {
+public:
+    explicit Favours(World world) : world_(std::move(world)) {}
+
+    void reveal(const std::string& path) override { world_->asked.push_back("reveal " + path); }
+    void open(const std::string& path) override { world_->asked.push_back("openFile " + path); }
+    void copyText(const std::string& text) override { world_->pasteboard = text; }
+
+private:
+    World world_;
+};
+
+class Lists : public PropertyLists {
+public:
+    explicit Lists(World world) : world_(std::move(world)) {}
+
+    std::optional<std::string> text(const std::string& path, std::string_view key) override {
+        const auto found = world_->propertyLists.find(path + " " + std::string(key));
+        return found == world_->propertyLists.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
     World world_;
 };
 
@@ -222,6 +392,7 @@ public:
 
     std::string home() const override { return world_->home; }
     std::string applicationSupport() const override { return world_->applicationSupport; }
+    std::optional<std::string> syncFolder() const override { return world_->syncFolder; }
 
 private:
     World world_;
@@ -259,7 +430,14 @@ FakeHost::FakeHost() {
     clock = virtualClock.get();
     host.makeInspection = [shared = world] { return std::make_unique<Inspection>(shared); };
     host.machine = std::make_unique<Machine>(world);
-    host.control = std::make_unique<Control>(world);
+    host.control = std::make_unique<Control>(world, *clock);
+    host.running = std::make_unique<Running>(world, *clock);
+    host.notifications = std::make_unique<Words>(world);
+    host.services = std::make_unique<Services>(world);
+    host.children = std::make_unique<Children>(world);
+    host.loginItem = std::make_unique<Login>(world);
+    host.desktop = std::make_unique<Favours>(world);
+    host.propertyLists = std::make_unique<Lists>(world);
     host.applications = std::make_unique<Apps>(world);
     host.frontmost = std::make_unique<Front>(world);
     host.pressure = std::make_unique<PressureEvents>(world);

@@ -26,6 +26,20 @@ struct FakeProcess {
     std::optional<Text> cwd;
     std::optional<bool> system;
     std::vector<int> ports;
+    /// It ends this long after a polite signal; none ignores it.
+    std::optional<Seconds> endsAfter = Seconds{0};
+};
+
+/// One running instance of an application of the fake world.
+struct FakeInstance {
+    std::string identifier;
+    std::optional<std::string> bundlePath;
+    /// It ends this long after it was asked to; none refuses.
+    std::optional<Seconds> quitsAfter = Seconds{0};
+    bool terminated = false;
+    /// How often it was asked politely, and how often not.
+    int asked = 0;
+    int forced = 0;
 };
 
 /// The bytes of a process-arguments block, as a kernel lays them out.
@@ -58,16 +72,36 @@ struct FakeWorld {
     std::map<std::string, std::string, std::less<>> displayNames;
     std::optional<FrontmostApplication> frontmost;
     bool canTellFrontmost = true;
-    /// Pids that refuse a change of priority.
+    /// Pids that refuse a change of priority and every signal.
     std::set<Pid> shielded;
+    /// Running applications, those that have ended too.
+    std::deque<FakeInstance> instances;
+    /// What opening an application fails with.
+    std::optional<std::string> openError;
+    std::vector<Notification> notifications;
+    int permissionRequests = 0;
+    std::optional<std::set<Pid>> managedPIDs = std::set<Pid>{};
+    /// By "path argument argument …"; what is not here cannot be run.
+    std::map<std::string, std::string, std::less<>> childOutput;
+    std::vector<DetachedStart> started;
+    /// Executables that cannot be started.
+    std::set<std::string, std::less<>> unstartable;
+    Pid nextStarted = 9000;
+    LoginStatus loginStatus = LoginStatus::notRegistered;
+    std::optional<std::string> loginError;
+    std::string pasteboard;
+    /// By "path key".
+    std::map<std::string, std::string, std::less<>> propertyLists;
 
     std::map<std::string, PreferenceValue, std::less<>> preferences;
     std::string home = "/home/ada";
     /// Nothing can be stored here: a test that wants files names a folder of its own.
     std::string applicationSupport = "/dev/null/share";
+    std::optional<std::string> syncFolder;
     bool windowVisible = false;
 
-    /// What was asked, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "set rulesPaused".
+    /// What was asked, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "signal 15 12", "run /bin/ls",
+    /// "set rulesPaused", "reveal /a".
     std::vector<std::string> asked;
     std::vector<std::string> logLines;
 
@@ -77,12 +111,16 @@ struct FakeWorld {
     FakeProcess& add(Pid pid, std::string_view name);
 
     std::vector<std::pair<std::uint64_t, std::function<void(std::string)>>> activationObservers;
+    std::vector<std::pair<std::uint64_t, std::function<void(std::optional<std::string>)>>> clickObservers;
     std::vector<std::pair<std::uint64_t, std::function<void()>>> pressureObservers;
     std::vector<std::pair<std::uint64_t, std::function<void()>>> windowObservers;
     std::uint64_t nextObserver = 0;
 
     void activate(const std::string& bundlePath);
     void press();
+    void click(const std::optional<std::string>& section);
+    /// The process is gone.
+    void end(Pid pid);
     void showWindow(bool visible);
 };
 
