@@ -10,6 +10,8 @@
 #include "app/CancelSource.h"
 #include "app/DueDecisions.h"
 #include "app/Line.h"
+#include "app/Outcome.h"
+#include "app/QuitWait.h"
 #include "app/Sampler.h"
 #include "core/advisor/Advisor.h"
 #include "core/storage/Store.h"
@@ -48,6 +50,9 @@ struct AppModel::Private {
 
     // CarryOut.cpp
     QCoro::Task<> carryOut(Decision decision);
+    QCoro::Task<Outcome> perform(Decision decision, RunningApps apps);
+    void tell(const Decision& decision, const Outcome& outcome, Date date);
+    void record(ActivityEntry entry);
 
     // RuleChanges.cpp
     void backUpRules();

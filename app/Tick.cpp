@@ -17,6 +17,7 @@ QCoro::Task<> AppModel::Private::tick() {
     judgeSwap();
     reviewPriorities();
     recordTracks();
+    applyRules();
 }
 
 void AppModel::Private::judgeSwap() {
@@ -38,7 +39,17 @@ void AppModel::Private::reviewPriorities() {
     model.lowered.set(std::move(loans));
 }
 
-void AppModel::Private::applyRules() {}
+/// Every decision is taken before the first is carried out, so that none sees what another did.
+void AppModel::Private::applyRules() {
+    if (*model.rulesPaused) return;
+    const World world = model.world();
+    auto decisions = due.take({.rules = *model.rules,
+                               .world = world,
+                               .lowered = *model.lowered,
+                               .frontmostIsKnown = host.frontmost->canTell(),
+                               .now = model.snapshot->date});
+    for (auto& decision : decisions) static_cast<void>(carryOut(std::move(decision)));
+}
 
 void AppModel::Private::recordTracks() { advisor.record(model.snapshot->rows, model.snapshot->date); }
 

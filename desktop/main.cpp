@@ -56,7 +56,7 @@ public:
           ring_(&application),
           quit_(linuxhost::onQuitSignal([] { QApplication::quit(); })) {
         look_.install();
-        const auto screens = allScreens(model_, look_, state_, systemLocale());
+        const auto screens = allScreens(model_, look_, state_, host_.locale);
         if (!pictures.isEmpty()) {
             const bool dark = host_.preferences->get<bool>(Snapshots::darkKey).value_or(false);
             snapshots_ = std::make_unique<Snapshots>(model_, look_, screens, pictures, dark,
@@ -86,6 +86,7 @@ int main(int argc, char** argv) {
     const auto start = StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent());
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
     auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+    host.locale = systemLocale();
     const auto pictures = start.picturesFolder(*host.preferences);
     choosePlatform(start.headless, !pictures.isEmpty());
     QApplication application(argc, argv);
