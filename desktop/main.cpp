@@ -17,6 +17,7 @@
 #include "desktop/look/ColorScheme.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/FocusRing.h"
+#include "platform/linux/FolderLock.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/makeLinuxHost.h"
 
@@ -42,6 +43,15 @@ void choosePlatform(bool headless, bool pictures) {
 std::string systemLocale() {
     const auto name = QLocale::system().name();
     return name == QLatin1String("C") ? "en_US" : bytes(name);
+}
+
+std::string privateFolder(const Host& host) { return host.folders->applicationSupport() + "/Tolvane"; }
+
+/// Two copies on one folder would overwrite each other's files and act twice. Who looks only, or shows the demo, may do
+/// so beside one that works.
+linuxhost::FolderLock lockFolder(const Host& host, bool pictures) {
+    if (pictures || AppPreferences::demo.in(*host.preferences)) return {};
+    return linuxhost::FolderLock(privateFolder(host));
 }
 
 /// Everything of one run, in the order in which it is made and the reverse of which it ends.
@@ -88,6 +98,11 @@ int main(int argc, char** argv) {
     auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
     host.locale = systemLocale();
     const auto pictures = start.picturesFolder(*host.preferences);
+    const auto lock = lockFolder(host, !pictures.isEmpty());
+    if (lock.isAnothers()) {
+        std::fprintf(stderr, "tolvane: another copy is running on %s\n", privateFolder(host).c_str());
+        return 1;
+    }
     choosePlatform(start.headless, !pictures.isEmpty());
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
