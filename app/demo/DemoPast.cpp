@@ -77,7 +77,8 @@ double swapInsAt(double minutesAgo) {
 
 /// A row of the table with the processes that it stands for, largest first.
 struct Group {
-    Line line;
+    /// Without figures; its texts are shared by all moments.
+    Holder holder;
     std::vector<const Proc*> members;
 };
 
@@ -98,7 +99,12 @@ std::vector<Group> groups(const std::vector<Proc>& procs, Date now) {
         for (const auto& proc : procs) {
             if (std::ranges::find(line.pids, proc.pid) != line.pids.end()) members.push_back(&proc);
         }
-        made.push_back({.line = std::move(line), .members = std::move(members)});
+        Holder holder{.key = Text(line.id),
+                      .title = Text(line.title),
+                      .bundlePath = line.bundlePath ? std::optional(Text(*line.bundlePath)) : std::nullopt,
+                      .started = line.started,
+                      .swapIns = 0};
+        made.push_back({.holder = std::move(holder), .members = std::move(members)});
     }
     return made;
 }
@@ -107,11 +113,7 @@ std::vector<Group> groups(const std::vector<Proc>& procs, Date now) {
 double presence(double minutesAgo) { return 0.55 + 0.45 * turnAt(minutesAgo).used / turns.back().used; }
 
 Holder holderAt(const Group& group, int minutesAgo) {
-    Holder holder{.key = Text(group.line.id),
-                  .title = Text(group.line.title),
-                  .bundlePath = group.line.bundlePath ? std::optional(Text(*group.line.bundlePath)) : std::nullopt,
-                  .started = group.line.started,
-                  .swapIns = 0};
+    Holder holder = group.holder;
     double memory = 0, compressed = 0;
     for (const auto* proc : group.members) {
         const double share =

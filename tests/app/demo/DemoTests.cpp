@@ -143,6 +143,11 @@ TEST_F(DemoTest, namesTheHoldersOfMomentsAsTheTableDoes) {
     EXPECT_THAT(state.moments.back().holders, Contains(Field(&Holder::key, Text("cmd:node"))));
 }
 
+TEST_F(DemoTest, sharesTheTextsOfItsMoments) {
+    EXPECT_EQ(state.moments.front().holders.front().title.view().data(),
+              state.moments.back().holders.front().title.view().data());
+}
+
 TEST_F(DemoTest, somethingGrewWhileMemoryWasTight) {
     const auto& then = state.moments.at(1440 - 200);
     const auto& before = state.moments.at(1440 - 215);
