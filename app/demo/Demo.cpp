@@ -23,7 +23,7 @@ CPULoad load() {
 }
 
 std::vector<ClaudeWorker> workers(const Place& place) {
-    const auto folders = Folders::in(place);
+    const auto folders = Roots::in(place);
     return {{.shortID = "9c1d",
              .name = "Checkout flow refactor",
              .cwd = folders.atlas,
@@ -90,7 +90,7 @@ State state(Date now, const Place& place) {
     made.branches = branches(place);
     made.ports = ports();
     made.swapGrowth = static_cast<std::int64_t>(bytes(310));
-    made.selectedLines = {"project:" + Folders::in(place).atlas};
+    made.selectedLines = {"project:" + Roots::in(place).atlas};
     return made;
 }
 

@@ -30,14 +30,14 @@ struct Place {
 };
 
 /// Folders of the projects, and the agent's program.
-struct Folders {
+struct Roots {
     std::string atlas;
     std::string billing;
     std::string mobile;
     std::string docs;
     std::string claude;
 
-    static Folders in(const Place& place);
+    static Roots in(const Place& place);
 };
 
 /// One process of the cast.

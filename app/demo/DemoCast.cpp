@@ -32,7 +32,7 @@ std::string simulatorPart(const char* part) {
 
 class Cast {
 public:
-    explicit Cast(const Place& place) : place_(place), folders_(Folders::in(place)) {}
+    explicit Cast(const Place& place) : place_(place), folders_(Roots::in(place)) {}
 
     std::vector<Proc> all() {
         browsers();
@@ -198,13 +198,13 @@ private:
     }
 
     Place place_;
-    Folders folders_;
+    Roots folders_;
     std::vector<Proc> procs_;
 };
 
 }  // namespace
 
-Folders Folders::in(const Place& place) {
+Roots Roots::in(const Place& place) {
     const auto developer = place.home + "/Developer/";
     return {.atlas = developer + "atlas-web",
             .billing = developer + "billing-api",

@@ -85,12 +85,44 @@ public:
     std::optional<std::string> run(const std::string&, const std::vector<std::string>&) override { return ""; }
 };
 
+/// Beside the real ones.
+class DemoFolders : public Folders {
+public:
+    explicit DemoFolders(std::unique_ptr<Folders> real) : real_(std::move(real)) {}
+
+    std::string home() const override { return real_->home(); }
+    std::string applicationSupport() const override { return real_->applicationSupport() + "/Tolvane-Demo"; }
+    std::optional<std::string> syncFolder() const override { return std::nullopt; }
+
+private:
+    std::unique_ptr<Folders> real_;
+};
+
+class PreferencesOfThisRun : public Preferences {
+public:
+    explicit PreferencesOfThisRun(std::unique_ptr<Preferences> stored) : stored_(std::move(stored)) {}
+
+    std::optional<PreferenceValue> value(std::string_view key) const override {
+        const auto changed = changed_.find(key);
+        return changed == changed_.end() ? stored_->value(key) : std::optional(changed->second);
+    }
+    void set(std::string_view key, PreferenceValue value) override {
+        changed_.insert_or_assign(std::string(key), std::move(value));
+    }
+
+private:
+    std::unique_ptr<Preferences> stored_;
+    std::map<std::string, PreferenceValue, std::less<>> changed_;
+};
+
 }  // namespace
 
 Host inertHost(Host host) {
     host.makeInspection = [] { return std::make_unique<NoInspection>(); };
     host.control = std::make_unique<NoControl>();
     host.applications = std::make_unique<CastApplications>(Place{.home = host.folders->home(), .uid = host.uid});
+    host.folders = std::make_unique<DemoFolders>(std::move(host.folders));
+    host.preferences = std::make_unique<PreferencesOfThisRun>(std::move(host.preferences));
     host.running = std::make_unique<NoneRunning>();
     host.frontmost = std::make_unique<CastFrontmost>();
     host.services = std::make_unique<NoServices>();

@@ -141,13 +141,13 @@ std::vector<ParkedProject> parked(Date now, const Place& place) {
 }
 
 std::vector<Container> containers(const Place& place) {
-    const auto folders = Folders::in(place);
+    const auto folders = Roots::in(place);
     return Docker::parse(containerLine("5d0be1f4a7c2", "billing-api-redis-1", folders.billing) +
                          containerLine("91c7a2d03b6e", "billing-api-db-1", folders.billing));
 }
 
 std::map<std::string, ProjectBranch> branches(const Place& place) {
-    const auto folders = Folders::in(place);
+    const auto folders = Roots::in(place);
     return {{folders.atlas, {.state = {.branch = "feature/checkout"}, .remoteGone = true}},
             {folders.billing, {.state = {.branch = "main"}}},
             {folders.mobile, {.state = {.branch = "feature/onboarding", .deleted = true}}},

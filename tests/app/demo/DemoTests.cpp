@@ -25,7 +25,7 @@ struct DemoTest : testing::Test {
     Date now{Seconds{801'234'567.5}};
     Demo::Place place{.home = "/home/ada", .uid = 501};
     Demo::State state = Demo::state(now, place);
-    Demo::Folders folders = Demo::Folders::in(place);
+    Demo::Roots folders = Demo::Roots::in(place);
 
     std::vector<ProjectGroup> groups() const { return Projects::groups(world(), {}); }
     World world() const {
