@@ -28,6 +28,7 @@ struct AppModel::Private {
     void start();
     void load();
     void saveOnAssignment();
+    void showDemo();
     void watchActivations();
     void watchWindows();
     void watchPressure();
