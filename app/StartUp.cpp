@@ -58,13 +58,18 @@ void AppModel::Private::showDemo() {
 
 /// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.
 void AppModel::Private::saveOnAssignment() {
-    model.rules.setEffect([this](const auto& latest) { store.saveRules(latest); });
+    model.rules.setEffect([this](const auto& latest) {
+        store.saveRules(latest);
+        backUpRules();
+    });
     model.parked.setEffect([this](const auto& latest) { store.saveParked(latest); });
     auto& preferences = *host.preferences;
     model.rulesPaused.setEffect(
         [&preferences](bool paused) { AppPreferences::rulesPaused.store(preferences, paused); });
-    model.backupToICloud.setEffect(
-        [&preferences](bool wanted) { AppPreferences::backupToICloud.store(preferences, wanted); });
+    model.backupToICloud.setEffect([this, &preferences](bool wanted) {
+        AppPreferences::backupToICloud.store(preferences, wanted);
+        backUpRules();
+    });
     model.hiddenSuggestions.setEffect(
         [&preferences](const PreferenceDates& hidden) { preferences.set(AppPreferences::hiddenSuggestions, hidden); });
 }

@@ -37,6 +37,8 @@ Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides
     host.children = std::make_unique<LinuxChildProcesses>();
     host.pressure = std::make_unique<PSIMemoryPressure>();
     host.preferences = std::make_unique<LayeredPreferences>(std::move(stored), std::move(overrides));
+    folders->setSyncFolderChoice(
+        [choices = host.preferences.get()] { return choices->get<std::string>("syncFolder"); });
     host.folders = std::move(folders);
     host.clock = std::make_unique<LinuxClock>();
     host.log = std::make_unique<LinuxSystemLog>();
