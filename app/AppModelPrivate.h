@@ -29,6 +29,7 @@ struct AppModel::Private {
     void load();
     void saveOnAssignment();
     void showDemo();
+    void adviseInDemo();
     void watchActivations();
     void watchWindows();
     void watchPressure();
