@@ -7,6 +7,7 @@
 
 #include "app/AppModel.h"
 #include "app/AppPreferences.h"
+#include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/MainWindow.h"
 #include "desktop/Screens.h"
@@ -97,6 +98,7 @@ int main(int argc, char** argv) {
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
     auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
     host.locale = systemLocale();
+    if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
     const auto pictures = start.picturesFolder(*host.preferences);
     const auto lock = lockFolder(host, !pictures.isEmpty());
     if (lock.isAnothers()) {
