@@ -31,6 +31,7 @@ struct AppModel::Private {
     void load();
     void saveOnAssignment();
     void showDemo();
+    void adviseInDemo();
     void watchActivations();
     void watchWindows();
     void watchPressure();
