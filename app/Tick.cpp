@@ -15,8 +15,11 @@ QCoro::Task<> AppModel::Private::tick() {
     recordHistory();
     recordMoment();
     judgeSwap();
+    warnAboutSwap();
     reviewPriorities();
     recordTracks();
+    giveAdvice();
+    noticeSuggestions();
 }
 
 void AppModel::Private::judgeSwap() {

@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxMachineStatistics.h"
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessInspection.h"
+#include "platform/linux/LinuxPropertyLists.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/NoFrontmost.h"
 #include "platform/linux/PSIMemoryPressure.h"
@@ -31,6 +32,7 @@ Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides
         std::make_unique<LinuxProcessControl>([clock](std::uint64_t ticks) { return clock.dateOfTicks(ticks); });
     host.applications = std::make_unique<LinuxApplications>(LinuxApplications::settingsFor(*folders, environment));
     host.frontmost = std::make_unique<NoFrontmost>();
+    host.propertyLists = std::make_unique<LinuxPropertyLists>();
     host.pressure = std::make_unique<PSIMemoryPressure>();
     host.preferences = std::make_unique<LayeredPreferences>(std::move(stored), std::move(overrides));
     host.folders = std::move(folders);
