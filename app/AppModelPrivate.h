@@ -67,9 +67,14 @@ struct AppModel::Private {
     // RuleChanges.cpp
     void backUpRules();
 
+    // Advice.cpp
+    void giveAdvice();
+    std::vector<int> listeningPorts(Pid pid);
+
     // Warnings.cpp
     void warnAboutSwap();
     void noticeSuggestions();
+    void keepPressureClock();
 
     // RecordHistory.cpp
     void recordHistory();
@@ -84,6 +89,8 @@ struct AppModel::Private {
     const LineNames names;
     const Store store;
     Advisor advisor;
+    /// For advice, which asks on the main thread for the ports of few processes; made when first needed.
+    std::unique_ptr<ProcessInspection> portInspection;
     DueDecisions due;
     /// When the present spell of memory pressure began.
     std::optional<Date> pressureSince;

@@ -24,9 +24,12 @@ QCoro::Task<> AppModel::Private::tick() {
     recordHistory();
     recordMoment();
     judgeSwap();
+    warnAboutSwap();
     reviewPriorities();
     recordTracks();
     if (!co_await askServiceManager()) co_return;
+    giveAdvice();
+    noticeSuggestions();
     applyRules();
 }
 
