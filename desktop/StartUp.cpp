@@ -21,8 +21,9 @@ const std::set<std::string, std::less<>>& StartUp::knownKeys() {
     return keys;
 }
 
-StartUp StartUp::of(const std::vector<std::string>& arguments, bool displayPresent) {
+StartUp StartUp::of(const std::vector<std::string>& arguments, bool displayPresent, const std::string& folder) {
     StartUp start{.switches = parseSwitches(arguments, knownKeys()), .headless = !displayPresent};
+    start.files = OpenFiles::among(start.switches.words, folder);
     start.picturesByDefault = start.headless && arguments.empty();
     return start;
 }
@@ -36,6 +37,7 @@ QString StartUp::picturesFolder(const Preferences& preferences) const {
 std::vector<std::string> StartUp::complaints() const {
     std::vector<std::string> lines;
     for (const auto& each : switches.unknown) lines.push_back("tolvane: unknown switch " + each);
+    for (const auto& each : files.others) lines.push_back("tolvane: no file " + each);
     return lines;
 }
 
