@@ -131,6 +131,13 @@ std::optional<Text> LinuxApplications::bundleIdentifier(std::string_view bundleP
     return Text(entry->identifier);
 }
 
+std::optional<Text> LinuxApplications::pathOfIdentifier(std::string_view identifier) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->withIdentifier(identifier);
+    if (entry == nullptr) return std::nullopt;
+    return entry->path;
+}
+
 std::optional<Text> LinuxApplications::pathOfWindow(std::string_view application) {
     const auto entries = index();
     const DesktopEntry* entry = entries->ofWindow(application);
