@@ -28,6 +28,8 @@ struct AppModel::Private {
     void start();
     void load();
     void saveOnAssignment();
+    void showDemo();
+    void adviseInDemo();
     void watchActivations();
     void watchWindows();
     void watchPressure();

@@ -7,6 +7,7 @@
 
 #include "app/AppModel.h"
 #include "app/AppPreferences.h"
+#include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/MainWindow.h"
 #include "desktop/Screens.h"
@@ -86,6 +87,7 @@ int main(int argc, char** argv) {
     const auto start = StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent());
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
     auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+    if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
     const auto pictures = start.picturesFolder(*host.preferences);
     choosePlatform(start.headless, !pictures.isEmpty());
     QApplication application(argc, argv);

@@ -14,6 +14,8 @@ namespace {
 
 constexpr Seconds timeBetweenChecks{60};
 constexpr std::size_t procFileLimit = 1U << 20U;
+/// This program's desktop entry.
+constexpr std::string_view ownIdentifier = "dev.tolvane.Tolvane";
 
 std::vector<std::string> split(std::string_view list) {
     std::vector<std::string> parts;
@@ -34,12 +36,17 @@ public:
     const DesktopEntry* application() const {
         const DesktopEntry* group = ofControlGroup();
         if (group == nullptr) group = ofSandbox();
-        if (group != nullptr && group->isTerminalEmulator) return isProgramOf(*group) ? group : ofProgram();
+        if (group != nullptr && startsOtherPeoplesPrograms(*group)) return isProgramOf(*group) ? group : ofProgram();
         if (group != nullptr && !isStartedByHand()) return group;
         return ofProgram();
     }
 
 private:
+    /// As terminals do, this program starts commands that stay in its control group and are none of its own.
+    static bool startsOtherPeoplesPrograms(const DesktopEntry& entry) {
+        return entry.isTerminalEmulator || entry.identifier == ownIdentifier;
+    }
+
     std::string read(Pid pid, const char* name) const {
         return readWholeFile(proc_ + "/" + std::to_string(pid) + "/" + name, procFileLimit).value_or("");
     }

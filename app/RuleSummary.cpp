@@ -1,0 +1,34 @@
+#include "app/RuleSummary.h"
+
+#include "app/Format.h"
+
+namespace tolvane {
+
+namespace {
+
+std::string unusedClause(std::int64_t minutes) {
+    const Date now{};
+    return "unused for " + Format::duration(now - Seconds{60.0 * static_cast<double>(minutes)}, now);
+}
+
+/// A negative limit comes from a file that somebody wrote by hand.
+std::string memoryClause(const Rule& rule, std::string_view locale) {
+    const auto limit = rule.memoryLimit();
+    return "using over " + (limit ? Format::bytes(*limit, locale) : std::to_string(*rule.memoryMB) + " MB");
+}
+
+}  // namespace
+
+std::string summaryOf(const Rule& rule, std::string_view locale) {
+    if (!rule.hasCondition()) return "Needs a condition";
+    std::string clauses;
+    const auto add = [&clauses](const std::string& clause) {
+        clauses.append(clauses.empty() ? " when " : " and ").append(clause);
+    };
+    if (rule.unusedMinutes) add(unusedClause(*rule.unusedMinutes));
+    if (rule.memoryMB) add(memoryClause(rule, locale));
+    if (rule.onlyWhenTight.value_or(false)) add("memory is tight");
+    return std::string(RuleActions::title(rule.action)) + clauses;
+}
+
+}  // namespace tolvane
