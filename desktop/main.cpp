@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QLocale>
 #include <cstdio>
 #include <memory>
@@ -7,6 +8,7 @@
 
 #include "app/AppModel.h"
 #include "app/AppPreferences.h"
+#include "app/OpenFiles.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/MainWindow.h"
@@ -76,9 +78,18 @@ public:
             window_ = std::make_unique<MainWindow>(model_, look_, state_, screens);
             window_->show();
         }
+        if (pictures.isEmpty()) openFiles(start.files.paths);
     }
 
 private:
+    void openFiles(const std::vector<std::string>& paths) {
+        OpenFiles::open(model_, paths, [this] {
+            if (!window_ || !window_->isVisible()) return false;
+            window_->bringForward();
+            return true;
+        });
+    }
+
     Host host_;
     DesktopWindows windows_;
     AppModel model_;
@@ -94,7 +105,8 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
-    const auto start = StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent());
+    const auto start =
+        StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent(), bytes(QDir::currentPath()));
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
     auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
     host.locale = systemLocale();
