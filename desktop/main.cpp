@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QLocale>
+#include <QTemporaryDir>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "app/AppModel.h"
 #include "app/AppPreferences.h"
+#include "app/LookingHost.h"
 #include "app/OpenFiles.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
@@ -112,6 +114,8 @@ int main(int argc, char** argv) {
     host.locale = systemLocale();
     if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
     const auto pictures = start.picturesFolder(*host.preferences);
+    const QTemporaryDir copies;
+    if (!pictures.isEmpty()) host = lookingHost(std::move(host), bytes(copies.path()));
     const auto lock = lockFolder(host, !pictures.isEmpty());
     if (lock.isAnothers()) {
         std::fprintf(stderr, "tolvane: another copy is running on %s\n", privateFolder(host).c_str());
