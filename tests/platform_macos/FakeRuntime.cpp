@@ -130,7 +130,7 @@ void FakeRuntime::check(const Message& message) const {
     EXPECT_GT(openPools, 0) << selector << " without a pool";
     EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(selector, ':')), message.arguments.size()) << selector;
     const auto found = objects_.find(message.receiver);
-    if (found == objects_.end() || made.contains(message.receiver)) return;
+    if (found == objects_.end() || madeClasses.contains(message.receiver)) return;
     const auto* method = methodOf(found->second.className, selector);
     if (method == nullptr) {
         ADD_FAILURE() << found->second.className << " has no method " << selector;
@@ -244,21 +244,21 @@ RuntimeCalls FakeRuntime::calls() {
 
 void FakeRuntime::addClassCalls(RuntimeCalls& calls) {
     calls.allocateClass = [this](Id, const char* name) -> Id {
-        for (const auto& [id, each] : made) {
+        for (const auto& [id, each] : madeClasses) {
             if (each.name == name) return nullptr;
         }
         const Id id = object(name, name);
-        made[id].name = name;
+        madeClasses[id].name = name;
         return id;
     };
     calls.addMethod = [this](Id id, const char* selector, AnyFunction implementation, const char* types) {
-        EXPECT_FALSE(made.at(id).registered);
-        made.at(id).blocks[selector] = implementations_.at(implementation);
-        made.at(id).types[selector] = types;
+        EXPECT_FALSE(madeClasses.at(id).registered);
+        madeClasses.at(id).blocks[selector] = implementations_.at(implementation);
+        madeClasses.at(id).types[selector] = types;
         return true;
     };
-    calls.registerClass = [this](Id id) { made.at(id).registered = true; };
-    calls.disposeClass = [this](Id id) { made.erase(id); };
+    calls.registerClass = [this](Id id) { madeClasses.at(id).registered = true; };
+    calls.disposeClass = [this](Id id) { madeClasses.erase(id); };
     calls.implementationOf = [this](Id block) {
         const auto implementation = reinterpret_cast<AnyFunction>(&addresses_.emplace_back());
         implementations_[implementation] = copyOf(block);

@@ -78,7 +78,7 @@ public:
         bool registered = false;
     };
     /// Classes made at run time and not disposed of.
-    std::map<Id, MadeClass> made;
+    std::map<Id, MadeClass> madeClasses;
 
 private:
     RuntimeCalls calls();

@@ -19,14 +19,14 @@ protected:
     }
     ~MacNotificationsTest() override {
         notifications_.reset();
-        EXPECT_THAT(fake_.made, IsEmpty());
+        EXPECT_THAT(fake_.madeClasses, IsEmpty());
     }
 
     MacNotifications& notifications() {
         if (!notifications_) notifications_ = std::make_unique<MacNotifications>(fake_.runtime(), onMain());
         return *notifications_;
     }
-    Id method(const std::string& selector) { return fake_.made.begin()->second.blocks.at(selector); }
+    Id method(const std::string& selector) { return fake_.madeClasses.begin()->second.blocks.at(selector); }
     /// The user clicks; `section` is what the notification carries.
     void click(Id section) {
         fake_.answer("notification", fake_.object("UNNotification", "notification"));
@@ -45,15 +45,15 @@ protected:
 
 TEST_F(MacNotificationsTest, becomesTheCentersDelegateAndLeavesAtTheEnd) {
     notifications();
-    ASSERT_EQ(fake_.made.size(), 1U);
-    const auto& delegate = fake_.made.begin()->second;
+    ASSERT_EQ(fake_.madeClasses.size(), 1U);
+    const auto& delegate = fake_.madeClasses.begin()->second;
     EXPECT_EQ(delegate.name, "TolvaneNotificationDelegate");
     EXPECT_TRUE(delegate.registered);
     for (const auto& [selector, types] : delegate.types) EXPECT_EQ(types, "v@:@@@?") << selector;
     EXPECT_EQ(fake_.sent.back(), "[center setDelegate:new TolvaneNotificationDelegate]");
     notifications_.reset();
     EXPECT_EQ(fake_.sent.back(), "[center setDelegate:nil]");
-    EXPECT_THAT(fake_.made, IsEmpty());
+    EXPECT_THAT(fake_.madeClasses, IsEmpty());
 }
 
 TEST_F(MacNotificationsTest, postsAtOnceWithoutSound) {
