@@ -9,7 +9,7 @@ namespace tolvane::desktop {
 const std::set<std::string, std::less<>>& StartUp::knownKeys() {
     namespace Keys = AppPreferences;
     static const std::set<std::string, std::less<>> keys = [] {
-        std::set<std::string, std::less<>> all = {"grouping", "syncFolder"};
+        std::set<std::string, std::less<>> all = {"grouping", "syncFolder", StartUp::atLoginKey};
         for (const auto key : {Keys::demo.key, Keys::rulesPaused.key, Keys::backupToICloud.key, Keys::openInterval.key,
                                Keys::notifyOnAction.key, Keys::notifyAboutSuggestions.key, Keys::warnSwapGrowth.key,
                                Keys::showInMenuBar.key, Snapshots::folderKey, Snapshots::darkKey}) {

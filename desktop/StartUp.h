@@ -19,6 +19,8 @@ struct StartUp {
     bool picturesByDefault = false;
 
     static constexpr const char* defaultPictures = "pictures";
+    /// Set by the autostart entry: the window may stay away while there is a tray to live in.
+    static constexpr const char* atLoginKey = "atLogin";
 
     /// `arguments` without the program's own name.
     static StartUp of(const std::vector<std::string>& arguments, bool displayPresent);
