@@ -1,19 +1,21 @@
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/AppModel.h"
 #include "app/AppPreferences.h"
-#include "app/LookingHost.h"
 #include "app/OpenFiles.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/MainWindow.h"
+#include "desktop/OutsideRequests.h"
 #include "desktop/Screens.h"
 #include "desktop/Snapshots.h"
 #include "desktop/StartUp.h"
@@ -24,6 +26,7 @@
 #include "desktop/parts/FocusRing.h"
 #include "platform/FolderLock.h"
 #include "platform/linux/QuitSignals.h"
+#include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
 
 using namespace tolvane;
@@ -62,7 +65,8 @@ FolderLock lockFolder(const Host& host, bool pictures) {
 /// Everything of one run, in the order in which it is made and the reverse of which it ends.
 class Program {
 public:
-    Program(QApplication& application, const StartUp& start, Host host, const QString& pictures)
+    Program(QApplication& application, const StartUp& start, Host host, const QString& pictures,
+            linuxhost::SingleInstance& instance)
         : host_(std::move(host)),
           model_(host_, windows_, AppPreferences::demo.in(*host_.preferences)),
           scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
@@ -80,16 +84,20 @@ public:
             window_ = std::make_unique<MainWindow>(model_, look_, state_, screens);
             window_->show();
         }
-        if (pictures.isEmpty()) openFiles(start.files.paths);
+        outside_ = std::make_unique<OutsideRequests>(
+            model_, OutsideRequests::Window{.bringForward = [this] { bringForward(); },
+                                            .isShown = [this] { return window_ && window_->isVisible(); }});
+        requests_ = instance.onRequest([this](const linuxhost::SingleInstance::Request& request) {
+            if (request.files.empty()) return outside_->show(request.action);
+            openFiles(request.files);
+        });
     }
 
+    void openFiles(const std::vector<std::string>& files) { outside_->openFiles(files); }
+
 private:
-    void openFiles(const std::vector<std::string>& paths) {
-        OpenFiles::open(model_, paths, [this] {
-            if (!window_ || !window_->isVisible()) return false;
-            window_->bringForward();
-            return true;
-        });
+    void bringForward() {
+        if (window_) window_->bringForward();
     }
 
     Host host_;
@@ -102,7 +110,21 @@ private:
     Subscription quit_;
     std::unique_ptr<Snapshots> snapshots_;
     std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<OutsideRequests> outside_;
+    Subscription requests_;
 };
+
+/// Another start for the same session hands over what it is to open and is done: its exit status. None for the one that
+/// runs.
+std::optional<int> statusOfSecondStart(linuxhost::SingleInstance& instance, const std::vector<std::string>& files) {
+    using Outcome = linuxhost::SingleInstance::Outcome;
+    const auto token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"));
+    const auto outcome = instance.settle({.files = files}, bytes(token));
+    if (outcome == Outcome::handedOver) return 0;
+    if (outcome != Outcome::silent) return std::nullopt;
+    std::fputs("tolvane: it runs already and does not answer\n", stderr);
+    return 1;
+}
 
 }  // namespace
 
@@ -110,22 +132,27 @@ int main(int argc, char** argv) {
     const auto start =
         StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent(), bytes(QDir::currentPath()));
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
-    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
-    host.locale = systemLocale();
-    if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
+    const auto environment = linuxhost::processEnvironment();
+    const auto bus = linuxhost::sessionBus(environment);
+    auto host = linuxhost::makeLinuxHost(
+        environment, start.switches.overrides,
+        {.bus = bus, .copyText = [](const std::string& text) { QApplication::clipboard()->setText(words(text)); }});
+    const bool demo = AppPreferences::demo.in(*host.preferences);
+    if (demo) host = Demo::inertHost(std::move(host));
     const auto pictures = start.picturesFolder(*host.preferences);
-    const QTemporaryDir copies;
-    if (!pictures.isEmpty()) host = lookingHost(std::move(host), bytes(copies.path()));
-    const auto lock = lockFolder(host, !pictures.isEmpty());
-    if (lock.isAnothers()) {
-        std::fprintf(stderr, "tolvane: another copy is running on %s\n", privateFolder(host).c_str());
-        return 1;
+    const auto opened = OpenFiles::among(start.switches.words, bytes(QDir::currentPath()));
+    for (const auto& word : opened.others) std::fprintf(stderr, "tolvane: no such file: %s\n", word.c_str());
+    linuxhost::SingleInstance instance(bus);
+    // Pictures and the demo stand beside the program that runs.
+    if (!demo && pictures.isEmpty()) {
+        if (const auto status = statusOfSecondStart(instance, opened.paths)) return *status;
     }
     choosePlatform(start.headless, !pictures.isEmpty());
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
     QApplication::setDesktopFileName(QStringLiteral("dev.tolvane.Tolvane"));
     QApplication::setQuitOnLastWindowClosed(pictures.isEmpty());
-    const Program program(application, start, std::move(host), pictures);
+    Program program(application, start, std::move(host), pictures, instance);
+    program.openFiles(opened.paths);
     return QApplication::exec();
 }
