@@ -11,8 +11,8 @@
 #include "app/OpenFiles.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
-#include "desktop/MainWindow.h"
 #include "desktop/Screens.h"
+#include "desktop/Shell.h"
 #include "desktop/Snapshots.h"
 #include "desktop/StartUp.h"
 #include "desktop/WindowState.h"
@@ -28,6 +28,9 @@ using namespace tolvane;
 using namespace tolvane::desktop;
 
 namespace {
+
+/// A second start does not reach this one yet: where no tray leads back to it, the program ends with its window.
+constexpr bool secondStartOpens = false;
 
 bool displayPresent() { return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"); }
 
@@ -75,8 +78,9 @@ public:
             snapshots_ = std::make_unique<Snapshots>(model_, look_, screens, pictures, dark,
                                                      [](bool written) { QApplication::exit(written ? 0 : 1); });
         } else if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
-            window_ = std::make_unique<MainWindow>(model_, look_, state_, screens);
-            window_->show();
+            shell_ = std::make_unique<Shell>(model_, look_, state_, screens, secondStartOpens);
+            QObject::connect(shell_.get(), &Shell::quitWanted, &application, &QApplication::quit, Qt::QueuedConnection);
+            shell_->start(AppPreferences::atLogin.in(*host_.preferences));
         }
         if (pictures.isEmpty()) openFiles(start.files.paths);
     }
@@ -84,8 +88,8 @@ public:
 private:
     void openFiles(const std::vector<std::string>& paths) {
         OpenFiles::open(model_, paths, [this] {
-            if (!window_ || !window_->isVisible()) return false;
-            window_->bringForward();
+            if (!shell_ || !shell_->isWindowShown()) return false;
+            shell_->openWindow();
             return true;
         });
     }
@@ -99,7 +103,7 @@ private:
     FocusRing ring_;
     Subscription quit_;
     std::unique_ptr<Snapshots> snapshots_;
-    std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<Shell> shell_;
 };
 
 }  // namespace
@@ -121,7 +125,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
     QApplication::setDesktopFileName(QStringLiteral("dev.tolvane.Tolvane"));
-    QApplication::setQuitOnLastWindowClosed(pictures.isEmpty());
+    QApplication::setQuitOnLastWindowClosed(false);
     const Program program(application, start, std::move(host), pictures);
     return QApplication::exec();
 }
