@@ -138,6 +138,27 @@ std::optional<Text> LinuxApplications::bundleIdentifier(std::string_view bundleP
     return Text(entry->identifier);
 }
 
+std::optional<Text> LinuxApplications::pathOfIdentifier(std::string_view identifier) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->withIdentifier(identifier);
+    if (entry == nullptr) return std::nullopt;
+    return entry->path;
+}
+
+std::optional<Text> LinuxApplications::pathOfWindow(std::string_view application) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->ofWindow(application);
+    if (entry == nullptr) return std::nullopt;
+    return entry->path;
+}
+
+std::optional<std::string> LinuxApplications::identifierOfWindow(std::string_view application) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->ofWindow(application);
+    if (entry == nullptr) return std::nullopt;
+    return entry->identifier;
+}
+
 std::string LinuxApplications::displayName(std::string_view bundlePath) {
     const auto entries = index();
     const DesktopEntry* entry = entries->atPath(bundlePath);
