@@ -17,6 +17,8 @@ class QStackedWidget;
 
 namespace tolvane::desktop {
 
+class WindowMenu;
+
 /// The one window with all screens: the sidebar, the toolbar and the screen of the model's section.
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -29,12 +31,21 @@ public:
     /// Comes to the front, from wherever it was.
     void bringForward();
 
+signals:
+    /// The user closed the window.
+    void closed();
+    void settingsWanted();
+    void quitWanted();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void buildPanes();
+    QWidget* buildSidebarColumn();
+    void addShortcuts();
+    void showShortcuts();
     void connectModel();
     void restoreLayout();
     void saveLayout();
@@ -50,6 +61,7 @@ private:
     std::map<AppSection, Page*> pages_;
     QSplitter* splitter_;
     Sidebar* sidebar_;
+    WindowMenu* menu_;
     Toolbar* toolbar_;
     QStackedWidget* stack_;
     Page* shown_ = nullptr;

@@ -23,8 +23,6 @@ struct StartUp {
     OpenFiles files;
 
     static constexpr const char* defaultPictures = "pictures";
-    /// Set by the autostart entry: the window may stay away while there is a tray to live in.
-    static constexpr const char* atLoginKey = "atLogin";
 
     /// `arguments` without the program's own name; `folder` is the absolute one that relative paths start from.
     static StartUp of(const std::vector<std::string>& arguments, bool displayPresent, const std::string& folder = "/");
