@@ -3,13 +3,17 @@
 #include <QCoroTask>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/Activation.h"
 #include "app/AppModel.h"
+#include "app/BackgroundJobs.h"
 #include "app/CancelSource.h"
 #include "app/DueDecisions.h"
 #include "app/Line.h"
+#include "app/Outcome.h"
+#include "app/QuitWait.h"
 #include "app/Sampler.h"
 #include "core/advisor/Advisor.h"
 #include "core/storage/Store.h"
@@ -29,6 +33,7 @@ struct AppModel::Private {
     void load();
     void saveOnAssignment();
     void showDemo();
+    void adviseInDemo();
     void watchActivations();
     void watchWindows();
     void watchPressure();
@@ -45,10 +50,19 @@ struct AppModel::Private {
     void judgeSwap();
     void reviewPriorities();
     void recordTracks();
+    /// False when the model's end cut the wait short.
+    QCoro::Task<bool> askServiceManager();
     void applyRules();
+
+    // ProjectActions.cpp
+    /// Whether the client did it; none when the model's end cut the wait short.
+    QCoro::Task<std::optional<bool>> performOnContainers(std::string verb, std::vector<std::string> ids);
 
     // CarryOut.cpp
     QCoro::Task<> carryOut(Decision decision);
+    QCoro::Task<Outcome> perform(Decision decision, RunningApps apps);
+    void tell(const Decision& decision, const Outcome& outcome, Date date);
+    void record(ActivityEntry entry);
 
     // RuleChanges.cpp
     void backUpRules();
@@ -86,8 +100,7 @@ struct AppModel::Private {
     bool windowVisible = false;
 
     std::unique_ptr<Sampler> sampler;
-    /// For what blocks and is not sampling: child processes, look-ups of ports.
-    std::unique_ptr<Executor> background;
+    BackgroundJobs background;
     /// Of everything that goes on beside the loop; ends with the model.
     CancelSource tasks;
     /// Of the loop that is in force; cancelled ones finish the tick that they are in.

@@ -6,6 +6,7 @@
 #include "app/AppNames.h"
 #include "app/AppPreferences.h"
 #include "app/demo/Demo.h"
+#include "core/advisor/AdviceScene.h"
 
 namespace tolvane {
 
@@ -18,7 +19,7 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       names(AppNames::lineNames(*machine.applications, machine.folders->home())),
       store(machine.folders->applicationSupport() + "/Tolvane"),
       sampler(std::make_unique<Sampler>(machine, makeExecutor())),
-      background(makeExecutor()) {}
+      background(makeExecutor) {}
 
 void AppModel::Private::start() {
     load();
@@ -54,17 +55,42 @@ void AppModel::Private::showDemo() {
     model.swapGrowth.set(world.swapGrowth);
     model.selectedLines.set(std::move(world.selectedLines));
     model.memoryTight.set(true);
+    adviseInDemo();
+}
+
+/// What six hours of watching would have led to; no tick comes to do it.
+void AppModel::Private::adviseInDemo() {
+    const auto now = model.snapshot->date;
+    advisor = Demo::advisor(now, {.home = host.folders->home(), .uid = host.uid});
+    const auto seen = model.world();
+    model.suggestions.set(advisor.suggestions({.world = seen,
+                                               .memory = model.snapshot->memory,
+                                               .now = now,
+                                               .ports =
+                                                   [this](Pid pid) {
+                                                       const auto found = model.ports->find(pid);
+                                                       return found == model.ports->end() ? std::vector<int>{}
+                                                                                          : found->second;
+                                                   },
+                                               .locale = "en_US",
+                                               .launchd = *model.launchdPIDs,
+                                               .simulatorName = Demo::simulatorName}));
 }
 
 /// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.
 void AppModel::Private::saveOnAssignment() {
-    model.rules.setEffect([this](const auto& latest) { store.saveRules(latest); });
+    model.rules.setEffect([this](const auto& latest) {
+        store.saveRules(latest);
+        backUpRules();
+    });
     model.parked.setEffect([this](const auto& latest) { store.saveParked(latest); });
     auto& preferences = *host.preferences;
     model.rulesPaused.setEffect(
         [&preferences](bool paused) { AppPreferences::rulesPaused.store(preferences, paused); });
-    model.backupToICloud.setEffect(
-        [&preferences](bool wanted) { AppPreferences::backupToICloud.store(preferences, wanted); });
+    model.backupToICloud.setEffect([this, &preferences](bool wanted) {
+        AppPreferences::backupToICloud.store(preferences, wanted);
+        backUpRules();
+    });
     model.hiddenSuggestions.setEffect(
         [&preferences](const PreferenceDates& hidden) { preferences.set(AppPreferences::hiddenSuggestions, hidden); });
 }

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QLocale>
 #include <cstdio>
 #include <memory>
@@ -7,6 +8,7 @@
 
 #include "app/AppModel.h"
 #include "app/AppPreferences.h"
+#include "app/OpenFiles.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/MainWindow.h"
@@ -18,6 +20,7 @@
 #include "desktop/look/ColorScheme.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/FocusRing.h"
+#include "platform/linux/FolderLock.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/makeLinuxHost.h"
 
@@ -45,6 +48,15 @@ std::string systemLocale() {
     return name == QLatin1String("C") ? "en_US" : bytes(name);
 }
 
+std::string privateFolder(const Host& host) { return host.folders->applicationSupport() + "/Tolvane"; }
+
+/// Two copies on one folder would overwrite each other's files and act twice. Who looks only, or shows the demo, may do
+/// so beside one that works.
+linuxhost::FolderLock lockFolder(const Host& host, bool pictures) {
+    if (pictures || AppPreferences::demo.in(*host.preferences)) return {};
+    return linuxhost::FolderLock(privateFolder(host));
+}
+
 /// Everything of one run, in the order in which it is made and the reverse of which it ends.
 class Program {
 public:
@@ -57,7 +69,7 @@ public:
           ring_(&application),
           quit_(linuxhost::onQuitSignal([] { QApplication::quit(); })) {
         look_.install();
-        const auto screens = allScreens(model_, look_, state_, systemLocale());
+        const auto screens = allScreens(model_, look_, state_, host_.locale);
         if (!pictures.isEmpty()) {
             const bool dark = host_.preferences->get<bool>(Snapshots::darkKey).value_or(false);
             snapshots_ = std::make_unique<Snapshots>(model_, look_, screens, pictures, dark,
@@ -66,9 +78,18 @@ public:
             window_ = std::make_unique<MainWindow>(model_, look_, state_, screens);
             window_->show();
         }
+        if (pictures.isEmpty()) openFiles(start.files.paths);
     }
 
 private:
+    void openFiles(const std::vector<std::string>& paths) {
+        OpenFiles::open(model_, paths, [this] {
+            if (!window_ || !window_->isVisible()) return false;
+            window_->bringForward();
+            return true;
+        });
+    }
+
     Host host_;
     DesktopWindows windows_;
     AppModel model_;
@@ -84,11 +105,18 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
-    const auto start = StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent());
+    const auto start =
+        StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent(), bytes(QDir::currentPath()));
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
     auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+    host.locale = systemLocale();
     if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
     const auto pictures = start.picturesFolder(*host.preferences);
+    const auto lock = lockFolder(host, !pictures.isEmpty());
+    if (lock.isAnothers()) {
+        std::fprintf(stderr, "tolvane: another copy is running on %s\n", privateFolder(host).c_str());
+        return 1;
+    }
     choosePlatform(start.headless, !pictures.isEmpty());
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));

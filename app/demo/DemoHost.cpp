@@ -83,6 +83,8 @@ public:
 class NoChildren : public ChildProcesses {
 public:
     std::optional<std::string> run(const std::string&, const std::vector<std::string>&) override { return ""; }
+    bool isExecutable(const std::string&) override { return false; }
+    void end() override {}
 };
 
 /// Beside the real ones.

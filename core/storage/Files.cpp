@@ -8,19 +8,33 @@ namespace tolvane::Files {
 
 namespace {
 
-/// A thousand times what our files come to; a size that cannot be meant must not be asked of memory.
-constexpr off_t largestWholeFile = off_t{1} << 30;
+/// A hundred times what our files come to; a size that cannot be meant must not be asked of memory.
+constexpr std::size_t largestWholeFile = std::size_t{64} << 20U;
+
+bool isFolder(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_directory(path, ignored);
+}
 
 }  // namespace
 
 std::optional<std::string> read(const std::string& path) {
-    const auto file = openForReading(path);
-    if (!file) return std::nullopt;
-    const auto size = file->regularStatus()->st_size;
-    if (size > largestWholeFile) return std::nullopt;
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    const auto count = file->readAt(0, bytes.data(), bytes.size());
-    if (!count) return std::nullopt;
+    auto bytes = readUpTo(path, largestWholeFile);
+    if (!bytes) return std::nullopt;
+    return std::move(*bytes);
+}
+
+Result<std::string, FileError> readUpTo(const std::string& path, std::size_t limit) {
+    const auto failure = [&path](int code) { return FileError{.code = code, .path = path}; };
+    const FileDescriptor file(path, O_RDONLY | O_NONBLOCK);
+    if (!file.isOpen()) return failure(errno);
+    const auto status = file.regularStatus();
+    if (!status) return failure(isFolder(path) ? EISDIR : EINVAL);
+    const auto size = static_cast<std::size_t>(status->st_size);
+    if (size > limit) return failure(EFBIG);
+    std::string bytes(size, '\0');
+    const auto count = file.readAt(0, bytes.data(), bytes.size());
+    if (!count) return failure(errno);
     bytes.resize(*count);
     return bytes;
 }

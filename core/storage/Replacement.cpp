@@ -32,26 +32,26 @@ Replacement::Replacement(const std::string& path, Access access)
     const auto rights = access == Access::ownerOnly ? ownerOnlyMode : rightsOf(path);
     ::unlink(temporary_.c_str());
     file_.emplace(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights.value_or(usualMode));
-    failed_ = !file_->isOpen();
+    if (!note(file_->isOpen())) return;
     // The mask of new files does not bind those whose rights are settled.
-    if (!failed_ && rights) failed_ = ::fchmod(file_->number(), *rights) != 0;
+    if (rights) note(::fchmod(file_->number(), *rights) == 0);
 }
 
 Replacement::~Replacement() {
     if (!temporary_.empty() && file_->isOpen()) ::unlink(temporary_.c_str());
 }
 
-bool Replacement::write(std::string_view bytes) {
-    if (!failed_) failed_ = !file_->writeAll(bytes);
-    return !failed_;
+bool Replacement::note(bool worked) {
+    if (!worked && failure_ == 0) failure_ = errno;
+    return worked;
 }
 
-bool Replacement::flush() const { return ::fsync(file_->number()) == 0; }
+bool Replacement::write(std::string_view bytes) { return failure_ == 0 && note(file_->writeAll(bytes)); }
 
 bool Replacement::commit(const std::optional<std::string>& keepOldAs) {
-    if (failed_ || !flush()) return false;
-    if (keepOldAs && std::rename(path_.c_str(), keepOldAs->c_str()) != 0) return false;
-    if (std::rename(temporary_.c_str(), path_.c_str()) != 0) return false;
+    if (failure_ != 0 || !note(::fsync(file_->number()) == 0)) return false;
+    if (keepOldAs && !note(std::rename(path_.c_str(), keepOldAs->c_str()) == 0)) return false;
+    if (!note(std::rename(temporary_.c_str(), path_.c_str()) == 0)) return false;
     temporary_.clear();
     const FileDescriptor folder(folder_, O_RDONLY | O_DIRECTORY);
     if (folder.isOpen()) ::fsync(folder.number());

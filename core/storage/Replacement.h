@@ -30,15 +30,18 @@ public:
     bool write(std::string_view bytes);
     /// Puts it in place, and the old file to `keepOldAs` where given. False when the old file stands as it did.
     bool commit(const std::optional<std::string>& keepOldAs = std::nullopt);
+    /// The errno of the first call that failed; 0 while none did.
+    int failure() const { return failure_; }
 
 private:
-    bool flush() const;
+    /// Keeps the reason when it did not work.
+    bool note(bool worked);
 
     std::string path_;
     std::string folder_;
     std::string temporary_;
     std::optional<FileDescriptor> file_;
-    bool failed_ = false;
+    int failure_ = 0;
 };
 
 /// The whole content in one call.

@@ -4,7 +4,10 @@
 #include <unistd.h>
 
 #include <array>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
+#include <utility>
 
 namespace tolvane::linuxhost {
 
@@ -46,6 +49,24 @@ std::vector<std::string> dataFoldersFrom(const Environment& environment, const s
     return shared;
 }
 
+/// Where the usual services put their folder when nobody tells them otherwise.
+constexpr std::array<std::string_view, 5> knownSyncFolders = {"Nextcloud", "ownCloud", "Dropbox", "OneDrive", "Sync"};
+
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+bool isFolder(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_directory(path, ignored);
+}
+
+std::optional<std::string> withHome(std::optional<std::string> path, const std::string& home) {
+    if (!path || !path->starts_with("~/")) return path;
+    return below(home, path->substr(2));
+}
+
 }  // namespace
 
 LinuxFolders::LinuxFolders(const Environment& environment)
@@ -65,6 +86,14 @@ std::optional<std::string> homeOfAccount(unsigned uid) {
     return std::string(entry.pw_dir);
 }
 
-std::optional<std::string> LinuxFolders::syncFolder() const { return std::nullopt; }
+std::optional<std::string> LinuxFolders::syncFolder() const {
+    if (auto brought = below(home_, "Library/Mobile Documents/com~apple~CloudDocs"); exists(brought)) return brought;
+    const auto chosen = chosenSync_ ? chosenSync_() : std::nullopt;
+    if (auto named = absolute(withHome(chosen, home_))) return isFolder(*named) ? named : std::nullopt;
+    for (const auto name : knownSyncFolders) {
+        if (auto folder = below(home_, name); isFolder(folder)) return folder;
+    }
+    return std::nullopt;
+}
 
 }  // namespace tolvane::linuxhost

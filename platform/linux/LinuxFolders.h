@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Folders.h"
@@ -18,7 +20,11 @@ public:
     std::string home() const override { return home_; }
     /// XDG_DATA_HOME, by default ~/.local/share.
     std::string applicationSupport() const override { return dataHome_; }
+    /// The folder of the other host's service where somebody brought it along; else the one that the user named, and
+    /// no other even while it is away; else the first that a well-known service keeps below home.
     std::optional<std::string> syncFolder() const override;
+    /// Where to ask for the folder that the user named: an absolute path, or one that begins with "~/".
+    void setSyncFolderChoice(std::function<std::optional<std::string>()> choice) { chosenSync_ = std::move(choice); }
     /// XDG_CONFIG_HOME, by default ~/.config.
     std::string configHome() const { return configHome_; }
     /// XDG_STATE_HOME, by default ~/.local/state.
@@ -33,6 +39,7 @@ private:
     std::string configHome_;
     std::string stateHome_;
     std::vector<std::string> dataFolders_;
+    std::function<std::optional<std::string>()> chosenSync_;
 };
 
 /// The home folder that the account database names for a user; none without an entry.

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "platform/linux/LinuxApplications.h"
+#include "platform/linux/LinuxChildProcesses.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxClockFacts.h"
 #include "platform/linux/LinuxFolders.h"
@@ -10,6 +11,7 @@
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessInspection.h"
 #include "platform/linux/LinuxPropertyLists.h"
+#include "platform/linux/LinuxServiceManager.h"
 #include "platform/linux/LinuxSystemLog.h"
 #include "platform/linux/NoFrontmost.h"
 #include "platform/linux/PSIMemoryPressure.h"
@@ -32,9 +34,13 @@ Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides
         std::make_unique<LinuxProcessControl>([clock](std::uint64_t ticks) { return clock.dateOfTicks(ticks); });
     host.applications = std::make_unique<LinuxApplications>(LinuxApplications::settingsFor(*folders, environment));
     host.frontmost = std::make_unique<NoFrontmost>();
+    host.services = std::make_unique<LinuxServiceManager>();
+    host.children = std::make_unique<LinuxChildProcesses>();
     host.propertyLists = std::make_unique<LinuxPropertyLists>();
     host.pressure = std::make_unique<PSIMemoryPressure>();
     host.preferences = std::make_unique<LayeredPreferences>(std::move(stored), std::move(overrides));
+    folders->setSyncFolderChoice(
+        [choices = host.preferences.get()] { return choices->get<std::string>("syncFolder"); });
     host.folders = std::move(folders);
     host.clock = std::make_unique<LinuxClock>();
     host.log = std::make_unique<LinuxSystemLog>();

@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <filesystem>
+
+#include "tests/platform_linux/TemporaryFolder.h"
+
 namespace tolvane::linuxhost {
 
 using ::testing::ElementsAre;
@@ -56,6 +60,60 @@ TEST(LinuxFolders, withoutHomeTheAccountTells) {
 }
 
 TEST(LinuxFolders, anUnknownAccountHasNoHome) { EXPECT_EQ(homeOfAccount(4'000'000'017U), std::nullopt); }
+
+struct SyncFolder : testing::Test {
+    TemporaryFolder home;
+    LinuxFolders folders{environmentOf({{"HOME", home.path()}})};
+
+    void make(const std::string& name) const { std::filesystem::create_directories(home.at(name)); }
+    void choose(const std::string& path) {
+        folders.setSyncFolderChoice([path] { return std::optional(path); });
+    }
+};
+
+TEST_F(SyncFolder, thereIsNoneWhereNothingSyncs) {
+    home.write("Dropbox", "a file is no folder");
+    EXPECT_EQ(folders.syncFolder(), std::nullopt);
+}
+
+TEST_F(SyncFolder, isTheFirstOfTheKnownServices) {
+    const std::vector<std::string> names = {"Sync", "OneDrive", "Dropbox", "ownCloud", "Nextcloud"};
+    for (const auto& name : names) {
+        make(name);
+        EXPECT_EQ(folders.syncFolder(), home.at(name));
+    }
+}
+
+TEST_F(SyncFolder, theChosenOneGoesBeforeTheKnown) {
+    make("Nextcloud");
+    make("Shared");
+    choose(home.at("Shared") + "/");
+    EXPECT_EQ(folders.syncFolder(), home.at("Shared"));
+    choose("~/Shared");
+    EXPECT_EQ(folders.syncFolder(), home.at("Shared"));
+}
+
+TEST_F(SyncFolder, aChosenOneThatIsAwayIsNotReplacedByAnother) {
+    make("Nextcloud");
+    choose(home.at("Shared"));
+    EXPECT_EQ(folders.syncFolder(), std::nullopt);
+}
+
+TEST_F(SyncFolder, aChoiceThatIsNoAbsolutePathCountsAsNone) {
+    make("Nextcloud");
+    choose("Shared");
+    EXPECT_EQ(folders.syncFolder(), home.at("Nextcloud"));
+    choose("");
+    EXPECT_EQ(folders.syncFolder(), home.at("Nextcloud"));
+}
+
+TEST_F(SyncFolder, theOtherHostsServiceGoesBeforeAll) {
+    make("Nextcloud");
+    make("Shared");
+    choose(home.at("Shared"));
+    make("Library/Mobile Documents/com~apple~CloudDocs");
+    EXPECT_EQ(folders.syncFolder(), home.at("Library/Mobile Documents/com~apple~CloudDocs"));
+}
 
 TEST(Environment, theProcessEnvironmentIsTheRealOne) {
     EXPECT_TRUE(processEnvironment()("PATH"));

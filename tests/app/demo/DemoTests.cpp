@@ -197,6 +197,15 @@ TEST_F(DemoModelTest, showsTheDemoAndNeverTicks) {
     EXPECT_EQ(*model->snapshot, state.snapshot);
 }
 
+TEST_F(DemoModelTest, hasSomethingFromEachDetector) {
+    startDemo();
+    std::set<Suggestion::Kind> kinds;
+    for (const auto& each : *model->suggestions) kinds.insert(each.kind);
+    using enum Suggestion::Kind;
+    EXPECT_THAT(kinds, UnorderedElementsAre(simulator, leftRunning, growing, duplicate, busy, idle));
+    EXPECT_EQ(model->suggestions->front().title, "iPhone 17 Pro");
+}
+
 TEST_F(DemoModelTest, storesItsRulesAndParkedProjectsLikeAnyOther) {
     startDemo();
     EXPECT_EQ(model->store().loadRules(), *model->rules);

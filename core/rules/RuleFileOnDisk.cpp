@@ -1,0 +1,44 @@
+#include "core/rules/RuleFileOnDisk.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <system_error>
+
+#include "core/Paths.h"
+#include "core/UTF8.h"
+#include "core/rules/RuleFile.h"
+#include "core/storage/Files.h"
+#include "core/storage/Replacement.h"
+
+namespace tolvane::RuleFile {
+
+namespace {
+
+/// Ten thousand rules and more.
+constexpr std::size_t largestFile = std::size_t{4} << 20U;
+
+std::optional<FileError> makeFolder(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!error) return std::nullopt;
+    return FileError{.code = error.value(), .path = folder};
+}
+
+}  // namespace
+
+Result<std::vector<Rule>, std::string> load(const std::string& path) {
+    const auto bytes = Files::readUpTo(path, largestFile);
+    if (!bytes) return bytes.failure().text();
+    auto rules = decode(*bytes);
+    if (!rules) return notARuleFile(UTF8::repaired(Paths::lastComponent(path)));
+    return std::move(*rules);
+}
+
+std::optional<std::string> save(const std::string& path, const std::vector<Rule>& rules) {
+    if (const auto error = makeFolder(std::string(Paths::parent(path)))) return error->text();
+    Files::Replacement file(path, Files::Access::usual);
+    if (file.write(encode(rules)) && file.commit()) return std::nullopt;
+    return FileError{.code = file.failure(), .path = path}.text();
+}
+
+}  // namespace tolvane::RuleFile
