@@ -26,7 +26,6 @@
 #include "desktop/parts/FocusRing.h"
 #include "platform/FolderLock.h"
 #include "platform/linux/QuitSignals.h"
-#include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
 
