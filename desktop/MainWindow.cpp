@@ -1,11 +1,15 @@
 #include "desktop/MainWindow.h"
 
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QStackedWidget>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
+#include "app/OpenFiles.h"
 #include "app/screens/MainView.h"
 #include "desktop/Words.h"
 #include "desktop/parts/HairlineSplitter.h"
@@ -17,6 +21,14 @@ namespace {
 const auto geometryKey = QStringLiteral("main/geometry");
 const auto panesKey = QStringLiteral("main/panes");
 
+std::vector<std::string> pathsOf(const QMimeData& dragged) {
+    std::vector<std::string> paths;
+    for (const auto& url : dragged.urls()) {
+        if (url.isLocalFile()) paths.push_back(bytes(url.toLocalFile()));
+    }
+    return paths;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens)
@@ -27,9 +39,11 @@ MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, st
       splitter_(new HairlineSplitter(Qt::Horizontal, this)),
       sidebar_(new Sidebar(look)),
       toolbar_(new Toolbar(look)),
-      stack_(new QStackedWidget) {
+      stack_(new QStackedWidget),
+      ruleFiles_(model, look, *this) {
     for (const auto& screen : screens_) present_.push_back(screen.section);
     setObjectName(QStringLiteral("main"));
+    setAcceptDrops(true);
     setWindowTitle(words(MainView::title));
     setMinimumSize(Sizes::windowLeastWidth, Sizes::windowLeastHeight);
     buildPanes();
@@ -111,6 +125,18 @@ void MainWindow::bringForward() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     saveLayout();
     QMainWindow::closeEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!pathsOf(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    OpenFiles::open(model_, pathsOf(*event->mimeData()), [this] {
+        bringForward();
+        return true;
+    });
+    event->acceptProposedAction();
 }
 
 /// Selections grow paler in a window without focus, which the toolkit does not redraw by itself.
