@@ -108,10 +108,12 @@ void NewRuleDialog::buildForm() {
     auto* inside = new QVBoxLayout(frame);
     inside->setContentsMargins(1, Sizes::step + 1, 1, Sizes::step + 1);
     inside->addWidget(list_);
-    auto* note = new QHBoxLayout;
+    noteRow_ = new QWidget;
+    auto* note = new QVBoxLayout(noteRow_);
     note->setContentsMargins(Sizes::wideGap, Sizes::gap, Sizes::wideGap, Sizes::gap);
-    note->addWidget(nothing_, 0, Qt::AlignTop);
-    inside->addLayout(note);
+    note->addWidget(nothing_);
+    note->addStretch(1);
+    inside->addWidget(noteRow_);
     withoutPromptRow_ = new QWidget;
     auto* only = new QHBoxLayout(withoutPromptRow_);
     only->setContentsMargins(0, 0, 0, 0);
@@ -184,8 +186,9 @@ void NewRuleDialog::showSuggestions() {
         list_->selectionModel()->clear();
     }
     showing_ = false;
-    nothing_->setVisible(sheet_.kind == TargetKind::agent && suggestions_->rowCount() == 0);
-    list_->setVisible(!nothing_->isVisibleTo(this));
+    const bool nobody = sheet_.kind == TargetKind::agent && suggestions_->rowCount() == 0;
+    noteRow_->setVisible(nobody);
+    list_->setVisible(!nobody);
     showLine();
 }
 

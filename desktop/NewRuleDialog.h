@@ -48,6 +48,7 @@ private:
     SegmentedPicker* kind_;
     QListView* list_;
     SuggestionModel* suggestions_;
+    QWidget* noteRow_ = nullptr;
     ParagraphLabel* nothing_;
     QLineEdit* typed_;
     QWidget* withoutPromptRow_;

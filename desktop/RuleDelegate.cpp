@@ -18,8 +18,16 @@ namespace {
 
 constexpr int inset = Sizes::sidebarInset;
 constexpr int side = 10;
-constexpr int above = 8, below = 9;
-constexpr int lineGap = 1, tagGap = 6;
+constexpr int above = 9, below = 12;
+constexpr int lineGap = 2, tagGap = 6;
+
+/// A figure and its unit stay on one line.
+QString unbroken(QString text) {
+    for (qsizetype at = 1; at + 1 < text.size(); ++at) {
+        if (text[at] == QLatin1Char(' ') && text[at - 1].isDigit() && text[at + 1].isUpper()) text[at] = QChar::Nbsp;
+    }
+    return text;
+}
 
 QRect wordsOf(const QStyleOptionViewItem& option) {
     return option.rect.adjusted(inset + side, above, -inset - side, -below);
@@ -38,7 +46,8 @@ QSize RuleDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
     const auto& fonts = look_.fonts();
     const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
     const int room = (view ? view->viewport()->width() : option.rect.width()) - 2 * (inset + side);
-    const Paragraph summary(words(model_.row(index.row()).summary), fonts, TextRole::small, std::max(1, room));
+    const Paragraph summary(unbroken(words(model_.row(index.row()).summary)), fonts, TextRole::small,
+                            std::max(1, room));
     return {0,
             above + fonts.lineHeight(TextRole::body) + lineGap + summary.height() + tagGap + lastLineHeight() + below};
 }
@@ -68,7 +77,7 @@ void RuleDelegate::paintWords(QPainter& painter, const QStyleOptionViewItem& opt
     drawLine(painter, nameLine, QFontMetrics(name).elidedText(title, Qt::ElideRight, rest.width()), align);
 
     rest.setTop(nameLine.bottom() + 1 + lineGap);
-    const Paragraph summary(words(row.summary), fonts, TextRole::small, rest.width());
+    const Paragraph summary(unbroken(words(row.summary)), fonts, TextRole::small, rest.width());
     summary.draw(painter, rest.topLeft(), tokens.text2, align);
 
     rest.setTop(rest.top() + summary.height() + tagGap);

@@ -54,7 +54,10 @@ void RuleFileDialogs::showImportPanel() {
     connect(open, &QFileDialog::filesSelected, this, [this](const QStringList& paths) {
         for (const auto& path : paths) model_.importRules(bytes(path));
     });
-    connect(open, &QDialog::finished, this, [this] { model_.importing.set(false); });
+    connect(open, &QDialog::finished, this, [this] {
+        importPanel_ = nullptr;
+        model_.importing.set(false);
+    });
     open->open();
 }
 
@@ -71,7 +74,10 @@ void RuleFileDialogs::showExportPanel() {
     save->setDefaultSuffix(extension());
     save->selectFile(fileName(**model_.exporting));
     connect(save, &QFileDialog::fileSelected, this, &RuleFileDialogs::saveTo);
-    connect(save, &QDialog::finished, this, [this] { model_.exporting.set(std::nullopt); });
+    connect(save, &QDialog::finished, this, [this] {
+        exportPanel_ = nullptr;
+        model_.exporting.set(std::nullopt);
+    });
     save->open();
 }
 
@@ -90,7 +96,10 @@ void RuleFileDialogs::showMessage() {
     if (!*model_.importMessage) return;
     auto* message = new AlertDialog(look_, words(**model_.importMessage), words(MainView::dismiss), &window_);
     alert_ = message;
-    connect(message, &QDialog::finished, this, [this] { model_.importMessage.set(std::nullopt); });
+    connect(message, &QDialog::finished, this, [this] {
+        alert_ = nullptr;
+        model_.importMessage.set(std::nullopt);
+    });
     message->open();
 }
 
