@@ -13,6 +13,7 @@
 #include "app/OpenFiles.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
+#include "desktop/FileOpenEvents.h"
 #include "desktop/MainWindow.h"
 #include "desktop/Screens.h"
 #include "desktop/Snapshots.h"
@@ -23,15 +24,57 @@
 #include "desktop/look/Look.h"
 #include "desktop/parts/FocusRing.h"
 #include "platform/FolderLock.h"
+
+#if defined(__APPLE__)
+#include "desktop/WindowPresence.h"
+#include "platform/macos/DockPolicy.h"
+#include "platform/macos/dispatch/QuitSignals.h"
+#include "platform/macos/makeMacHost.h"
+#else
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/makeLinuxHost.h"
+#endif
 
 using namespace tolvane;
 using namespace tolvane::desktop;
 
 namespace {
 
+// The one place that chooses the host.
+#if defined(__APPLE__)
+bool displayPresent() { return true; }
+QByteArray windowSystems() { return "cocoa"; }
+
+void runOnMain(std::function<void()> job) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(job), Qt::QueuedConnection);
+}
+
+Host makeHost(const StartUp& start) { return machost::makeMacHost(start.switches.overrides, &runOnMain); }
+
+Subscription onQuitSignal(const std::function<void()>& asked) {
+    return machost::onQuitSignal(machost::appleCalls().dispatch, &runOnMain, asked);
+}
+
+/// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
+void followWindow(QWidget& window) {
+    new WindowPresence(window, [policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
+        policy.setInDock(open);
+    });
+}
+#else
 bool displayPresent() { return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"); }
+QByteArray windowSystems() {
+    return qEnvironmentVariableIsSet("DISPLAY") ? "xcb;wayland;offscreen" : "wayland;offscreen";
+}
+
+Host makeHost(const StartUp& start) {
+    return linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+}
+
+using linuxhost::onQuitSignal;
+
+void followWindow(const QWidget& /*window*/) {}
+#endif
 
 /// Pictures need no screen, and are to be sharp on every one. A display that cannot be reached is none.
 void choosePlatform(bool headless, bool pictures) {
@@ -39,8 +82,7 @@ void choosePlatform(bool headless, bool pictures) {
     if (headless || pictures) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        const bool wayland = !qEnvironmentVariableIsSet("DISPLAY");
-        qputenv("QT_QPA_PLATFORM", wayland ? "wayland;offscreen" : "xcb;wayland;offscreen");
+        qputenv("QT_QPA_PLATFORM", windowSystems());
     }
 }
 
@@ -69,7 +111,7 @@ public:
           look_(*host_.applications, pictures.isEmpty() ? scheme_.appearance() : Appearance{}),
           state_(pictures.isEmpty() && !model_.demo() ? WindowState::usualPath() : QString()),
           ring_(&application),
-          quit_(linuxhost::onQuitSignal([] { QApplication::quit(); })) {
+          quit_(onQuitSignal([] { QApplication::quit(); })) {
         look_.install();
         const auto screens = allScreens(model_, look_, state_, host_.locale);
         if (!pictures.isEmpty()) {
@@ -79,8 +121,11 @@ public:
         } else if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
             window_ = std::make_unique<MainWindow>(model_, look_, state_, screens);
             window_->show();
+            followWindow(*window_);
         }
-        if (pictures.isEmpty()) openFiles(start.files.paths);
+        if (!pictures.isEmpty()) return;
+        openFiles(start.files.paths);
+        handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) { openFiles(paths); });
     }
 
 private:
@@ -102,6 +147,7 @@ private:
     Subscription quit_;
     std::unique_ptr<Snapshots> snapshots_;
     std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<FileOpenEvents> handedOver_;
 };
 
 }  // namespace
@@ -110,7 +156,7 @@ int main(int argc, char** argv) {
     const auto start =
         StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent(), bytes(QDir::currentPath()));
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
-    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+    auto host = makeHost(start);
     host.locale = systemLocale();
     if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
     const auto pictures = start.picturesFolder(*host.preferences);
