@@ -14,7 +14,12 @@
 #include "app/LookingHost.h"
 #include "app/demo/DemoHost.h"
 #include "desktop/DesktopWindows.h"
+<<<<<<< HEAD
 #include "desktop/OutsideRequests.h"
+    =======
+#include "desktop/FileOpenEvents.h"
+#include "desktop/MainWindow.h"
+    >>>>>>> macos
 #include "desktop/Screens.h"
 #include "desktop/Shell.h"
 #include "desktop/Snapshots.h"
@@ -25,16 +30,58 @@
 #include "desktop/look/Look.h"
 #include "desktop/parts/FocusRing.h"
 #include "platform/FolderLock.h"
+
+#if defined(__APPLE__)
+#include "desktop/WindowPresence.h"
+#include "platform/macos/DockPolicy.h"
+#include "platform/macos/dispatch/QuitSignals.h"
+#include "platform/macos/makeMacHost.h"
+#else
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
+#endif
 
-using namespace tolvane;
+    using namespace tolvane;
 using namespace tolvane::desktop;
 
 namespace {
 
+// The one place that chooses the host.
+#if defined(__APPLE__)
+bool displayPresent() { return true; }
+QByteArray windowSystems() { return "cocoa"; }
+
+void runOnMain(std::function<void()> job) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(job), Qt::QueuedConnection);
+}
+
+Host makeHost(const StartUp& start) { return machost::makeMacHost(start.switches.overrides, &runOnMain); }
+
+Subscription onQuitSignal(const std::function<void()>& asked) {
+    return machost::onQuitSignal(machost::appleCalls().dispatch, &runOnMain, asked);
+}
+
+/// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
+void followWindow(QWidget& window) {
+    new WindowPresence(window, [policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
+        policy.setInDock(open);
+    });
+}
+#else
 bool displayPresent() { return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"); }
+QByteArray windowSystems() {
+    return qEnvironmentVariableIsSet("DISPLAY") ? "xcb;wayland;offscreen" : "wayland;offscreen";
+}
+
+Host makeHost(const StartUp& start) {
+    return linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+}
+
+using linuxhost::onQuitSignal;
+
+void followWindow(const QWidget& /*window*/) {}
+#endif
 
 /// Pictures need no screen, and are to be sharp on every one. A display that cannot be reached is none.
 void choosePlatform(bool headless, bool pictures) {
@@ -42,8 +89,7 @@ void choosePlatform(bool headless, bool pictures) {
     if (headless || pictures) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        const bool wayland = !qEnvironmentVariableIsSet("DISPLAY");
-        qputenv("QT_QPA_PLATFORM", wayland ? "wayland;offscreen" : "xcb;wayland;offscreen");
+        qputenv("QT_QPA_PLATFORM", windowSystems());
     }
 }
 
@@ -94,8 +140,9 @@ public:
           look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance()),
           state_(purpose.works() ? WindowState::usualPath() : QString()),
           ring_(&application),
-          quit_(linuxhost::onQuitSignal([] { QApplication::quit(); })) {
+          quit_(onQuitSignal([] { QApplication::quit(); })) {
         look_.install();
+<<<<<<< HEAD
     }
 
     void draw(const QString& folder) {
@@ -120,6 +167,21 @@ public:
             outside_->openFiles(request.files);
         });
         outside_->openFiles(files);
+=======
+        const auto screens = allScreens(model_, look_, state_, host_.locale);
+        if (!pictures.isEmpty()) {
+            const bool dark = host_.preferences->get<bool>(Snapshots::darkKey).value_or(false);
+            snapshots_ = std::make_unique<Snapshots>(model_, look_, screens, pictures, dark,
+                                                     [](bool written) { QApplication::exit(written ? 0 : 1); });
+        } else if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
+            window_ = std::make_unique<MainWindow>(model_, look_, state_, screens);
+            window_->show();
+            followWindow(*window_);
+        }
+        if (!pictures.isEmpty()) return;
+        openFiles(start.files.paths);
+        handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) { openFiles(paths); });
+>>>>>>> macos
     }
 
 private:
@@ -135,9 +197,14 @@ private:
     FocusRing ring_;
     Subscription quit_;
     std::unique_ptr<Snapshots> snapshots_;
+<<<<<<< HEAD
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<OutsideRequests> outside_;
     Subscription requests_;
+=======
+    std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<FileOpenEvents> handedOver_;
+>>>>>>> macos
 };
 
 }  // namespace
@@ -146,11 +213,15 @@ int main(int argc, char** argv) {
     const auto start =
         StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent(), bytes(QDir::currentPath()));
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
+<<<<<<< HEAD
     const auto environment = linuxhost::processEnvironment();
     const auto bus = linuxhost::sessionBus(environment);
     auto host = linuxhost::makeLinuxHost(
         environment, start.switches.overrides,
         {.bus = bus, .copyText = [](const std::string& text) { QApplication::clipboard()->setText(words(text)); }});
+=======
+    auto host = makeHost(start);
+>>>>>>> macos
     host.locale = systemLocale();
     const Purpose purpose{.demo = AppPreferences::demo.in(*host.preferences),
                           .pictures = start.picturesFolder(*host.preferences)};
