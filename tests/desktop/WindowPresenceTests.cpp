@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QtTest/qtestspontaneevent.h>
 #include <QCoreApplication>
 #include <QFileOpenEvent>
 #include <QShowEvent>
@@ -36,10 +37,8 @@ TEST(WindowPresence, minimisingIsNoClosing) {
     std::vector<bool> told;
     new WindowPresence(window, [&](bool open) { told.push_back(open); });
     QHideEvent hide;
-    struct FromTheWindowSystem : QHideEvent {
-        FromTheWindowSystem() { setSpontaneous(); }
-        void setSpontaneous() { m_spont = true; }
-    } minimised;
+    QHideEvent minimised;
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
     QCoreApplication::instance()->notify(&window, &minimised);
     EXPECT_THAT(told, ElementsAre(true));
     QCoreApplication::instance()->notify(&window, &hide);
