@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -47,7 +46,9 @@ PanelView::PanelView(const Look& look, QWidget* parent)
       activityDate_(label(look, TextRole::small, &Tokens::text2)),
       middle_(new QScrollArea),
       open_(new QPushButton(words(MenuBarPanel::openLabel))),
-      pause_(new QCheckBox(words(MenuBarPanel::pauseLabel))) {
+      pause_(new QCheckBox(words(MenuBarPanel::pauseLabel))),
+      settings_(new QuietButton(look, MenuBarPanel::settingsIcon, words(MenuBarPanel::settingsLabel))),
+      quit_(new QuietButton(look, MenuBarPanel::quitIcon, words(MenuBarPanel::quitLabel))) {
     build();
     connectControls();
 }
@@ -55,6 +56,8 @@ PanelView::PanelView(const Look& look, QWidget* parent)
 void PanelView::build() {
     auto* content = new QWidget;
     auto* column = columnOf(content);
+    /// So that the scroll bar stands in the margin.
+    column->setContentsMargins(margin, 0, margin, 0);
     column->addWidget(new Hairline(look_, dividerAir));
     column->addWidget(cpu_);
     column->addWidget(new Hairline(look_, dividerAir));
@@ -69,10 +72,12 @@ void PanelView::build() {
     middle_->viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
     auto* whole = columnOf(this);
-    whole->setContentsMargins(margin, margin - 1, margin, margin - Sizes::step);
+    whole->setContentsMargins(0, margin - 1, 0, margin - Sizes::step);
+    memory_->layout()->setContentsMargins(margin, 0, margin, 0);
     whole->addWidget(memory_);
     whole->addWidget(middle_);
     whole->addWidget(footer_ = buildFooter());
+    footer_->layout()->setContentsMargins(margin, 0, margin, 0);
 }
 
 QWidget* PanelView::buildLargest() {
@@ -131,9 +136,7 @@ QWidget* PanelView::buildFooter() {
     open_->setProperty("filled", true);
     open_->setAutoDefault(false);
     auto* second = new QHBoxLayout;
-    settings_ = footerButton(MenuBarPanel::settingsIcon, MenuBarPanel::settingsLabel);
-    quit_ = footerButton(MenuBarPanel::quitIcon, MenuBarPanel::quitLabel);
-    second->setContentsMargins(-Sizes::rowInset, 0, -Sizes::rowInset, 0);
+    second->setContentsMargins(1, 0, 1, 0);
     second->addWidget(settings_);
     second->addStretch(1);
     second->addWidget(quit_);
@@ -143,27 +146,12 @@ QWidget* PanelView::buildFooter() {
     return block;
 }
 
-QToolButton* PanelView::footerButton(std::string_view icon, std::string_view text) {
-    auto* button = new QToolButton;
-    const int side = look_.fonts().scaled(Sizes::icon);
-    button->setIcon(look_.icons().get(icon));
-    button->setIconSize(QSize(side, side));
-    button->setText(words(text));
-    button->setAccessibleName(words(text));
-    button->setFont(look_.fonts().font(TextRole::small));
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumHeight(look_.fonts().height(TextRole::body, Sizes::buttonHeight));
-    return button;
-}
-
 void PanelView::connectControls() {
     connect(open_, &QPushButton::clicked, this, &PanelView::openWanted);
     connect(showSuggestions_, &QAbstractButton::clicked, this, &PanelView::suggestionsWanted);
     connect(pause_, &QCheckBox::toggled, this, &PanelView::pauseWanted);
-    connect(settings_, &QToolButton::clicked, this, &PanelView::settingsWanted);
-    connect(quit_, &QToolButton::clicked, this, &PanelView::quitWanted);
+    connect(settings_, &QAbstractButton::clicked, this, &PanelView::settingsWanted);
+    connect(quit_, &QAbstractButton::clicked, this, &PanelView::quitWanted);
 }
 
 void PanelView::show(const MenuBarPanel& panel) {
@@ -214,11 +202,10 @@ void PanelView::showSuggestions(const MenuBarPanel& panel) {
 void PanelView::fit(int most) {
     setFixedWidth(look_.fonts().scaled(MenuBarPanel::width));
     auto* content = middle_->widget();
-    const int inner = width() - 2 * margin;
-    const auto heightOf = [inner](QWidget* widget) {
+    const auto heightOf = [this](QWidget* widget) {
         auto* layout = widget->layout();
         layout->activate();
-        return layout->hasHeightForWidth() ? layout->totalHeightForWidth(inner) : layout->totalSizeHint().height();
+        return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width()) : layout->totalSizeHint().height();
     };
     const auto margins = layout()->contentsMargins();
     const int fixed = heightOf(memory_) + heightOf(footer_) + margins.top() + margins.bottom();

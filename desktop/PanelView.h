@@ -11,11 +11,11 @@
 #include "desktop/parts/LinkButton.h"
 #include "desktop/parts/MemoryBlock.h"
 #include "desktop/parts/PanelRows.h"
+#include "desktop/parts/QuietButton.h"
 
 class QCheckBox;
 class QPushButton;
 class QScrollArea;
-class QToolButton;
 class QVBoxLayout;
 
 namespace tolvane::desktop {
@@ -35,6 +35,9 @@ public:
 
     QPushButton& openButton() const { return *open_; }
     QCheckBox& pauseBox() const { return *pause_; }
+    QuietButton& settingsButton() const { return *settings_; }
+    QuietButton& quitButton() const { return *quit_; }
+    LinkButton& suggestionsButton() const { return *showSuggestions_; }
 
 signals:
     void openWanted();
@@ -50,7 +53,6 @@ private:
     QWidget* buildFooter();
     void build();
     void connectControls();
-    QToolButton* footerButton(std::string_view icon, std::string_view label);
     void showLargest(const std::vector<PanelLine>& lines);
     void showSuggestions(const MenuBarPanel& panel);
 
@@ -69,8 +71,8 @@ private:
     QWidget* footer_ = nullptr;
     QPushButton* open_;
     QCheckBox* pause_;
-    QToolButton* settings_ = nullptr;
-    QToolButton* quit_ = nullptr;
+    QuietButton* settings_;
+    QuietButton* quit_;
 };
 
 }  // namespace tolvane::desktop

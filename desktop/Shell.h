@@ -20,8 +20,8 @@ namespace tolvane::desktop {
 
 class SettingsWindow;
 
-/// What of the program is on the screen: the main window, the tray's icon with its panel, the settings. Opens the window
-/// whenever the model asks for it, and decides what becomes of the program when it closes.
+/// What of the program is on the screen: the main window, the tray's icon with its panel, the settings. Opens the
+/// window whenever the model asks for it, and decides what becomes of the program when it closes.
 class Shell : public QObject {
     Q_OBJECT
 
@@ -31,8 +31,8 @@ public:
     Shell(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens, bool secondStartOpens);
     ~Shell() override;
 
-    /// Opens the window. A start by the session waits a moment for a tray, since panels come late at login, and opens it
-    /// only where there is none.
+    /// Opens the window. A start by the session waits a moment for a tray, since panels come late at login, and opens
+    /// it only where there is none.
     void start(bool atLogin);
     /// Brings the main window to the front, from wherever it was.
     void openWindow();

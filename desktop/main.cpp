@@ -70,7 +70,7 @@ public:
           look_(*host_.applications, pictures.isEmpty() ? scheme_.appearance() : Appearance{}),
           state_(pictures.isEmpty() && !model_.demo() ? WindowState::usualPath() : QString()),
           ring_(&application),
-          quit_(linuxhost::onQuitSignal([] { QApplication::quit(); })) {
+          quit_(linuxhost::onQuitSignal([] { QApplication::exit(); })) {
         look_.install();
         const auto screens = allScreens(model_, look_, state_, host_.locale);
         if (!pictures.isEmpty()) {
@@ -79,7 +79,9 @@ public:
                                                      [](bool written) { QApplication::exit(written ? 0 : 1); });
         } else if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
             shell_ = std::make_unique<Shell>(model_, look_, state_, screens, secondStartOpens);
-            QObject::connect(shell_.get(), &Shell::quitWanted, &application, &QApplication::quit, Qt::QueuedConnection);
+            /// To end is not to close the windows one by one: closing one may leave the program running.
+            QObject::connect(
+                shell_.get(), &Shell::quitWanted, &application, [] { QApplication::exit(); }, Qt::QueuedConnection);
             shell_->start(AppPreferences::atLogin.in(*host_.preferences));
         }
         if (pictures.isEmpty()) openFiles(start.files.paths);
