@@ -2,6 +2,7 @@
 
 #include "desktop/ActivityPage.h"
 #include "desktop/ProcessesPage.h"
+#include "desktop/ProjectsPage.h"
 #include "desktop/StatsPage.h"
 
 namespace tolvane::desktop {
@@ -12,6 +13,8 @@ std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& s
              [&model, &look, &state, locale](QWidget* parent) {
                  return new ProcessesPage(model, look, state, locale, historyPresent, parent);
              }},
+            {AppSection::projects,
+             [&model, &look, locale](QWidget* parent) { return new ProjectsPage(model, look, locale, {}, parent); }},
             {AppSection::stats,
              [&model, &look, locale](QWidget* parent) { return new StatsPage(model, look, locale, {}, parent); }},
             {AppSection::activity, [&model, &look, &state, locale](QWidget* parent) {
