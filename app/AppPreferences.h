@@ -33,7 +33,7 @@ inline constexpr Preference<Date> lastSuggestionNotice{"lastSuggestionNotice", d
 inline constexpr Preference<bool> showInMenuBar{"showInMenuBar", true};
 /// The session started the program, not the user: it stays out of the way where a tray can hold it. A switch of the
 /// entry that starts it, never stored.
-inline constexpr Preference<bool> loginItem{"loginItem", false};
+inline constexpr Preference<bool> atLogin{"atLogin", false};
 /// Suggestion keys and until when they stay hidden; empty while no map is stored.
 inline constexpr std::string_view hiddenSuggestions = "hiddenSuggestions";
 

@@ -3,6 +3,7 @@
 #include "desktop/ActivityPage.h"
 #include "desktop/ProcessesPage.h"
 #include "desktop/ProjectsPage.h"
+#include "desktop/RulesPage.h"
 #include "desktop/StatsPage.h"
 
 namespace tolvane::desktop {
@@ -17,6 +18,8 @@ std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& s
              [&model, &look, locale](QWidget* parent) { return new ProjectsPage(model, look, locale, {}, parent); }},
             {AppSection::stats,
              [&model, &look, locale](QWidget* parent) { return new StatsPage(model, look, locale, {}, parent); }},
+            {AppSection::rules, [&model, &look, &state, locale](
+                                    QWidget* parent) { return new RulesPage(model, look, state, locale, parent); }},
             {AppSection::activity, [&model, &look, &state, locale](QWidget* parent) {
                  return new ActivityPage(model, look, state, locale, {}, parent);
              }}};

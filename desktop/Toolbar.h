@@ -31,6 +31,7 @@ protected:
 
 private:
     void arrange();
+    int farMargin() const;
 
     const Look& look_;
     ElidedLabel* title_;

@@ -39,8 +39,7 @@ InspectorContent InspectorView::content() const {
                                        .lowered = *model_.lowered,
                                        .ports = ports_,
                                        .home = home_,
-                                       .selfPID = model_.host().selfPID,
-                                       .uid = model_.host().uid,
+                                       .actor = {.pid = model_.host().selfPID, .uid = model_.host().uid},
                                        .locale = locale_});
 }
 

@@ -10,6 +10,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <future>
+#include <thread>
 
 #include "platform/macos/kernel/SpawnedChildProcesses.h"
 #include "tests/fakes/TemporaryFolder.h"
@@ -85,9 +88,44 @@ protected:
     std::optional<std::string> run(const std::string& script) {
         return SpawnedChildProcesses(kernel_.table(), 0).run("/bin/sh", {"-c", script});
     }
+    /// Runs the script until it has printed, and ends it then; gives what its caller got.
+    std::optional<std::string> endedWhile(const std::string& script) {
+        SpawnedChildProcesses children(kernel_.table(), 0);
+        const fakes::TemporaryFolder folder;
+        auto caller = std::async(std::launch::async, [&] {
+            return children.run("/bin/sh", {"-c", "cd '" + folder.path().native() + "'; " + script});
+        });
+        while (!std::filesystem::exists(folder / "begun")) std::this_thread::yield();
+        children.end();
+        return caller.get();
+    }
 
     FakeKernel kernel_;
 };
+
+TEST_F(SpawnedChildProcessesTest, theEndComesAtOnceForWhoeverWaits) {
+    EXPECT_FALSE(endedWhile("touch begun; exec sleep 600"));
+    EXPECT_FALSE(endedWhile("exec >&- 2>&-; touch begun; exec sleep 600"));
+}
+
+TEST_F(SpawnedChildProcessesTest, afterTheEndNothingIsRun) {
+    SpawnedChildProcesses children(kernel_.table(), 0);
+    EXPECT_TRUE(children.run("/bin/sh", {"-c", "exit 0"}));
+    children.end();
+    EXPECT_FALSE(children.run("/bin/sh", {"-c", "exit 0"}));
+}
+
+TEST_F(SpawnedChildProcessesTest, aToolMayCloseItsOutputAndGoOn) {
+    EXPECT_THAT(run("echo text; exec >&-; sleep 0.05; exit 0"), Optional(std::string("text\n")));
+    EXPECT_FALSE(run("echo text; exec >&-; sleep 0.05; exit 1"));
+}
+
+TEST_F(SpawnedChildProcessesTest, tellsWhatMayBeRun) {
+    SpawnedChildProcesses children(kernel_.table(), 0);
+    EXPECT_TRUE(children.isExecutable("/bin/sh"));
+    EXPECT_FALSE(children.isExecutable("/nowhere/tool"));
+    EXPECT_FALSE(children.isExecutable("/dev/null"));
+}
 
 TEST_F(SpawnedChildProcessesTest, givesWhatTheToolPrintedAndDropsItsErrors) {
     EXPECT_THAT(run("printf 'a\\0b'; echo wrong >&2"), Optional(std::string("a\0b", 3)));

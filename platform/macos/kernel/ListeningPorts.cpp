@@ -37,7 +37,7 @@ std::optional<int> listeningPort(const KernelCalls& kernel, Pid pid, int descrip
 
 }  // namespace
 
-std::vector<int> listeningPortsOf(const KernelCalls& kernel, Pid pid) {
+std::vector<int> readListeningPorts(const KernelCalls& kernel, Pid pid) {
     std::set<int> ports;
     for (const Descriptor& each : descriptorsOf(kernel, pid)) {
         if (each.type != socketDescriptor) continue;

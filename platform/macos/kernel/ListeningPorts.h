@@ -8,6 +8,6 @@ namespace tolvane::machost {
 
 /// TCP ports that the process listens on, of either address family, ascending, each once. Empty when its descriptors
 /// cannot be read. Any thread; two system calls, and one for each socket.
-std::vector<int> listeningPortsOf(const KernelCalls& kernel, Pid pid);
+std::vector<int> readListeningPorts(const KernelCalls& kernel, Pid pid);
 
 }  // namespace tolvane::machost

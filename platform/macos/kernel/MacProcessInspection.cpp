@@ -111,6 +111,6 @@ std::optional<Text> MacProcessInspection::workingDirectory(Pid pid) {
     return folder;
 }
 
-std::vector<int> MacProcessInspection::listeningPorts(Pid pid) { return listeningPortsOf(*kernel_, pid); }
+std::vector<int> MacProcessInspection::listeningPorts(Pid pid) { return readListeningPorts(*kernel_, pid); }
 
 }  // namespace tolvane::machost

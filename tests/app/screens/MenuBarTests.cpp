@@ -95,7 +95,7 @@ TEST(MenuBarPanel, hasItsWords) {
 }
 
 TEST_F(MenuBarTest, readsTheModel) {
-    startDemo();
+    startStill();
     model->suggestions.set({});
     model->activity.set({});
     model->snapshot.set({.memory = {.total = 16 * GiB, .app = 8 * GiB},
@@ -114,13 +114,13 @@ TEST_F(MenuBarTest, readsTheModel) {
 }
 
 TEST_F(MenuBarTest, aMachineWithoutProcessesHasNobodyBusiest) {
-    startDemo();
+    startStill();
     model->snapshot.set({.cpu = {.cores = 4}});
     for (const auto& row : MenuBarPanel::of(*model, "en_US").cpu.rows) EXPECT_NE(row.label, "Busiest");
 }
 
 TEST_F(MenuBarTest, showsTheNewestEntryOfTheLog) {
-    startDemo();
+    startStill();
     model->activity.set({{.date = clock.now() - Seconds{60}, .subject = "new", .outcome = "Quit"},
                          {.date = clock.now(), .subject = "old", .outcome = "Quit"}});
     model->rulesPaused.set(true);
@@ -130,7 +130,7 @@ TEST_F(MenuBarTest, showsTheNewestEntryOfTheLog) {
 }
 
 TEST_F(MenuBarTest, opensTheWindowAsItIsOrWithTheSuggestions) {
-    startDemo();
+    startStill();
     model->section.set(AppSection::stats);
     const int before = *model->windowRequest;
     MenuBarPanel::openMainWindow(*model);

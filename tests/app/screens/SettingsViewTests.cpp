@@ -15,7 +15,7 @@ using Control = SettingsControl;
 using Kind = SettingsRow::Kind;
 
 struct SettingsViewTest : ModelTest {
-    SettingsViewTest() { startDemo(); }
+    SettingsViewTest() { startStill(); }
 
     SettingsView view() {
         SettingsView made(*model);

@@ -16,7 +16,7 @@ constexpr Seconds day{86400};
 
 struct StatsViewTest : ModelTest {
     StatsViewTest() {
-        startDemo();
+        startStill();
         today = calendar.startOfDay(clock.now());
     }
 
