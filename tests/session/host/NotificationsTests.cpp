@@ -17,10 +17,10 @@ namespace tolvane::linuxhost {
 
 namespace {
 
+using testing::Desk;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Optional;
-using testing::Desk;
 
 /// A command's output.
 std::string outputOf(const std::string& command) {
@@ -44,8 +44,9 @@ public:
         std::ofstream(script) << "#!/bin/sh\necho \"$DUNST_APP_NAME|$DUNST_SUMMARY|$DUNST_BODY|$DUNST_URGENCY\" >>"
                               << shown_ << "\n";
         const std::string settings = home + "/dunstrc";
-        std::ofstream(settings) << "[global]\nmarkup = full\n[urgency_low]\ntimeout = 0\n[urgency_normal]\ntimeout = 0\n"
-                                << "[note]\nsummary = \"*\"\nscript = " << script << "\n";
+        std::ofstream(settings)
+            << "[global]\nmarkup = full\n[urgency_low]\ntimeout = 0\n[urgency_normal]\ntimeout = 0\n"
+            << "[note]\nsummary = \"*\"\nscript = " << script << "\n";
         ::system(("chmod +x " + script).c_str());
         const std::array<const char*, 4> words = {"dunst", "-conf", settings.c_str(), nullptr};
         EXPECT_EQ(::posix_spawnp(&pid_, "dunst", nullptr, nullptr, const_cast<char**>(words.data()), environ), 0);
