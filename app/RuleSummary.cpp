@@ -11,13 +11,12 @@ std::string unusedClause(std::int64_t minutes) {
     return "unused for " + Format::duration(now - Seconds{60.0 * static_cast<double>(minutes)}, now);
 }
 
-/// A negative limit comes from a file that somebody wrote by hand.
-std::string memoryClause(const Rule& rule, std::string_view locale) {
-    const auto limit = rule.memoryLimit();
-    return "using over " + (limit ? Format::bytes(*limit, locale) : std::to_string(*rule.memoryMB) + " MB");
-}
-
 }  // namespace
+
+std::string limitInWords(std::int64_t memoryMB, std::string_view locale) {
+    const auto limit = Rule{.memoryMB = memoryMB}.memoryLimit();
+    return limit ? Format::bytes(*limit, locale) : std::to_string(memoryMB) + " MB";
+}
 
 std::string summaryOf(const Rule& rule, std::string_view locale) {
     if (!rule.hasCondition()) return "Needs a condition";
@@ -26,7 +25,7 @@ std::string summaryOf(const Rule& rule, std::string_view locale) {
         clauses.append(clauses.empty() ? " when " : " and ").append(clause);
     };
     if (rule.unusedMinutes) add(unusedClause(*rule.unusedMinutes));
-    if (rule.memoryMB) add(memoryClause(rule, locale));
+    if (rule.memoryMB) add("using over " + limitInWords(*rule.memoryMB, locale));
     if (rule.onlyWhenTight.value_or(false)) add("memory is tight");
     return std::string(RuleActions::title(rule.action)) + clauses;
 }

@@ -19,7 +19,7 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       names(AppNames::lineNames(*machine.applications, machine.folders->home())),
       store(machine.folders->applicationSupport() + "/Tolvane"),
       sampler(std::make_unique<Sampler>(machine, makeExecutor())),
-      background(makeExecutor()) {}
+      background(makeExecutor) {}
 
 void AppModel::Private::start() {
     load();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "desktop/RuleFileDialogs.h"
 #include "desktop/Screen.h"
 #include "desktop/Sidebar.h"
 #include "desktop/Toolbar.h"
@@ -16,6 +17,8 @@ class QSplitter;
 class QStackedWidget;
 
 namespace tolvane::desktop {
+
+class WindowMenu;
 
 /// The one window with all screens: the sidebar, the toolbar and the screen of the model's section.
 class MainWindow : public QMainWindow {
@@ -29,12 +32,24 @@ public:
     /// Comes to the front, from wherever it was.
     void bringForward();
 
+signals:
+    /// The user closed the window.
+    void closed();
+    void settingsWanted();
+    void quitWanted();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Rule files can be dropped on the window.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void buildPanes();
+    QWidget* buildSidebarColumn();
+    void addShortcuts();
+    void showShortcuts();
     void connectModel();
     void restoreLayout();
     void saveLayout();
@@ -50,9 +65,11 @@ private:
     std::map<AppSection, Page*> pages_;
     QSplitter* splitter_;
     Sidebar* sidebar_;
+    WindowMenu* menu_;
     Toolbar* toolbar_;
     QStackedWidget* stack_;
     Page* shown_ = nullptr;
+    RuleFileDialogs ruleFiles_;
     std::vector<QPropertyNotifier> notifiers_;
 };
 

@@ -9,10 +9,10 @@ namespace tolvane::desktop {
 const std::set<std::string, std::less<>>& StartUp::knownKeys() {
     namespace Keys = AppPreferences;
     static const std::set<std::string, std::less<>> keys = [] {
-        std::set<std::string, std::less<>> all = {"grouping", "syncFolder", StartUp::atLoginKey};
+        std::set<std::string, std::less<>> all = {"grouping", "syncFolder"};
         for (const auto key : {Keys::demo.key, Keys::rulesPaused.key, Keys::backupToICloud.key, Keys::openInterval.key,
                                Keys::notifyOnAction.key, Keys::notifyAboutSuggestions.key, Keys::warnSwapGrowth.key,
-                               Keys::showInMenuBar.key, Snapshots::folderKey, Snapshots::darkKey}) {
+                               Keys::showInMenuBar.key, Keys::atLogin.key, Snapshots::folderKey, Snapshots::darkKey}) {
             all.emplace(key);
         }
         return all;
@@ -20,8 +20,9 @@ const std::set<std::string, std::less<>>& StartUp::knownKeys() {
     return keys;
 }
 
-StartUp StartUp::of(const std::vector<std::string>& arguments, bool displayPresent) {
+StartUp StartUp::of(const std::vector<std::string>& arguments, bool displayPresent, const std::string& folder) {
     StartUp start{.switches = parseSwitches(arguments, knownKeys()), .headless = !displayPresent};
+    start.files = OpenFiles::among(start.switches.words, folder);
     start.picturesByDefault = start.headless && arguments.empty();
     return start;
 }
@@ -35,6 +36,7 @@ QString StartUp::picturesFolder(const Preferences& preferences) const {
 std::vector<std::string> StartUp::complaints() const {
     std::vector<std::string> lines;
     for (const auto& each : switches.unknown) lines.push_back("tolvane: unknown switch " + each);
+    for (const auto& each : files.others) lines.push_back("tolvane: no file " + each);
     return lines;
 }
 

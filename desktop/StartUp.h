@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/OpenFiles.h"
 #include "platform/Preferences.h"
 #include "platform/Switches.h"
 
@@ -18,16 +19,17 @@ struct StartUp {
     /// Without a display and without a wish, a first try shows something all the same.
     bool picturesByDefault = false;
 
-    static constexpr const char* defaultPictures = "pictures";
-    /// Set by the autostart entry: the window may stay away while there is a tray to live in.
-    static constexpr const char* atLoginKey = "atLogin";
+    /// Files that the user opened with the program, absolute.
+    OpenFiles files;
 
-    /// `arguments` without the program's own name.
-    static StartUp of(const std::vector<std::string>& arguments, bool displayPresent);
+    static constexpr const char* defaultPictures = "pictures";
+
+    /// `arguments` without the program's own name; `folder` is the absolute one that relative paths start from.
+    static StartUp of(const std::vector<std::string>& arguments, bool displayPresent, const std::string& folder = "/");
 
     /// The folder to render into; empty for a run with windows.
     QString picturesFolder(const Preferences& preferences) const;
-    /// One line for each switch that means nothing.
+    /// One line for each word that means nothing.
     std::vector<std::string> complaints() const;
 
     /// Keys of preferences that the command line can set.

@@ -2,12 +2,13 @@
 
 #include <QBoxLayout>
 #include <QPainter>
+#include <QToolButton>
 
 namespace tolvane::desktop {
 
 namespace {
 
-constexpr int farMargin = 14;
+constexpr int outerMargin = 14;
 constexpr int controlsGap = Sizes::wideGap;
 
 }  // namespace
@@ -18,9 +19,6 @@ Toolbar::Toolbar(const Look& look, QWidget* parent)
       title_(new ElidedLabel(look, TextRole::title, &Tokens::text, this)),
       whole_(new QBoxLayout(QBoxLayout::LeftToRight, this)),
       controlsRow_(new QHBoxLayout) {
-    const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    whole_->setContentsMargins(mirrored ? farMargin : Sizes::margin, Sizes::gap, mirrored ? Sizes::margin : farMargin,
-                               Sizes::gap + 1);
     whole_->setSpacing(Sizes::gap);
     whole_->addWidget(title_);
     whole_->addLayout(controlsRow_);
@@ -43,8 +41,17 @@ void Toolbar::show(const QString& title, const std::vector<QWidget*>& controls) 
     arrange();
 }
 
+/// Icons without an edge stand further out, so that what is seen ends where the screen's content does.
+int Toolbar::farMargin() const {
+    const bool edged = !controls_.empty() && !qobject_cast<const QToolButton*>(controls_.back());
+    return edged ? Sizes::margin : outerMargin;
+}
+
 void Toolbar::arrange() {
-    int needed = Sizes::margin + title_->sizeHint().width() + farMargin;
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    whole_->setContentsMargins(mirrored ? farMargin() : Sizes::margin, Sizes::gap,
+                               mirrored ? Sizes::margin : farMargin(), Sizes::gap + 1);
+    int needed = Sizes::margin + title_->sizeHint().width() + farMargin();
     for (auto* control : controls_)
         needed += controlsGap + std::max(control->minimumWidth(), control->minimumSizeHint().width());
     const bool beside = needed <= width();

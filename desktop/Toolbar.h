@@ -29,6 +29,7 @@ protected:
 
 private:
     void arrange();
+    int farMargin() const;
 
     const Look& look_;
     ElidedLabel* title_;

@@ -11,6 +11,8 @@ namespace {
 
 /// Small enough for the second-level cache, large enough that calls cost nothing.
 constexpr std::size_t chunk = 256U * 1024U;
+/// Thousands of times what a line of ours comes to; a hole in a file reads as one line of zeros.
+constexpr std::size_t longestLine = 16U * 1024U * 1024U;
 
 }  // namespace
 
@@ -28,9 +30,11 @@ std::optional<LineFile::Line> LineFile::next() {
             static_cast<const char*>(searched_ == end_ ? nullptr : std::memchr(from, '\n', end_ - searched_));
         if (feed) {
             const auto end = static_cast<std::size_t>(feed - buffer_.get());
-            if (auto line = lineEndingAt(end, end + 1)) return line;
+            const bool whole = !std::exchange(skipping_, false);
+            if (auto line = lineEndingAt(end, end + 1); line && whole) return line;
         } else if (atEnd_) {
-            return lineEndingAt(end_, end_);
+            const auto last = lineEndingAt(end_, end_);
+            return skipping_ ? std::nullopt : last;
         } else {
             searched_ = end_;
             failed_ = !fill();
@@ -57,6 +61,7 @@ bool LineFile::fill() {
 }
 
 bool LineFile::makeRoom() {
+    if (skipping_ || end_ - begin_ >= longestLine) dropUnread();
     const std::size_t unread = end_ - begin_;
     if (begin_ > 0) std::memmove(buffer_.get(), buffer_.get() + begin_, unread);
     offset_ += begin_;
@@ -65,6 +70,11 @@ bool LineFile::makeRoom() {
     end_ = unread;
     begin_ = 0;
     return unread < capacity_ || grow(capacity_ == 0 ? chunk : 2 * capacity_);
+}
+
+void LineFile::dropUnread() {
+    skipping_ = true;
+    begin_ = searched_ = checked_ = end_;
 }
 
 bool LineFile::grow(std::size_t capacity) {
@@ -78,6 +88,11 @@ bool LineFile::grow(std::size_t capacity) {
 }
 
 bool LineFile::check() {
+    if (skipping_) {
+        // Its begin is gone, and a character may have been cut.
+        const auto feed = std::string_view(buffer_.get(), end_).find('\n', checked_);
+        checked_ = feed == std::string_view::npos ? end_ : feed + 1;
+    }
     // A chunk may end within a character, a line cannot.
     const std::string_view bytes(buffer_.get() + checked_, end_ - checked_);
     const auto feed = bytes.rfind('\n');
@@ -90,7 +105,7 @@ bool LineFile::check() {
 void LineFile::rewind() {
     begin_ = end_ = searched_ = checked_ = 0;
     offset_ = 0;
-    atEnd_ = failed_ = false;
+    atEnd_ = failed_ = skipping_ = false;
 }
 
 std::optional<std::string> LineFile::bytes(std::uint64_t begin, std::size_t count) const {

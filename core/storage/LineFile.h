@@ -13,7 +13,8 @@
 namespace tolvane::Files {
 
 /// The lines of a text file, one after the other, in one buffer that grows with the longest of them only. Lines end at
-/// byte 10; empty ones are passed over. One thread; a few hundred kilobytes.
+/// byte 10; empty ones are passed over, and so is what goes on for longer than any line that we write. One thread; a
+/// few hundred kilobytes.
 class LineFile {
 public:
     struct Line {
@@ -53,6 +54,7 @@ private:
     std::optional<Line> lineEndingAt(std::size_t end, std::size_t next);
     bool fill();
     bool makeRoom();
+    void dropUnread();
     bool grow(std::size_t capacity);
     bool check();
 
@@ -72,6 +74,8 @@ private:
     std::uint64_t offset_ = 0;
     bool atEnd_ = false;
     bool failed_ = false;
+    /// Within a line that is too long, of which the begin is dropped.
+    bool skipping_ = false;
 };
 
 }  // namespace tolvane::Files

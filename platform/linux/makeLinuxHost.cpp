@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxMachineStatistics.h"
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessInspection.h"
+#include "platform/linux/LinuxPropertyLists.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxServiceManager.h"
 #include "platform/linux/LinuxSystemLog.h"
@@ -69,6 +70,7 @@ Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides
     host.applications = std::move(applications);
     host.services = std::make_unique<LinuxServiceManager>();
     host.children = std::make_unique<LinuxChildProcesses>();
+    host.propertyLists = std::make_unique<LinuxPropertyLists>();
     host.pressure = std::make_unique<PSIMemoryPressure>();
     host.preferences = std::make_unique<LayeredPreferences>(std::move(stored), std::move(overrides));
     folders->setSyncFolderChoice(

@@ -20,7 +20,8 @@ TEST_F(AppModelTest, beginsWithAnEmptySnapshotOfNow) {
 }
 
 TEST_F(AppModelTest, beginsAtTheProcessesWithNothingSelected) {
-    start();
+    fakes::HeldJobs jobs;
+    start(jobs.factory());
     EXPECT_EQ(*model->section, AppSection::processes);
     EXPECT_EQ(*model->windowRequest, 0);
     EXPECT_EQ(*model->launchdChecked, distantPast);

@@ -139,6 +139,17 @@ TEST_F(NoRuleFileTest, nameThatIsNoTextIsRepaired) {
     EXPECT_EQ(message(), "\xEF\xBF\xBD.tolvanerules is not a Tolvane rules file.");
 }
 
+TEST_F(NoRuleFileTest, everyMalformedFileOfACollectionIsRefused) {
+    const std::filesystem::path cases = TOLVANE_FIXTURES "/rules/malformed";
+    std::size_t count = 0;
+    for (const auto& each : std::filesystem::directory_iterator(cases)) {
+        std::filesystem::copy(each.path(), folder.path());
+        refuses(each.path().filename().string());
+        ++count;
+    }
+    EXPECT_GE(count, 50U);
+}
+
 TEST_F(RuleChangesTest, aLinkToARuleFileIsFollowed) {
     file("target", {ruleOf("new", 480)});
     std::filesystem::create_symlink(folder / "target", folder / "link.tolvanerules");

@@ -32,5 +32,12 @@ TEST(StartUp, namesEachSwitchThatMeansNothing) {
     EXPECT_THAT(StartUp::of({"-demo", "YES"}, true).complaints(), IsEmpty());
 }
 
+TEST(StartUp, takesFilesToOpenFromTheCommandLine) {
+    const auto start = StartUp::of({"one.tolvanerules", "-demo", "YES", "nothing.txt"}, true, "/home/ada");
+    EXPECT_THAT(start.files.paths, ElementsAre("/home/ada/one.tolvanerules"));
+    EXPECT_THAT(start.complaints(), ElementsAre("tolvane: no file nothing.txt"));
+    EXPECT_EQ(StartUp::of({"one.tolvanerules"}, false).picturesFolder(*fakes::FakeHost().host.preferences), "");
+}
+
 }  // namespace
 }  // namespace tolvane::desktop

@@ -22,6 +22,7 @@ TEST(MakeLinuxHost, everyPartIsThere) {
     EXPECT_THAT(host.desktop, NotNull());
     EXPECT_THAT(host.services, NotNull());
     EXPECT_THAT(host.children, NotNull());
+    EXPECT_THAT(host.propertyLists, NotNull());
     EXPECT_THAT(host.pressure, NotNull());
     EXPECT_THAT(host.preferences, NotNull());
     EXPECT_THAT(host.clock, NotNull());

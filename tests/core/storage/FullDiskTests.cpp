@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -13,6 +12,7 @@
 #include "core/storage/Files.h"
 #include "core/storage/Replacement.h"
 #include "core/storage/Store.h"
+#include "tests/fakes/SmallDisk.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {
@@ -103,25 +103,8 @@ TEST(FullDisk, aReplacementThatIsNotPutInPlaceGoes) {
 }
 
 #ifdef __linux__
-/// A file system of a few pages.
-class SmallDisk {
-public:
-    SmallDisk() { mounted_ = ::mount("none", folder_.path().c_str(), "tmpfs", 0, "size=64k") == 0; }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-    ~SmallDisk() {
-        if (mounted_) ::umount(folder_.path().c_str());
-    }
-    bool isMounted() const { return mounted_; }
-    std::string operator/(std::string_view name) const { return folder_ / name; }
-
-private:
-    fakes::TemporaryFolder folder_;
-    bool mounted_ = false;
-};
-
 TEST(FullDisk, theStoreOutlivesIt) {
-    const SmallDisk disk;
+    const fakes::SmallDisk disk;
     if (!disk.isMounted()) GTEST_SKIP() << "mounting a small disk needs rights that this user has not";
     const Store store(disk / "Tolvane");
     store.saveRules(Rule::presets());

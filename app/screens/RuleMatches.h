@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/screens/RuleStatus.h"
+
+namespace tolvane {
+
+/// The list below the editor: what the rule applies to now.
+struct RuleMatches {
+    static constexpr std::string_view heading = "Matches now";
+    static constexpr std::string_view none = "Nothing running matches this rule.";
+    static constexpr std::string_view pastLimit = "Past the limit";
+    static constexpr std::string_view withinLimit = "Within the limit";
+    static constexpr std::size_t most = 12;
+
+    struct Row {
+        std::string title;
+        std::string detail;
+        bool isDue = false;
+
+        std::string_view tag() const { return isDue ? pastLimit : withinLimit; }
+        bool operator==(const Row&) const = default;
+    };
+
+    /// At most twelve; empty says `none`.
+    std::vector<Row> rows;
+    /// "and 3 more"
+    std::optional<std::string> more;
+
+    static RuleMatches of(const RuleStatus& status, Date now, std::string_view locale);
+
+    bool operator==(const RuleMatches&) const = default;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QComboBox>
+
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+/// One of many choices, in a button that opens a menu. `activated` tells what the user chose. The wheel scrolls the
+/// page around it instead of changing the choice.
+class PopupPicker : public QComboBox {
+    Q_OBJECT
+
+public:
+    PopupPicker(const Look& look, const QString& name, QWidget* parent = nullptr);
+
+    /// Says nothing to `activated`. Choices that are the same stay as they are.
+    void show(const QStringList& choices, int chosen);
+    using QComboBox::show;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    void showPopup() override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    const Look& look_;
+};
+
+}  // namespace tolvane::desktop
