@@ -1,13 +1,74 @@
 #include <QCoroTask>
+#include <algorithm>
+#include <utility>
 
 #include "app/AppModelPrivate.h"
+#include "core/advisor/AdviceScene.h"
+#include "core/advisor/Simulators.h"
+#include "core/sampling/ProcessReader.h"
 
 namespace tolvane {
 
-std::vector<Suggestion> AppModel::visibleSuggestions() const { return *suggestions; }
+void AppModel::Private::giveAdvice() {
+    const World world = model.world();
+    model.suggestions.set(advisor.suggestions({
+        .world = world,
+        .memory = model.snapshot->memory,
+        .now = model.snapshot->date,
+        .ports = [this](Pid pid) { return listeningPorts(pid); },
+        .locale = host.locale,
+        .launchd = *model.launchdPIDs,
+        .simulatorName =
+            [this](std::string_view device) {
+                return Simulators::name(*host.propertyLists, host.folders->home(), device);
+            },
+    }));
+}
 
-void AppModel::hide(const Suggestion& /*suggestion*/, Date /*until*/) {}
+std::vector<int> AppModel::Private::listeningPorts(Pid pid) {
+    if (!portInspection) portInspection = host.makeInspection();
+    return ProcessReader::listeningPorts(*portInspection, pid);
+}
 
-QCoro::Task<> AppModel::act(Suggestion /*suggestion*/, std::optional<RuleAction> /*action*/) { co_return; }
+/// By the date of the sample, which the suggestions are of.
+std::vector<Suggestion> AppModel::visibleSuggestions() const {
+    std::vector<Suggestion> visible;
+    std::ranges::copy_if(*suggestions, std::back_inserter(visible), [this](const Suggestion& each) {
+        const auto until = hiddenSuggestions->find(each.id);
+        return until == hiddenSuggestions->end() || until->second < snapshot->date;
+    });
+    return visible;
+}
+
+void AppModel::hide(const Suggestion& suggestion, Date until) {
+    const Date now = host().clock->now();
+    auto hidden = *hiddenSuggestions;
+    std::erase_if(hidden, [now](const auto& each) { return each.second <= now; });
+    hidden.insert_or_assign(suggestion.id, until);
+    hiddenSuggestions.set(std::move(hidden));
+}
+
+QCoro::Task<> AppModel::act(Suggestion suggestion, std::optional<RuleAction> action) {
+    auto others = *suggestions;
+    std::erase_if(others, [&](const Suggestion& each) { return each.id == suggestion.id; });
+    suggestions.set(std::move(others));
+
+    switch (action.value_or(suggestion.action)) {
+        case RuleAction::notify:
+            break;
+        case RuleAction::terminate:
+            co_await terminate(std::move(suggestion.pids), false);
+            break;
+        case RuleAction::quit:
+            for (const auto& application : runningApps(suggestion.pids)) application->terminate();
+            break;
+        case RuleAction::relaunch:
+            co_await relaunch(std::move(suggestion.pids));
+            break;
+        case RuleAction::lowerPriority:
+            lowerPriority(suggestion.pids);
+            break;
+    }
+}
 
 }  // namespace tolvane

@@ -22,7 +22,8 @@ AppModel::AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactor
 AppModel::~AppModel() {
     d_->loop.cancel();
     d_->tasks.cancel();
-    d_->background.reset();
+    host().children->end();
+    d_->background.end();
     d_->sampler.reset();
     prepareToQuit();
 }
@@ -48,6 +49,8 @@ World AppModel::world() const {
 }
 
 std::vector<HistoryPoint> AppModel::historyFor(const std::vector<Pid>& pids) const { return history->points(pids); }
+
+Executor& AppModel::portReader() const { return d_->background.of(BackgroundJobs::Kind::portLookUps); }
 
 void AppModel::open(AppSection wanted) {
     section.set(wanted);

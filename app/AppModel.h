@@ -105,6 +105,8 @@ public:
     World world() const;
     /// Recent readings of the processes together, oldest first: figures of one tick are summed.
     std::vector<HistoryPoint> historyFor(const std::vector<Pid>& pids) const;
+    /// For asking the kernel which ports a process listens on, which may take a while.
+    Executor& portReader() const;
     /// Shows a section in the main window, opening it when need be.
     void open(AppSection section);
 

@@ -3,13 +3,17 @@
 #include <QCoroTask>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/Activation.h"
 #include "app/AppModel.h"
+#include "app/BackgroundJobs.h"
 #include "app/CancelSource.h"
 #include "app/DueDecisions.h"
 #include "app/Line.h"
+#include "app/Outcome.h"
+#include "app/QuitWait.h"
 #include "app/Sampler.h"
 #include "core/advisor/Advisor.h"
 #include "core/storage/Store.h"
@@ -28,6 +32,8 @@ struct AppModel::Private {
     void start();
     void load();
     void saveOnAssignment();
+    void showDemo();
+    void adviseInDemo();
     void watchActivations();
     void watchWindows();
     void watchPressure();
@@ -44,17 +50,31 @@ struct AppModel::Private {
     void judgeSwap();
     void reviewPriorities();
     void recordTracks();
+    /// False when the model's end cut the wait short.
+    QCoro::Task<bool> askServiceManager();
     void applyRules();
+
+    // ProjectActions.cpp
+    /// Whether the client did it; none when the model's end cut the wait short.
+    QCoro::Task<std::optional<bool>> performOnContainers(std::string verb, std::vector<std::string> ids);
 
     // CarryOut.cpp
     QCoro::Task<> carryOut(Decision decision);
+    QCoro::Task<Outcome> perform(Decision decision, RunningApps apps);
+    void tell(const Decision& decision, const Outcome& outcome, Date date);
+    void record(ActivityEntry entry);
 
     // RuleChanges.cpp
     void backUpRules();
 
+    // Advice.cpp
+    void giveAdvice();
+    std::vector<int> listeningPorts(Pid pid);
+
     // Warnings.cpp
     void warnAboutSwap();
     void noticeSuggestions();
+    void keepPressureClock();
 
     // RecordHistory.cpp
     void recordHistory();
@@ -69,6 +89,8 @@ struct AppModel::Private {
     const LineNames names;
     const Store store;
     Advisor advisor;
+    /// For advice, which asks on the main thread for the ports of few processes; made when first needed.
+    std::unique_ptr<ProcessInspection> portInspection;
     DueDecisions due;
     /// When the present spell of memory pressure began.
     std::optional<Date> pressureSince;
@@ -78,8 +100,7 @@ struct AppModel::Private {
     bool windowVisible = false;
 
     std::unique_ptr<Sampler> sampler;
-    /// For what blocks and is not sampling: child processes, look-ups of ports.
-    std::unique_ptr<Executor> background;
+    BackgroundJobs background;
     /// Of everything that goes on beside the loop; ends with the model.
     CancelSource tasks;
     /// Of the loop that is in force; cancelled ones finish the tick that they are in.

@@ -31,6 +31,9 @@ inline constexpr Preference<bool> warnSwapGrowth{"warnSwapGrowth", true};
 inline constexpr Preference<Date> lastSwapWarning{"lastSwapWarning", distantPast};
 inline constexpr Preference<Date> lastSuggestionNotice{"lastSuggestionNotice", distantPast};
 inline constexpr Preference<bool> showInMenuBar{"showInMenuBar", true};
+/// The session started the program, not the user: it stays out of the way where a tray can hold it. A switch of the
+/// entry that starts it, never stored.
+inline constexpr Preference<bool> atLogin{"atLogin", false};
 /// Suggestion keys and until when they stay hidden; empty while no map is stored.
 inline constexpr std::string_view hiddenSuggestions = "hiddenSuggestions";
 

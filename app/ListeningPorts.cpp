@@ -1,32 +1,32 @@
 #include "app/ListeningPorts.h"
 
-#include <QPromise>
-#include <QThreadPool>
+#include <QCoroTask>
 #include <memory>
+#include <stop_token>
 #include <utility>
 
+#include "app/OffMain.h"
 #include "core/sampling/ProcessReader.h"
 
 namespace tolvane {
 
-ListeningPorts::ListeningPorts(const Host& host) : host_(host) {
-    QObject::connect(&job_, &QFutureWatcherBase::finished, &job_, [this] { deliver(); });
+namespace {
+
+QCoro::Task<> ask(Executor& executor, std::shared_ptr<ProcessInspection> inspection, Pid pid,
+                  ListeningPorts::Answer answer, std::stop_token cancellation) {
+    // A question that waits while the next one comes is not worth the look any more.
+    auto look = [inspection = std::move(inspection), pid, cancellation] {
+        return cancellation.stop_requested() ? std::vector<int>{} : ProcessReader::listeningPorts(*inspection, pid);
+    };
+    auto ports = co_await OffMain(executor, std::move(look), cancellation);
+    if (ports) answer(std::move(*ports));
 }
+
+}  // namespace
 
 void ListeningPorts::read(Pid pid, Answer answer) {
-    const auto promise = std::make_shared<QPromise<std::vector<int>>>();
-    const std::shared_ptr<ProcessInspection> inspection = host_.makeInspection();
-    answer_ = std::move(answer);
-    promise->start();
-    job_.setFuture(promise->future());
-    QThreadPool::globalInstance()->start([promise, inspection, pid] {
-        promise->addResult(ProcessReader::listeningPorts(*inspection, pid));
-        promise->finish();
-    });
-}
-
-void ListeningPorts::deliver() {
-    if (const auto answer = std::exchange(answer_, nullptr)) answer(job_.result());
+    question_.renew();
+    static_cast<void>(ask(executor_, host_.makeInspection(), pid, std::move(answer), question_.token()));
 }
 
 }  // namespace tolvane

@@ -5,6 +5,8 @@
 #include "app/AppModelPrivate.h"
 #include "app/AppNames.h"
 #include "app/AppPreferences.h"
+#include "app/demo/Demo.h"
+#include "core/advisor/AdviceScene.h"
 
 namespace tolvane {
 
@@ -17,11 +19,12 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       names(AppNames::lineNames(*machine.applications, machine.folders->home())),
       store(machine.folders->applicationSupport() + "/Tolvane"),
       sampler(std::make_unique<Sampler>(machine, makeExecutor())),
-      background(makeExecutor()) {}
+      background(makeExecutor) {}
 
 void AppModel::Private::start() {
     load();
     saveOnAssignment();
+    if (demo) showDemo();
     advisor.hybrid = CoreLayout::read(*host.machine).efficiency > 0;
     watchActivations();
     watchWindows();
@@ -34,6 +37,44 @@ void AppModel::Private::load() {
     model.moments.set(store.loadHistory(host.clock->now()));
     model.parked.set(store.loadParked());
     model.activity.set(store.loadActivity(std::numeric_limits<std::int64_t>::max()));
+}
+
+/// Through the same assignments as any other change: what is stored is the demo's from here on.
+void AppModel::Private::showDemo() {
+    auto world = Demo::state(host.clock->now(), {.home = host.folders->home(), .uid = host.uid});
+    model.snapshot.set(std::move(world.snapshot));
+    model.history.set(std::move(world.history));
+    model.loadHistory.set(std::move(world.loadHistory));
+    model.moments.set(std::move(world.moments));
+    model.rules.set(std::move(world.rules));
+    model.activity.set(std::move(world.activity));
+    model.parked.set(std::move(world.parked));
+    model.containers.set(std::move(world.containers));
+    model.branches.set(std::move(world.branches));
+    model.ports.set(std::move(world.ports));
+    model.swapGrowth.set(world.swapGrowth);
+    model.selectedLines.set(std::move(world.selectedLines));
+    model.memoryTight.set(true);
+    adviseInDemo();
+}
+
+/// What six hours of watching would have led to; no tick comes to do it.
+void AppModel::Private::adviseInDemo() {
+    const auto now = model.snapshot->date;
+    advisor = Demo::advisor(now, {.home = host.folders->home(), .uid = host.uid});
+    const auto seen = model.world();
+    model.suggestions.set(advisor.suggestions({.world = seen,
+                                               .memory = model.snapshot->memory,
+                                               .now = now,
+                                               .ports =
+                                                   [this](Pid pid) {
+                                                       const auto found = model.ports->find(pid);
+                                                       return found == model.ports->end() ? std::vector<int>{}
+                                                                                          : found->second;
+                                                   },
+                                               .locale = "en_US",
+                                               .launchd = *model.launchdPIDs,
+                                               .simulatorName = Demo::simulatorName}));
 }
 
 /// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.

@@ -1,10 +1,19 @@
 #include <utility>
 
 #include "app/AppModelPrivate.h"
+#include "app/OffMain.h"
 #include "core/history/HistoryMath.h"
+#include "core/projects/Launchd.h"
 #include "core/sampling/Priority.h"
 
 namespace tolvane {
+
+namespace {
+
+/// Services come and go seldom, and asking for them reads something of every process.
+constexpr Seconds servicesHold{300.0};
+
+}  // namespace
 
 /// One pass. The order of the steps is part of what they mean: each reads what the ones before it left in the model.
 /// It never asks whether its loop was cancelled, so that a pass under way is finished.
@@ -15,8 +24,13 @@ QCoro::Task<> AppModel::Private::tick() {
     recordHistory();
     recordMoment();
     judgeSwap();
+    warnAboutSwap();
     reviewPriorities();
     recordTracks();
+    if (!co_await askServiceManager()) co_return;
+    giveAdvice();
+    noticeSuggestions();
+    applyRules();
 }
 
 void AppModel::Private::judgeSwap() {
@@ -38,7 +52,28 @@ void AppModel::Private::reviewPriorities() {
     model.lowered.set(std::move(loans));
 }
 
-void AppModel::Private::applyRules() {}
+/// Every decision is taken before the first is carried out, so that none sees what another did.
+void AppModel::Private::applyRules() {
+    if (*model.rulesPaused) return;
+    const World world = model.world();
+    auto decisions = due.take({.rules = *model.rules,
+                               .world = world,
+                               .lowered = *model.lowered,
+                               .frontmostIsKnown = host.frontmost->canTell(),
+                               .now = model.snapshot->date});
+    for (auto& decision : decisions) static_cast<void>(carryOut(std::move(decision)));
+}
+
+QCoro::Task<bool> AppModel::Private::askServiceManager() {
+    const Date now = model.snapshot->date;
+    if (now - *model.launchdChecked < servicesHold) co_return true;
+    model.launchdChecked.set(now);
+    auto ask = [this] { return Launchd::managedPIDs(*host.services, *host.children); };
+    auto managed = co_await OffMain(background.of(BackgroundJobs::Kind::services), std::move(ask), tasks.token());
+    if (!managed) co_return false;
+    model.launchdPIDs.set(std::move(*managed));
+    co_return true;
+}
 
 void AppModel::Private::recordTracks() { advisor.record(model.snapshot->rows, model.snapshot->date); }
 

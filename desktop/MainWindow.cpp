@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPainter>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -11,6 +13,8 @@
 
 #include "app/OpenFiles.h"
 #include "app/screens/MainView.h"
+#include "desktop/ShortcutsDialog.h"
+#include "desktop/WindowMenu.h"
 #include "desktop/Words.h"
 #include "desktop/parts/HairlineSplitter.h"
 
@@ -28,6 +32,25 @@ std::vector<std::string> pathsOf(const QMimeData& dragged) {
     }
     return paths;
 }
+/// The sidebar's ground below its list.
+class SidebarColumn : public QWidget {
+public:
+    explicit SidebarColumn(const Look& look) : look_(look) {
+        setMinimumWidth(Sizes::sidebarLeast);
+        setMaximumWidth(Sizes::sidebarMost);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), look_.tokens().sidebar);
+        const int edge = layoutDirection() == Qt::LeftToRight ? width() - 1 : 0;
+        painter.fillRect(edge, 0, 1, height(), look_.tokens().hairline);
+    }
+
+private:
+    const Look& look_;
+};
 
 }  // namespace
 
@@ -38,6 +61,7 @@ MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, st
       screens_(std::move(screens)),
       splitter_(new HairlineSplitter(Qt::Horizontal, this)),
       sidebar_(new Sidebar(look)),
+      menu_(new WindowMenu(model, look, this)),
       toolbar_(new Toolbar(look)),
       stack_(new QStackedWidget),
       ruleFiles_(model, look, *this) {
@@ -47,6 +71,7 @@ MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, st
     setWindowTitle(words(MainView::title));
     setMinimumSize(Sizes::windowLeastWidth, Sizes::windowLeastHeight);
     buildPanes();
+    addShortcuts();
     restoreLayout();
     connectModel();
     showSidebar();
@@ -54,6 +79,20 @@ MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, st
 }
 
 MainWindow::~MainWindow() { saveLayout(); }
+
+QWidget* MainWindow::buildSidebarColumn() {
+    auto* whole = new SidebarColumn(look_);
+    auto* column = new QVBoxLayout(whole);
+    column->setContentsMargins(0, 0, 0, Sizes::gap);
+    column->setSpacing(Sizes::step);
+    column->addWidget(sidebar_, 1);
+    auto* foot = new QHBoxLayout;
+    foot->setContentsMargins(Sizes::sidebarInset, 0, Sizes::sidebarInset, 0);
+    foot->addWidget(&menu_->button());
+    foot->addStretch(1);
+    column->addLayout(foot);
+    return whole;
+}
 
 void MainWindow::buildPanes() {
     auto* screen = new QWidget;
@@ -63,12 +102,30 @@ void MainWindow::buildPanes() {
     column->addWidget(toolbar_);
     column->addWidget(stack_, 1);
     splitter_->setHandleWidth(0);
-    splitter_->addWidget(sidebar_);
+    splitter_->addWidget(buildSidebarColumn());
     splitter_->addWidget(screen);
     splitter_->setStretchFactor(0, 0);
     splitter_->setStretchFactor(1, 1);
     setCentralWidget(splitter_);
 }
+
+/// Sections have the number of their place in the sidebar.
+void MainWindow::addShortcuts() {
+    int number = 0;
+    for (const auto& group : MainView::sidebar(model_, present_)) {
+        for (const auto& row : group.rows) {
+            const QKeySequence keys(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + number++));
+            connect(new QShortcut(keys, this), &QShortcut::activated, this,
+                    [this, section = row.section] { model_.section.set(section); });
+        }
+    }
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this), &QShortcut::activated, this, &QWidget::close);
+    connect(menu_, &WindowMenu::settingsWanted, this, &MainWindow::settingsWanted);
+    connect(menu_, &WindowMenu::quitWanted, this, &MainWindow::quitWanted);
+    connect(menu_, &WindowMenu::shortcutsWanted, this, &MainWindow::showShortcuts);
+}
+
+void MainWindow::showShortcuts() { (new ShortcutsDialog(look_, this))->open(); }
 
 void MainWindow::connectModel() {
     connect(sidebar_, &Sidebar::chosen, this, [this](AppSection section) { model_.section.set(section); });
@@ -125,6 +182,7 @@ void MainWindow::bringForward() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     saveLayout();
     QMainWindow::closeEvent(event);
+    if (event->isAccepted()) emit closed();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

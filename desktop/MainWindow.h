@@ -18,6 +18,8 @@ class QStackedWidget;
 
 namespace tolvane::desktop {
 
+class WindowMenu;
+
 /// The one window with all screens: the sidebar, the toolbar and the screen of the model's section.
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -30,6 +32,12 @@ public:
     /// Comes to the front, from wherever it was.
     void bringForward();
 
+signals:
+    /// The user closed the window.
+    void closed();
+    void settingsWanted();
+    void quitWanted();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     /// Rule files can be dropped on the window.
@@ -39,6 +47,9 @@ protected:
 
 private:
     void buildPanes();
+    QWidget* buildSidebarColumn();
+    void addShortcuts();
+    void showShortcuts();
     void connectModel();
     void restoreLayout();
     void saveLayout();
@@ -54,6 +65,7 @@ private:
     std::map<AppSection, Page*> pages_;
     QSplitter* splitter_;
     Sidebar* sidebar_;
+    WindowMenu* menu_;
     Toolbar* toolbar_;
     QStackedWidget* stack_;
     Page* shown_ = nullptr;

@@ -182,8 +182,9 @@ void ProcessesPage::showInspector() {
 void ProcessesPage::openMenu(QPoint position) {
     const auto clicked = view_.selected(tree_->lineModel().lines());
     const auto& rows = model_.snapshot->rows;
-    const auto items = offeredItems(ProcessActions::menuOf(clicked, rows),
-                                    {ProcessAction::copyCommand, ProcessAction::showWorkingFolder});
+    const auto items = offeredItems(
+        ProcessActions::menuOf(clicked, rows, Actor{.pid = model_.host().selfPID, .uid = model_.host().uid}),
+        {ProcessAction::copyCommand, ProcessAction::showWorkingFolder});
     if (items.empty()) return;
     const auto subject = ProcessActions::of(clicked.front(), rows);
     tree_->hold(true);

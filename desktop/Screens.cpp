@@ -1,7 +1,9 @@
 #include "desktop/Screens.h"
 
+#include "desktop/ActivityPage.h"
 #include "desktop/ProcessesPage.h"
 #include "desktop/RulesPage.h"
+#include "desktop/StatsPage.h"
 
 namespace tolvane::desktop {
 
@@ -11,8 +13,12 @@ std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& s
              [&model, &look, &state, locale](QWidget* parent) {
                  return new ProcessesPage(model, look, state, locale, historyPresent, parent);
              }},
-            {AppSection::rules, [&model, &look, &state, locale](QWidget* parent) {
-                 return new RulesPage(model, look, state, locale, parent);
+            {AppSection::stats,
+             [&model, &look, locale](QWidget* parent) { return new StatsPage(model, look, locale, {}, parent); }},
+            {AppSection::rules, [&model, &look, &state, locale](
+                                    QWidget* parent) { return new RulesPage(model, look, state, locale, parent); }},
+            {AppSection::activity, [&model, &look, &state, locale](QWidget* parent) {
+                 return new ActivityPage(model, look, state, locale, {}, parent);
              }}};
 }
 

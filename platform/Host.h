@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/Applications.h"
 #include "platform/ChildProcesses.h"
@@ -46,6 +47,8 @@ struct Host {
     std::unique_ptr<SystemLog> log;
     Pid selfPID = 0;
     std::uint32_t uid = 0;
+    /// The user's, as an ICU identifier: words are English, figures and lists follow it.
+    std::string locale = "en_US";
 };
 
 }  // namespace tolvane

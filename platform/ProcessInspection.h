@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -75,6 +76,13 @@ public:
     virtual std::optional<bool> belongsToSystem(Pid pid) = 0;
     /// TCP ports with a listening socket of this process; any order, repeats allowed.
     virtual std::vector<int> listeningPorts(Pid pid) = 0;
+    /// The same of several processes, each under its pid. Hosts that read tables of the whole machine for it read them
+    /// once.
+    virtual std::map<Pid, std::vector<int>> listeningPortsOf(const std::vector<Pid>& pids) {
+        std::map<Pid, std::vector<int>> ports;
+        for (const Pid pid : pids) ports.emplace(pid, listeningPorts(pid));
+        return ports;
+    }
 };
 
 }  // namespace tolvane

@@ -9,7 +9,7 @@ InspectorView::InspectorView(AppModel& model, std::string locale, std::function<
       locale_(std::move(locale)),
       home_(model.host().folders->home()),
       changed_(std::move(changed)),
-      reader_(model.host()) {}
+      reader_(model.host(), model.portReader()) {}
 
 void InspectorView::show(Line line) {
     const bool another = !line_ || line_->id != line.id || (!line.children && line_->started != line.started);
@@ -39,8 +39,7 @@ InspectorContent InspectorView::content() const {
                                        .lowered = *model_.lowered,
                                        .ports = ports_,
                                        .home = home_,
-                                       .selfPID = model_.host().selfPID,
-                                       .uid = model_.host().uid,
+                                       .actor = {.pid = model_.host().selfPID, .uid = model_.host().uid},
                                        .locale = locale_});
 }
 

@@ -6,9 +6,12 @@
 #include <span>
 #include <vector>
 
+#include "core/advisor/Suggestion.h"
 #include "core/sampling/ProcRow.h"
 
 namespace tolvane {
+
+struct AdviceScene;
 
 /// A thin history of memory and processor time per process, so that advice can speak of trends. In memory only.
 /// A reused pid is another process and starts afresh. Main thread.
@@ -64,6 +67,10 @@ struct Advisor {
     /// Whether the processes together used half a core or more in each of the latest intervals of `dates`, at least
     /// three of them without a break.
     static std::optional<Busy> busy(std::span<const CPUTrack* const> tracks, std::span<const Date> dates);
+
+    /// What could be shut down, the most memory first. Detectors look in the order of the kinds, and a process that one
+    /// has claimed is none of the later ones'. Never fails: what cannot be told is no finding.
+    std::vector<Suggestion> suggestions(const AdviceScene& scene) const;
 
     bool operator==(const Advisor&) const = default;
 

@@ -2,8 +2,9 @@
 
 #include <simdjson.h>
 
-#include <optional>
-#include <string>
+#include <utility>
+
+#include "core/projects/Run.h"
 
 namespace tolvane::Docker {
 
@@ -60,6 +61,36 @@ std::vector<Container> containersIn(const std::vector<Container>& all, std::stri
         if (rest.empty() || rest.front() == '/') result.push_back(container);
     }
     return result;
+}
+
+std::vector<std::string> candidates(const std::string& home) {
+    return {"/usr/local/bin/docker", "/opt/homebrew/bin/docker", home + "/.orbstack/bin/docker",
+            "/Applications/Docker.app/Contents/Resources/bin/docker"};
+}
+
+std::optional<std::string> executable(ChildProcesses& children, const std::string& home) {
+    for (const auto& places : {candidates(home), children.containerClients()}) {
+        for (const auto& path : places) {
+            if (children.isExecutable(path)) return path;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<Container> running(ChildProcesses& children, const std::string& home) {
+    const auto client = executable(children, home);
+    if (!client) return {};
+    return parse(run(children, *client, {"ps", "--format", "{{json .}}"}).value_or(""));
+}
+
+bool perform(ChildProcesses& children, const std::string& home, const std::string& verb,
+             const std::vector<std::string>& ids) {
+    if (ids.empty()) return true;
+    const auto client = executable(children, home);
+    if (!client) return false;
+    std::vector<std::string> arguments = {verb};
+    arguments.insert(arguments.end(), ids.begin(), ids.end());
+    return run(children, *client, arguments).has_value();
 }
 
 }  // namespace tolvane::Docker

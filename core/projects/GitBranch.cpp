@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/TextFile.h"
+#include "core/projects/Run.h"
 
 namespace tolvane::GitBranch {
 
@@ -89,6 +90,13 @@ BranchState read(std::string_view root) {
     const auto common = commonFolder(*folder);
     const bool exists = isFile(common / ref) || isPacked(common, ref);
     return {.branch = branch, .deleted = !exists};
+}
+
+bool remoteGone(ChildProcesses& children, const std::string& root, const std::string& branch) {
+    const auto track =
+        run(children, "/usr/bin/git",
+            {"-C", root, "for-each-ref", "--format=%(upstream:track)", std::string(headsPrefix) + branch});
+    return track && track->find("[gone]") != std::string::npos;
 }
 
 }  // namespace tolvane::GitBranch

@@ -1,15 +1,22 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "core/projects/BranchState.h"
+#include "platform/ChildProcesses.h"
 
-/// What a repository's own files tell of its branch. Reads files and blocks on them: call it off the main thread.
+/// What a repository tells of its branch: its own files of the branch, git of the upstream. Blocks on both: call it off
+/// the main thread.
 namespace tolvane::GitBranch {
 
 /// The branch that is checked out in the folder. Linked worktrees, submodules and packed refs are followed.
 /// Anything that cannot be read as text in UTF-8 gives the empty state. A branch without any commit yet counts as
 /// deleted: nothing in the repository bears its name.
 BranchState read(std::string_view root);
+
+/// Whether the branch follows one that its remote no longer has, as far as the latest fetch told. False when git
+/// cannot be asked.
+bool remoteGone(ChildProcesses& children, const std::string& root, const std::string& branch);
 
 }  // namespace tolvane::GitBranch

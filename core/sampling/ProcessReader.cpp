@@ -108,14 +108,30 @@ std::vector<std::string> ProcessReader::environment(ProcessInspection& inspectio
     return block ? parseProcEnv(*block) : std::vector<std::string>{};
 }
 
-std::vector<int> ProcessReader::listeningPorts(ProcessInspection& inspection, Pid pid) {
+namespace {
+
+/// Ascending, each once.
+void tidy(std::vector<int>& ports) {
     constexpr int portBits = 0xFFFF;
-    auto ports = inspection.listeningPorts(pid);
     for (int& port : ports) port &= portBits;
     std::ranges::sort(ports);
     const auto repeats = std::ranges::unique(ports);
     ports.erase(repeats.begin(), repeats.end());
+}
+
+}  // namespace
+
+std::vector<int> ProcessReader::listeningPorts(ProcessInspection& inspection, Pid pid) {
+    auto ports = inspection.listeningPorts(pid);
+    tidy(ports);
     return ports;
+}
+
+std::map<Pid, std::vector<int>> ProcessReader::listeningPorts(ProcessInspection& inspection,
+                                                              const std::vector<Pid>& pids) {
+    auto portsByPid = inspection.listeningPortsOf(pids);
+    for (auto& [pid, ports] : portsByPid) tidy(ports);
+    return portsByPid;
 }
 
 std::vector<Pid> ProcessReader::descendants(Pid pid, const std::vector<ProcRow>& rows) {

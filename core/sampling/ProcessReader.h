@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ public:
 
     /// TCP ports that the process listens on, ascending, each once.
     static std::vector<int> listeningPorts(ProcessInspection& inspection, Pid pid);
+    /// Of several processes, each under its pid, also where there are none.
+    static std::map<Pid, std::vector<int>> listeningPorts(ProcessInspection& inspection, const std::vector<Pid>& pids);
 
     /// As `ChildIndex::descendants`, for one question.
     static std::vector<Pid> descendants(Pid pid, const std::vector<ProcRow>& rows);

@@ -76,6 +76,18 @@ std::string weekdayAndTime(Date date, std::string_view locale, std::string_view 
     return formatted(date, Formatters::DateForm::weekdayAndTime, locale, zone);
 }
 
+std::string shortWeekday(Date date, std::string_view locale, std::string_view zone) {
+    return formatted(date, Formatters::DateForm::shortWeekday, locale, zone);
+}
+
+std::string dayAndMonth(Date date, std::string_view locale, std::string_view zone) {
+    return formatted(date, Formatters::DateForm::dayAndMonth, locale, zone);
+}
+
+std::string longDay(Date date, std::string_view locale, std::string_view zone) {
+    return formatted(date, Formatters::DateForm::longDay, locale, zone);
+}
+
 std::string relative(Date date, Date now, std::string_view locale, std::string_view zone) {
     constexpr double day = 86400;
     const auto* formatter = Formatters::of(locale).relative();

@@ -18,6 +18,15 @@ std::string time(Date date, std::string_view locale, std::string_view zone = {})
 /// "Thursday 12:36 PM"
 std::string weekdayAndTime(Date date, std::string_view locale, std::string_view zone = {});
 
+/// "Sat"
+std::string shortWeekday(Date date, std::string_view locale, std::string_view zone = {});
+
+/// "Nov 19"
+std::string dayAndMonth(Date date, std::string_view locale, std::string_view zone = {});
+
+/// "Thursday, November 19"
+std::string longDay(Date date, std::string_view locale, std::string_view zone = {});
+
 /// "now", "5 minutes ago", "yesterday", "in 2 weeks": the largest unit that fits, its smaller parts cut. Days and what
 /// is longer are counted on the calendar, once a day's worth of time lies between.
 std::string relative(Date date, Date now, std::string_view locale, std::string_view zone = {});

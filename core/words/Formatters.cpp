@@ -97,17 +97,27 @@ const icu::DateFormat* Formatters::date(DateForm form, std::string_view zone) {
 
 std::unique_ptr<icu::DateFormat> Formatters::makeDate(DateForm form) const {
     using icu::DateFormat;
-    UErrorCode status = U_ZERO_ERROR;
+    const auto ofSkeleton = [this](const char* skeleton) {
+        UErrorCode status = U_ZERO_ERROR;
+        auto* made = DateFormat::createInstanceForSkeleton(skeleton, locale_, status);
+        return usable(made, status);
+    };
     switch (form) {
         case DateForm::dateAndTime:
-            return usable(DateFormat::createDateTimeInstance(DateFormat::kMedium, DateFormat::kShort, locale_), status);
+            return usable(DateFormat::createDateTimeInstance(DateFormat::kMedium, DateFormat::kShort, locale_),
+                          U_ZERO_ERROR);
         case DateForm::time:
-            return usable(DateFormat::createTimeInstance(DateFormat::kShort, locale_), status);
+            return usable(DateFormat::createTimeInstance(DateFormat::kShort, locale_), U_ZERO_ERROR);
         case DateForm::weekdayAndTime:
-            break;
+            return ofSkeleton("EEEEjmm");
+        case DateForm::shortWeekday:
+            return ofSkeleton("EEE");
+        case DateForm::dayAndMonth:
+            return ofSkeleton("MMMd");
+        case DateForm::longDay:
+            return ofSkeleton("EEEEMMMMd");
     }
-    auto* made = DateFormat::createInstanceForSkeleton("EEEEjmm", locale_, status);
-    return usable(made, status);
+    return nullptr;
 }
 
 std::unique_ptr<icu::TimeZone> timeZone(std::string_view zone) {

@@ -20,7 +20,7 @@ namespace tolvane::Words {
 /// A formatter that cannot be made is null.
 class Formatters {
 public:
-    enum class DateForm { dateAndTime, time, weekdayAndTime };
+    enum class DateForm { dateAndTime, time, weekdayAndTime, shortWeekday, dayAndMonth, longDay };
 
     /// Those of the calling thread, kept for its life.
     static Formatters& of(std::string_view locale);
@@ -46,7 +46,7 @@ private:
     std::map<UMeasureFormatWidth, std::unique_ptr<icu::MeasureFormat>> measures_;
     std::unique_ptr<icu::RelativeDateTimeFormatter> relative_;
     /// By form, then by zone.
-    std::array<std::map<std::string, std::unique_ptr<icu::DateFormat>, std::less<>>, 3> dates_;
+    std::array<std::map<std::string, std::unique_ptr<icu::DateFormat>, std::less<>>, 6> dates_;
 };
 
 /// The zone of that identifier, or the machine's own for the empty one.

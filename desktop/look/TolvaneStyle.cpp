@@ -66,6 +66,14 @@ bool keepsClearOfBars(const QWidget* bar) {
 
 bool isDestructive(const QWidget* widget) { return widget && widget->property("destructive").toBool(); }
 
+/// A button can say itself whether it is the filled one of its window, whichever answers to the return key.
+QStyleOptionButton asItStands(const QStyleOptionButton& option, const QWidget* widget) {
+    auto shown = option;
+    const auto filled = widget ? widget->property("filled") : QVariant();
+    if (filled.isValid()) shown.features.setFlag(QStyleOptionButton::DefaultButton, filled.toBool());
+    return shown;
+}
+
 double radiusOf(const QWidget* widget) {
     const auto radius = widget ? widget->property("focusRadius") : QVariant();
     return radius.isValid() ? radius.toDouble() : Sizes::controlRadius;
@@ -92,7 +100,7 @@ void TolvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
             return;
         case PE_PanelButtonCommand:
             if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
-                StyleControls::drawButton(*painter, *button, tokens, isDestructive(widget));
+                StyleControls::drawButton(*painter, asItStands(*button, widget), tokens, isDestructive(widget));
             }
             return;
         case PE_PanelButtonTool:
@@ -142,7 +150,7 @@ void TolvaneStyle::drawControl(ControlElement element, const QStyleOption* optio
         case CE_PushButtonLabel: {
             const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
             if (!button) return;
-            auto label = *button;
+            auto label = asItStands(*button, widget);
             const bool enabled = option->state.testFlag(State_Enabled);
             if (StyleControls::isFilled(label)) label.palette.setColor(QPalette::ButtonText, tokens.onAccent);
             if (enabled && !StyleControls::isFilled(label) && isDestructive(widget)) {

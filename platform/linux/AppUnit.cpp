@@ -109,6 +109,24 @@ std::string_view managedPath(std::string_view line) {
 
 }  // namespace
 
+std::string escapedUnitName(std::string_view text) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789:_.";
+    std::string escaped;
+    for (const char letter : text) {
+        const bool isPlain = plain.find(letter) != std::string_view::npos && (letter != '.' || !escaped.empty());
+        if (isPlain) {
+            escaped += letter;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(letter);
+        escaped += "\\x";
+        escaped += digits[byte >> 4U];
+        escaped += digits[byte & 15U];
+    }
+    return escaped;
+}
+
 std::string unescapedUnitName(std::string_view name) {
     std::string plain;
     for (std::size_t at = 0; at < name.size(); ++at) {

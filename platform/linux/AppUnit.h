@@ -10,6 +10,9 @@ namespace tolvane::linuxhost {
 /// Takes the `\x2d` escapes of a unit's name back.
 std::string unescapedUnitName(std::string_view name);
 
+/// A text as part of a unit's name: "org.example.my\x2deditor" for "org.example.my-editor".
+std::string escapedUnitName(std::string_view text);
+
 /// Which applications a process's control group may be named after, as identifiers of desktop entries, the likeliest
 /// first. Read from the text of /proc/PID/cgroup, whose lines end in paths such as
 ///

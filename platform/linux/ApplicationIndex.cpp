@@ -106,6 +106,7 @@ ApplicationIndex::ApplicationIndex(const Places& places) {
     for (const auto& [identifier, entry] : entries_) byPath_.emplace(entry.path.view(), &entry);
     indexPrograms(places.programFolders);
     indexInstallFolders();
+    indexWindowNames();
 }
 
 void ApplicationIndex::readFolder(const std::string& folder, const std::string& prefix, const std::string& locale,
@@ -151,6 +152,25 @@ void ApplicationIndex::indexInstallFolders() {
         if (!folder.empty()) continue;
         for (const std::string& named : foldersNamedAfter(program)) claim(named, entry);
     }
+}
+
+/// What is said outright goes before what is only alike.
+void ApplicationIndex::indexWindowNames() {
+    for (const auto& [identifier, entry] : entries_) {
+        if (!entry.windowClass.empty()) windowNames_.emplace(lowerCase(entry.windowClass), &entry);
+    }
+    for (const auto& [identifier, entry] : entries_) windowNames_.emplace(lowerCase(identifier), &entry);
+    for (const auto& [identifier, entry] : entries_) {
+        const auto dot = identifier.rfind('.');
+        if (dot != std::string::npos && !entry.notDisplayed)
+            windowNames_.emplace(lowerCase(std::string_view(identifier).substr(dot + 1)), &entry);
+    }
+}
+
+const DesktopEntry* ApplicationIndex::ofWindow(std::string_view application) const {
+    if (const DesktopEntry* entry = withIdentifier(application)) return entry;
+    const auto found = windowNames_.find(lowerCase(application));
+    return found == windowNames_.end() ? nullptr : found->second;
 }
 
 const DesktopEntry* ApplicationIndex::withIdentifier(std::string_view identifier) const {

@@ -34,6 +34,9 @@ public:
     /// The application that an executable is the program of, or that it is installed with. Of entries that start the
     /// same program the plainest one counts. Entries outside of menus or inside terminals are left aside.
     const DesktopEntry* ofExecutable(std::string_view executable) const;
+    /// The application that a window says it belongs to: by its identifier, else by the class that the entry announces,
+    /// else by the identifier whatever its case or the last part of it.
+    const DesktopEntry* ofWindow(std::string_view application) const;
 
     std::size_t size() const { return entries_.size(); }
     /// Whether a folder that was read has got or lost files since.
@@ -47,6 +50,7 @@ private:
     void readFile(const std::string& path, const std::string& identifier, const std::string& locale);
     void indexPrograms(const std::vector<std::string>& programFolders);
     void indexInstallFolders();
+    void indexWindowNames();
 
     /// Hidden ones too until all folders are read.
     Entries entries_;
@@ -55,6 +59,8 @@ private:
     Programs programs_;
     /// By the folder in which a program is installed with all its parts; none of them shared.
     Programs installFolders_;
+    /// By what windows may call themselves, in lower case.
+    Programs windowNames_;
     /// Folders read, with the times of their last change in nanoseconds; 0 for one that is missing.
     std::vector<std::pair<std::string, long long>> folderTimes_;
 };

@@ -112,6 +112,7 @@ std::optional<DesktopEntry> readDesktopEntry(const std::string& path, std::strin
     entry.notDisplayed = flag(file.get(), "NoDisplay");
     entry.needsTerminal = flag(file.get(), "Terminal");
     entry.isTerminalEmulator = lists(file.get(), "Categories", "TerminalEmulator");
+    entry.windowClass = text(file.get(), "StartupWMClass");
     return entry;
 }
 

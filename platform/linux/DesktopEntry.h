@@ -28,6 +28,8 @@ struct DesktopEntry {
     /// Runs inside a terminal.
     bool needsTerminal = false;
     bool isTerminalEmulator = false;
+    /// What its windows say that they belong to, where that is not the identifier; may be empty.
+    std::string windowClass;
 
     bool operator==(const DesktopEntry&) const = default;
 };

@@ -14,6 +14,8 @@ namespace {
 
 constexpr Seconds timeBetweenChecks{60};
 constexpr std::size_t procFileLimit = 1U << 20U;
+/// This program's desktop entry.
+constexpr std::string_view ownIdentifier = "dev.tolvane.Tolvane";
 
 std::vector<std::string> split(std::string_view list) {
     std::vector<std::string> parts;
@@ -34,12 +36,17 @@ public:
     const DesktopEntry* application() const {
         const DesktopEntry* group = ofControlGroup();
         if (group == nullptr) group = ofSandbox();
-        if (group != nullptr && group->isTerminalEmulator) return isProgramOf(*group) ? group : ofProgram();
+        if (group != nullptr && startsOtherPeoplesPrograms(*group)) return isProgramOf(*group) ? group : ofProgram();
         if (group != nullptr && !isStartedByHand()) return group;
         return ofProgram();
     }
 
 private:
+    /// As terminals do, this program starts commands that stay in its control group and are none of its own.
+    static bool startsOtherPeoplesPrograms(const DesktopEntry& entry) {
+        return entry.isTerminalEmulator || entry.identifier == ownIdentifier;
+    }
+
     std::string read(Pid pid, const char* name) const {
         return readWholeFile(proc_ + "/" + std::to_string(pid) + "/" + name, procFileLimit).value_or("");
     }
@@ -129,6 +136,27 @@ std::optional<Text> LinuxApplications::bundleIdentifier(std::string_view bundleP
     const DesktopEntry* entry = entries->atPath(bundlePath);
     if (entry == nullptr) return std::nullopt;
     return Text(entry->identifier);
+}
+
+std::optional<Text> LinuxApplications::pathOfIdentifier(std::string_view identifier) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->withIdentifier(identifier);
+    if (entry == nullptr) return std::nullopt;
+    return entry->path;
+}
+
+std::optional<Text> LinuxApplications::pathOfWindow(std::string_view application) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->ofWindow(application);
+    if (entry == nullptr) return std::nullopt;
+    return entry->path;
+}
+
+std::optional<std::string> LinuxApplications::identifierOfWindow(std::string_view application) {
+    const auto entries = index();
+    const DesktopEntry* entry = entries->ofWindow(application);
+    if (entry == nullptr) return std::nullopt;
+    return entry->identifier;
 }
 
 std::string LinuxApplications::displayName(std::string_view bundlePath) {

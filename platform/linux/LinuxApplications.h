@@ -36,6 +36,11 @@ public:
     std::optional<Text> bundleIdentifier(std::string_view bundlePath) override;
     std::string displayName(std::string_view bundlePath) override;
     std::string iconName(std::string_view bundlePath) override;
+    /// The entry's file; none for an identifier that is not installed.
+    std::optional<Text> pathOfIdentifier(std::string_view identifier);
+    /// The entry's file and its identifier for what a window says it belongs to; none for what is no application.
+    std::optional<Text> pathOfWindow(std::string_view application);
+    std::optional<std::string> identifierOfWindow(std::string_view application);
 
 private:
     std::shared_ptr<const ApplicationIndex> index();

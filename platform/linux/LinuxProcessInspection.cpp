@@ -205,6 +205,13 @@ std::vector<std::string> LinuxProcessInspection::argumentsOf(const ProcEntry& en
                             {.head = executableHead, .folders = searchFolders(path, entry.executable)});
 }
 
-std::vector<int> LinuxProcessInspection::listeningPorts(Pid pid) { return linuxhost::listeningPorts(files_, pid); }
+std::vector<int> LinuxProcessInspection::listeningPorts(Pid pid) { return ListeningTables(files_).portsOf(pid); }
+
+std::map<Pid, std::vector<int>> LinuxProcessInspection::listeningPortsOf(const std::vector<Pid>& pids) {
+    ListeningTables tables(files_);
+    std::map<Pid, std::vector<int>> ports;
+    for (const Pid pid : pids) ports.emplace(pid, tables.portsOf(pid));
+    return ports;
+}
 
 }  // namespace tolvane::linuxhost

@@ -73,6 +73,7 @@ public:
     std::optional<Text> workingDirectory(Pid pid) override;
     std::optional<bool> belongsToSystem(Pid pid) override;
     std::vector<int> listeningPorts(Pid pid) override;
+    std::map<Pid, std::vector<int>> listeningPortsOf(const std::vector<Pid>& pids) override;
 
     /// Control groups that are watched now, 0 or 1 where telling them apart gains nothing.
     std::size_t watchedGroups() const { return gate_.groups(); }

@@ -25,17 +25,16 @@ std::optional<ListeningSocket> listeningSocket(std::string_view line) {
     return ListeningSocket{*inode, static_cast<int>(*port)};
 }
 
-std::vector<std::uint64_t> socketsOf(ProcFiles& files, Pid pid) {
+/// The sockets among a process's descriptors; false for none.
+bool readSockets(ProcFiles& files, Pid pid, std::vector<std::uint64_t>& inodes) {
     std::vector<std::string> names;
-    std::vector<std::uint64_t> inodes;
-    if (!files.listNames(PidPath(pid, "fd"), names)) return inodes;
+    if (!files.listNames(PidPath(pid, "fd"), names)) return false;
     for (const std::string& name : names) {
         const auto link = files.readLink(PidPath(pid, "fd/" + name));
-        if (!link) continue;
-        if (const auto inode = socketInode(*link)) inodes.push_back(*inode);
+        const auto inode = link ? socketInode(*link) : std::nullopt;
+        if (inode) inodes.push_back(*inode);
     }
-    std::ranges::sort(inodes);
-    return inodes;
+    return !inodes.empty();
 }
 
 }  // namespace
@@ -52,19 +51,33 @@ std::optional<std::uint64_t> socketInode(std::string_view link) {
     return Scan::figure(link.substr(begin.size()));
 }
 
-std::vector<int> listeningPorts(ProcFiles& files, Pid pid) {
-    const auto inodes = socketsOf(files, pid);
-    if (inodes.empty()) return {};
-    std::vector<ListeningSocket> sockets;
-    std::string table;
-    for (const std::string_view family : {"net/tcp", "net/tcp6"}) {
-        if (files.readWhole(PidPath(pid, family), table)) appendListening(table, sockets);
-    }
+std::vector<int> ListeningTables::portsOf(Pid pid) {
     std::vector<int> ports;
-    for (const ListeningSocket& socket : sockets) {
-        if (std::ranges::binary_search(inodes, socket.inode)) ports.push_back(socket.port);
+    std::vector<std::uint64_t> inodes;
+    if (!readSockets(files_, pid, inodes)) return ports;
+    const Sockets& sockets = tableFor(pid);
+    for (const std::uint64_t inode : inodes) {
+        const auto found = std::ranges::lower_bound(sockets, inode, {}, &ListeningSocket::inode);
+        if (found != sockets.end() && found->inode == inode) ports.push_back(found->port);
     }
     return ports;
+}
+
+const ListeningTables::Sockets& ListeningTables::tableFor(Pid pid) {
+    const auto link = files_.readLink(PidPath(pid, "ns/net"));
+    const std::string network(link.value_or(""));
+    const auto known = tables_.find(network);
+    return known != tables_.end() ? known->second : tables_.emplace(network, readTable(pid)).first->second;
+}
+
+ListeningTables::Sockets ListeningTables::readTable(Pid pid) {
+    Sockets sockets;
+    std::string text;
+    for (const std::string_view family : {"net/tcp", "net/tcp6"}) {
+        if (files_.readWhole(PidPath(pid, family), text)) appendListening(text, sockets);
+    }
+    std::ranges::sort(sockets, {}, &ListeningSocket::inode);
+    return sockets;
 }
 
 }  // namespace tolvane::linuxhost

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,8 +29,26 @@ void appendListening(std::string_view table, std::vector<ListeningSocket>& socke
 /// The inode of a descriptor's link "socket:[23456]"; none for other descriptors.
 std::optional<std::uint64_t> socketInode(std::string_view link);
 
-/// TCP ports on which a descriptor of the process listens, in the process's own network. Any order, repeats allowed;
-/// empty for processes whose descriptors we may not see.
-std::vector<int> listeningPorts(ProcFiles& files, Pid pid);
+/// Which sockets listen, of each network that the processes in question are in. A network's tables list every
+/// connection of the machine, so each is read once, at the first process of that network.
+class ListeningTables {
+public:
+    explicit ListeningTables(ProcFiles& files) : files_(files) {}
+
+    /// TCP ports on which a descriptor of the process listens, in the process's own network. Any order, repeats
+    /// allowed; empty for processes whose descriptors we may not see.
+    std::vector<int> portsOf(Pid pid);
+
+private:
+    /// By ascending inode.
+    using Sockets = std::vector<ListeningSocket>;
+
+    const Sockets& tableFor(Pid pid);
+    Sockets readTable(Pid pid);
+
+    ProcFiles& files_;
+    /// By the link that names the network.
+    std::map<std::string, Sockets, std::less<>> tables_;
+};
 
 }  // namespace tolvane::linuxhost

@@ -39,6 +39,16 @@ PropertyListNode parsed(std::string_view xml) {
     return PropertyListNode(node);
 }
 
+/// A level of the binary form takes four bytes at least, so that this size keeps it shallow enough.
+constexpr std::size_t maximumBinarySize = 64U << 10U;
+
+PropertyListNode parsedBinary(std::string_view bytes) {
+    plist_t node = nullptr;
+    if (bytes.size() > maximumBinarySize) return nullptr;
+    plist_from_bin(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &node);
+    return PropertyListNode(node);
+}
+
 std::string written(plist_t node) {
     char* text = nullptr;
     std::uint32_t length = 0;
@@ -153,8 +163,13 @@ void PropertyListDeleter::operator()(void* node) const { plist_free(node); }
 
 PropertyList::PropertyList() : root_(plist_new_dict()) {}
 
-std::optional<PropertyList> PropertyList::parse(std::string_view xml) {
-    PropertyListNode root = parsed(xml);
+std::optional<PropertyList> PropertyList::parse(std::string_view xml) { return rootedIn(parsed(xml)); }
+
+std::optional<PropertyList> PropertyList::parseAnyForm(std::string_view bytes) {
+    return rootedIn(bytes.starts_with("bplist") ? parsedBinary(bytes) : parsed(bytes));
+}
+
+std::optional<PropertyList> PropertyList::rootedIn(PropertyListNode root) {
     if (!root || plist_get_node_type(root.get()) != PLIST_DICT) return std::nullopt;
     return PropertyList(std::move(root));
 }

@@ -24,6 +24,8 @@ public:
     PropertyList();
     /// None for text that is no property list in XML with a dictionary at its root.
     static std::optional<PropertyList> parse(std::string_view xml);
+    /// The same for files of others, which may be in the binary form; none for large ones of these.
+    static std::optional<PropertyList> parseAnyForm(std::string_view bytes);
 
     /// The values whose types are ours.
     std::map<std::string, PreferenceValue, std::less<>> values() const;
@@ -32,6 +34,7 @@ public:
     std::string xml() const;
 
 private:
+    static std::optional<PropertyList> rootedIn(PropertyListNode root);
     explicit PropertyList(PropertyListNode root) : root_(std::move(root)) {}
 
     PropertyListNode root_;

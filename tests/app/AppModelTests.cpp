@@ -11,7 +11,8 @@ using namespace std::chrono_literals;
 using AppModelTest = ModelTest;
 
 TEST_F(AppModelTest, beginsWithAnEmptySnapshotOfNow) {
-    startDemo();
+    fakes::HeldJobs jobs;
+    start(jobs.factory());
     EXPECT_EQ(*model->snapshot, (Snapshot{.date = clock.now()}));
     EXPECT_EQ(model->snapshot->cpu.cores, 1);
     EXPECT_EQ(model->snapshot->memory.compressionRatio, 1.0);
@@ -19,7 +20,8 @@ TEST_F(AppModelTest, beginsWithAnEmptySnapshotOfNow) {
 }
 
 TEST_F(AppModelTest, beginsAtTheProcessesWithNothingSelected) {
-    start();
+    fakes::HeldJobs jobs;
+    start(jobs.factory());
     EXPECT_EQ(*model->section, AppSection::processes);
     EXPECT_EQ(*model->windowRequest, 0);
     EXPECT_EQ(*model->launchdChecked, distantPast);

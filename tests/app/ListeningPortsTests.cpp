@@ -3,11 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QThreadPool>
 #include <optional>
 
+#include "tests/fakes/Executors.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tolvane {
@@ -15,73 +13,62 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-template <typename Condition>
-bool holdsInTime(Condition condition) {
-    const QDeadlineTimer limit(10'000);
-    while (!condition() && !limit.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    return condition();
-}
-
-/// Lets everything that is under way arrive.
-void settle() {
-    QThreadPool::globalInstance()->waitForDone();
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-}
+using ::testing::Optional;
 
 class ListeningPortsTest : public ::testing::Test {
 protected:
     ListeningPortsTest() { fake.world->add(7, "node").ports = {8080, 3000, 8080}; }
 
     fakes::FakeHost fake;
+    fakes::HeldJobs jobs;
+    std::unique_ptr<Executor> executor = jobs.factory()();
     std::optional<std::vector<int>> answer;
     ListeningPorts::Answer keep = [this](std::vector<int> ports) { answer = std::move(ports); };
 };
 
 TEST_F(ListeningPortsTest, comeAscendingAndOnce) {
-    ListeningPorts reader(fake.host);
+    ListeningPorts reader(fake.host, *executor);
     reader.read(7, keep);
-    EXPECT_FALSE(answer) << "the answer comes through the event loop";
-    ASSERT_TRUE(holdsInTime([&] { return answer.has_value(); }));
-    EXPECT_THAT(*answer, ElementsAre(3000, 8080));
+    EXPECT_FALSE(answer) << "they are read in the background";
+    jobs.runAll();
+    EXPECT_THAT(answer, Optional(ElementsAre(3000, 8080)));
 }
 
 TEST_F(ListeningPortsTest, ofAGoneProcessAreNone) {
-    ListeningPorts reader(fake.host);
+    ListeningPorts reader(fake.host, *executor);
     reader.read(99, keep);
-    ASSERT_TRUE(holdsInTime([&] { return answer.has_value(); }));
-    EXPECT_THAT(*answer, IsEmpty());
+    jobs.runAll();
+    EXPECT_THAT(answer, Optional(IsEmpty()));
 }
 
 TEST_F(ListeningPortsTest, answerTheLatestQuestionAlone) {
-    ListeningPorts reader(fake.host);
+    ListeningPorts reader(fake.host, *executor);
     bool first = false;
     reader.read(7, [&](const std::vector<int>&) { first = true; });
-    settle();
-    first = false;
-    reader.read(7, [&](const std::vector<int>&) { first = true; });
     reader.read(99, keep);
-    settle();
+    jobs.runAll();
     EXPECT_FALSE(first);
-    ASSERT_TRUE(answer);
-    EXPECT_THAT(*answer, IsEmpty());
+    EXPECT_THAT(answer, Optional(IsEmpty()));
+    EXPECT_EQ(fake.world->timesAsked("listeningPorts 7"), 0U) << "nobody wants to know any more";
 }
 
 TEST_F(ListeningPortsTest, areNotToldOnceForgotten) {
-    ListeningPorts reader(fake.host);
+    ListeningPorts reader(fake.host, *executor);
     reader.read(7, keep);
     reader.forget();
-    settle();
+    jobs.runAll();
     EXPECT_FALSE(answer);
+    reader.read(7, keep);
+    jobs.runAll();
+    EXPECT_TRUE(answer);
 }
 
 TEST_F(ListeningPortsTest, areNotToldToWhoIsGone) {
     {
-        ListeningPorts reader(fake.host);
+        ListeningPorts reader(fake.host, *executor);
         reader.read(7, keep);
     }
-    settle();
+    jobs.runAll();
     EXPECT_FALSE(answer);
 }
 

@@ -22,11 +22,14 @@ struct ModelTest : testing::Test {
     fakes::FakeHost fake;
     fakes::VirtualClock& clock = *fake.clock;
     fakes::FakeWorld& world = *fake.world;
+    fakes::HeldJobs neverRun;
     std::unique_ptr<AppModel> model;
 
     ModelTest() { world.applicationSupport = folder.path().string(); }
 
     void start(const ExecutorFactory& makeExecutor = fakes::InlineExecutor::make) { make(false, makeExecutor); }
+    /// Without ever a sample: what the test sets stays.
+    void startStill() { make(false, neverRun.factory()); }
     void startDemo() { make(true, fakes::InlineExecutor::make); }
     void make(bool demo, const ExecutorFactory& makeExecutor) {
         model = std::make_unique<AppModel>(fake.host, *fake.windows, demo, makeExecutor);

@@ -146,7 +146,8 @@ TEST_F(RecordMomentTest, momentsFromTheFileShareThemToo) {
     for (const Seconds age : {120s, 60s}) {
         Store(folder / "Tolvane").append(Moment{.date = clock.now() - age, .holders = {{.key = "app:mail"}}});
     }
-    startDemo();
+    fakes::HeldJobs jobs;
+    start(jobs.factory());
     EXPECT_EQ(model->moments->at(0).holders.at(0).key.view().data(),
               model->moments->at(1).holders.at(0).key.view().data());
 }

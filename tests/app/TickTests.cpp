@@ -135,5 +135,41 @@ TEST_F(TickTest, aWallClockThatWentBackStopsNothing) {
     EXPECT_EQ(model->snapshot->date, clock.now());
 }
 
+TEST_F(TickTest, asksForKeptServicesAtTheFirstTickAndEveryFiveMinutes) {
+    world.managedPIDs = {7};
+    start();
+    EXPECT_EQ(*model->launchdPIDs, std::set<Pid>{7});
+    EXPECT_EQ(*model->launchdChecked, clock.now());
+    const auto first = clock.now();
+    world.managedPIDs = {8};
+    clock.advance(240s);
+    EXPECT_EQ(*model->launchdPIDs, std::set<Pid>{7});
+    clock.advance(60s);
+    EXPECT_EQ(*model->launchdPIDs, std::set<Pid>{8});
+    EXPECT_EQ(*model->launchdChecked, first + 300s);
+}
+
+TEST_F(TickTest, waitsForTheKeptServicesBesideTheMainThread) {
+    fakes::HeldJobs jobs;
+    world.managedPIDs = {7};
+    start(jobs.factory());
+    jobs.runNext();
+    EXPECT_EQ(model->snapshot->date, clock.now());
+    EXPECT_TRUE(model->launchdPIDs->empty());
+    ASSERT_EQ(jobs.waiting(), 1U);
+    jobs.runNext();
+    EXPECT_EQ(*model->launchdPIDs, std::set<Pid>{7});
+}
+
+TEST_F(TickTest, anEndDuringTheWaitForServicesIsQuiet) {
+    fakes::HeldJobs jobs;
+    start(jobs.factory());
+    jobs.runNext();
+    ASSERT_EQ(jobs.waiting(), 1U);
+    model.reset();
+    EXPECT_EQ(jobs.waiting(), 0U);
+    EXPECT_TRUE(world.childrenEnded);
+}
+
 }  // namespace
 }  // namespace tolvane

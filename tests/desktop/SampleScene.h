@@ -3,6 +3,7 @@
 #include "app/AppModel.h"
 #include "desktop/WindowState.h"
 #include "desktop/look/Look.h"
+#include "tests/fakes/Executors.h"
 #include "tests/fakes/SampleCast.h"
 
 namespace tolvane::desktop {
@@ -10,12 +11,14 @@ namespace tolvane::desktop {
 /// A fake host with a model that holds the sample cast, and a look: all that a screen needs to be shown.
 struct SampleScene {
     fakes::FakeHost fake;
+    /// Samples are never taken, so that the cast stays as it is.
+    fakes::HeldJobs jobs;
     AppModel model;
     Look look;
     WindowState state;
 
     explicit SampleScene(Appearance appearance = {}, double textFactor = 1)
-        : model((fakes::SampleCast::nameApplications(*fake.world), fake.host), *fake.windows, true),
+        : model((fakes::SampleCast::nameApplications(*fake.world), fake.host), *fake.windows, false, jobs.factory()),
           look(*fake.host.applications, appearance, textFactor) {
         const auto cast = fakes::SampleCast::at(fake.clock->now());
         model.history.set(historyOf(cast));

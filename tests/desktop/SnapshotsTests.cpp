@@ -6,20 +6,19 @@
 #include <QTemporaryDir>
 
 #include "desktop/Screens.h"
-#include "tests/desktop/SampleScene.h"
+#include "tests/desktop/DemoScene.h"
 
 namespace tolvane::desktop {
 namespace {
 
 class SnapshotsTest : public ::testing::Test {
 protected:
-    SnapshotsTest() { scene.look.install(); }
     Snapshots render(const QString& folder, bool dark) {
         return {scene.model, scene.look, allScreens(scene.model, scene.look, scene.state, "en_US"),
                 folder,      dark,       [this](bool written) { done = written; }};
     }
 
-    SampleScene scene;
+    DemoScene scene;
     QTemporaryDir out;
     std::optional<bool> done;
 };

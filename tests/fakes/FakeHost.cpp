@@ -264,6 +264,9 @@ public:
         const auto found = world_->childOutput.find(command);
         return found == world_->childOutput.end() ? std::nullopt : std::optional(found->second);
     }
+    bool isExecutable(const std::string& path) override { return world_->executables.contains(path); }
+    std::vector<std::string> containerClients() override { return world_->containerClients; }
+    void end() override { world_->childrenEnded = true; }
 
 private:
     World world_;

@@ -83,6 +83,10 @@ struct FakeWorld {
     std::optional<std::set<Pid>> managedPIDs = std::set<Pid>{};
     /// By "path argument argument …"; what is not here cannot be run.
     std::map<std::string, std::string, std::less<>> childOutput;
+    std::set<std::string, std::less<>> executables;
+    std::vector<std::string> containerClients;
+    /// The program said that its end is near; what is asked for all the same still runs.
+    bool childrenEnded = false;
     std::vector<DetachedStart> started;
     /// Executables that cannot be started.
     std::set<std::string, std::less<>> unstartable;

@@ -22,6 +22,9 @@ public:
     std::optional<Text> workingDirectory(Pid pid) override { return inner_->workingDirectory(pid); }
     std::optional<bool> belongsToSystem(Pid pid) override { return inner_->belongsToSystem(pid); }
     std::vector<int> listeningPorts(Pid pid) override { return inner_->listeningPorts(pid); }
+    std::map<Pid, std::vector<int>> listeningPortsOf(const std::vector<Pid>& pids) override {
+        return inner_->listeningPortsOf(pids);
+    }
 
 private:
     std::unique_ptr<ProcessInspection> inner_;

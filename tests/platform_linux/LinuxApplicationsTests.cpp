@@ -24,6 +24,7 @@ protected:
         describe("org.example.Terminal", program("usr/bin/example-terminal"), "Categories=System;TerminalEmulator;\n");
         describe("helper", program("usr/bin/helper"), "NoDisplay=true\n");
         describe("firefox_firefox", "/snap/bin/firefox");
+        describe("dev.tolvane.Tolvane", program("usr/bin/tolvane"));
     }
 
     void describe(const std::string& identifier, const std::string& exec, const std::string& more = {}) const {
@@ -185,6 +186,13 @@ TEST(LinuxApplicationsSettings, thisProgramIsNoApplication) {
     const auto environment = processEnvironment();
     LinuxApplications applications(LinuxApplications::settingsFor(LinuxFolders(environment), environment));
     EXPECT_EQ(applications.bundlePath(::getpid(), "/proc/self/exe"), std::nullopt);
+}
+
+TEST_F(LinuxApplicationsTest, whatThisProgramStartedForItsUserIsNotItsOwn) {
+    const std::string unit = "app-gnome-dev.tolvane.Tolvane-77.scope";
+    EXPECT_EQ(owner({.unit = unit}, folder.at("usr/bin/tolvane")), "dev.tolvane.Tolvane");
+    EXPECT_EQ(owner({.unit = unit}, folder.at("usr/bin/node")), "nobody");
+    EXPECT_EQ(owner({.unit = unit}, folder.at("Editor/editor")), "org.example.Editor");
 }
 
 }  // namespace tolvane::linuxhost

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <sched.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -31,7 +32,7 @@ std::vector<ListeningSocket> parsed(std::string_view table) {
 
 std::set<int> portsOf(Pid pid) {
     ProcFiles files("/proc");
-    const auto ports = listeningPorts(files, pid);
+    const auto ports = ListeningTables(files).portsOf(pid);
     return {ports.begin(), ports.end()};
 }
 
@@ -127,6 +128,52 @@ TEST(ListeningSockets, aBoundOrConnectedSocketIsNoListener) {
     const auto port = freePort();
     Child child([port] { bound(AF_INET, port); });
     EXPECT_EQ(portsOf(child.pid()).count(port), 0u);
+}
+
+TEST(ListeningSockets, aChildThatInheritedTheListenerHasItsPort) {
+    const auto port = freePort();
+    const int listener = bound(AF_INET, port);
+    ASSERT_GE(listener, 0);
+    ::listen(listener, 1);
+    const Child child([] {});
+    ::close(listener);
+    EXPECT_EQ(portsOf(child.pid()).count(port), 1u);
+}
+
+TEST(ListeningSockets, ofManyProcessesAreFoundWithOneLookAtTheTables) {
+    const auto port = freePort();
+    Child first(listenOn({AF_INET}, port));
+    Child second(listenOn({AF_INET}, port));
+    Child quiet([] {});
+    std::map<std::string, int> reads;
+    LinuxProcessInspection inspection({.clock = LinuxClockFacts::read(), .observer = [&reads](std::string_view path) {
+                                           const auto slash = path.find('/');
+                                           if (slash != std::string_view::npos)
+                                               ++reads[std::string(path.substr(slash))];
+                                       }});
+    const auto ports = inspection.listeningPortsOf({first.pid(), second.pid(), quiet.pid(), 1 << 30});
+    EXPECT_EQ(ports.size(), 4u);
+    EXPECT_THAT(ports.at(first.pid()), ::testing::Contains(port));
+    EXPECT_THAT(ports.at(second.pid()), ::testing::Contains(port));
+    EXPECT_THAT(ports.at(quiet.pid()), ::testing::Not(::testing::Contains(port)));
+    EXPECT_THAT(ports.at(1 << 30), IsEmpty());
+    EXPECT_EQ(reads["/net/tcp"], 1);
+    EXPECT_EQ(reads["/net/tcp6"], 1);
+}
+
+TEST(ListeningSockets, eachNetworkHasItsOwnTables) {
+    // In a network of its own the second process's port is nobody's here.
+    const auto port = freePort();
+    Child here(listenOn({AF_INET}, port));
+    Child there([port] {
+        if (::unshare(CLONE_NEWNET) == 0) listenOn({AF_INET}, port)();
+    });
+    ProcFiles files("/proc");
+    if (files.readLink(PidPath(there.pid(), "ns/net")) == files.readLink(PidPath(here.pid(), "ns/net"))) {
+        GTEST_SKIP() << "this user may not make a network";
+    }
+    ListeningTables tables(files);
+    EXPECT_THAT(tables.portsOf(here.pid()), ElementsAre(port));
 }
 
 }  // namespace tolvane::linuxhost

@@ -16,6 +16,9 @@ TEST(MakeLinuxHost, everyPartIsThere) {
     EXPECT_THAT(host.control, NotNull());
     EXPECT_THAT(host.applications, NotNull());
     EXPECT_THAT(host.frontmost, NotNull());
+    EXPECT_THAT(host.services, NotNull());
+    EXPECT_THAT(host.children, NotNull());
+    EXPECT_THAT(host.propertyLists, NotNull());
     EXPECT_THAT(host.pressure, NotNull());
     EXPECT_THAT(host.preferences, NotNull());
     EXPECT_THAT(host.clock, NotNull());

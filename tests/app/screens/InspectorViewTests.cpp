@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QThreadPool>
 #include <span>
 
 #include "tests/app/ModelTest.h"
@@ -20,7 +18,7 @@ struct InspectorViewTest : ModelTest {
     InspectorViewTest() {
         world.add(7, "node").ports = {8080, 3000};
         world.add(8, "puma").ports = {9292};
-        startDemo();
+        make(true, jobs.factory());
         model->snapshot.set(
             {.date = Date{Seconds{800'000'000}}, .rows = {fakes::row(7, "node"), fakes::row(8, "puma")}});
         view.emplace(*model, "en_US", [this] { ++changes; });
@@ -29,12 +27,9 @@ struct InspectorViewTest : ModelTest {
     Line line(std::size_t index) const {
         return Line::build(model->snapshot->rows, Grouping::all, 1, model->lineNames())[index];
     }
-    static void settle() {
-        QThreadPool::globalInstance()->waitForDone();
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-    }
+    void settle() { jobs.runAll(); }
 
+    fakes::HeldJobs jobs;
     std::optional<InspectorView> view;
     int changes = 0;
 };

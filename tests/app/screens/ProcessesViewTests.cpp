@@ -18,7 +18,7 @@ using ::testing::IsEmpty;
 struct ProcessesViewTest : ModelTest {
     ProcessesViewTest() {
         world.displayNames["/Applications/Slack.app"] = "Slack.app";
-        startDemo();
+        startStill();
         model->snapshot.set(
             {.date = Date{Seconds{800'000'000}},
              .rows = {fakes::row(7, "node", 200 * MiB), fakes::appRow(8, "Slack", "/Applications/Slack.app", 300 * MiB),

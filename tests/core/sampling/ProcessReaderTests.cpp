@@ -292,6 +292,13 @@ TEST_F(ProcessReaderTest, portOfBothFamiliesIsListedOnce) {
     EXPECT_THAT(ProcessReader::listeningPorts(*inspection, 10), ElementsAre(443, 8080));
 }
 
+TEST_F(ProcessReaderTest, portsOfSeveralProcessesStandUnderTheirPids) {
+    world.add(10, "x").ports = {8080, 443, 8080};
+    world.add(11, "y");
+    const auto ports = ProcessReader::listeningPorts(*inspection, std::vector<Pid>{11, 10, 12});
+    EXPECT_EQ(ports, (std::map<Pid, std::vector<int>>{{10, {443, 8080}}, {11, {}}, {12, {}}}));
+}
+
 TEST_F(ProcessReaderTest, portsKeepTheirLowSixteenBits) {
     world.add(10, "x").ports = {0x10050, 80, 65535, -1};
     EXPECT_THAT(ProcessReader::listeningPorts(*inspection, 10), ElementsAre(80, 65535));

@@ -1,0 +1,119 @@
+#include "app/demo/DemoHost.h"
+
+#include <map>
+#include <utility>
+
+#include "app/PreferencesOfThisRun.h"
+#include "app/demo/Demo.h"
+#include "core/Paths.h"
+
+namespace tolvane::Demo {
+
+namespace {
+
+class NoInspection : public ProcessInspection {
+public:
+    double nanosPerTick() const override { return 1; }
+    std::vector<Pid> allPids() override { return {}; }
+    std::optional<BSDRecord> bsdRecord(Pid) override { return std::nullopt; }
+    std::optional<UsageRecord> usage(Pid) override { return std::nullopt; }
+    std::optional<Text> executablePath(Pid) override { return std::nullopt; }
+    std::optional<std::string> argumentsBlock(Pid) override { return std::nullopt; }
+    std::optional<MemoryRecord> memoryRecord(Pid) override { return std::nullopt; }
+    std::optional<Text> workingDirectory(Pid) override { return std::nullopt; }
+    std::optional<bool> belongsToSystem(Pid) override { return std::nullopt; }
+    std::vector<int> listeningPorts(Pid pid) override {
+        const auto all = ports();
+        const auto found = all.find(pid);
+        return found == all.end() ? std::vector<int>{} : found->second;
+    }
+};
+
+/// Everything worked, and nothing happened.
+class NoControl : public ProcessControl {
+public:
+    bool send(Signal, const Incarnation&) override { return false; }
+    std::optional<Pid> start(const DetachedStart&) override { return 2; }
+    bool lowerPriority(const Incarnation&) override { return true; }
+    bool restorePriority(const Incarnation&) override { return true; }
+};
+
+class CastApplications : public Applications {
+public:
+    explicit CastApplications(const Place& place) {
+        for (const auto& proc : processes(place)) {
+            if (proc.bundle && proc.bundleID) identifiers_.insert_or_assign(*proc.bundle, *proc.bundleID);
+        }
+    }
+
+    std::optional<Text> bundlePath(Pid, std::string_view) override { return std::nullopt; }
+    std::optional<Text> bundleIdentifier(std::string_view bundlePath) override {
+        const auto found = identifiers_.find(bundlePath);
+        return found == identifiers_.end() ? std::nullopt : std::optional(Text(found->second));
+    }
+    std::string displayName(std::string_view bundlePath) override {
+        return std::string(Paths::lastComponent(bundlePath));
+    }
+    std::string iconName(std::string_view) override { return {}; }
+
+private:
+    std::map<std::string, std::string, std::less<>> identifiers_;
+};
+
+class NoneRunning : public RunningApplications {
+public:
+    std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view) override { return {}; }
+    void openInBackground(const std::string&, Opened opened) override { opened(std::nullopt); }
+};
+
+/// The user works in the development environment of the cast.
+class CastFrontmost : public Frontmost {
+public:
+    bool canTell() const override { return true; }
+    std::optional<FrontmostApplication> current() const override {
+        return FrontmostApplication{.bundlePath = "/Applications/Xcode.app", .bundleIdentifier = "com.apple.dt.Xcode"};
+    }
+    Subscription onActivation(std::function<void(std::string)>) override { return {}; }
+};
+
+class NoServices : public ServiceManager {
+public:
+    std::optional<std::set<Pid>> managedPIDs() override { return std::set<Pid>{}; }
+};
+
+class NoChildren : public ChildProcesses {
+public:
+    std::optional<std::string> run(const std::string&, const std::vector<std::string>&) override { return ""; }
+    bool isExecutable(const std::string&) override { return false; }
+    void end() override {}
+};
+
+/// Beside the real ones.
+class DemoFolders : public Folders {
+public:
+    explicit DemoFolders(std::unique_ptr<Folders> real) : real_(std::move(real)) {}
+
+    std::string home() const override { return real_->home(); }
+    std::string applicationSupport() const override { return real_->applicationSupport() + "/Tolvane-Demo"; }
+    std::optional<std::string> syncFolder() const override { return std::nullopt; }
+
+private:
+    std::unique_ptr<Folders> real_;
+};
+
+}  // namespace
+
+Host inertHost(Host host) {
+    host.makeInspection = [] { return std::make_unique<NoInspection>(); };
+    host.control = std::make_unique<NoControl>();
+    host.applications = std::make_unique<CastApplications>(Place{.home = host.folders->home(), .uid = host.uid});
+    host.folders = std::make_unique<DemoFolders>(std::move(host.folders));
+    host.preferences = std::make_unique<PreferencesOfThisRun>(std::move(host.preferences));
+    host.running = std::make_unique<NoneRunning>();
+    host.frontmost = std::make_unique<CastFrontmost>();
+    host.services = std::make_unique<NoServices>();
+    host.children = std::make_unique<NoChildren>();
+    return host;
+}
+
+}  // namespace tolvane::Demo

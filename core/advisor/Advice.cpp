@@ -1,0 +1,59 @@
+#include "core/advisor/Advice.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "core/rules/AgentNames.h"
+#include "core/rules/Ask.h"
+#include "core/rules/Rule.h"
+
+namespace tolvane {
+
+namespace {
+
+bool isAgent(const ProcSample& sample, std::string& scratch) {
+    bool found = false;
+    eachAgentName(sample, scratch, [&](std::string_view name) {
+        found = found || std::ranges::find(Rule::defaultAgentNames, name) != Rule::defaultAgentNames.end();
+    });
+    return found;
+}
+
+bool isInFront(const ProcRow& row, const World& world) {
+    return row.bundleID && world.frontmostBundleID && *row.bundleID == *world.frontmostBundleID;
+}
+
+bool isEligible(const ProcRow& row, const World& world, std::string& scratch) {
+    if (!mayTouch(row.sample, world) || row.sample.isSystem() || row.claudeSession) return false;
+    if (row.bundleID) return !isInFront(row, world);
+    return row.appBundlePath || !isAgent(row.sample, scratch);
+}
+
+}  // namespace
+
+Advice::Advice(const AdviceScene& asked, const Advisor& tracks) : scene(asked), advisor(tracks) {
+    std::string scratch;
+    for (const auto& row : scene.world.rows) {
+        if (!isEligible(row, scene.world, scratch)) continue;
+        eligible_.push_back(&row);
+        if (!row.appBundlePath) loose_.push_back(&row);
+    }
+}
+
+void Advice::add(Suggestion suggestion, std::optional<Pid> alsoClaim) {
+    const bool isKnown = std::ranges::find(results_, suggestion.id, &Suggestion::id) != results_.end();
+    const bool isTaken = std::ranges::any_of(suggestion.pids, [&](Pid pid) { return claimed_.contains(pid); });
+    if (isKnown || isTaken) return;
+    claimed_.insert(suggestion.pids.begin(), suggestion.pids.end());
+    if (alsoClaim) claimed_.insert(*alsoClaim);
+    results_.push_back(std::move(suggestion));
+}
+
+const std::vector<int>& Advice::portsOf(const ProcRow& row) {
+    const auto [known, isNew] = ports_.try_emplace(row.id());
+    if (isNew && scene.ports) known->second = scene.ports(row.id());
+    return known->second;
+}
+
+}  // namespace tolvane

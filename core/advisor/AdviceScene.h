@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/rules/World.h"
+#include "core/sampling/SystemMemory.h"
+#include "platform/Date.h"
+
+namespace tolvane {
+
+/// What advice is given on: one moment of the machine. Refers to its parts, which outlive it.
+struct AdviceScene {
+    const World& world;
+    const SystemMemory& memory;
+    /// Of the reading.
+    Date now;
+    /// TCP ports that a process listens on. May be slow: asked last, and once per pid.
+    std::function<std::vector<int>(Pid)> ports;
+    /// Of all numbers and spans in the texts.
+    std::string_view locale;
+    /// Processes that the service manager runs.
+    const std::set<Pid>& launchd;
+    /// What the user calls a simulated device.
+    std::function<std::optional<std::string>(std::string_view device)> simulatorName;
+};
+
+}  // namespace tolvane

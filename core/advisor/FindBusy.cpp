@@ -1,0 +1,76 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/advisor/AdviceWords.h"
+#include "core/advisor/Detectors.h"
+#include "core/words/Cores.h"
+
+namespace tolvane::Detectors {
+
+namespace {
+
+/// An application that was used lately is allowed to work.
+constexpr Seconds grace{900};
+/// Dates that a run of busy intervals needs at least.
+constexpr std::size_t leastDates = 4;
+
+void appendGroup(const ProcRow& row, std::string& text) {
+    if (row.bundleID) {
+        text.append("app|").append(row.bundleID->view());
+    } else {
+        text.append("pid|").append(std::to_string(row.id()));
+    }
+}
+
+std::optional<Advisor::Busy> busyTime(RowSpan rows, const Advice& advice) {
+    if (rows.front()->bundleID && AdviceWords::idleTime(rows, advice.scene.now) < grace) return std::nullopt;
+    std::vector<const Advisor::CPUTrack*> tracks;
+    for (const auto* row : rows) {
+        const auto track = advice.advisor.cpuTracks.find(row->id());
+        if (track == advice.advisor.cpuTracks.end() || track->second.start != row->sample.startTime) continue;
+        tracks.push_back(&track->second);
+    }
+    return tracks.empty() ? std::nullopt : Advisor::busy(tracks, advice.advisor.cpuDates);
+}
+
+std::string ending(const ProcRow& first) {
+    if (first.bundleID) return " while in the background.";
+    return first.sample.ppid == 1 && first.project ? ". Its terminal is gone." : ".";
+}
+
+std::string evidenceOf(const Advisor::Busy& busy, const ProcRow& first, const Advice& advice) {
+    const auto kind = advice.advisor.hybrid ? std::optional<std::string_view>("performance") : std::nullopt;
+    return "Used about " + cores(busy.percent, kind, advice.scene.locale) + " for the last " +
+           AdviceWords::duration(busy.span, advice.scene) + ending(first);
+}
+
+void addBusy(Advice& advice, RowSpan rows, const Advisor::Busy& busy) {
+    const auto& first = *rows.front();
+    advice.add({.id = "busy|" + AdviceWords::groupName(first),
+                .kind = Suggestion::Kind::busy,
+                .title = AdviceWords::name(first),
+                .bundlePath = first.appBundlePath ? std::optional(first.appBundlePath->str()) : std::nullopt,
+                .pids = AdviceWords::pids(rows),
+                .memory = AdviceWords::footprint(rows),
+                .evidence = evidenceOf(busy, first, advice),
+                .action = first.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                .rule = std::nullopt,
+                .cpu = busy.percent});
+}
+
+}  // namespace
+
+void findBusy(Advice& advice) {
+    if (advice.advisor.cpuDates.size() < leastDates) return;
+    RowList candidates;
+    for (const auto* row : advice.eligible()) {
+        if (!advice.isClaimed(*row)) candidates.push_back(row);
+    }
+    const RowGroups groups(candidates, appendGroup);
+    for (const auto& group : groups.sorted([&](RowSpan rows) { return busyTime(rows, advice).has_value(); })) {
+        addBusy(advice, group.rows, *busyTime(group.rows, advice));
+    }
+}
+
+}  // namespace tolvane::Detectors

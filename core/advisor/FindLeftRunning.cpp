@@ -1,0 +1,60 @@
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/advisor/AdviceWords.h"
+#include "core/advisor/Detectors.h"
+
+namespace tolvane::Detectors {
+
+namespace {
+
+constexpr Seconds leastIdle{3600};
+constexpr std::int64_t ruleMinutes = 60;
+/// The parent of a process whose own one has gone.
+constexpr Pid adopter = 1;
+
+bool isLeftRunning(const ProcRow& row, Advice& advice) {
+    const auto& scene = advice.scene;
+    return row.sample.ppid == adopter && row.project && scene.now - row.unusedSince >= leastIdle &&
+           !scene.launchd.contains(row.id()) && !advice.portsOf(row).empty();
+}
+
+std::vector<int> portsOf(RowSpan rows, Advice& advice) {
+    std::set<int> ports;
+    for (const auto* row : rows) ports.insert(advice.portsOf(*row).begin(), advice.portsOf(*row).end());
+    return {ports.begin(), ports.end()};
+}
+
+void addServer(Advice& advice, const RowGroups::Group& group) {
+    const auto& scene = advice.scene;
+    const auto& first = *group.rows.front();
+    const auto label = AdviceWords::label(first);
+    const auto idle = AdviceWords::idleTime(group.rows, scene.now);
+    advice.add({.id = "left|" + std::string(group.key),
+                .kind = Suggestion::Kind::leftRunning,
+                .title = label,
+                .bundlePath = std::nullopt,
+                .pids = AdviceWords::pids(group.rows),
+                .memory = AdviceWords::footprint(group.rows),
+                .evidence = "Its terminal is gone. Listening on " +
+                            AdviceWords::ports(portsOf(group.rows, advice), scene) + ", unused for " +
+                            AdviceWords::duration(idle, scene) + ".",
+                .action = RuleAction::terminate,
+                .rule = AdviceWords::proposed("Stop " + label + " when its terminal is gone", first,
+                                              {.unusedMinutes = ruleMinutes}),
+                .cpu = std::nullopt});
+}
+
+}  // namespace
+
+void findLeftRunning(Advice& advice) {
+    RowList left;
+    for (const auto* row : advice.loose()) {
+        if (isLeftRunning(*row, advice)) left.push_back(row);
+    }
+    const RowGroups groups(left, AdviceWords::appendKey);
+    for (const auto& group : groups.sorted()) addServer(advice, group);
+}
+
+}  // namespace tolvane::Detectors

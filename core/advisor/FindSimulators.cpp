@@ -1,0 +1,64 @@
+#include <string>
+#include <unordered_set>
+
+#include "core/advisor/AdviceWords.h"
+#include "core/advisor/Detectors.h"
+#include "core/advisor/Simulators.h"
+#include "core/sampling/ChildIndex.h"
+
+namespace tolvane::Detectors {
+
+namespace {
+
+constexpr Seconds leastIdle{3600};
+
+/// The device's first process and all below it, whoever they are, as far as they are the user's own.
+RowList membersOf(const ProcRow& first, const World& world, const ChildIndex& children) {
+    const auto below = children.descendants(first.id());
+    std::unordered_set<Pid> pids(below.begin(), below.end());
+    pids.insert(first.id());
+    RowList members;
+    for (const auto& row : world.rows) {
+        if (row.sample.uid == world.uid && pids.contains(row.id())) members.push_back(&row);
+    }
+    return members;
+}
+
+std::string titleOf(const std::string& device, const AdviceScene& scene) {
+    const auto name = scene.simulatorName ? scene.simulatorName(device) : std::nullopt;
+    return name.value_or("Simulator");
+}
+
+void addDevice(Advice& advice, const std::string& device, const RowList& members) {
+    const auto& scene = advice.scene;
+    const Seconds idle = AdviceWords::idleTime(members, scene.now);
+    if (idle < leastIdle) return;
+    advice.add({.id = "simulator|" + device,
+                .kind = Suggestion::Kind::simulator,
+                .title = titleOf(device, scene),
+                .bundlePath = std::nullopt,
+                .pids = AdviceWords::pids(members),
+                .memory = AdviceWords::footprint(members),
+                .evidence = "Its " + std::to_string(members.size()) + " processes have been idle for " +
+                            AdviceWords::duration(idle, scene) + ".",
+                .action = RuleAction::terminate,
+                .rule = std::nullopt,
+                .cpu = std::nullopt});
+}
+
+}  // namespace
+
+void findSimulators(Advice& advice) {
+    const auto& world = advice.scene.world;
+    if (world.frontmostBundleID == Simulators::bundleID) return;
+    std::optional<ChildIndex> children;
+    for (const auto* row : advice.eligible()) {
+        if (row->sample.name != Simulators::processName) continue;
+        const auto device = Simulators::device(row->sample.args);
+        if (!device) continue;
+        if (!children) children.emplace(world.rows);
+        addDevice(advice, *device, membersOf(*row, world, *children));
+    }
+}
+
+}  // namespace tolvane::Detectors

@@ -1,0 +1,50 @@
+#include "core/projects/Launchd.h"
+
+#include <charconv>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "core/projects/Run.h"
+
+namespace tolvane::Launchd {
+
+namespace {
+
+/// The line's first field that holds anything.
+std::string_view firstField(std::string_view line) {
+    const auto begin = line.find_first_not_of('\t');
+    if (begin == std::string_view::npos) return {};
+    line.remove_prefix(begin);
+    return line.substr(0, line.find('\t'));
+}
+
+/// The whole field as a number, a plus before it allowed.
+std::optional<Pid> number(std::string_view field) {
+    if (field.starts_with('+') && !field.starts_with("+-")) field.remove_prefix(1);
+    Pid pid = 0;
+    const auto* end = field.data() + field.size();
+    const auto [stop, error] = std::from_chars(field.data(), end, pid);
+    return error == std::errc() && stop == end ? std::optional(pid) : std::nullopt;
+}
+
+}  // namespace
+
+std::set<Pid> managedPIDs(ServiceManager& services, ChildProcesses& children) {
+    auto managed = services.managedPIDs();
+    if (managed) return std::move(*managed);
+    return parsePIDs(run(children, "/bin/launchctl", {"list"}).value_or(""));
+}
+
+std::set<Pid> parsePIDs(std::string_view text) {
+    std::set<Pid> pids;
+    while (!text.empty()) {
+        const auto end = text.find('\n');
+        if (const auto pid = number(firstField(text.substr(0, end)))) pids.insert(*pid);
+        if (end == std::string_view::npos) break;
+        text.remove_prefix(end + 1);
+    }
+    return pids;
+}
+
+}  // namespace tolvane::Launchd

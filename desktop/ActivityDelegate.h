@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QAbstractItemDelegate>
+
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+/// Draws the cells of the activity table: what a rule did in full voice, what it would have done in a quieter one.
+class ActivityDelegate : public QAbstractItemDelegate {
+    Q_OBJECT
+
+public:
+    ActivityDelegate(const Look& look, QObject* parent);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    /// The tooltip tells what the cell had no room for.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+    /// Where the text of a column stands: one that follows a column of figures keeps its distance from them.
+    static QRect cellText(QRect cell, int column, Qt::LayoutDirection direction);
+
+private:
+    const QFont& font(int column) const;
+
+    const Look& look_;
+    QFont words_, figures_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "app/screens/MenuBarPanel.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/CPUBlock.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/LinkButton.h"
+#include "desktop/parts/MemoryBlock.h"
+#include "desktop/parts/PanelRows.h"
+#include "desktop/parts/QuietButton.h"
+
+class QCheckBox;
+class QPushButton;
+class QScrollArea;
+class QVBoxLayout;
+
+namespace tolvane::desktop {
+
+/// What stands in the panel, from the memory to the footer. Where there is too little height the middle scrolls.
+class PanelView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit PanelView(const Look& look, QWidget* parent = nullptr);
+
+    void show(const MenuBarPanel& panel);
+    using QWidget::show;
+
+    /// Takes its width and as much of `most` as it needs.
+    void fit(int most);
+
+    QPushButton& openButton() const { return *open_; }
+    QCheckBox& pauseBox() const { return *pause_; }
+    QuietButton& settingsButton() const { return *settings_; }
+    QuietButton& quitButton() const { return *quit_; }
+    LinkButton& suggestionsButton() const { return *showSuggestions_; }
+
+signals:
+    void openWanted();
+    void suggestionsWanted();
+    void pauseWanted(bool paused);
+    void settingsWanted();
+    void quitWanted();
+
+private:
+    QWidget* buildLargest();
+    QWidget* buildSuggestions();
+    QWidget* buildActivity();
+    QWidget* buildFooter();
+    void build();
+    void connectControls();
+    void showLargest(const std::vector<PanelLine>& lines);
+    void showSuggestions(const MenuBarPanel& panel);
+
+    const Look& look_;
+    MemoryBlock* memory_;
+    CPUBlock* cpu_;
+    PanelRows* largest_;
+    /// With the line above it.
+    QWidget* suggestionsBlock_ = nullptr;
+    LinkButton* showSuggestions_;
+    PanelRows* suggestions_;
+    QWidget* activityBlock_ = nullptr;
+    ElidedLabel* activity_;
+    ElidedLabel* activityDate_;
+    QScrollArea* middle_;
+    QWidget* footer_ = nullptr;
+    QPushButton* open_;
+    QCheckBox* pause_;
+    QuietButton* settings_;
+    QuietButton* quit_;
+};
+
+}  // namespace tolvane::desktop

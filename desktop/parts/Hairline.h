@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QWidget>
+
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+/// A line between two blocks, with air above and below.
+class Hairline : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `air` on either side, in device-independent pixels.
+    Hairline(const Look& look, int air, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const Look& look_;
+    int air_;
+};
+
+}  // namespace tolvane::desktop

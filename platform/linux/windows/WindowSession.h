@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/linux/Environment.h"
+#include "platform/linux/LinuxApplications.h"
+#include "platform/linux/windows/OtherWindows.h"
+#include "platform/linux/windows/WaylandToplevels.h"
+#include "platform/linux/windows/XDisplay.h"
+
+namespace tolvane::linuxhost {
+
+/// The display server of the user's session, which is spoken to from the first question on. Main thread.
+class WindowSession : public OtherWindows {
+public:
+    /// `applications` outlives this.
+    WindowSession(const Environment& environment, LinuxApplications& applications);
+
+    /// Null without an X server. In a Wayland session it knows X programs only.
+    XDisplay* x11();
+    /// Another connection to the same server.
+    std::unique_ptr<XDisplay> connectX11() const { return XDisplay::connect(display_); }
+    /// Null where the session is none of Wayland, or does not tell about other programs' windows.
+    std::shared_ptr<WaylandToplevels> wayland();
+    bool isWayland() const { return isWayland_; }
+    LinuxApplications& applications() const { return applications_; }
+
+    bool canTell() override;
+    bool any(const WindowOwner& owner) override;
+    std::size_t askToClose(const WindowOwner& owner) override;
+
+private:
+    bool belongs(XDisplay::Window window, const WindowOwner& owner);
+    bool isMeant(const std::string& application, const WindowOwner& owner) const;
+
+    LinuxApplications& applications_;
+    std::string display_;
+    std::string waylandDisplay_;
+    std::string runtimeFolder_;
+    bool isWayland_;
+    bool isConnected_ = false;
+    std::unique_ptr<XDisplay> x11_;
+    std::shared_ptr<WaylandToplevels> wayland_;
+
+    void connect();
+};
+
+}  // namespace tolvane::linuxhost

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Pid.h"
+
+struct xcb_connection_t;
+
+namespace tolvane::linuxhost {
+
+/// A connection to the X server for questions about the windows of all programs. Main thread. A question is one or a
+/// few round trips to the server on this machine; without the server every answer is empty.
+class XDisplay {
+public:
+    using Window = std::uint32_t;
+
+    /// Empty when the server cannot be reached. `name` as in DISPLAY.
+    static std::unique_ptr<XDisplay> connect(const std::string& name);
+    XDisplay(const XDisplay&) = delete;
+    XDisplay& operator=(const XDisplay&) = delete;
+    ~XDisplay();
+
+    /// Becomes readable when `readEvents` has something to do.
+    int descriptor() const;
+    bool isAlive() const;
+    /// The server is a guest of a Wayland session and knows that session's X programs only.
+    bool isGuest() const;
+    /// A window manager runs that says which window is active.
+    bool tellsActive() const;
+    /// None while no window is active.
+    std::optional<Window> active() const;
+    /// Asks for events about which window is active.
+    void watchActive();
+    /// Takes all events that wait. True when another window may have become active.
+    bool readEvents();
+
+    /// The windows of programs, hidden and minimised ones of which the window manager knows included; without a window
+    /// manager those on the screen.
+    std::vector<Window> windows() const;
+    /// The process that opened the window; none when it runs on another machine or has gone.
+    std::optional<Pid> owner(Window window) const;
+    /// As a click on its close button. False when the window does not take such wishes.
+    bool askToClose(Window window);
+
+private:
+    enum Name { activeWindow, clientList, supported, supportingCheck, processID, protocols, deleteWindow, nameCount };
+
+    XDisplay(xcb_connection_t* connection, std::uint32_t root);
+    void lookUpNames();
+    std::vector<std::uint32_t> numbers(Window window, Name property) const;
+    std::vector<Window> topLevelWindows() const;
+    std::optional<Pid> ownerByConnection(Window window) const;
+    bool hasExtension(std::string_view name) const;
+
+    xcb_connection_t* connection_;
+    Window root_;
+    std::uint32_t names_[nameCount] = {};
+    bool knowsOwners_ = false;
+};
+
+}  // namespace tolvane::linuxhost

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "core/advisor/Suggestion.h"
+#include "core/rules/Rule.h"
+#include "core/storage/ActivityEntry.h"
+#include "platform/Date.h"
+
+namespace tolvane::fakes {
+
+/// A week of what rules did on the machine of the sample cast, and what is suggested there.
+struct SampleLog {
+    std::vector<Rule> rules;
+    /// Newest first.
+    std::vector<ActivityEntry> activity;
+    std::vector<Suggestion> suggestions;
+
+    static SampleLog at(Date now);
+    /// `count` entries, a minute apart.
+    static std::vector<ActivityEntry> longLog(int count, Date now);
+};
+
+}  // namespace tolvane::fakes
