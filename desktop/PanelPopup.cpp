@@ -108,7 +108,7 @@ void PanelPopup::refreshLater() {
 void PanelPopup::refresh() {
     waiting_ = false;
     view_->show(MenuBarPanel::of(model_, locale_));
-    place();
+    if (isVisible()) place();
 }
 
 void PanelPopup::place() {
@@ -140,6 +140,12 @@ void PanelPopup::keyPressEvent(QKeyEvent* event) {
 void PanelPopup::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && windowType() == Qt::Tool && !isActiveWindow()) hide();
+}
+
+/// The display hears of the window after this.
+void PanelPopup::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    place();
 }
 
 void PanelPopup::hideEvent(QHideEvent* event) {

@@ -7,6 +7,8 @@
 #include "desktop/PanelPlace.h"
 #include "desktop/PanelPopup.h"
 #include "desktop/parts/Hairline.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/ValueRows.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleLog.h"
@@ -152,6 +154,20 @@ TEST_F(PanelTest, isAWindowThatCanBeSeen) {
     panel.hide();
     turnLoop();
     EXPECT_FALSE(windows.anyVisible());
+}
+
+TEST_F(PanelTest, nothingIsCutOff) {
+    scene.model.suggestions.set(log.suggestions);
+    open();
+    scene.model.activity.set(log.activity);
+    turnLoop();
+    for (const auto* rows : panel.findChildren<PanelRows*>()) EXPECT_EQ(rows->height(), rows->sizeHint().height());
+    for (const auto* rows : panel.findChildren<ValueRows*>()) {
+        EXPECT_EQ(rows->height(), rows->heightForWidth(rows->width()));
+    }
+    for (const auto* words : panel.findChildren<ParagraphLabel*>()) {
+        EXPECT_EQ(words->height(), words->heightForWidth(words->width()));
+    }
 }
 
 TEST_F(PanelTest, aTallPanelScrollsItsMiddle) {
