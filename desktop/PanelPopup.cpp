@@ -113,7 +113,7 @@ void PanelPopup::refresh() {
 
 void PanelPopup::place() {
     const auto available = availableAt(icon_.isValid() ? icon_.center() : pointer_);
-    view_->fit(available.height() - 2 * border - Sizes::gap);
+    view_->fit(look_.fonts().scaled(MenuBarPanel::width) - 2 * border, available.height() - 2 * border - Sizes::gap);
     layout()->activate();
     const QSize whole = view_->size() + QSize(2 * border, 2 * border);
     move(panelPlace(whole, icon_, pointer_, available).topLeft());

@@ -199,13 +199,13 @@ void PanelView::showSuggestions(const MenuBarPanel& panel) {
 }
 
 /// Blocks break their texts, so their height follows from the width.
-void PanelView::fit(int most) {
-    setFixedWidth(look_.fonts().scaled(MenuBarPanel::width));
+void PanelView::fit(int width, int most) {
+    setFixedWidth(width);
     auto& content = *middle_->widget();
     const auto margins = layout()->contentsMargins();
-    const int fixed = heightAt(*memory_, width()) + heightAt(*footer_, width()) + margins.top() + margins.bottom();
-    const int wanted = heightAt(content, width());
-    content.setFixedSize(width(), wanted);
+    const int fixed = heightAt(*memory_, width) + heightAt(*footer_, width) + margins.top() + margins.bottom();
+    const int wanted = heightAt(content, width);
+    content.setFixedSize(width, wanted);
     const int middle = std::clamp(most - fixed, 0, wanted);
     middle_->setFixedHeight(middle);
     middle_->setVerticalScrollBarPolicy(middle < wanted ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
