@@ -79,26 +79,27 @@ QCoro::Task<> AppModel::Private::carryOut(Decision decision) {
 }
 
 QCoro::Task<Outcome> AppModel::Private::perform(Decision decision, RunningApps apps) {
-    if (decision.dryRun()) co_return Outcome::of(Deed::onlyLogged, decision);
+    const auto& subject = decision.title;
+    if (decision.dryRun()) co_return Outcome::ofLogging(decision.action(), subject);
     switch (decision.action()) {
         case RuleAction::notify:
-            co_return Outcome::of(Deed::notified, decision);
+            co_return Outcome::of(Deed::notified, subject);
         case RuleAction::terminate: {
             const bool gone = co_await model.terminate(decision.pids, false);
-            co_return Outcome::of(gone ? Deed::terminated : Deed::stillRunning, decision);
+            co_return Outcome::of(gone ? Deed::terminated : Deed::stillRunning, subject);
         }
         case RuleAction::quit: {
-            if (apps.empty()) co_return Outcome::of(Deed::notRunning, decision);
+            if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
             const bool quit = co_await quitAndWait(*host.clock, std::move(apps), quitRounds, tasks.token());
-            co_return Outcome::of(quit ? Deed::quit : Deed::askedToQuit, decision);
+            co_return Outcome::of(quit ? Deed::quit : Deed::askedToQuit, subject);
         }
         case RuleAction::relaunch:
-            co_return Outcome::ofRelaunch(co_await model.relaunch(decision.pids), decision);
+            co_return Outcome::ofRelaunch(co_await model.relaunch(decision.pids), subject);
         case RuleAction::lowerPriority:
             break;
     }
     const bool isLow = model.lowerPriority(decision.pids);
-    co_return Outcome::of(isLow ? Deed::lowered : Deed::notLowered, decision);
+    co_return Outcome::of(isLow ? Deed::lowered : Deed::notLowered, subject);
 }
 
 /// A rule that only logs stays quiet, unless telling is all that it would do.

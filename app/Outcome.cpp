@@ -45,19 +45,23 @@ constexpr std::array rows = {
 
 }  // namespace
 
-Outcome Outcome::of(Deed deed, const Decision& decision) {
+Outcome Outcome::of(Deed deed, std::string_view subject) {
     const auto& row = *std::ranges::find(rows, deed, &Row::deed);
-    Outcome outcome{.deed = deed,
-                    .word = std::string(row.word),
-                    .title = std::string(row.before) + decision.title + std::string(row.after),
-                    .tellsWord = row.tellsWord,
-                    .freesAll = row.freesAll};
-    if (deed == Deed::onlyLogged) outcome.word = "Would " + lowerCased(RuleActions::title(decision.action()));
+    return {.deed = deed,
+            .word = std::string(row.word),
+            .title = std::string(row.before) + std::string(subject) + std::string(row.after),
+            .tellsWord = row.tellsWord,
+            .freesAll = row.freesAll};
+}
+
+Outcome Outcome::ofLogging(RuleAction action, std::string_view subject) {
+    auto outcome = of(Deed::onlyLogged, subject);
+    outcome.word = "Would " + lowerCased(RuleActions::title(action));
     return outcome;
 }
 
-Outcome Outcome::ofRelaunch(std::string answer, const Decision& decision) {
-    auto outcome = of(answer == relaunchedWord ? Deed::relaunched : Deed::notRelaunched, decision);
+Outcome Outcome::ofRelaunch(std::string answer, std::string_view subject) {
+    auto outcome = of(answer == relaunchedWord ? Deed::relaunched : Deed::notRelaunched, subject);
     outcome.word = std::move(answer);
     return outcome;
 }

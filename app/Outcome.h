@@ -3,11 +3,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/rules/Decision.h"
+#include "core/rules/RuleAction.h"
 
 namespace tolvane {
 
-/// How carrying out a decision ended.
+/// How an act on a subject ended.
 enum class Deed {
     onlyLogged,
     notified,
@@ -22,8 +22,8 @@ enum class Deed {
     notLowered,
 };
 
-/// What came of a decision, in the words of the log and of the notification. The words of the log are fixed: the
-/// statistics compute on them.
+/// What came of an act, in the words of the log and of the notification. The words of the log are fixed: the statistics
+/// compute on them.
 struct Outcome {
     Deed deed = Deed::onlyLogged;
     /// For the log.
@@ -40,10 +40,12 @@ struct Outcome {
     /// What relaunching an application answers when all went well.
     static constexpr std::string_view relaunchedWord = "Relaunched";
 
-    /// `deed` is not one of a relaunch.
-    static Outcome of(Deed deed, const Decision& decision);
+    /// `subject` is what people call it. Of a deed whose word depends on nothing else.
+    static Outcome of(Deed deed, std::string_view subject);
+    /// Of an action that a rule only logged.
+    static Outcome ofLogging(RuleAction action, std::string_view subject);
     /// Of a relaunch that gave `answer`.
-    static Outcome ofRelaunch(std::string answer, const Decision& decision);
+    static Outcome ofRelaunch(std::string answer, std::string_view subject);
 
     /// Of the notification.
     std::string body(std::string_view reason) const;

@@ -118,7 +118,7 @@ void copyRows(benchmark::State& state) {
 }
 
 BENCHMARK(takeSnapshot)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(recordHistory)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(recordHistory)->Arg(300)->Arg(1000)->Arg(5000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(judgeSwap)->Unit(benchmark::kMicrosecond);
 BENCHMARK(recordTracks)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 /// What a world for rules and advice costs.

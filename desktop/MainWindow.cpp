@@ -1,13 +1,17 @@
 #include "desktop/MainWindow.h"
 
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
+#include "app/OpenFiles.h"
 #include "app/screens/MainView.h"
 #include "desktop/ShortcutsDialog.h"
 #include "desktop/WindowMenu.h"
@@ -41,6 +45,14 @@ private:
     const Look& look_;
 };
 
+std::vector<std::string> pathsOf(const QMimeData& dragged) {
+    std::vector<std::string> paths;
+    for (const auto& url : dragged.urls()) {
+        if (url.isLocalFile()) paths.push_back(bytes(url.toLocalFile()));
+    }
+    return paths;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens)
@@ -52,9 +64,11 @@ MainWindow::MainWindow(AppModel& model, const Look& look, WindowState& state, st
       sidebar_(new Sidebar(look)),
       menu_(new WindowMenu(model, look, this)),
       toolbar_(new Toolbar(look)),
-      stack_(new QStackedWidget) {
+      stack_(new QStackedWidget),
+      ruleFiles_(model, look, *this) {
     for (const auto& screen : screens_) present_.push_back(screen.section);
     setObjectName(QStringLiteral("main"));
+    setAcceptDrops(true);
     setWindowTitle(words(MainView::title));
     setMinimumSize(Sizes::windowLeastWidth, Sizes::windowLeastHeight);
     buildPanes();
@@ -134,6 +148,9 @@ Page* MainWindow::page(AppSection section) {
     if (screen == screens_.end()) return nullptr;
     auto* made = screen->make(stack_);
     stack_->addWidget(made);
+    connect(made, &Page::subtitleChanged, this, [this, made] {
+        if (made == shown_) toolbar_->setSubtitle(made->subtitle());
+    });
     return pages_.emplace(section, made).first->second;
 }
 
@@ -144,6 +161,7 @@ void MainWindow::showSection(AppSection section) {
     shown_ = shown;
     stack_->setCurrentWidget(shown);
     toolbar_->show(words(traits(section).title), shown->controls());
+    toolbar_->setSubtitle(shown->subtitle());
 }
 
 void MainWindow::restoreLayout() {
@@ -170,6 +188,18 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     saveLayout();
     QMainWindow::closeEvent(event);
     if (event->isAccepted()) emit closed();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!pathsOf(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    OpenFiles::open(model_, pathsOf(*event->mimeData()), [this] {
+        bringForward();
+        return true;
+    });
+    event->acceptProposedAction();
 }
 
 /// Selections grow paler in a window without focus, which the toolkit does not redraw by itself.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "desktop/RuleFileDialogs.h"
 #include "desktop/Screen.h"
 #include "desktop/Sidebar.h"
 #include "desktop/Toolbar.h"
@@ -39,6 +40,9 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Rule files can be dropped on the window.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -65,6 +69,7 @@ private:
     Toolbar* toolbar_;
     QStackedWidget* stack_;
     Page* shown_ = nullptr;
+    RuleFileDialogs ruleFiles_;
     std::vector<QPropertyNotifier> notifiers_;
 };
 

@@ -1,38 +1,117 @@
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QLocale>
+#include <QTemporaryDir>
 #include <cstdio>
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "app/AppModel.h"
 #include "app/AppPreferences.h"
-#include "app/OpenFiles.h"
+#include "app/LookingHost.h"
 #include "app/demo/DemoHost.h"
-#include "desktop/DesktopWindows.h"
-#include "desktop/Screens.h"
-#include "desktop/Shell.h"
-#include "desktop/Snapshots.h"
+#include "desktop/Program.h"
 #include "desktop/StartUp.h"
-#include "desktop/WindowState.h"
 #include "desktop/Words.h"
-#include "desktop/look/ColorScheme.h"
-#include "desktop/look/Look.h"
-#include "desktop/parts/FocusRing.h"
-#include "platform/linux/FolderLock.h"
+#include "platform/FolderLock.h"
+
+#if defined(__APPLE__)
+#include "desktop/WindowPresence.h"
+#include "platform/macos/DockPolicy.h"
+#include "platform/macos/dispatch/QuitSignals.h"
+#include "platform/macos/makeMacHost.h"
+#else
 #include "platform/linux/QuitSignals.h"
+#include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
+#endif
 
 using namespace tolvane;
 using namespace tolvane::desktop;
 
 namespace {
 
-/// A second start does not reach this one yet: where no tray leads back to it, the program ends with its window.
-constexpr bool secondStartOpens = false;
+// The one place that chooses the host.
+#if defined(__APPLE__)
+bool displayPresent() { return true; }
+QByteArray windowSystems() { return "cocoa"; }
 
+void runOnMain(std::function<void()> job) {
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(job), Qt::QueuedConnection);
+}
+
+Subscription onQuitSignal(const std::function<void()>& asked) {
+    return machost::onQuitSignal(machost::appleCalls().dispatch, &runOnMain, asked);
+}
+
+/// The system starts no second copy of an application, and hands it files itself.
+class Machine {
+public:
+    explicit Machine(const StartUp& start) : host_(machost::makeMacHost(start.switches.overrides, &runOnMain)) {}
+
+    Host takeHost() { return std::move(host_); }
+    static bool isReachable() { return true; }
+    static std::optional<int> statusOfSecondStart(const StartUp& /*start*/) { return std::nullopt; }
+    static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
+    /// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
+    static void follow(QWidget& window) {
+        new WindowPresence(window, [policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
+            policy.setInDock(open);
+        });
+    }
+
+private:
+    Host host_;
+};
+#else
 bool displayPresent() { return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"); }
+QByteArray windowSystems() {
+    return qEnvironmentVariableIsSet("DISPLAY") ? "xcb;wayland;offscreen" : "wayland;offscreen";
+}
+
+using linuxhost::onQuitSignal;
+using linuxhost::SingleInstance;
+
+void copyText(const std::string& text) { QApplication::clipboard()->setText(words(text)); }
+
+/// The session's bus tells a second start from the first.
+class Machine {
+public:
+    explicit Machine(const StartUp& start)
+        : environment_(linuxhost::processEnvironment()),
+          bus_(linuxhost::sessionBus(environment_)),
+          host_(linuxhost::makeLinuxHost(environment_, start.switches.overrides, {.bus = bus_, .copyText = &copyText})),
+          instance_(bus_) {}
+
+    Host takeHost() { return std::move(host_); }
+    bool isReachable() const { return outcome_ == SingleInstance::Outcome::first; }
+    /// Another start for the same session hands over what it is to open and is done: its exit status. None for the one
+    /// that runs.
+    std::optional<int> statusOfSecondStart(const StartUp& start) {
+        const auto token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"));
+        outcome_ = instance_.settle({.files = start.files.paths}, bytes(token));
+        if (outcome_ == SingleInstance::Outcome::handedOver) return 0;
+        if (outcome_ != SingleInstance::Outcome::silent) return std::nullopt;
+        std::fputs("tolvane: it runs already and does not answer\n", stderr);
+        return 1;
+    }
+    Subscription forward(OutsideRequests& outside) {
+        return instance_.onRequest([&outside](const SingleInstance::Request& request) {
+            if (request.files.empty()) return outside.show(request.action);
+            outside.openFiles(request.files);
+        });
+    }
+    static void follow(const QWidget& /*window*/) {}
+
+private:
+    linuxhost::Environment environment_;
+    std::shared_ptr<linuxhost::SessionBus> bus_;
+    Host host_;
+    SingleInstance instance_;
+    SingleInstance::Outcome outcome_ = SingleInstance::Outcome::alone;
+};
+#endif
 
 /// Pictures need no screen, and are to be sharp on every one. A display that cannot be reached is none.
 void choosePlatform(bool headless, bool pictures) {
@@ -40,8 +119,7 @@ void choosePlatform(bool headless, bool pictures) {
     if (headless || pictures) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        const bool wayland = !qEnvironmentVariableIsSet("DISPLAY");
-        qputenv("QT_QPA_PLATFORM", wayland ? "wayland;offscreen" : "xcb;wayland;offscreen");
+        qputenv("QT_QPA_PLATFORM", windowSystems());
     }
 }
 
@@ -51,62 +129,28 @@ std::string systemLocale() {
     return name == QLatin1String("C") ? "en_US" : bytes(name);
 }
 
-std::string privateFolder(const Host& host) { return host.folders->applicationSupport() + "/Tolvane"; }
-
-/// Two copies on one folder would overwrite each other's files and act twice. Who looks only, or shows the demo, may do
-/// so beside one that works.
-linuxhost::FolderLock lockFolder(const Host& host, bool pictures) {
-    if (pictures || AppPreferences::demo.in(*host.preferences)) return {};
-    return linuxhost::FolderLock(privateFolder(host));
+/// Two copies on one folder would overwrite each other's files and act twice; where nothing else tells a second copy,
+/// its folder does.
+std::optional<int> statusOfSecondCopy(const FolderLock& lock, const std::string& folder) {
+    if (!lock.isAnothers()) return std::nullopt;
+    std::fprintf(stderr, "tolvane: another copy is running on %s\n", folder.c_str());
+    return 1;
 }
 
-/// Everything of one run, in the order in which it is made and the reverse of which it ends.
-class Program {
-public:
-    Program(QApplication& application, const StartUp& start, Host host, const QString& pictures)
-        : host_(std::move(host)),
-          model_(host_, windows_, AppPreferences::demo.in(*host_.preferences)),
-          scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
-          look_(*host_.applications, pictures.isEmpty() ? scheme_.appearance() : Appearance{}),
-          state_(pictures.isEmpty() && !model_.demo() ? WindowState::usualPath() : QString()),
-          ring_(&application),
-          quit_(linuxhost::onQuitSignal([] { QApplication::exit(); })) {
-        look_.install();
-        const auto screens = allScreens(model_, look_, state_, host_.locale);
-        if (!pictures.isEmpty()) {
-            const bool dark = host_.preferences->get<bool>(Snapshots::darkKey).value_or(false);
-            snapshots_ = std::make_unique<Snapshots>(model_, look_, screens, pictures, dark,
-                                                     [](bool written) { QApplication::exit(written ? 0 : 1); });
-        } else if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
-            shell_ = std::make_unique<Shell>(model_, look_, state_, screens, secondStartOpens);
-            /// To end is not to close the windows one by one: closing one may leave the program running.
-            QObject::connect(
-                shell_.get(), &Shell::quitWanted, &application, [] { QApplication::exit(); }, Qt::QueuedConnection);
-            shell_->start(AppPreferences::atLogin.in(*host_.preferences));
-        }
-        if (pictures.isEmpty()) openFiles(start.files.paths);
+int run(QApplication& application, Machine& machine, Host host, const StartUp& start, const Purpose& purpose) {
+    Program program(application, std::move(host), purpose);
+    const auto quit = onQuitSignal([] { QApplication::exit(); });
+    if (purpose.draws()) {
+        program.draw(purpose.pictures);
+        return QApplication::exec();
     }
-
-private:
-    void openFiles(const std::vector<std::string>& paths) {
-        OpenFiles::open(model_, paths, [this] {
-            if (!shell_ || !shell_->isWindowShown()) return false;
-            shell_->openWindow();
-            return true;
-        });
+    if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
+        auto& shell = program.show(machine.isReachable());
+        if (shell.window()) Machine::follow(*shell.window());
     }
-
-    Host host_;
-    DesktopWindows windows_;
-    AppModel model_;
-    ColorScheme scheme_;
-    Look look_;
-    WindowState state_;
-    FocusRing ring_;
-    Subscription quit_;
-    std::unique_ptr<Snapshots> snapshots_;
-    std::unique_ptr<Shell> shell_;
-};
+    const auto requests = machine.forward(program.answer(start.files.paths));
+    return QApplication::exec();
+}
 
 }  // namespace
 
@@ -114,20 +158,26 @@ int main(int argc, char** argv) {
     const auto start =
         StartUp::of(std::vector<std::string>(argv + 1, argv + argc), displayPresent(), bytes(QDir::currentPath()));
     for (const auto& line : start.complaints()) std::fprintf(stderr, "%s\n", line.c_str());
-    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), start.switches.overrides);
+    Machine machine(start);
+    auto host = machine.takeHost();
     host.locale = systemLocale();
-    if (AppPreferences::demo.in(*host.preferences)) host = Demo::inertHost(std::move(host));
-    const auto pictures = start.picturesFolder(*host.preferences);
-    const auto lock = lockFolder(host, !pictures.isEmpty());
-    if (lock.isAnothers()) {
-        std::fprintf(stderr, "tolvane: another copy is running on %s\n", privateFolder(host).c_str());
-        return 1;
+    const Purpose purpose{.demo = AppPreferences::demo.in(*host.preferences),
+                          .pictures = start.picturesFolder(*host.preferences)};
+    std::optional<QTemporaryDir> copies;
+    if (purpose.demo) host = Demo::inertHost(std::move(host));
+    if (purpose.draws()) host = lookingHost(std::move(host), bytes(copies.emplace().path()));
+
+    const auto folder = host.folders->applicationSupport() + "/Tolvane";
+    if (purpose.works()) {
+        if (const auto status = machine.statusOfSecondStart(start)) return *status;
     }
-    choosePlatform(start.headless, !pictures.isEmpty());
+    const auto lock = purpose.works() ? FolderLock(folder) : FolderLock();
+    if (const auto status = statusOfSecondCopy(lock, folder)) return *status;
+
+    choosePlatform(start.headless, purpose.draws());
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
     QApplication::setDesktopFileName(QStringLiteral("dev.tolvane.Tolvane"));
     QApplication::setQuitOnLastWindowClosed(false);
-    const Program program(application, start, std::move(host), pictures);
-    return QApplication::exec();
+    return run(application, machine, std::move(host), start, purpose);
 }

@@ -36,7 +36,6 @@ private:
     std::string accessibleText(std::string_view what) const;
     InspectorChart emptyChart(std::string title, const std::string& yLabel, std::string unit) const;
     InspectorButton priorityButton() const;
-    bool mayBeActedOn() const;
 
     const Line& line_;
     const InspectorFacts& facts_;
@@ -152,12 +151,6 @@ InspectorButton Writer::priorityButton() const {
                 "first macOS takes back."};
 }
 
-bool Writer::mayBeActedOn() const {
-    return std::ranges::any_of(LineRows::all(line_, facts_.snapshot.rows), [&](const ProcRow* row) {
-        return row->sample.uid == facts_.uid && row->id() >= 2 && row->id() != facts_.selfPID;
-    });
-}
-
 std::vector<InspectorButton> Writer::buttons() const {
     std::vector<InspectorButton> buttons;
     if (row_) buttons.push_back(priorityButton());
@@ -168,7 +161,7 @@ std::vector<InspectorButton> Writer::buttons() const {
         buttons.push_back({.title = "Terminate", .action = ProcessAction::terminate});
     }
     buttons.push_back({.title = "Force Quit", .action = ProcessAction::forceQuit, .shortcut = 'f'});
-    const bool enabled = mayBeActedOn();
+    const bool enabled = facts_.actor.mayActOn(line_, facts_.snapshot.rows);
     for (auto& button : buttons) button.enabled = enabled;
     return buttons;
 }

@@ -61,8 +61,7 @@ struct InspectorFacts {
     const std::vector<int>& ports;
     /// The user's home folder, to be shown as a tilde.
     std::string_view home;
-    Pid selfPID = 0;
-    std::uint32_t uid = 0;
+    Actor actor;
     /// ICU identifiers; the empty zone is the machine's own.
     std::string_view locale;
     std::string_view zone = {};

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "app/screens/ForceQuitQuestion.h"
+
 namespace tolvane {
 
 InspectorView::InspectorView(AppModel& model, std::string locale, std::function<void()> changed)
@@ -39,13 +41,10 @@ InspectorContent InspectorView::content() const {
                                        .lowered = *model_.lowered,
                                        .ports = ports_,
                                        .home = home_,
-                                       .selfPID = model_.host().selfPID,
-                                       .uid = model_.host().uid,
+                                       .actor = {.pid = model_.host().selfPID, .uid = model_.host().uid},
                                        .locale = locale_});
 }
 
-ForceQuitQuestion InspectorView::forceQuitQuestion() const {
-    return ForceQuitQuestion::of({line_.value_or(Line{})}, locale_);
-}
+Question InspectorView::forceQuitQuestion() const { return ForceQuitQuestion::of({line_.value_or(Line{})}, locale_); }
 
 }  // namespace tolvane

@@ -3,8 +3,9 @@
 #include <vector>
 
 #include "app/Line.h"
+#include "platform/ProcessControl.h"
 
-/// The processes behind a line. What is returned points into `rows`.
+/// The processes behind a line. Pointers that are returned point into `rows`.
 namespace tolvane::LineRows {
 
 /// In the order of `rows`; processes that are gone are left out.
@@ -15,5 +16,11 @@ const ProcRow* own(const Line& line, const std::vector<ProcRow>& rows);
 
 /// Null when it is gone.
 const ProcRow* ofPid(Pid pid, const std::vector<ProcRow>& rows);
+
+/// Each process as the line shows it: a number that another bears by now is another's.
+std::vector<Incarnation> lives(const Line& line);
+
+/// The line with those of its processes alone that live on in `rows`: what somebody meant who saw it a while ago.
+Line present(Line line, const std::vector<ProcRow>& rows);
 
 }  // namespace tolvane::LineRows

@@ -35,6 +35,8 @@ struct MainView {
     static constexpr std::string_view exportRules = "Export Rules…";
     /// Of the commands of the window.
     static constexpr std::string_view menu = "Menu";
+    /// What a file panel calls the files that it shows.
+    static constexpr std::string_view ruleFiles = "Tolvane Rules";
     /// Closes the message of an import.
     static constexpr std::string_view dismiss = "OK";
 

@@ -40,7 +40,16 @@ void addProcessItems(ProcessActions& actions, const ProcSample& sample) {
     actions.items.push_back({"Add Rule for " + sample.name.str(), ProcessAction::addRule});
 }
 
+bool actsOnProcesses(ProcessAction action) {
+    return action != ProcessAction::addRule && action != ProcessAction::copyCommand &&
+           action != ProcessAction::showWorkingFolder;
+}
+
 }  // namespace
+
+bool Actor::mayActOn(const Line& line, const std::vector<ProcRow>& rows) const {
+    return std::ranges::any_of(LineRows::all(line, rows), [this](const ProcRow* row) { return mayActOn(*row); });
+}
 
 ProcessActions ProcessActions::of(const Line& line, const std::vector<ProcRow>& rows) {
     ProcessActions actions;
@@ -55,13 +64,15 @@ ProcessActions ProcessActions::of(const Line& line, const std::vector<ProcRow>& 
     return actions;
 }
 
-std::vector<ProcessMenuItem> ProcessActions::menuOf(const std::vector<Line>& clicked,
-                                                    const std::vector<ProcRow>& rows) {
+std::vector<ProcessMenuItem> ProcessActions::menuOf(const std::vector<Line>& clicked, const std::vector<ProcRow>& rows,
+                                                    const Actor& actor) {
     if (clicked.empty()) return {};
-    if (clicked.size() > 1) return {{forceQuitItems(clicked.size()), ProcessAction::forceQuit}};
+    const bool enabled = std::ranges::any_of(clicked, [&](const Line& line) { return actor.mayActOn(line, rows); });
+    if (clicked.size() > 1) return {{forceQuitItems(clicked.size()), ProcessAction::forceQuit, enabled}};
     auto items = of(clicked.front(), rows).items;
     items.push_back({});
     items.push_back({"Force Quit…", ProcessAction::forceQuit});
+    for (auto& item : items) item.enabled = enabled || !item.action || !actsOnProcesses(*item.action);
     return items;
 }
 

@@ -27,9 +27,21 @@ enum class ProcessAction {
 struct ProcessMenuItem {
     std::string title;
     std::optional<ProcessAction> action;
+    /// False where nothing of the line may be acted on.
+    bool enabled = true;
 
     bool isDivider() const { return !action; }
     bool operator==(const ProcessMenuItem&) const = default;
+};
+
+/// Who acts: a user's program, which leaves other users and itself alone.
+struct Actor {
+    Pid pid = 0;
+    std::uint32_t uid = 0;
+
+    bool mayActOn(const ProcRow& row) const { return row.sample.uid == uid && row.id() >= 2 && row.id() != pid; }
+    /// On at least one process of the line.
+    bool mayActOn(const Line& line, const std::vector<ProcRow>& rows) const;
 };
 
 /// The menu of one line, and what its actions need. It carries out nothing itself.
@@ -50,7 +62,8 @@ struct ProcessActions {
 
     static ProcessActions of(const Line& line, const std::vector<ProcRow>& rows);
     /// The context menu of the table: the actions of a single line, and for one or several lines the way to force quit.
-    static std::vector<ProcessMenuItem> menuOf(const std::vector<Line>& clicked, const std::vector<ProcRow>& rows);
+    static std::vector<ProcessMenuItem> menuOf(const std::vector<Line>& clicked, const std::vector<ProcRow>& rows,
+                                               const Actor& actor);
 
     /// "Force Quit 3 Items…"
     static std::string forceQuitItems(std::size_t count);

@@ -48,6 +48,9 @@ struct RulesView {
     /// Present while it concerns any rule.
     static std::optional<std::string_view> notice(const AppModel& model);
 
+    /// Before a key deletes a rule.
+    static std::string deleteQuestion(const Rule& rule) { return "Delete “" + rule.name + "”?"; }
+
     static std::vector<Rule> rulesOf(const AppModel& model, const std::set<UUID>& ids);
     static const Rule* find(const std::vector<Rule>& rules, const UUID& id);
     /// The rule that the editor shows; null for none, also when the selected one is gone.

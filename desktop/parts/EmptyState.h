@@ -15,13 +15,21 @@ public:
     EmptyState(const Look& look, std::string_view icon, const QString& title, const QString& sentence,
                QWidget* parent = nullptr);
 
+    /// Stands below the sentence; the state takes it over.
+    void setButton(QWidget* button);
+
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    struct Places;
+    Places places() const;
+
     const Look& look_;
     std::string icon_;
     QString title_, sentence_;
+    QWidget* button_ = nullptr;
 };
 
 }  // namespace tolvane::desktop

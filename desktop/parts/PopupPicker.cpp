@@ -16,7 +16,7 @@ namespace {
 
 constexpr int padding = 11;
 constexpr int chevron = 12;
-constexpr int leastWidth = 176;
+constexpr int leastWidth = 176, mostWidth = 280;
 
 }  // namespace
 
@@ -33,16 +33,20 @@ void PopupPicker::show(const QStringList& choices, int chosen) {
     if (known != choices) {
         clear();
         addItems(choices);
-        updateGeometry();
     }
     setCurrentIndex(chosen);
+    updateGeometry();
     setToolTip(fontMetrics().horizontalAdvance(currentText()) > width() - 2 * padding - chevron ? currentText()
                                                                                                 : QString());
     update();
 }
 
 QSize PopupPicker::sizeHint() const {
-    return {look_.fonts().scaled(leastWidth), look_.fonts().height(TextRole::body, Sizes::buttonHeight)};
+    const auto& fonts = look_.fonts();
+    const int needed =
+        fontMetrics().horizontalAdvance(currentText()) + 2 * padding + fonts.scaled(chevron) + Sizes::gap;
+    return {std::clamp(needed, fonts.scaled(leastWidth), fonts.scaled(mostWidth)),
+            fonts.height(TextRole::body, Sizes::buttonHeight)};
 }
 
 QSize PopupPicker::minimumSizeHint() const { return {look_.fonts().scaled(leastWidth) / 2, sizeHint().height()}; }

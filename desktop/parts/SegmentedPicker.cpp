@@ -73,6 +73,11 @@ void SegmentedPicker::setChoice(int index) {
     if (auto* segment = group_->button(index)) segment->setChecked(true);
 }
 
+void SegmentedPicker::fillWidth() {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    for (auto* segment : group_->buttons()) segment->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+}
+
 void SegmentedPicker::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     StyleControls::drawShape(painter, rect(), Sizes::trackRadius, look_.tokens().well, {});

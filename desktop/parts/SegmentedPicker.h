@@ -21,6 +21,8 @@ public:
     int choice() const { return group_->checkedId(); }
     /// Says nothing to `chosen`: that is for what the user does.
     void setChoice(int index);
+    /// The segments share all the room there is.
+    void fillWidth();
 
 signals:
     void chosen(int index);

@@ -48,7 +48,8 @@ Entry readEntry(const std::string& path) {
 std::string quotedForExec(const std::string& path) {
     std::string word = "\"";
     for (const char letter : path) {
-        if (std::string_view("\"`$\\").find(letter) != std::string_view::npos) word += letter == '\\' ? "\\\\\\" : "\\\\";
+        if (std::string_view("\"`$\\").find(letter) != std::string_view::npos)
+            word += letter == '\\' ? "\\\\\\" : "\\\\";
         word += letter;
         if (letter == '%') word += '%';
     }
@@ -91,9 +92,8 @@ std::string wordsFor(const std::string& path) {
 }  // namespace
 
 XDGAutostart::Places XDGAutostart::placesFor(const LinuxFolders& folders, const Environment& environment) {
-    Places places{.folder = folders.configHome() + "/autostart",
-                  .systemFolders = {},
-                  .program = runningProgram(environment)};
+    Places places{
+        .folder = folders.configHome() + "/autostart", .systemFolders = {}, .program = runningProgram(environment)};
     const std::string list = environment("XDG_CONFIG_DIRS").value_or("");
     std::string_view rest = list.empty() ? std::string_view("/etc/xdg") : std::string_view(list);
     while (!rest.empty()) {

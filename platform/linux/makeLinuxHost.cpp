@@ -6,20 +6,53 @@
 #include "platform/linux/LinuxChildProcesses.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxClockFacts.h"
+#include "platform/linux/LinuxDesktop.h"
 #include "platform/linux/LinuxFolders.h"
 #include "platform/linux/LinuxMachineStatistics.h"
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessInspection.h"
 #include "platform/linux/LinuxPropertyLists.h"
+#include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxServiceManager.h"
 #include "platform/linux/LinuxSystemLog.h"
-#include "platform/linux/NoFrontmost.h"
 #include "platform/linux/PSIMemoryPressure.h"
 #include "platform/linux/PlistPreferences.h"
+#include "platform/linux/XDGAutostart.h"
+#include "platform/linux/bus/LinuxNotifications.h"
+#include "platform/linux/bus/SessionBus.h"
+#include "platform/linux/launch/Launcher.h"
+#include "platform/linux/windows/SessionFrontmost.h"
+#include "platform/linux/windows/WindowSession.h"
 
 namespace tolvane::linuxhost {
 
-Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides) {
+namespace {
+
+/// What of the host speaks to the desktop: its windows and its bus.
+void addDesktop(Host& host, LinuxApplications& applications, const LinuxFolders& folders,
+                const Environment& environment, const LinuxClockFacts& clock, Toolkit toolkit) {
+    const auto bus = toolkit.bus ? toolkit.bus : sessionBus(environment);
+    const auto windows = std::make_shared<WindowSession>(environment, applications);
+    const auto launcher = std::make_shared<Launcher>(bus, Launcher::presentEnvironment(), folders.home());
+    host.running = std::make_unique<LinuxRunningApplications>(LinuxRunningApplications::Parts{
+        .applications = applications,
+        .control = *host.control,
+        .windows = windows,
+        .launcher = launcher,
+        .dateOfTicks = [clock](std::uint64_t ticks) { return clock.dateOfTicks(ticks); }});
+    host.frontmost = std::make_unique<SessionFrontmost>(windows);
+    host.notifications = std::make_unique<LinuxNotifications>(bus);
+    host.loginItem = std::make_unique<XDGAutostart>(XDGAutostart::placesFor(folders, environment));
+    host.desktop = std::make_unique<LinuxDesktop>(bus, launcher, std::move(toolkit.copyText));
+}
+
+}  // namespace
+
+std::shared_ptr<SessionBus> sessionBus(const Environment& environment) {
+    return std::make_shared<SessionBus>(SessionBus::usualAddress(environment));
+}
+
+Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides, Toolkit toolkit) {
     auto folders = std::make_unique<LinuxFolders>(environment);
     auto stored = std::make_unique<PlistPreferences>(folders->configHome() + "/Tolvane/dev.tolvane.Tolvane.plist");
     // Readers and whoever acts must give one process one start time.
@@ -32,8 +65,9 @@ Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides
     host.machine = std::make_unique<LinuxMachineStatistics>();
     host.control =
         std::make_unique<LinuxProcessControl>([clock](std::uint64_t ticks) { return clock.dateOfTicks(ticks); });
-    host.applications = std::make_unique<LinuxApplications>(LinuxApplications::settingsFor(*folders, environment));
-    host.frontmost = std::make_unique<NoFrontmost>();
+    auto applications = std::make_unique<LinuxApplications>(LinuxApplications::settingsFor(*folders, environment));
+    addDesktop(host, *applications, *folders, environment, clock, std::move(toolkit));
+    host.applications = std::move(applications);
     host.services = std::make_unique<LinuxServiceManager>();
     host.children = std::make_unique<LinuxChildProcesses>();
     host.propertyLists = std::make_unique<LinuxPropertyLists>();

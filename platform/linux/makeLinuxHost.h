@@ -1,13 +1,31 @@
 #pragma once
 
+#include <functional>
+#include <memory>
+#include <string>
+
 #include "platform/Host.h"
 #include "platform/LayeredPreferences.h"
 #include "platform/linux/Environment.h"
 
 namespace tolvane::linuxhost {
 
+class SessionBus;
+
+/// The user's message bus, which is spoken to from the first call on.
+std::shared_ptr<SessionBus> sessionBus(const Environment& environment);
+
+/// What the toolkit and the program's entry bring along.
+struct Toolkit {
+    /// The bus that the program uses already; null has the host look for it.
+    std::shared_ptr<SessionBus> bus = nullptr;
+    /// Puts a text on the pasteboard.
+    std::function<void(const std::string& text)> copyText = nullptr;
+};
+
 /// This machine. `overrides` are preferences for this run only. Made before or after the application object; what waits
-/// for events needs the event loop from the first subscription on.
-Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides);
+/// for events needs the event loop from the first subscription on. Programs that are started later get the environment
+/// that this process has now.
+Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides, Toolkit toolkit = {});
 
 }  // namespace tolvane::linuxhost

@@ -5,16 +5,8 @@
 namespace tolvane {
 namespace {
 
-Decision decision(RuleAction action, bool dryRun = false) {
-    Decision made{.title = "Mail"};
-    made.rule.action = action;
-    made.rule.dryRun = dryRun;
-    return made;
-}
-
 struct Expected {
     Deed deed;
-    RuleAction action;
     std::string title;
     std::string word;
     std::string body;
@@ -23,18 +15,17 @@ struct Expected {
 
 TEST(Outcome, saysOfEveryDeedWhatCameOfIt) {
     const std::vector<Expected> rows{
-        {Deed::notified, RuleAction::notify, "Mail is over its limit", "Notified", "Why."},
-        {Deed::terminated, RuleAction::terminate, "Stopped Mail", "Terminated", "Why.", true},
-        {Deed::stillRunning, RuleAction::terminate, "Could not stop Mail", "Still running", "Still running. Why."},
-        {Deed::notRunning, RuleAction::quit, "Mail was not running", "Not running", "Not running. Why."},
-        {Deed::quit, RuleAction::quit, "Quit Mail", "Quit", "Why.", true},
-        {Deed::askedToQuit, RuleAction::quit, "Asked Mail to quit", "Asked to quit", "Why."},
-        {Deed::lowered, RuleAction::lowerPriority, "Lowered the priority of Mail", "Lowered priority", "Why."},
-        {Deed::notLowered, RuleAction::lowerPriority, "Could not lower the priority of Mail", "Priority unchanged",
-         "Priority unchanged. Why."},
+        {Deed::notified, "Mail is over its limit", "Notified", "Why."},
+        {Deed::terminated, "Stopped Mail", "Terminated", "Why.", true},
+        {Deed::stillRunning, "Could not stop Mail", "Still running", "Still running. Why."},
+        {Deed::notRunning, "Mail was not running", "Not running", "Not running. Why."},
+        {Deed::quit, "Quit Mail", "Quit", "Why.", true},
+        {Deed::askedToQuit, "Asked Mail to quit", "Asked to quit", "Why."},
+        {Deed::lowered, "Lowered the priority of Mail", "Lowered priority", "Why."},
+        {Deed::notLowered, "Could not lower the priority of Mail", "Priority unchanged", "Priority unchanged. Why."},
     };
     for (const auto& row : rows) {
-        const auto outcome = Outcome::of(row.deed, decision(row.action));
+        const auto outcome = Outcome::of(row.deed, "Mail");
         EXPECT_EQ(outcome.deed, row.deed);
         EXPECT_EQ(outcome.title, row.title);
         EXPECT_EQ(outcome.word, row.word);
@@ -50,7 +41,7 @@ TEST(Outcome, saysWhatARuleThatOnlyLogsWouldHaveDone) {
                                                                {RuleAction::relaunch, "Would relaunch"},
                                                                {RuleAction::lowerPriority, "Would lower priority"}};
     for (const auto& [action, word] : rows) {
-        const auto outcome = Outcome::of(Deed::onlyLogged, decision(action, true));
+        const auto outcome = Outcome::ofLogging(action, "Mail");
         EXPECT_EQ(outcome.word, word);
         EXPECT_EQ(outcome.title, "Mail is over its limit");
         EXPECT_EQ(outcome.body("Why."), "Why.");
@@ -59,7 +50,7 @@ TEST(Outcome, saysWhatARuleThatOnlyLogsWouldHaveDone) {
 }
 
 TEST(Outcome, aRelaunchIsNamedByItsAnswer) {
-    const auto done = Outcome::ofRelaunch("Relaunched", decision(RuleAction::relaunch));
+    const auto done = Outcome::ofRelaunch("Relaunched", "Mail");
     EXPECT_EQ(done.deed, Deed::relaunched);
     EXPECT_EQ(done.title, "Restarted Mail");
     EXPECT_EQ(done.word, "Relaunched");
@@ -70,7 +61,7 @@ TEST(Outcome, aRelaunchIsNamedByItsAnswer) {
 TEST(Outcome, aRelaunchThatFailedTellsWhy) {
     for (const std::string answer :
          {"Not running", "Did not quit, it may have unsaved changes", "Quit, relaunch failed: no such file"}) {
-        const auto failed = Outcome::ofRelaunch(answer, decision(RuleAction::relaunch));
+        const auto failed = Outcome::ofRelaunch(answer, "Mail");
         EXPECT_EQ(failed.deed, Deed::notRelaunched);
         EXPECT_EQ(failed.title, "Could not restart Mail");
         EXPECT_EQ(failed.word, answer);

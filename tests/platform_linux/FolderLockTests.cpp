@@ -1,4 +1,4 @@
-#include "platform/linux/FolderLock.h"
+#include "platform/FolderLock.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/linux/NoFrontmost.h"
 #include "tests/platform_linux/TemporaryFolder.h"
 
 namespace tolvane::linuxhost {
@@ -85,12 +84,6 @@ TEST(LinuxSystemLog, aFullLogHoldsNobodyUp) {
     LinuxSystemLog log({.journal = folder.at("journal"), .systemLog = folder.at("log")});
     for (int line = 0; line < 10'000; ++line) log.info("rules", "line");
     EXPECT_THAT(journal.heard(), HasSubstr("line"));
-}
-
-TEST(NoFrontmost, cannotTell) {
-    NoFrontmost frontmost;
-    EXPECT_FALSE(frontmost.canTell());
-    EXPECT_EQ(frontmost.current(), std::nullopt);
 }
 
 }  // namespace tolvane::linuxhost

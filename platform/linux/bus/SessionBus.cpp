@@ -9,8 +9,6 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-constexpr unsigned connectLimitMilliseconds = 5000;
-
 bool isSocket(const std::string& path) {
     struct stat facts{};
     return ::stat(path.c_str(), &facts) == 0 && S_ISSOCK(facts.st_mode);
@@ -23,7 +21,8 @@ const char* orNull(const std::string& text) { return text.empty() ? nullptr : te
 /// Outlives the bus object while GLib still has calls under way.
 class SessionBus::State : public std::enable_shared_from_this<State> {
 public:
-    explicit State(std::string address) : address_(std::move(address)) {}
+    State(std::string address, std::chrono::milliseconds connectLimit)
+        : address_(std::move(address)), connectLimit_(connectLimit) {}
     State(const State&) = delete;
     State& operator=(const State&) = delete;
     ~State() { drop(); }
@@ -77,7 +76,7 @@ private:
 
     void connect() {
         cancellable_.reset(g_cancellable_new());
-        timeout_ = g_timeout_add(connectLimitMilliseconds, giveUp, this);
+        timeout_ = g_timeout_add(static_cast<unsigned>(connectLimit_.count()), giveUp, this);
         constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                                  G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
         g_dbus_connection_new_for_address(address_.c_str(), flags, nullptr, cancellable_.get(), connected,
@@ -160,6 +159,7 @@ private:
     }
 
     std::string address_;
+    std::chrono::milliseconds connectLimit_;
     GObjectOwned<GDBusConnection> connection_;
     GObjectOwned<GCancellable> cancellable_;
     std::vector<Connected> waiting_;
@@ -169,7 +169,8 @@ private:
     unsigned timeout_ = 0;
 };
 
-SessionBus::SessionBus(std::string address) : state_(std::make_shared<State>(std::move(address))) {}
+SessionBus::SessionBus(std::string address, std::chrono::milliseconds connectLimit)
+    : state_(std::make_shared<State>(std::move(address), connectLimit)) {}
 
 SessionBus::~SessionBus() { state_->end(); }
 

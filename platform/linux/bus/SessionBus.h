@@ -49,8 +49,8 @@ public:
         std::string firstArgument = {};
     };
 
-    /// An empty address is no bus.
-    explicit SessionBus(std::string address);
+    /// An empty address is no bus; one that does not answer within `connectLimit` is none either.
+    explicit SessionBus(std::string address, std::chrono::milliseconds connectLimit = std::chrono::seconds(3));
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
     ~SessionBus();

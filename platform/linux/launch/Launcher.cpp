@@ -105,8 +105,9 @@ std::shared_ptr<const Launcher::Entry> Launcher::Entry::read(const std::string& 
     return entry;
 }
 
-Launcher::Launcher(std::shared_ptr<SessionBus> bus, std::vector<std::string> environment, std::string home)
-    : bus_(std::move(bus)), environment_(std::move(environment)), home_(std::move(home)) {
+Launcher::Launcher(std::shared_ptr<SessionBus> bus, std::vector<std::string> environment, std::string home,
+                   std::chrono::milliseconds limit)
+    : bus_(std::move(bus)), environment_(std::move(environment)), home_(std::move(home)), limit_(limit) {
     std::erase_if(environment_, [](const std::string& entry) { return !isInherited(entry); });
 }
 
@@ -132,7 +133,8 @@ void Launcher::activate(std::shared_ptr<const Entry> entry, const std::vector<st
                           .path = objectPath(entry->identifier),
                           .interface = "org.freedesktop.Application",
                           .method = files.empty() ? "Activate" : "Open",
-                          .arguments = activation(files)};
+                          .arguments = activation(files),
+                          .limit = limit_};
     bus_->call(std::move(call), [weak = weak_from_this(), entry, files, launched](const BusAnswer& answer) {
         const auto self = weak.lock();
         if (answer.value != nullptr) return launched(std::nullopt);

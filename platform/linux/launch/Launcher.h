@@ -18,13 +18,15 @@ public:
     /// None when it was started, else the reason in words.
     using Launched = std::function<void(std::optional<std::string> error)>;
 
-    /// `environment` are entries NAME=value; `home` is where programs start that name no folder.
-    Launcher(std::shared_ptr<SessionBus> bus, std::vector<std::string> environment, std::string home);
+    /// `environment` are entries NAME=value; `home` is where programs start that name no folder. `limit` is
+    /// for applications that are asked over the bus.
+    Launcher(std::shared_ptr<SessionBus> bus, std::vector<std::string> environment, std::string home,
+             std::chrono::milliseconds limit = std::chrono::seconds(10));
 
     /// This process's, as it is now.
     static std::vector<std::string> presentEnvironment();
 
-    /// Tells once; within ten seconds, since an application that is asked over the bus may never answer.
+    /// Tells once; within the limit, since an application that is asked over the bus may never answer.
     void launch(const std::string& entryPath, const std::vector<std::string>& files, Launched launched);
 
 private:
@@ -38,6 +40,7 @@ private:
     std::shared_ptr<SessionBus> bus_;
     std::vector<std::string> environment_;
     std::string home_;
+    std::chrono::milliseconds limit_;
 };
 
 }  // namespace tolvane::linuxhost

@@ -50,8 +50,7 @@ protected:
                                            .lowered = lowered,
                                            .ports = ports,
                                            .home = "/home/ada",
-                                           .selfPID = 99,
-                                           .uid = 501,
+                                           .actor = {.pid = 99, .uid = 501},
                                            .locale = "en_US",
                                            .zone = "UTC"});
     }

@@ -27,6 +27,8 @@ ProcRow server() {
     return made;
 }
 
+constexpr Actor me{.pid = 99, .uid = 501};
+
 /// Titles with "-" for dividers.
 std::vector<std::string> titles(const std::vector<ProcessMenuItem>& items) {
     std::vector<std::string> titles;
@@ -112,19 +114,41 @@ TEST(ProcessActions, ofABundleWithoutAnIdentifierTreatItAsAProcess) {
 }
 
 TEST(TableMenu, endsWithForceQuitForOneLine) {
-    const auto menu = ProcessActions::menuOf({slackLine()}, {slack(1)});
+    const auto menu = ProcessActions::menuOf({slackLine()}, {slack(1)}, me);
     EXPECT_THAT(titles(menu),
                 ElementsAre("Quit Slack", "Relaunch Slack", "-", "Add Rule for Slack", "-", "Force Quit…"));
     EXPECT_EQ(menu.back().action, ProcessAction::forceQuit);
 }
 
 TEST(TableMenu, onlyForceQuitsSeveral) {
-    const auto menu = ProcessActions::menuOf({slackLine(), serverLine(), serverLine()}, {slack(1), server()});
+    const auto menu = ProcessActions::menuOf({slackLine(), serverLine(), serverLine()}, {slack(1), server()}, me);
     EXPECT_THAT(titles(menu), ElementsAre("Force Quit 3 Items…"));
     EXPECT_THAT(actions(menu), ElementsAre(ProcessAction::forceQuit));
 }
 
-TEST(TableMenu, ofNothingIsEmpty) { EXPECT_THAT(ProcessActions::menuOf({}, {}), IsEmpty()); }
+TEST(TableMenu, offersNoActOnAnotherUsersProcess) {
+    auto other = server();
+    other.sample.uid = 0;
+    for (const auto& item : ProcessActions::menuOf({serverLine()}, {other}, me)) {
+        const bool acts = item.action == ProcessAction::terminate || item.action == ProcessAction::forceQuit;
+        EXPECT_EQ(item.enabled, !acts) << item.title;
+    }
+    for (const auto& item : ProcessActions::menuOf({serverLine()}, {server()}, me)) EXPECT_TRUE(item.enabled);
+}
+
+TEST(TableMenu, offersNoActOnThisProgram) {
+    const Actor self{.pid = 7, .uid = 501};
+    EXPECT_FALSE(ProcessActions::menuOf({serverLine()}, {server()}, self).back().enabled);
+}
+
+TEST(TableMenu, forceQuitsSeveralWhenOneOfThemMayBe) {
+    auto other = slack(1);
+    other.sample.uid = 0;
+    EXPECT_TRUE(ProcessActions::menuOf({slackLine(), serverLine()}, {other, server()}, me).front().enabled);
+    EXPECT_FALSE(ProcessActions::menuOf({slackLine(), slackLine()}, {other}, me).front().enabled);
+}
+
+TEST(TableMenu, ofNothingIsEmpty) { EXPECT_THAT(ProcessActions::menuOf({}, {}, me), IsEmpty()); }
 
 TEST(GrowthRule, restartsTheAppPastWhatItUsesNow) {
     const auto rule = ProcessActions::of(slackLine(), {slack(1)}).rule;

@@ -1,14 +1,15 @@
-#include "platform/linux/FolderLock.h"
+#include "platform/FolderLock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
 
-namespace tolvane::linuxhost {
+namespace tolvane {
 
 namespace {
 
@@ -27,13 +28,17 @@ void makeFolder(const std::string& folder) {
 FolderLock::FolderLock(const std::string& folder) {
     makeFolder(folder);
     const auto path = folder + "/.lock";
-    file_.reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, ownersFile));
-    if (!file_) return;
-    if (::flock(file_.get(), LOCK_EX | LOCK_NB) == 0) {
+    file_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, ownersFile);
+    if (file_ < 0) return;
+    if (::flock(file_, LOCK_EX | LOCK_NB) == 0) {
         state_ = State::held;
     } else if (errno == EWOULDBLOCK) {
         state_ = State::anothers;
     }
 }
 
-}  // namespace tolvane::linuxhost
+FolderLock::~FolderLock() {
+    if (file_ >= 0) ::close(file_);
+}
+
+}  // namespace tolvane

@@ -1,0 +1,39 @@
+#include "app/LookingHost.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "app/AppPreferences.h"
+#include "app/PreferencesOfThisRun.h"
+
+namespace tolvane {
+
+namespace {
+
+class CopiedFolders : public Folders {
+public:
+    CopiedFolders(std::unique_ptr<Folders> real, std::string copies)
+        : real_(std::move(real)), copies_(std::move(copies)) {}
+
+    std::string home() const override { return real_->home(); }
+    std::string applicationSupport() const override { return copies_; }
+    std::optional<std::string> syncFolder() const override { return std::nullopt; }
+
+private:
+    std::unique_ptr<Folders> real_;
+    std::string copies_;
+};
+
+}  // namespace
+
+Host lookingHost(Host host, const std::string& folder) {
+    std::error_code failed;
+    // What cannot be copied is as if it were not there.
+    std::filesystem::copy(host.folders->applicationSupport() + "/Tolvane", folder + "/Tolvane", failed);
+    host.folders = std::make_unique<CopiedFolders>(std::move(host.folders), folder);
+    host.preferences = std::make_unique<PreferencesOfThisRun>(std::move(host.preferences));
+    AppPreferences::rulesPaused.store(*host.preferences, true);
+    return host;
+}
+
+}  // namespace tolvane

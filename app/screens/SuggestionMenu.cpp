@@ -1,0 +1,61 @@
+#include "app/screens/SuggestionMenu.h"
+
+#include <QCoroTask>
+
+namespace tolvane::SuggestionMenu {
+
+namespace {
+
+constexpr Seconds day{86'400};
+
+}  // namespace
+
+std::string primaryLabel(const Suggestion& suggestion) {
+    if (suggestion.kind == Suggestion::Kind::simulator) return "Shut Down";
+    if (suggestion.kind == Suggestion::Kind::duplicate) {
+        return suggestion.pids.size() == 1 ? "Stop Old Copy" : "Stop Old Copies";
+    }
+    if (suggestion.action == RuleAction::quit) return "Quit";
+    return suggestion.action == RuleAction::relaunch ? "Restart" : "Stop";
+}
+
+std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool includesPrimary) {
+    std::vector<SuggestionMenuItem> items;
+    if (includesPrimary) items.push_back({primaryLabel(suggestion), SuggestionDeed::primary});
+    if (suggestion.bundlePath && suggestion.action != RuleAction::quit) {
+        items.push_back({"Quit " + suggestion.title, SuggestionDeed::quit});
+    }
+    if (!suggestion.bundlePath && suggestion.kind != Suggestion::Kind::simulator) {
+        items.push_back({"Lower Priority", SuggestionDeed::lowerPriority});
+    }
+    if (includesPrimary && suggestion.rule) items.push_back({std::string(makeRule), SuggestionDeed::makeRule});
+    items.push_back({});
+    items.push_back({"Snooze for a Day", SuggestionDeed::snooze});
+    items.push_back({"Ignore", SuggestionDeed::ignore});
+    return items;
+}
+
+void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed) {
+    switch (deed) {
+        case SuggestionDeed::primary:
+            static_cast<void>(model.act(suggestion));
+            break;
+        case SuggestionDeed::quit:
+            static_cast<void>(model.act(suggestion, RuleAction::quit));
+            break;
+        case SuggestionDeed::lowerPriority:
+            static_cast<void>(model.act(suggestion, RuleAction::lowerPriority));
+            break;
+        case SuggestionDeed::makeRule:
+            if (suggestion.rule) model.addRule(*suggestion.rule);
+            break;
+        case SuggestionDeed::snooze:
+            model.hide(suggestion, model.host().clock->now() + day);
+            break;
+        case SuggestionDeed::ignore:
+            model.hide(suggestion, distantFuture);
+            break;
+    }
+}
+
+}  // namespace tolvane::SuggestionMenu

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/AppModel.h"
+
+namespace tolvane {
+
+/// What the user can do with a suggestion.
+enum class SuggestionDeed { primary, quit, lowerPriority, makeRule, snooze, ignore };
+
+/// One entry of a suggestion's menu; without a deed it is a divider.
+struct SuggestionMenuItem {
+    std::string title;
+    std::optional<SuggestionDeed> deed;
+
+    bool operator==(const SuggestionMenuItem&) const = default;
+};
+
+namespace SuggestionMenu {
+
+inline constexpr std::string_view makeRule = "Make Rule";
+inline constexpr std::string_view makeRuleHelp =
+    "Adds a rule in Log Only, so it writes what it would do to Activity first";
+
+/// What the main button does, in a word or two.
+std::string primaryLabel(const Suggestion& suggestion);
+std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool includesPrimary);
+/// Does it. What ends processes goes on beside the caller.
+void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed);
+
+}  // namespace SuggestionMenu
+
+}  // namespace tolvane

@@ -1,0 +1,171 @@
+#include "bench/CrowdHost.h"
+
+#include <stdlib.h>
+
+#include <chrono>
+#include <cstring>
+#include <utility>
+
+#include "platform/linux/makeLinuxHost.h"
+
+namespace tolvane::bench {
+
+struct CrowdHost::Machine {
+    int processes = 0;
+    Date now{Seconds{800'000'000}};
+    std::uint64_t ticks = 0;
+    std::function<void()> pressed;
+    Seconds afterSample{0};
+};
+
+namespace {
+
+using Clocked = std::chrono::steady_clock;
+
+std::string argumentsOf(Pid pid) {
+    const std::string words[] = {"node", "/home/ada/src/shop" + std::to_string(pid % 40) + "/node_modules/.bin/vite",
+                                 "--port=" + std::to_string(3000 + pid)};
+    const std::int32_t count = 3;
+    std::string block(sizeof count, '\0');
+    std::memcpy(block.data(), &count, sizeof count);
+    block.append("/opt/node").push_back('\0');
+    for (const auto& word : words) block.append(word).push_back('\0');
+    return block;
+}
+
+template <typename Machine>
+class CrowdInspection : public ProcessInspection {
+public:
+    explicit CrowdInspection(std::shared_ptr<Machine> machine) : machine_(std::move(machine)) {}
+
+    double nanosPerTick() const override { return 1; }
+    std::vector<Pid> allPids() override {
+        ++machine_->ticks;
+        std::vector<Pid> pids;
+        for (Pid pid = first; pid < first + machine_->processes; ++pid) pids.push_back(pid);
+        return pids;
+    }
+    std::optional<BSDRecord> bsdRecord(Pid pid) override {
+        return BSDRecord{.ppid = pid < 200 ? 1 : pid / 4,
+                         .uid = 501,
+                         .name = Text("program" + std::to_string(pid % 200)),
+                         .startTime = Date{Seconds{799'000'000.0 + pid}},
+                         .programStamp = 1};
+    }
+    std::optional<UsageRecord> usage(Pid pid) override {
+        const auto number = static_cast<std::uint64_t>(pid);
+        const std::uint64_t worked = pid % 10 == 0 ? machine_->ticks * 600'000'000 : machine_->ticks * 1'000'000;
+        return UsageRecord{.userTime = worked,
+                           .performanceUserTime = worked,
+                           .footprint = ((70 + number % 100) << 20U) + (machine_->ticks * number % 977) * 4096};
+    }
+    std::optional<Text> executablePath(Pid pid) override {
+        if (pid % 5 != 0) return Text("/opt/tools/node");
+        return Text("/Applications/App" + std::to_string(pid % 30) + ".app/Contents/MacOS/App");
+    }
+    std::optional<std::string> argumentsBlock(Pid pid) override { return argumentsOf(pid); }
+    std::optional<MemoryRecord> memoryRecord(Pid) override { return MemoryRecord{.compressed = 1U << 20U}; }
+    std::optional<Text> workingDirectory(Pid) override { return std::nullopt; }
+    std::optional<bool> belongsToSystem(Pid) override { return false; }
+    std::vector<int> listeningPorts(Pid) override { return {}; }
+
+private:
+    static constexpr Pid first = 100;
+    std::shared_ptr<Machine> machine_;
+};
+
+template <typename Machine>
+class StillClock : public Clock {
+public:
+    explicit StillClock(std::shared_ptr<Machine> machine) : machine_(std::move(machine)) {}
+    Date now() const override { return machine_->now; }
+    Subscription after(Seconds, Seconds, std::function<void()>) override { return {}; }
+
+private:
+    std::shared_ptr<Machine> machine_;
+};
+
+template <typename Machine>
+class PressureByHand : public MemoryPressure {
+public:
+    explicit PressureByHand(std::shared_ptr<Machine> machine) : machine_(std::move(machine)) {}
+    Subscription onPressure(std::function<void()> pressed) override {
+        machine_->pressed = std::move(pressed);
+        return Subscription([weak = std::weak_ptr(machine_)] {
+            if (const auto machine = weak.lock()) machine->pressed = nullptr;
+        });
+    }
+
+private:
+    std::shared_ptr<Machine> machine_;
+};
+
+/// Bundles as folders, as the paths of the crowd say.
+class FolderApplications : public Applications {
+public:
+    std::optional<Text> bundlePath(Pid, std::string_view executable) override {
+        const auto end = executable.find(".app/");
+        if (end == std::string_view::npos) return std::nullopt;
+        return Text(executable.substr(0, end + 4));
+    }
+    std::optional<Text> bundleIdentifier(std::string_view bundlePath) override { return Text(bundlePath); }
+    std::string displayName(std::string_view bundlePath) override { return std::string(bundlePath); }
+    std::string iconName(std::string_view) override { return {}; }
+};
+
+class NoWindows : public Windows {
+public:
+    bool anyVisible() const override { return false; }
+    Subscription onChange(std::function<void()>) override { return {}; }
+};
+
+/// Works at once, and takes the time of what follows a job.
+template <typename Machine>
+class TimedExecutor : public Executor {
+public:
+    explicit TimedExecutor(std::shared_ptr<Machine> machine) : machine_(std::move(machine)) {}
+    void submit(std::function<void()> job, std::function<void()> done) override {
+        job();
+        const auto begin = Clocked::now();
+        done();
+        machine_->afterSample = Seconds{Clocked::now() - begin};
+    }
+
+private:
+    std::shared_ptr<Machine> machine_;
+};
+
+std::filesystem::path newFolder() {
+    auto pattern = (std::filesystem::temp_directory_path() / "tolvane-bench.XXXXXX").string();
+    return ::mkdtemp(pattern.data());
+}
+
+}  // namespace
+
+CrowdHost::CrowdHost(int processes) : machine_(std::make_shared<Machine>()), folder_(newFolder()) {
+    machine_->processes = processes;
+    host = linuxhost::makeLinuxHost(linuxhost::environmentOf({{"HOME", folder_.string()}}), {});
+    host.makeInspection = [machine = machine_] { return std::make_unique<CrowdInspection<Machine>>(machine); };
+    host.clock = std::make_unique<StillClock<Machine>>(machine_);
+    host.pressure = std::make_unique<PressureByHand<Machine>>(machine_);
+    host.applications = std::make_unique<FolderApplications>();
+    host.uid = 501;
+    windows = std::make_unique<NoWindows>();
+}
+
+CrowdHost::~CrowdHost() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+Seconds CrowdHost::tick(Seconds passed) {
+    machine_->now += passed;
+    machine_->pressed();
+    return machine_->afterSample;
+}
+
+ExecutorFactory CrowdHost::executors() {
+    return [machine = machine_] { return std::make_unique<TimedExecutor<Machine>>(machine); };
+}
+
+}  // namespace tolvane::bench

@@ -1,0 +1,84 @@
+#include "desktop/MatchesCard.h"
+
+#include <QHBoxLayout>
+
+#include "desktop/Words.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/Tag.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int rowHeight = 34;
+constexpr int leading = 12, trailing = 10;
+
+QHBoxLayout* lineOf(QWidget* row, const Look& look) {
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(leading, 0, trailing, 0);
+    line->setSpacing(Sizes::gap + 2);
+    row->setMinimumHeight(look.fonts().height(TextRole::body, rowHeight, 16));
+    return line;
+}
+
+/// One process, application or session.
+class MatchRow : public QWidget {
+public:
+    explicit MatchRow(const Look& look)
+        : title_(new ElidedLabel(look, TextRole::body, &Tokens::text)),
+          detail_(new ElidedLabel(look, TextRole::small, &Tokens::text2)),
+          tag_(new Tag(look)) {
+        title_->setFont(look.fonts().font(TextRole::body, QFont::Medium));
+        title_->setElideMode(Qt::ElideMiddle);
+        detail_->setFigures(true);
+        auto* line = lineOf(this, look);
+        line->addWidget(title_);
+        line->addWidget(detail_, 1);
+        line->addWidget(tag_);
+    }
+
+    void show(const RuleMatches::Row& match) {
+        title_->setText(words(match.title));
+        detail_->setText(words(match.detail));
+        tag_->show(words(match.tag()), match.isDue ? TagKind::orange : TagKind::plain);
+    }
+
+private:
+    ElidedLabel* title_;
+    ElidedLabel* detail_;
+    Tag* tag_;
+};
+
+}  // namespace
+
+MatchesCard::MatchesCard(const Look& look, QWidget* parent) : Card(look, parent), look_(look) {
+    setAccessibleName(words(RuleMatches::heading));
+}
+
+/// Rows stay as long as their number does: only their words change from tick to tick.
+void MatchesCard::show(const RuleMatches& matches) {
+    if (filled_ && matches == shown_) return;
+    const bool sameRows = filled_ && matches.rows.size() == shown_.rows.size() && matches.more == shown_.more;
+    shown_ = matches;
+    filled_ = true;
+    if (!sameRows) {
+        keepRows(0);
+        for (std::size_t count = 0; count < matches.rows.size(); ++count) addRow(new MatchRow(look_));
+        if (matches.rows.empty()) showNote(words(RuleMatches::none));
+        if (matches.more) showNote(words(*matches.more));
+    }
+    for (std::size_t number = 0; number < matches.rows.size(); ++number) {
+        if (auto* row = dynamic_cast<MatchRow*>(rows()[number])) row->show(matches.rows[number]);
+    }
+    update();
+}
+
+void MatchesCard::showNote(const QString& text) {
+    auto* row = new QWidget;
+    auto* note = new ElidedLabel(look_, TextRole::small, &Tokens::text2);
+    note->setText(text);
+    lineOf(row, look_)->addWidget(note);
+    addRow(row);
+}
+
+}  // namespace tolvane::desktop

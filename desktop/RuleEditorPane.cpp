@@ -1,0 +1,257 @@
+#include "desktop/RuleEditorPane.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "app/screens/RuleMatches.h"
+#include "app/screens/RuleModeTraits.h"
+#include "app/screens/RuleStatus.h"
+#include "desktop/MatchesCard.h"
+#include "desktop/Words.h"
+#include "desktop/parts/Card.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/FormRow.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/PopupPicker.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "desktop/parts/Switch.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int widest = 900;
+constexpr int leading = 21;
+constexpr int above = 17;
+constexpr int cardGap = 13;
+constexpr int headingGap = 22;
+
+std::vector<QString> modeTitles() {
+    std::vector<QString> titles;
+    titles.reserve(ruleModes.size());
+    for (const auto& each : ruleModes) titles.push_back(words(each.title));
+    return titles;
+}
+
+QStringList kindTitles() {
+    QStringList titles;
+    for (const auto& each : targetKinds) titles.append(words(each.title));
+    return titles;
+}
+
+/// What a text field holds, unless the user is in it.
+void showText(QLineEdit& field, std::string_view text) {
+    if (field.hasFocus() || field.text() == words(text)) return;
+    field.setText(words(text));
+    field.setCursorPosition(0);
+}
+
+void showChoices(PopupPicker& picker, const std::vector<RuleConditions::Choice>& choices,
+                 std::optional<std::int64_t> value) {
+    QStringList titles;
+    for (const auto& each : choices) titles.append(words(each.title));
+    const auto chosen = std::ranges::find(choices, value, &RuleConditions::Choice::value);
+    picker.show(titles, static_cast<int>(chosen - choices.begin()));
+}
+
+void showSwitch(Switch& button, bool on) {
+    const QSignalBlocker quiet(&button);
+    button.setChecked(on);
+}
+
+QLineEdit* field(const Look& look, std::string_view name) {
+    auto* made = new QLineEdit;
+    made->setFont(look.fonts().font(TextRole::body));
+    made->setAccessibleName(words(name));
+    return made;
+}
+
+}  // namespace
+
+RuleEditorPane::RuleEditorPane(AppModel& model, const Look& look, std::string locale, QWidget* parent)
+    : QScrollArea(parent), model_(model), look_(look), locale_(std::move(locale)), form_(new QWidget) {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setAutoFillBackground(false);
+    form_->setAutoFillBackground(false);
+    buildControls();
+    buildForm();
+    setWidget(form_);
+    connectControls();
+}
+
+RuleEditorPane::~RuleEditorPane() = default;
+
+void RuleEditorPane::buildControls() {
+    const auto picker = [this](std::string_view name) { return new PopupPicker(look_, words(name)); };
+    name_ = field(look_, RuleEditor::nameLabel);
+    mode_ = new SegmentedPicker(look_, words(RuleEditor::modeLabel), modeTitles());
+    kind_ = picker(RuleEditor::targetLabel);
+    app_ = picker(RuleEditor::appLabel);
+    command_ = field(look_, RuleEditor::commandLabel);
+    command_->setPlaceholderText(words(RuleEditor::commandPrompt));
+    agents_ = field(look_, RuleEditor::agentLabel);
+    withoutPrompt_ = new Switch(look_, words(RuleEditor::withoutPromptLabel));
+    unused_ = picker(RuleEditor::unusedLabel);
+    memory_ = picker(RuleEditor::memoryLabel);
+    tight_ = new Switch(look_, words(RuleEditor::tightLabel));
+    footer_ = new ParagraphLabel(look_, TextRole::caption, &Tokens::text2);
+    action_ = picker(RuleEditor::actionLabel);
+    matches_ = new MatchesCard(look_);
+    delete_ = new QPushButton(words(RuleEditor::deleteRule));
+    delete_->setProperty("destructive", true);
+    delete_->setAutoDefault(false);
+}
+
+QWidget* RuleEditorPane::heading(std::string_view text) {
+    auto* label = new ElidedLabel(look_, TextRole::section, &Tokens::text);
+    label->setText(words(text));
+    return label;
+}
+
+void RuleEditorPane::buildForm() {
+    const auto row = [this](std::string_view label, QWidget* control, FormRow::Fit fit = FormRow::Fit::own) {
+        return new FormRow(look_, words(label), control, fit);
+    };
+    const auto card = [this](std::initializer_list<FormRow*> rows) {
+        auto* made = new Card(look_);
+        for (auto* each : rows) made->addRow(each);
+        return made;
+    };
+    modeRow_ = row(RuleEditor::modeLabel, mode_);
+    appRow_ = row(RuleEditor::appLabel, app_);
+    commandRow_ = row(RuleEditor::commandLabel, command_, FormRow::Fit::wide);
+    agentsRow_ = row(RuleEditor::agentLabel, agents_, FormRow::Fit::wide);
+    withoutPromptRow_ = row(RuleEditor::withoutPromptLabel, withoutPrompt_);
+    appRow_->setHint(words(RuleEditor::appHint));
+    commandRow_->setHint(words(RuleEditor::commandHint));
+    agentsRow_->setHint(words(RuleEditor::agentHint));
+
+    auto* column = new QVBoxLayout(form_);
+    column->setContentsMargins(leading, above, Sizes::margin, Sizes::margin);
+    column->setSpacing(0);
+    const auto add = [column](QWidget* part, int before) {
+        column->addSpacing(before);
+        column->addWidget(part);
+    };
+    add(card({row(RuleEditor::nameLabel, name_, FormRow::Fit::wide), modeRow_}), 0);
+    add(card({row(RuleEditor::targetLabel, kind_), appRow_, commandRow_, agentsRow_, withoutPromptRow_}), cardGap);
+    add(heading(RuleEditor::conditionsHeading), headingGap - Sizes::step);
+    add(card({row(RuleEditor::unusedLabel, unused_), row(RuleEditor::memoryLabel, memory_),
+              row(RuleEditor::tightLabel, tight_)}),
+        Sizes::gap);
+    add(footer_, Sizes::gap);
+    add(card({row(RuleEditor::actionLabel, action_)}), cardGap);
+    add(heading(RuleMatches::heading), headingGap);
+    add(matches_, Sizes::gap);
+    column->addSpacing(headingGap);
+    column->addWidget(delete_, 0, Qt::AlignLeft);
+    column->addStretch(1);
+}
+
+void RuleEditorPane::connectControls() {
+    connect(name_, &QLineEdit::textEdited, this, [this](const QString& text) { editor_->setName(bytes(text)); });
+    connect(mode_, &SegmentedPicker::chosen, this, [this](int index) {
+        if (editor_) editor_->setMode(ruleModes[static_cast<std::size_t>(index)].mode);
+    });
+    connect(kind_, &QComboBox::activated, this,
+            [this](int index) { editor_->setKind(targetKinds[static_cast<std::size_t>(index)].kind); });
+    connect(app_, &QComboBox::activated, this, [this](int index) {
+        const auto choices = editor_->appChoices();
+        if (std::cmp_less(index, choices.size())) editor_->setApp(choices[static_cast<std::size_t>(index)].bundleID);
+    });
+    for (auto* each : {command_, agents_}) {
+        connect(each, &QLineEdit::textEdited, this, [this](const QString& text) { editor_->setPatterns(bytes(text)); });
+        connect(each, &QLineEdit::editingFinished, this, &RuleEditorPane::keepTyped);
+    }
+    connect(withoutPrompt_, &QAbstractButton::toggled, this, [this](bool on) { editor_->setOnlyWithoutPrompt(on); });
+    connect(unused_, &QComboBox::activated, this, [this](int index) {
+        editor_->setUnusedMinutes(editor_->unusedChoices()[static_cast<std::size_t>(index)].value);
+    });
+    connect(memory_, &QComboBox::activated, this, [this](int index) {
+        editor_->setMemoryMB(editor_->memoryChoices()[static_cast<std::size_t>(index)].value);
+    });
+    connect(tight_, &QAbstractButton::toggled, this, [this](bool on) { editor_->setOnlyWhenTight(on); });
+    connect(action_, &QComboBox::activated, this,
+            [this](int index) { editor_->setAction(actionsFor(editor_->kind())[static_cast<std::size_t>(index)]); });
+    connect(delete_, &QPushButton::clicked, this, [this] { editor_->deleteIt(); });
+}
+
+void RuleEditorPane::open(const std::optional<UUID>& rule) {
+    const bool same = rule && editor_ && editor_->id() == *rule;
+    if (same || (!rule && !editor_)) return;
+    keepTyped();
+    editor_ = rule ? std::make_unique<RuleEditor>(model_, *rule, locale_) : nullptr;
+    for (auto* each : {name_, command_, agents_}) each->clearFocus();
+    verticalScrollBar()->setValue(0);
+    refresh();
+}
+
+/// A field that the user leaves keeps what it says; one that was left by choosing another rule does, too.
+void RuleEditorPane::keepTyped() {
+    if (!editor_) return;
+    editor_->savePatterns();
+    refresh();
+}
+
+void RuleEditorPane::refresh() {
+    const auto* rule = editor_ ? editor_->rule() : nullptr;
+    if (!rule) return;
+    showText(*name_, rule->name);
+    mode_->setChoice(static_cast<int>(rule->mode()));
+    modeRow_->setHint(words(traits(rule->mode()).explanation));
+    showTarget(*rule);
+    showConditions(*rule);
+    showAction(*rule);
+    const auto now = model_.snapshot->date;
+    matches_->show(RuleMatches::of(RuleStatus::of(*rule, model_.world(), now), now, locale_));
+}
+
+void RuleEditorPane::showTarget(const Rule& rule) {
+    const auto kind = kindOf(rule.target);
+    kind_->show(kindTitles(), static_cast<int>(kind));
+    appRow_->setVisible(kind == TargetKind::app);
+    commandRow_->setVisible(kind == TargetKind::command);
+    agentsRow_->setVisible(kind == TargetKind::agent);
+    withoutPromptRow_->setVisible(kind == TargetKind::agent && RuleEditor::offersWithoutPrompt(model_));
+    showText(*command_, editor_->patterns());
+    showText(*agents_, editor_->patterns());
+    showSwitch(*withoutPrompt_, editor_->onlyWithoutPrompt());
+    const auto* target = std::get_if<AppTarget>(&rule.target);
+    if (!target) return;
+    const auto choices = editor_->appChoices();
+    QStringList titles;
+    for (const auto& each : choices) titles.append(words(each.title));
+    const auto chosen = std::ranges::find(choices, target->bundleID, &RuleEditor::AppChoice::bundleID);
+    app_->show(titles, static_cast<int>(chosen - choices.begin()));
+}
+
+void RuleEditorPane::showConditions(const Rule& rule) {
+    showChoices(*unused_, editor_->unusedChoices(), rule.unusedMinutes);
+    showChoices(*memory_, editor_->memoryChoices(), rule.memoryMB);
+    showSwitch(*tight_, rule.onlyWhenTight.value_or(false));
+    footer_->setText(words(editor_->footer()));
+}
+
+void RuleEditorPane::showAction(const Rule& rule) {
+    const auto offered = actionsFor(kindOf(rule.target));
+    QStringList titles;
+    for (const auto action : offered) titles.append(words(RuleActions::title(action)));
+    const auto chosen = std::ranges::find(offered, rule.action);
+    action_->show(titles, chosen == offered.end() ? -1 : static_cast<int>(chosen - offered.begin()));
+}
+
+/// On a wide window the form keeps a width that can be read.
+void RuleEditorPane::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    const int spare = std::max(0, viewport()->width() - look_.fonts().scaled(widest));
+    form_->layout()->setContentsMargins(leading, above, std::max(Sizes::margin, spare), Sizes::margin);
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/ServiceManager.h"
+
+namespace tolvane::machost {
+
+/// launchd has no interface for it: its own listing tool is to be asked.
+class LaunchdServices : public ServiceManager {
+public:
+    std::optional<std::set<Pid>> managedPIDs() override { return std::nullopt; }
+};
+
+}  // namespace tolvane::machost

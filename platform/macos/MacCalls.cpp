@@ -1,0 +1,63 @@
+#include "platform/macos/MacCalls.h"
+
+#include <utility>
+
+#include "platform/macos/LaunchdServices.h"
+#include "platform/macos/MacApplications.h"
+#include "platform/macos/MacDesktop.h"
+#include "platform/macos/MacFolders.h"
+#include "platform/macos/MacFrontmost.h"
+#include "platform/macos/MacLoginItem.h"
+#include "platform/macos/MacNotifications.h"
+#include "platform/macos/MacPreferences.h"
+#include "platform/macos/MacPropertyLists.h"
+#include "platform/macos/MacRunningApplications.h"
+#include "platform/macos/dispatch/MacClock.h"
+#include "platform/macos/dispatch/MacMemoryPressure.h"
+#include "platform/macos/kernel/KernelNumbers.h"
+#include "platform/macos/kernel/MacMachineStatistics.h"
+#include "platform/macos/kernel/MacProcessControl.h"
+#include "platform/macos/kernel/MacProcessInspection.h"
+#include "platform/macos/kernel/SpawnedChildProcesses.h"
+
+namespace tolvane::machost {
+
+namespace {
+
+void addKernel(Host& host, const Kernel& kernel) {
+    host.makeInspection = [kernel] { return std::make_unique<MacProcessInspection>(kernel); };
+    host.machine = std::make_unique<MacMachineStatistics>(kernel);
+    host.control = std::make_unique<MacProcessControl>(kernel);
+    host.services = std::make_unique<LaunchdServices>();
+    host.children = std::make_unique<SpawnedChildProcesses>(kernel, closeByDefault);
+    host.selfPID = kernel->ownPid();
+    host.uid = kernel->ownUser();
+}
+
+void addFrameworks(Host& host, const ObjC& runtime, const OnMain& onMain) {
+    auto folders = std::make_unique<MacFolders>(*runtime);
+    host.applications = std::make_unique<MacApplications>(runtime, folders->caches() + "/icons");
+    host.running = std::make_unique<MacRunningApplications>(runtime, onMain);
+    host.frontmost = std::make_unique<MacFrontmost>(runtime);
+    host.notifications = std::make_unique<MacNotifications>(runtime, onMain);
+    host.loginItem = std::make_unique<MacLoginItem>(runtime);
+    host.desktop = std::make_unique<MacDesktop>(runtime);
+    host.propertyLists = std::make_unique<MacPropertyLists>(runtime);
+    host.folders = std::move(folders);
+}
+
+}  // namespace
+
+Host hostOn(const MacCalls& calls, LayeredPreferences::Overrides overrides, const OnMain& onMain) {
+    Host host;
+    addKernel(host, calls.kernel);
+    addFrameworks(host, calls.runtime, onMain);
+    host.pressure = std::make_unique<MacMemoryPressure>(calls.dispatch, onMain);
+    host.clock = std::make_unique<MacClock>(calls.dispatch, onMain);
+    host.preferences =
+        std::make_unique<LayeredPreferences>(std::make_unique<MacPreferences>(calls.runtime), std::move(overrides));
+    host.log = std::make_unique<UnifiedLog>(calls.log);
+    return host;
+}
+
+}  // namespace tolvane::machost

@@ -1,0 +1,57 @@
+#include "platform/macos/MacFrontmost.h"
+
+#include <utility>
+
+#include "platform/macos/objc/Block.h"
+#include "platform/macos/objc/Foundation.h"
+
+namespace tolvane::machost {
+
+namespace {
+
+Id workspace(const Runtime& runtime) { return runtime.send(runtime.classNamed("NSWorkspace"), "sharedWorkspace"); }
+
+std::optional<std::string> bundlePathOf(const Runtime& runtime, Id application) {
+    return Foundation::path(runtime, runtime.send(application, "bundleURL"));
+}
+
+std::optional<std::string> activatedPath(const Runtime& runtime, Id notification) {
+    const Pool pool(runtime);
+    const Id details = runtime.send(notification, "userInfo");
+    return bundlePathOf(
+        runtime, runtime.send(details, "objectForKey:", Foundation::string(runtime, "NSWorkspaceApplicationKey")));
+}
+
+}  // namespace
+
+MacFrontmost::MacFrontmost(ObjC runtime) : runtime_(std::move(runtime)) {}
+
+std::optional<FrontmostApplication> MacFrontmost::current() const {
+    const Pool pool(*runtime_);
+    const Id application = runtime_->send(workspace(*runtime_), "frontmostApplication");
+    auto path = bundlePathOf(*runtime_, application);
+    if (!path) return std::nullopt;
+    return FrontmostApplication{
+        .bundlePath = std::move(*path),
+        .bundleIdentifier = Foundation::text(*runtime_, runtime_->send(application, "bundleIdentifier"))};
+}
+
+Subscription MacFrontmost::onActivation(std::function<void(std::string bundlePath)> activated) {
+    const Pool pool(*runtime_);
+    const Id center = runtime_->send(workspace(*runtime_), "notificationCenter");
+    Block<Id> block(*runtime_, [runtime = runtime_, activated = std::move(activated)](Id notification) {
+        if (auto path = activatedPath(*runtime, notification)) activated(std::move(*path));
+    });
+    const Id token =
+        runtime_->send(center, "addObserverForName:object:queue:usingBlock:",
+                       Foundation::string(*runtime_, "NSWorkspaceDidActivateApplicationNotification"), Id{},
+                       runtime_->send(runtime_->classNamed("NSOperationQueue"), "mainQueue"), block.get());
+    auto observer = std::make_shared<Owned>(Owned::retain(runtime_, token));
+    return Subscription([runtime = runtime_, observer] {
+        const Pool pool(*runtime);
+        runtime->send<void>(runtime->send(workspace(*runtime), "notificationCenter"),
+                            "removeObserver:", observer->get());
+    });
+}
+
+}  // namespace tolvane::machost

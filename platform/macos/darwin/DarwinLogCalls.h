@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/macos/UnifiedLog.h"
+
+namespace tolvane::machost {
+
+/// The unified log of this Mac.
+LogCalls appleLog();
+
+}  // namespace tolvane::machost

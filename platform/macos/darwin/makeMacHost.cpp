@@ -1,0 +1,21 @@
+#include "platform/macos/makeMacHost.h"
+
+#include <utility>
+
+#include "platform/macos/darwin/DarwinDispatchCalls.h"
+#include "platform/macos/darwin/DarwinKernelCalls.h"
+#include "platform/macos/darwin/DarwinLogCalls.h"
+#include "platform/macos/darwin/DarwinRuntimeCalls.h"
+
+namespace tolvane::machost {
+
+MacCalls appleCalls() {
+    const auto runtime = appleRuntime();
+    return {.kernel = processKernel(runtime), .runtime = runtime, .dispatch = appleDispatch(), .log = appleLog()};
+}
+
+Host makeMacHost(LayeredPreferences::Overrides overrides, const OnMain& onMain) {
+    return hostOn(appleCalls(), std::move(overrides), onMain);
+}
+
+}  // namespace tolvane::machost

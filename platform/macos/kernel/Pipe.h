@@ -1,0 +1,25 @@
+#pragma once
+
+namespace tolvane::machost {
+
+/// A pipe, both ends ours until they are closed. Children inherit neither.
+class Pipe {
+public:
+    Pipe();
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    ~Pipe();
+
+    explicit operator bool() const { return output_ >= 0; }
+    /// To read from.
+    int output() const { return output_; }
+    /// To write to; -1 once it is closed.
+    int input() const { return input_; }
+    void closeInput();
+
+private:
+    int output_ = -1;
+    int input_ = -1;
+};
+
+}  // namespace tolvane::machost

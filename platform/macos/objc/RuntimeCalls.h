@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <variant>
+#include <vector>
+
+namespace tolvane::machost {
+
+/// An object or a class of Objective-C; null is nil, to which every message gives nothing.
+struct Object;
+using Id = Object*;
+
+/// A registered method name.
+struct SelectorName;
+using Selector = const SelectorName*;
+
+/// A function whose type only its caller knows.
+using AnyFunction = void (*)();
+
+/// What a message carries or gives: nothing, an object, BOOL, NSInteger, NSUInteger, double, a C string, a pointer.
+using Value = std::variant<std::monostate, Id, bool, std::int64_t, std::uint64_t, double, const char*, void*>;
+
+/// One message before it is sent.
+struct Message {
+    Id receiver = nullptr;
+    const char* selector = nullptr;
+    std::vector<Value> arguments;
+};
+
+/// Calls `function` with the receiver, the selector and the arguments in exactly the types that the sender named: the
+/// one place in which a message becomes a call.
+using Perform = Value (*)(AnyFunction function, Selector selector, const Message& message);
+
+/// The Objective-C runtime, so that a test can stand in for it and see every message. `appleRuntime()` of a Mac has the
+/// real one. Callable from any thread.
+struct RuntimeCalls {
+    std::function<Value(const Message& message, Perform perform)> send;
+    /// Nil when no loaded framework has it.
+    std::function<Id(const char* name)> findClass;
+    std::function<void(Id)> retain;
+    std::function<void(Id)> release;
+    std::function<void*()> pushPool;
+    std::function<void(void* pool)> popPool;
+    /// The home folder as a string object.
+    std::function<Id()> homeFolder;
+
+    /// Classes made at run time, in this order. Nil when the name is taken.
+    std::function<Id(Id superclass, const char* name)> allocateClass;
+    std::function<bool(Id made, const char* selector, AnyFunction implementation, const char* types)> addMethod;
+    std::function<void(Id made)> registerClass;
+    std::function<void(Id made)> disposeClass;
+    /// Makes a method of a block; the block is copied.
+    std::function<AnyFunction(Id block)> implementationOf;
+    std::function<void(AnyFunction implementation)> removeImplementation;
+    /// What a block on the stack is an instance of.
+    const void* stackBlockClass = nullptr;
+};
+
+}  // namespace tolvane::machost
