@@ -25,13 +25,6 @@ namespace {
 const auto geometryKey = QStringLiteral("main/geometry");
 const auto panesKey = QStringLiteral("main/panes");
 
-std::vector<std::string> pathsOf(const QMimeData& dragged) {
-    std::vector<std::string> paths;
-    for (const auto& url : dragged.urls()) {
-        if (url.isLocalFile()) paths.push_back(bytes(url.toLocalFile()));
-    }
-    return paths;
-}
 /// The sidebar's ground below its list.
 class SidebarColumn : public QWidget {
 public:
@@ -51,6 +44,14 @@ protected:
 private:
     const Look& look_;
 };
+
+std::vector<std::string> pathsOf(const QMimeData& dragged) {
+    std::vector<std::string> paths;
+    for (const auto& url : dragged.urls()) {
+        if (url.isLocalFile()) paths.push_back(bytes(url.toLocalFile()));
+    }
+    return paths;
+}
 
 }  // namespace
 
@@ -147,6 +148,9 @@ Page* MainWindow::page(AppSection section) {
     if (screen == screens_.end()) return nullptr;
     auto* made = screen->make(stack_);
     stack_->addWidget(made);
+    connect(made, &Page::subtitleChanged, this, [this, made] {
+        if (made == shown_) toolbar_->setSubtitle(made->subtitle());
+    });
     return pages_.emplace(section, made).first->second;
 }
 
@@ -157,6 +161,7 @@ void MainWindow::showSection(AppSection section) {
     shown_ = shown;
     stack_->setCurrentWidget(shown);
     toolbar_->show(words(traits(section).title), shown->controls());
+    toolbar_->setSubtitle(shown->subtitle());
 }
 
 void MainWindow::restoreLayout() {

@@ -33,10 +33,10 @@ struct MainView {
     static constexpr std::string_view title = "Tolvane";
     static constexpr std::string_view importRules = "Import Rules…";
     static constexpr std::string_view exportRules = "Export Rules…";
-    /// What a file panel calls the files that it shows.
-    static constexpr std::string_view ruleFiles = "Tolvane Rules";
     /// Of the commands of the window.
     static constexpr std::string_view menu = "Menu";
+    /// What a file panel calls the files that it shows.
+    static constexpr std::string_view ruleFiles = "Tolvane Rules";
     /// Closes the message of an import.
     static constexpr std::string_view dismiss = "OK";
 

@@ -112,7 +112,7 @@ TEST_F(LinuxNotificationsTest, whereThereIsNoBodyTheTitleHasItAll) {
 
 TEST_F(LinuxNotificationsTest, noActionIsOfferedToADaemonWithout) {
     const Daemon daemon(bus.address(), {"body"});
-    EXPECT_THAT(posted(swap, daemon), HasSubstr("@as []"));
+    EXPECT_THAT(posted(swap, daemon), HasSubstr("co.', [], {"));
 }
 
 TEST_F(LinuxNotificationsTest, bytesThatAreNoTextArriveRepaired) {

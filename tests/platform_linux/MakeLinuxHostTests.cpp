@@ -16,6 +16,10 @@ TEST(MakeLinuxHost, everyPartIsThere) {
     EXPECT_THAT(host.control, NotNull());
     EXPECT_THAT(host.applications, NotNull());
     EXPECT_THAT(host.frontmost, NotNull());
+    EXPECT_THAT(host.running, NotNull());
+    EXPECT_THAT(host.notifications, NotNull());
+    EXPECT_THAT(host.loginItem, NotNull());
+    EXPECT_THAT(host.desktop, NotNull());
     EXPECT_THAT(host.services, NotNull());
     EXPECT_THAT(host.children, NotNull());
     EXPECT_THAT(host.propertyLists, NotNull());
@@ -36,6 +40,29 @@ TEST(MakeLinuxHost, preferencesLieInTheConfigurationFolderBelowTheOverrides) {
     EXPECT_FALSE(home.has("config"));
     host.preferences->set("rulesPaused", true);
     EXPECT_TRUE(home.has("config/Tolvane/dev.tolvane.Tolvane.plist"));
+}
+
+TEST(MakeLinuxHost, withoutADesktopItsPartsSaySo) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {});
+    EXPECT_FALSE(host.frontmost->canTell());
+    EXPECT_EQ(host.frontmost->current(), std::nullopt);
+    const auto kept = host.frontmost->onActivation([](const std::string&) { FAIL(); });
+    EXPECT_THAT(host.running->withBundleIdentifier("org.example.Nothing"), ::testing::IsEmpty());
+    host.notifications->post({.identifier = "1", .title = "t", .body = "b"});
+    host.desktop->reveal("/nowhere/at/all");
+    host.desktop->open("/nowhere/at/all");
+    host.desktop->copyText("text");
+    EXPECT_EQ(host.loginItem->status(), LoginStatus::notRegistered);
+}
+
+TEST(MakeLinuxHost, theToolkitTakesWhatIsCopied) {
+    const TemporaryFolder home;
+    std::string copied;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}}), {},
+                                    {.copyText = [&](const std::string& text) { copied = text; }});
+    host.desktop->copyText("a line");
+    EXPECT_EQ(copied, "a line");
 }
 
 TEST(MakeLinuxHost, aProcessIsLoweredByTheStartTimeThatReadersGive) {

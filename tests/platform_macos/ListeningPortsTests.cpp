@@ -15,7 +15,7 @@ using ::testing::IsEmpty;
 
 class MacListeningPortsTest : public ::testing::Test {
 protected:
-    std::vector<int> ports() { return listeningPortsOf(kernel_.calls, 42); }
+    std::vector<int> ports() { return readListeningPorts(kernel_.calls, 42); }
 
     FakeKernel kernel_;
     FakeMacProcess& process_ = kernel_.add(42, "node");

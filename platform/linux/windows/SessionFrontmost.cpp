@@ -6,6 +6,12 @@
 
 namespace tolvane::linuxhost {
 
+namespace {
+
+constexpr std::chrono::milliseconds longestMove{500};
+
+}  // namespace
+
 SessionFrontmost::SessionFrontmost(std::shared_ptr<WindowSession> session, std::string proc)
     : session_(std::move(session)), proc_(std::move(proc)) {}
 
@@ -70,12 +76,20 @@ void SessionFrontmost::readX11() {
     if (!events_->isAlive()) notifier_->setEnabled(false);
 }
 
-/// An application that keeps the front while its windows change is not told again.
+/// An application that keeps the front while its windows change is not told again. Window managers have nobody in front
+/// for a moment whenever the focus moves; whoever comes back after a longer while has come to the front again.
 void SessionFrontmost::look() {
     const auto path = bundlePath();
-    if (path == last_) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (!path) {
+        if (!nobodySince_) nobodySince_ = now;
+        return;
+    }
+    const bool wasAway = nobodySince_ && now - *nobodySince_ > longestMove;
+    nobodySince_.reset();
+    if (path == last_ && !wasAway) return;
     last_ = path;
-    if (path) observers_.tell(path->str());
+    observers_.tell(path->str());
 }
 
 }  // namespace tolvane::linuxhost

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,6 +37,7 @@ private:
     Observers<std::string> observers_;
     bool isWatching_ = false;
     std::optional<Text> last_;
+    std::optional<std::chrono::steady_clock::time_point> nobodySince_;
     std::unique_ptr<XDisplay> events_;
     std::unique_ptr<QSocketNotifier> notifier_;
     Subscription toplevels_;

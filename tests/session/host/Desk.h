@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Host.h"
+#include "platform/linux/windows/XDisplay.h"
+
+namespace tolvane::linuxhost::testing {
+
+/// The real desktop that this test runs in, with applications of the test's own, each with a desktop entry and a
+/// program file of its own. All that was started ends with it, by pid.
+class Desk {
+public:
+    Desk();
+    Desk(const Desk&) = delete;
+    Desk& operator=(const Desk&) = delete;
+    ~Desk();
+
+    /// Describes an application whose program has that habit (see tests/session/window), and gives its entry's path.
+    /// `more` are further lines of the entry.
+    std::string install(const std::string& identifier, const std::string& habit, const std::string& more = {}) const;
+    /// Starts the application's program as a person would, and waits for its window where the habit has one.
+    Pid start(const std::string& identifier, const std::string& habit);
+    /// What was started, waited for: true within the limit.
+    bool hasEnded(Pid pid);
+    bool isRunning(Pid pid) const;
+    std::optional<XDisplay::Window> windowOf(Pid pid) const;
+    /// As a pager does, by the window manager.
+    void activate(Pid pid) const;
+    /// The pids of a running application's programs, whoever started them.
+    std::vector<Pid> pidsOf(const std::string& identifier) const;
+
+    Host host;
+
+private:
+    Pid execute(const std::string& identifier, const std::string& habit);
+    std::string programOf(const std::string& identifier) const;
+
+    std::string folder_;
+    std::unique_ptr<XDisplay> display_;
+    std::vector<Pid> children_;
+};
+
+}  // namespace tolvane::linuxhost::testing
