@@ -148,6 +148,9 @@ Page* MainWindow::page(AppSection section) {
     if (screen == screens_.end()) return nullptr;
     auto* made = screen->make(stack_);
     stack_->addWidget(made);
+    connect(made, &Page::subtitleChanged, this, [this, made] {
+        if (made == shown_) toolbar_->setSubtitle(made->subtitle());
+    });
     return pages_.emplace(section, made).first->second;
 }
 
@@ -158,6 +161,7 @@ void MainWindow::showSection(AppSection section) {
     shown_ = shown;
     stack_->setCurrentWidget(shown);
     toolbar_->show(words(traits(section).title), shown->controls());
+    toolbar_->setSubtitle(shown->subtitle());
 }
 
 void MainWindow::restoreLayout() {

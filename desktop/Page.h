@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 #include <vector>
 
@@ -16,6 +17,11 @@ public:
     virtual std::vector<QWidget*> controls() = 0;
     /// What has the keyboard when the screen opens.
     virtual QWidget* firstFocus() { return this; }
+    /// Under the title; empty for none.
+    virtual QString subtitle() const { return {}; }
+
+signals:
+    void subtitleChanged();
 };
 
 }  // namespace tolvane::desktop

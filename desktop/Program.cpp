@@ -28,7 +28,9 @@ void Program::draw(const QString& folder) {
 
 Shell& Program::show(bool isReachable) {
     shell_ = std::make_unique<Shell>(model_, look_, state_, screens(), isReachable);
-    QObject::connect(shell_.get(), &Shell::quitWanted, &application_, &QApplication::quit, Qt::QueuedConnection);
+    // To end is not to close the windows one by one: closing one may leave the program running.
+    QObject::connect(
+        shell_.get(), &Shell::quitWanted, &application_, [] { QApplication::exit(); }, Qt::QueuedConnection);
     shell_->start(AppPreferences::atLogin.in(*host_.preferences));
     return *shell_;
 }

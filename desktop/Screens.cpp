@@ -1,16 +1,27 @@
 #include "desktop/Screens.h"
 
 #include "desktop/ActivityPage.h"
+#include "desktop/HistoryPage.h"
 #include "desktop/ProcessesPage.h"
+#include "desktop/ProjectsPage.h"
 #include "desktop/RulesPage.h"
 #include "desktop/StatsPage.h"
+#include "desktop/SuggestionsPage.h"
 
 namespace tolvane::desktop {
 
 std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& state, const std::string& locale) {
-    constexpr bool historyPresent = false;
     const auto processes = [&model, &look, &state, locale](QWidget* parent) {
-        return new ProcessesPage(model, look, state, locale, historyPresent, parent);
+        return new ProcessesPage(model, look, state, locale, true, parent);
+    };
+    const auto projects = [&model, &look, locale](QWidget* parent) {
+        return new ProjectsPage(model, look, locale, {}, parent);
+    };
+    const auto suggestions = [&model, &look, locale](QWidget* parent) {
+        return new SuggestionsPage(model, look, locale, parent);
+    };
+    const auto history = [&model, &look, locale](QWidget* parent) {
+        return new HistoryPage(model, look, locale, {}, parent);
     };
     const auto stats = [&model, &look, locale](QWidget* parent) {
         return new StatsPage(model, look, locale, {}, parent);
@@ -21,10 +32,10 @@ std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& s
     const auto activity = [&model, &look, &state, locale](QWidget* parent) {
         return new ActivityPage(model, look, state, locale, {}, parent);
     };
-    return {{AppSection::processes, processes},
-            {AppSection::stats, stats},
-            {AppSection::rules, rules},
-            {AppSection::activity, activity}};
+    return {
+        {AppSection::processes, processes}, {AppSection::projects, projects}, {AppSection::suggestions, suggestions},
+        {AppSection::history, history},     {AppSection::stats, stats},       {AppSection::rules, rules},
+        {AppSection::activity, activity}};
 }
 
 }  // namespace tolvane::desktop

@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QPainter>
 #include <QToolButton>
+#include <algorithm>
 
 namespace tolvane::desktop {
 
@@ -17,14 +18,28 @@ Toolbar::Toolbar(const Look& look, QWidget* parent)
     : QWidget(parent),
       look_(look),
       title_(new ElidedLabel(look, TextRole::title, &Tokens::text, this)),
+      subtitle_(new ElidedLabel(look, TextRole::caption, &Tokens::text2, this)),
       whole_(new QBoxLayout(QBoxLayout::LeftToRight, this)),
       controlsRow_(new QHBoxLayout) {
     whole_->setSpacing(Sizes::gap);
-    whole_->addWidget(title_);
+    auto* titles = new QVBoxLayout;
+    titles->setSpacing(0);
+    titles->addStretch(1);
+    titles->addWidget(title_);
+    titles->addWidget(subtitle_);
+    titles->addStretch(1);
+    whole_->addLayout(titles);
     whole_->addLayout(controlsRow_);
     controlsRow_->setSpacing(controlsGap);
     controlsRow_->addStretch(1);
     setMinimumHeight(Sizes::toolbarHeight);
+    subtitle_->setFigures(true);
+    subtitle_->hide();
+}
+
+void Toolbar::setSubtitle(const QString& subtitle) {
+    subtitle_->setText(subtitle);
+    subtitle_->setVisible(!subtitle.isEmpty());
 }
 
 void Toolbar::show(const QString& title, const std::vector<QWidget*>& controls) {
@@ -51,7 +66,7 @@ void Toolbar::arrange() {
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     whole_->setContentsMargins(mirrored ? farMargin() : Sizes::margin, Sizes::gap,
                                mirrored ? Sizes::margin : farMargin(), Sizes::gap + 1);
-    int needed = Sizes::margin + title_->sizeHint().width() + farMargin();
+    int needed = Sizes::margin + std::max(title_->sizeHint().width(), subtitle_->sizeHint().width()) + farMargin();
     for (auto* control : controls_)
         needed += controlsGap + std::max(control->minimumWidth(), control->minimumSizeHint().width());
     const bool beside = needed <= width();

@@ -22,6 +22,8 @@ public:
     /// Takes the controls of another screen; those of the one before are hidden.
     void show(const QString& title, const std::vector<QWidget*>& controls);
     using QWidget::show;
+    /// A small line under the title; empty for none.
+    void setSubtitle(const QString& subtitle);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -33,6 +35,7 @@ private:
 
     const Look& look_;
     ElidedLabel* title_;
+    ElidedLabel* subtitle_;
     QBoxLayout* whole_;
     QHBoxLayout* controlsRow_;
     std::vector<QWidget*> controls_;

@@ -139,7 +139,7 @@ std::optional<int> statusOfSecondCopy(const FolderLock& lock, const std::string&
 
 int run(QApplication& application, Machine& machine, Host host, const StartUp& start, const Purpose& purpose) {
     Program program(application, std::move(host), purpose);
-    const auto quit = onQuitSignal([] { QApplication::quit(); });
+    const auto quit = onQuitSignal([] { QApplication::exit(); });
     if (purpose.draws()) {
         program.draw(purpose.pictures);
         return QApplication::exec();

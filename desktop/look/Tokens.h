@@ -176,6 +176,8 @@ inline constexpr int tableRowHeight = 26;
 inline constexpr int sidebarRowHeight = 30;
 inline constexpr int sidebarHeadingHeight = 38;
 inline constexpr int buttonHeight = 28;
+/// The part of a split button that opens its menu.
+inline constexpr int menuPart = 25;
 inline constexpr int gaugeHeight = 6;
 inline constexpr int checkBox = 16;
 inline constexpr int tagHeight = 18;

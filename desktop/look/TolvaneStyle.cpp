@@ -25,7 +25,7 @@ struct Metric {
     int pixels;
 };
 
-constexpr std::array<Metric, 18> metrics = {{
+constexpr std::array<Metric, 19> metrics = {{
     {QStyle::PM_ScrollBarExtent, Sizes::scrollSpace},
     {QStyle::PM_ScrollBarSliderMin, Sizes::margin},
     /// Views reach under their scroll bars, which have no ground of their own.
@@ -35,6 +35,7 @@ constexpr std::array<Metric, 18> metrics = {{
     {QStyle::PM_SplitterWidth, 1},
     {QStyle::PM_SmallIconSize, Sizes::icon},
     {QStyle::PM_ButtonIconSize, Sizes::icon},
+    {QStyle::PM_MenuButtonIndicator, Sizes::menuPart},
     {QStyle::PM_ListViewIconSize, Sizes::icon},
     {QStyle::PM_TreeViewIndentation, Sizes::treeIndent},
     {QStyle::PM_IndicatorWidth, Sizes::checkBox},

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "desktop/SuggestionRowView.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/ParagraphLabel.h"
+
+class QVBoxLayout;
+
+namespace tolvane::desktop {
+
+/// All suggestions of one kind: a heading, the rows on one ground, and what the kind means.
+class SuggestionCard : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SuggestionCard(const Look& look, QWidget* parent = nullptr);
+
+    /// Rows that stay keep their widgets, and with them the keyboard's place.
+    void show(const SuggestionSection& section);
+    using QWidget::show;
+
+    const std::vector<SuggestionRowView*>& rows() const { return rows_; }
+
+signals:
+    void wanted(tolvane::Suggestion suggestion, tolvane::SuggestionDeed deed);
+    void menuOpened();
+    void menuClosed();
+
+private:
+    class Ground;
+
+    SuggestionRowView* rowOf(const SuggestionRow& row);
+
+    const Look& look_;
+    ElidedLabel* heading_;
+    Ground* ground_;
+    QVBoxLayout* list_;
+    ParagraphLabel* footer_;
+    std::vector<SuggestionRowView*> rows_;
+};
+
+}  // namespace tolvane::desktop

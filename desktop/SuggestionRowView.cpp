@@ -1,0 +1,135 @@
+#include "desktop/SuggestionRowView.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+#include <algorithm>
+
+#include "desktop/Words.h"
+#include "desktop/look/TextLine.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int sideMargin = 14, upperMargin = 8;
+constexpr int figureGap = 28;
+
+}  // namespace
+
+SuggestionRowView::SuggestionRowView(const Look& look, QWidget* parent)
+    : QWidget(parent),
+      look_(look),
+      title_(new ElidedLabel(look, TextRole::body, &Tokens::text)),
+      evidence_(new ElidedLabel(look, TextRole::small, &Tokens::text2)),
+      figure_(new ElidedLabel(look, TextRole::body, &Tokens::text)),
+      buttons_(new QWidget),
+      makeRule_(new QPushButton(words(SuggestionMenu::makeRule))),
+      action_(new SplitButton(look)) {
+    buildLayout();
+    makeRule_->setToolTip(words(SuggestionMenu::makeRuleHelp));
+    makeRule_->setAutoDefault(false);
+    makeRule_->setFixedHeight(action_->sizeHint().height());
+    connect(makeRule_, &QPushButton::clicked, this, [this] { emit wanted(row_.suggestion, SuggestionDeed::makeRule); });
+    connect(action_, &QToolButton::clicked, this, [this] { emit wanted(row_.suggestion, SuggestionDeed::primary); });
+    connect(action_, &SplitButton::opening, this, [this](QMenu* menu) {
+        emit menuOpened();
+        fill(*menu, false);
+    });
+    connect(action_, &SplitButton::closed, this, &SuggestionRowView::menuClosed);
+}
+
+void SuggestionRowView::buildLayout() {
+    title_->setFont(look_.fonts().font(TextRole::body, QFont::Medium));
+    figure_->setFigures(true);
+    figure_->setAlignment(Qt::AlignRight);
+    const QFontMetrics metrics(look_.fonts().figures(TextRole::body));
+    figure_->setFixedWidth(metrics.horizontalAdvance(QStringLiteral("888.8 cores")));
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addStretch(1);
+    texts->addWidget(title_);
+    texts->addWidget(evidence_);
+    texts->addStretch(1);
+    auto* buttons = new QHBoxLayout(buttons_);
+    buttons->setContentsMargins(0, 0, 0, 0);
+    buttons->setSpacing(Sizes::gap);
+    buttons->addStretch(1);
+    buttons->addWidget(makeRule_);
+    buttons->addWidget(action_);
+    auto* whole = new QHBoxLayout(this);
+    whole->setContentsMargins(sideMargin, upperMargin, sideMargin, upperMargin);
+    whole->setSpacing(0);
+    whole->addSpacing(iconSize() + Sizes::wideGap);
+    whole->addLayout(texts, 1);
+    whole->addSpacing(Sizes::wideGap);
+    whole->addWidget(figure_);
+    whole->addSpacing(figureGap);
+    whole->addWidget(buttons_);
+}
+
+void SuggestionRowView::show(const SuggestionRow& row) {
+    const bool looksTheSame = row_.looksLike(row);
+    row_ = row;
+    if (looksTheSame) return;
+    const auto title = words(row.suggestion.title);
+    title_->setText(oneLine(title));
+    evidence_->setText(oneLine(words(row.suggestion.evidence)));
+    figure_->setText(words(row.figure));
+    makeRule_->setVisible(row.suggestion.rule.has_value());
+    makeRule_->setAccessibleDescription(title);
+    action_->setLabel(words(row.primaryLabel));
+    action_->setAccessibleDescription(title);
+    setAccessibleName(title);
+    setAccessibleDescription(evidence_->text());
+    update();
+}
+
+int SuggestionRowView::buttonsWidth() const {
+    const int action = action_->sizeHint().width();
+    return row_.suggestion.rule ? makeRule_->sizeHint().width() + Sizes::gap + action : action;
+}
+
+void SuggestionRowView::setButtonsWidth(int width) { buttons_->setFixedWidth(width); }
+
+void SuggestionRowView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QRect icon(sideMargin, (height() - iconSize()) / 2, iconSize(), iconSize());
+    const auto place = QStyle::visualRect(layoutDirection(), rect(), icon);
+    if (const auto& bundlePath = row_.suggestion.bundlePath) {
+        look_.appIcons().paint(painter, *bundlePath, title_->text(), place);
+    } else {
+        look_.icons().paint(painter, "terminal", look_.tokens().text2, place);
+    }
+}
+
+/// What an entry acts on was settled when the menu opened.
+void SuggestionRowView::fill(QMenu& menu, bool includesPrimary) {
+    for (const auto& item : SuggestionMenu::items(row_.suggestion, includesPrimary)) {
+        if (!item.deed) {
+            menu.addSeparator();
+            continue;
+        }
+        /// A name may hold what would be an accelerator.
+        auto* action = menu.addAction(oneLine(words(item.title)).replace('&', QStringLiteral("&&")));
+        connect(action, &QAction::triggered, this,
+                [this, suggestion = row_.suggestion, deed = *item.deed] { emit wanted(suggestion, deed); });
+    }
+}
+
+void SuggestionRowView::contextMenuEvent(QContextMenuEvent* event) {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setStyleSheet(look_.menuSheet());
+    menu->setFont(look_.fonts().font(TextRole::body));
+    emit menuOpened();
+    fill(*menu, true);
+    connect(menu, &QMenu::aboutToHide, this, [this] { emit menuClosed(); }, Qt::QueuedConnection);
+    menu->popup(event->globalPos());
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QPropertyNotifier>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/screens/SuggestionsView.h"
+#include "desktop/Page.h"
+#include "desktop/SuggestionCard.h"
+#include "desktop/look/Look.h"
+
+class QPushButton;
+class QScrollArea;
+class QStackedLayout;
+class QVBoxLayout;
+
+namespace tolvane::desktop {
+
+/// The suggestions screen: one card for each kind. Follows the model while it can be seen, and stands still while one
+/// of its menus is open.
+class SuggestionsPage : public Page {
+    Q_OBJECT
+
+public:
+    /// `model` and `look` outlive the page. `locale` is an ICU identifier.
+    SuggestionsPage(AppModel& model, const Look& look, std::string locale, QWidget* parent = nullptr);
+
+    std::vector<QWidget*> controls() override;
+    QWidget* firstFocus() override;
+    QString subtitle() const override { return subtitle_; }
+
+    /// In the order in which they stand.
+    std::vector<SuggestionCard*> cards() const;
+    QPushButton& showHiddenButton() const { return *showHidden_; }
+    bool isEmptyShown() const;
+    /// Shows what the model holds now.
+    void refresh();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildColumn();
+    void connectModel();
+    void refreshLater();
+    void showSections(const std::vector<SuggestionSection>& sections);
+    SuggestionCard* card(Suggestion::Kind kind);
+    void alignFigures() const;
+    void hold(bool held);
+
+    AppModel& model_;
+    const Look& look_;
+    SuggestionsView view_;
+    QPushButton* showHidden_;
+    QStackedLayout* panes_;
+    QWidget* empty_;
+    QScrollArea* scroll_;
+    QVBoxLayout* column_;
+    std::map<Suggestion::Kind, SuggestionCard*> cards_;
+    QString subtitle_;
+    bool held_ = false;
+    bool waiting_ = false;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop
