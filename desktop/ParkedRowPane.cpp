@@ -33,7 +33,7 @@ ParkedRowPane::ParkedRowPane(const Look& look, QWidget* parent)
       more_(new IconButton(look, "ellipsis", tr("Actions"), this)) {
     when_->setFigures(true);
     containers_->setFigures(true);
-    start_->setFixedHeight(look.fonts().height(TextRole::body, ProjectRowShape::buttonHeight));
+    ProjectRowShape::apply(*start_, look.fonts());
     buildRow();
     connect(start_, &QPushButton::clicked, this, &ParkedRowPane::startWanted);
     connect(more_, &QToolButton::clicked, this,

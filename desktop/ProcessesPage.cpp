@@ -1,12 +1,8 @@
 #include "desktop/ProcessesPage.h"
 
-#include <QClipboard>
-#include <QDesktopServices>
-#include <QGuiApplication>
 #include <QShortcut>
 #include <QShowEvent>
 #include <QSplitter>
-#include <QUrl>
 #include <QVBoxLayout>
 #include <set>
 #include <utility>
@@ -203,10 +199,10 @@ void ProcessesPage::openMenu(QPoint position) {
 void ProcessesPage::chosen(ProcessAction action, const std::vector<Line>& clicked, const ProcessActions& subject) {
     switch (action) {
         case ProcessAction::copyCommand:
-            QGuiApplication::clipboard()->setText(words(subject.command));
+            model_.host().desktop->copyText(subject.command);
             break;
         case ProcessAction::showWorkingFolder:
-            QDesktopServices::openUrl(QUrl::fromLocalFile(words(subject.workingFolder.value_or(""))));
+            if (subject.workingFolder) model_.host().desktop->open(*subject.workingFolder);
             break;
         case ProcessAction::addRule:
             if (subject.rule) model_.addRule(*subject.rule);

@@ -32,7 +32,7 @@ ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
       more_(new IconButton(look, "ellipsis", tr("Actions"), this)) {
     details_->setFigures(true);
     park_->setToolTip(words(ProjectsView::parkTooltip));
-    park_->setFixedHeight(look.fonts().height(TextRole::body, ProjectRowShape::buttonHeight));
+    ProjectRowShape::apply(*park_, look.fonts());
     buildRow(look);
     connect(park_, &QPushButton::clicked, this, &ProjectRowPane::parkWanted);
     connect(more_, &QToolButton::clicked, this,

@@ -32,13 +32,10 @@ std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& s
     const auto activity = [&model, &look, &state, locale](QWidget* parent) {
         return new ActivityPage(model, look, state, locale, {}, parent);
     };
-    return {{AppSection::processes, processes},
-            {AppSection::projects, projects},
-            {AppSection::suggestions, suggestions},
-            {AppSection::history, history},
-            {AppSection::stats, stats},
-            {AppSection::rules, rules},
-            {AppSection::activity, activity}};
+    return {
+        {AppSection::processes, processes}, {AppSection::projects, projects}, {AppSection::suggestions, suggestions},
+        {AppSection::history, history},     {AppSection::stats, stats},       {AppSection::rules, rules},
+        {AppSection::activity, activity}};
 }
 
 }  // namespace tolvane::desktop

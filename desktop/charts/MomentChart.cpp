@@ -235,7 +235,7 @@ void MomentChart::paintHead(QPainter& painter) const {
     painter.setFont(look_.fonts().font(TextRole::headline));
     painter.setPen(look_.tokens().text);
     const auto alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    painter.drawText(QRect(0, 0, width(), line(TextRole::headline)), alignment | Qt::AlignAbsolute,
+    painter.drawText(QRect(0, 0, width(), line(TextRole::headline)), static_cast<int>(alignment | Qt::AlignAbsolute),
                      words(shown_.title));
     if (shown_.note.empty()) return;
     const Paragraph note(words(shown_.note), look_.fonts(), TextRole::small, std::max(1, width()));
@@ -319,7 +319,8 @@ void MomentChart::paintTimes(QPainter& painter) const {
             room.moveRight(width() - 1);
             alignment = Qt::AlignRight;
         }
-        painter.drawText(room, alignment | Qt::AlignVCenter | Qt::TextDontClip, words(marks_[number].label));
+        painter.drawText(room, static_cast<int>(alignment | Qt::AlignVCenter) | Qt::TextDontClip,
+                         words(marks_[number].label));
     }
 }
 

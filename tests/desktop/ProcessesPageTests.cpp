@@ -458,6 +458,21 @@ TEST_F(ProcessesPageActs, theMenuAsksBeforeItForceQuits) {
     ASSERT_NE(question(), nullptr);
 }
 
+TEST_F(ProcessesPageActs, theMenuCopiesTheCommandAndShowsTheFolder) {
+    auto next = present();
+    for (auto& each : next) {
+        if (each.id() != server) continue;
+        each.sample.args = {"node", "serve.js"};
+        each.sample.cwd = Text("/srv/docs");
+    }
+    tick(next);
+    selectServer();
+    chooseFromMenu("Copy Command");
+    EXPECT_EQ(world().pasteboard, "node serve.js");
+    chooseFromMenu("Show Working Folder in Finder");
+    EXPECT_EQ(world().timesAsked("openFile /srv/docs"), 1U);
+}
+
 TEST_F(ProcessesPageActs, theMenuMakesARuleAndGoesToIt) {
     selectServer();
     const auto before = scene.model.rules->size();
