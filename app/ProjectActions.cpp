@@ -57,9 +57,10 @@ ParkedCommand commandOf(const ProcSample& sample, const std::string& root, Proce
 }
 
 /// Only the tops of the project's trees: children come back with their parents.
-std::vector<ParkedCommand> commandsOf(const ProjectGroup& group, ProcessInspection& inspection) {
+std::vector<ParkedCommand> commandsOf(const ProjectGroup& group, const std::vector<ProcRow>& all,
+                                      ProcessInspection& inspection) {
     std::vector<ParkedCommand> commands;
-    for (const auto& row : Projects::roots(group.rows)) {
+    for (const auto& row : Projects::tops(group.rows, all)) {
         commands.push_back(commandOf(row.sample, group.root, inspection));
     }
     return commands;
@@ -110,7 +111,7 @@ QCoro::Task<> AppModel::park(ProjectGroup group) {
     const auto inspection = host().makeInspection();
     std::vector<ParkedProject> all = {{.root = group.root,
                                        .date = host().clock->now(),
-                                       .commands = commandsOf(group, *inspection),
+                                       .commands = commandsOf(group, snapshot->rows, *inspection),
                                        .containers = idsOf(Docker::containersIn(*containers, group.root))}};
     std::ranges::move(without(*parked, group.root), std::back_inserter(all));
     parked.set(std::move(all));

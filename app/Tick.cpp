@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "app/AppModelPrivate.h"
@@ -54,7 +55,7 @@ void AppModel::Private::reviewPriorities() {
 
 /// Every decision is taken before the first is carried out, so that none sees what another did.
 void AppModel::Private::applyRules() {
-    if (*model.rulesPaused) return;
+    if (*model.rulesPaused || std::ranges::none_of(*model.rules, &Rule::enabled)) return;
     const World world = model.world();
     auto decisions = due.take({.rules = *model.rules,
                                .world = world,

@@ -1,6 +1,8 @@
 #include "desktop/DesktopWindows.h"
 
+#if !defined(__APPLE__)
 #include <xcb/xcb.h>
+#endif
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -8,31 +10,57 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 namespace tolvane::desktop {
 
 namespace {
 
+/// A window that is covered altogether, or no longer.
+struct Cover {
+    unsigned window = 0;
+    bool isCovered = false;
+};
+
+unsigned number(const QWindow& window) { return static_cast<unsigned>(window.winId()); }
+
+#if defined(__APPLE__)
+// A covered window is not exposed there: the toolkit tells all there is.
+bool tellsOfCovers() { return false; }
+bool asksForCovers(const QWindow& /*window*/) { return false; }
+std::optional<Cover> coverIn(const QByteArray& /*type*/, const void* /*message*/) { return std::nullopt; }
+#else
 xcb_connection_t* connection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->connection() : nullptr;
 }
 
+bool tellsOfCovers() { return connection() != nullptr; }
+
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
 
 /// Selecting an event replaces the whole selection, which is the toolkit's: ours is added to it.
-bool selectVisibility(xcb_connection_t* display, xcb_window_t window) {
+bool asksForCovers(const QWindow& window) {
+    auto* display = connection();
     const Owned<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(display, xcb_get_window_attributes(display, window), nullptr), &std::free);
+        xcb_get_window_attributes_reply(display, xcb_get_window_attributes(display, number(window)), nullptr),
+        &std::free);
     if (!attributes) return false;
     const std::uint32_t events = attributes->your_event_mask | XCB_EVENT_MASK_VISIBILITY_CHANGE;
-    xcb_change_window_attributes(display, window, XCB_CW_EVENT_MASK, &events);
+    xcb_change_window_attributes(display, number(window), XCB_CW_EVENT_MASK, &events);
     xcb_flush(display);
     return true;
 }
 
-unsigned number(const QWindow& window) { return static_cast<unsigned>(window.winId()); }
+std::optional<Cover> coverIn(const QByteArray& type, const void* message) {
+    if (type != "xcb_generic_event_t") return std::nullopt;
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    if ((event->response_type & 0x7FU) != XCB_VISIBILITY_NOTIFY) return std::nullopt;
+    const auto* news = static_cast<const xcb_visibility_notify_event_t*>(message);
+    return Cover{.window = news->window, .isCovered = news->state == XCB_VISIBILITY_FULLY_OBSCURED};
+}
+#endif
 
 /// Icons in a tray are always there and tips come and go with the pointer: neither is a look at the program.
 bool counts(const QWindow& window) {
@@ -57,7 +85,7 @@ bool concernsVisibility(QEvent::Type type) {
 
 DesktopWindows::DesktopWindows() {
     qGuiApp->installEventFilter(this);
-    if (connection()) qGuiApp->installNativeEventFilter(this);
+    if (tellsOfCovers()) qGuiApp->installNativeEventFilter(this);
 }
 
 DesktopWindows::~DesktopWindows() {
@@ -93,9 +121,8 @@ bool DesktopWindows::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void DesktopWindows::watch(QWindow& window) {
-    auto* display = connection();
-    if (!display || !counts(window) || watched_.contains(number(window))) return;
-    if (!selectVisibility(display, number(window))) return;
+    if (!tellsOfCovers() || !counts(window) || watched_.contains(number(window))) return;
+    if (!asksForCovers(window)) return;
     watched_.insert(number(window));
     connect(&window, &QObject::destroyed, this, [this, gone = number(window)] {
         watched_.erase(gone);
@@ -104,14 +131,12 @@ void DesktopWindows::watch(QWindow& window) {
 }
 
 bool DesktopWindows::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
-    if (type != "xcb_generic_event_t") return false;
-    const auto* event = static_cast<xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7FU) != XCB_VISIBILITY_NOTIFY) return false;
-    const auto* news = static_cast<xcb_visibility_notify_event_t*>(message);
-    if (news->state == XCB_VISIBILITY_FULLY_OBSCURED) {
-        covered_.insert(news->window);
+    const auto cover = coverIn(type, message);
+    if (!cover) return false;
+    if (cover->isCovered) {
+        covered_.insert(cover->window);
     } else {
-        covered_.erase(news->window);
+        covered_.erase(cover->window);
     }
     tellLater();
     return false;

@@ -52,11 +52,10 @@ bool isDestructive(ProcessAction action) { return action == ProcessAction::force
 
 }  // namespace
 
-InspectorPane::InspectorPane(const Look& look, std::string locale, std::set<ProcessAction> offered, QWidget* parent)
+InspectorPane::InspectorPane(const Look& look, std::string locale, QWidget* parent)
     : QWidget(parent),
       look_(look),
       locale_(std::move(locale)),
-      offered_(std::move(offered)),
       stack_(new QStackedWidget(this)),
       footer_(new Footer(look, this)),
       buttons_(new QGridLayout(footer_)) {
@@ -166,12 +165,9 @@ void InspectorPane::show(const SelectionInspector& selection) {
 
 /// The last two share a row, so that what ends a process stands together.
 void InspectorPane::showButtons(const std::vector<InspectorButton>& buttons) {
-    std::vector<InspectorButton> offered;
-    std::ranges::copy_if(buttons, std::back_inserter(offered),
-                         [this](const auto& button) { return offered_.contains(button.action); });
-    footer_->setVisible(!offered.empty());
-    if (offered == shownButtons_) return;
-    shownButtons_ = std::move(offered);
+    footer_->setVisible(!buttons.empty());
+    if (buttons == shownButtons_) return;
+    shownButtons_ = buttons;
     while (auto* item = buttons_->takeAt(0)) {
         delete item->widget();
         delete item;

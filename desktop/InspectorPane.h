@@ -2,7 +2,6 @@
 
 #include <QWidget>
 #include <functional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -29,8 +28,7 @@ class InspectorPane : public QWidget {
     Q_OBJECT
 
 public:
-    /// Buttons of `offered` are shown; those of other actions wait for the day when something carries them out.
-    InspectorPane(const Look& look, std::string locale, std::set<ProcessAction> offered, QWidget* parent = nullptr);
+    InspectorPane(const Look& look, std::string locale, QWidget* parent = nullptr);
 
     void showNothing();
     void show(const InspectorContent& content);
@@ -47,7 +45,6 @@ private:
 
     const Look& look_;
     std::string locale_;
-    std::set<ProcessAction> offered_;
     std::vector<InspectorButton> shownButtons_;
     QStackedWidget* stack_ = nullptr;
     QWidget* footer_ = nullptr;

@@ -1,24 +1,10 @@
 #include "desktop/LineMenu.h"
 
+#include <QMenu>
+
 #include "desktop/Words.h"
 
 namespace tolvane::desktop {
-
-std::vector<ProcessMenuItem> offeredItems(const std::vector<ProcessMenuItem>& items,
-                                          const std::set<ProcessAction>& offered) {
-    std::vector<ProcessMenuItem> kept;
-    bool divider = false;
-    for (const auto& item : items) {
-        if (item.isDivider()) {
-            divider = !kept.empty();
-        } else if (offered.contains(*item.action)) {
-            if (divider) kept.push_back({});
-            divider = false;
-            kept.push_back(item);
-        }
-    }
-    return kept;
-}
 
 std::optional<ProcessAction> askMenu(const Look& look, const std::vector<ProcessMenuItem>& items, QPoint place,
                                      QWidget* parent) {
@@ -31,8 +17,9 @@ std::optional<ProcessAction> askMenu(const Look& look, const std::vector<Process
             menu.addSeparator();
         } else {
             /// A name may hold what would be an accelerator.
-            menu.addAction(words(item.title).replace('&', QStringLiteral("&&")))
-                ->setData(static_cast<int>(*item.action));
+            auto* entry = menu.addAction(words(item.title).replace('&', QStringLiteral("&&")));
+            entry->setData(static_cast<int>(*item.action));
+            entry->setEnabled(item.enabled);
         }
     }
     const auto* chosen = menu.exec(place);

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <QMenu>
-#include <set>
+#include <QPoint>
+#include <optional>
 #include <vector>
 
 #include "app/screens/ProcessActions.h"
 #include "desktop/look/Look.h"
 
-namespace tolvane::desktop {
+class QWidget;
 
-/// The entries for which something carries them out, without dividers that part nothing.
-std::vector<ProcessMenuItem> offeredItems(const std::vector<ProcessMenuItem>& items,
-                                          const std::set<ProcessAction>& offered);
+namespace tolvane::desktop {
 
 /// Asks at a place of the screen; none when the user thinks better of it or there is nothing to choose. Runs the loop.
 std::optional<ProcessAction> askMenu(const Look& look, const std::vector<ProcessMenuItem>& items, QPoint place,

@@ -1,18 +1,16 @@
 #include "desktop/ProcessesPage.h"
 
-#include <QClipboard>
-#include <QDesktopServices>
-#include <QGuiApplication>
 #include <QShortcut>
 #include <QShowEvent>
 #include <QSplitter>
-#include <QUrl>
 #include <QVBoxLayout>
+#include <set>
 #include <utility>
 
 #include "desktop/LineMenu.h"
 #include "desktop/Words.h"
 #include "desktop/parts/HairlineSplitter.h"
+#include "desktop/parts/QuestionDialog.h"
 
 namespace tolvane::desktop {
 
@@ -54,9 +52,10 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
       tree_(new LineTree(look, [this](const Line& line, ProcessColumn column) { return view_.cell(line, column); })),
       strip_(new SystemStripView(look)),
       panes_(new HairlineSplitter(Qt::Horizontal, this)),
-      inspector_(
-          new InspectorPane(look, view_.locale(), {ProcessAction::lowerPriority, ProcessAction::restorePriority})),
-      inspected_(model, view_.locale(), [this] { showInspector(); }) {
+      notice_(new NoticeBar(look)),
+      inspector_(new InspectorPane(look, view_.locale())),
+      inspected_(model, view_.locale(), [this] { showInspector(); }),
+      deeds_(model, [this](const Outcome& outcome) { notice_->tell(words(ProcessDeeds::sentenceOf(outcome))); }) {
     buildControls();
     buildPanes(historyPresent);
     restoreLayout();
@@ -81,6 +80,7 @@ void ProcessesPage::buildPanes(bool historyPresent) {
     auto* column = new QVBoxLayout(left);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
+    column->addWidget(notice_);
     column->addWidget(tree_, 1);
     column->addWidget(strip_);
     strip_->setHistoryPresent(historyPresent);
@@ -119,6 +119,8 @@ void ProcessesPage::connectControls() {
     connect(tree_, &LineTree::selectedIdsChanged, this, [this] { model_.selectedLines.set(tree_->selectedIds()); });
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
+    connect(new QShortcut(QKeySequence::Delete, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, [this] { askForceQuit(shownSelection()); });
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
     connect(strip_, &SystemStripView::heightChanged, this, &ProcessesPage::fitStrip);
     connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });
@@ -164,10 +166,12 @@ void ProcessesPage::refresh() {
     showInspector();
 }
 
-/// Speaks of what the table shows, also while the table holds its rows still.
+/// Of what the table shows, also while it holds its rows still.
+std::vector<Line> ProcessesPage::shownSelection() const { return view_.selected(tree_->lineModel().lines()); }
+
 void ProcessesPage::showInspector() {
     if (!view_.showInspector || !isVisible()) return;
-    const auto selected = view_.selected(tree_->lineModel().lines());
+    const auto selected = shownSelection();
     if (selected.empty()) {
         inspector_->showNothing();
     } else if (selected.size() > 1) {
@@ -180,27 +184,67 @@ void ProcessesPage::showInspector() {
 
 /// Rows stand still while the menu is open, and what it acts on was settled when it opened.
 void ProcessesPage::openMenu(QPoint position) {
-    const auto clicked = view_.selected(tree_->lineModel().lines());
+    const auto clicked = shownSelection();
     const auto& rows = model_.snapshot->rows;
-    const auto items = offeredItems(
-        ProcessActions::menuOf(clicked, rows, Actor{.pid = model_.host().selfPID, .uid = model_.host().uid}),
-        {ProcessAction::copyCommand, ProcessAction::showWorkingFolder});
+    const Actor actor{.pid = model_.host().selfPID, .uid = model_.host().uid};
+    const auto items = ProcessActions::menuOf(clicked, rows, actor);
     if (items.empty()) return;
     const auto subject = ProcessActions::of(clicked.front(), rows);
     tree_->hold(true);
     const auto action = askMenu(look_, items, tree_->viewport()->mapToGlobal(position), tree_);
     tree_->hold(false);
-    if (action == ProcessAction::copyCommand) QGuiApplication::clipboard()->setText(words(subject.command));
-    if (action == ProcessAction::showWorkingFolder && subject.workingFolder) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(words(*subject.workingFolder)));
+    if (action) chosen(*action, clicked, subject);
+}
+
+void ProcessesPage::chosen(ProcessAction action, const std::vector<Line>& clicked, const ProcessActions& subject) {
+    switch (action) {
+        case ProcessAction::copyCommand:
+            model_.host().desktop->copyText(subject.command);
+            break;
+        case ProcessAction::showWorkingFolder:
+            if (subject.workingFolder) model_.host().desktop->open(*subject.workingFolder);
+            break;
+        case ProcessAction::addRule:
+            if (subject.rule) model_.addRule(*subject.rule);
+            break;
+        case ProcessAction::forceQuit:
+            askForceQuit(clicked);
+            break;
+        case ProcessAction::quit:
+        case ProcessAction::relaunch:
+        case ProcessAction::terminate:
+        case ProcessAction::lowerPriority:
+        case ProcessAction::restorePriority:
+            notice_->hide();
+            deeds_.carryOut(action, clicked.front());
+            break;
     }
 }
 
+/// From the inspector, on what it speaks of.
 void ProcessesPage::carryOut(ProcessAction action) {
-    const auto& line = inspected_.line();
-    if (!line) return;
-    if (action == ProcessAction::lowerPriority) model_.lowerPriority(line->pids);
-    if (action == ProcessAction::restorePriority) model_.restorePriority(line->pids);
+    const auto selected = shownSelection();
+    if (!selected.empty()) chosen(action, selected, {});
+}
+
+/// Whoever takes over the number of a process while the question is open is not meant.
+void ProcessesPage::askForceQuit(const std::vector<Line>& lines) {
+    std::set<std::string> ids;
+    for (const auto& line : lines) ids.insert(line.id);
+    view_.askForceQuit(ids, lines);
+    const auto question = view_.forceQuitQuestion();
+    if (!question) return;
+    inspected_.confirmForceQuit = lines.size() == 1;
+    auto* dialog = QuestionDialog::ask(look_, *question, window());
+    connect(dialog, &QDialog::finished, this, [this](int answer) {
+        inspected_.confirmForceQuit = false;
+        if (answer == QDialog::Accepted) {
+            notice_->hide();
+            deeds_.forceQuit(view_.confirmForceQuit());
+        } else {
+            view_.cancelForceQuit();
+        }
+    });
 }
 
 void ProcessesPage::showEvent(QShowEvent* event) {

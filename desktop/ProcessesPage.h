@@ -8,6 +8,7 @@
 
 #include "app/AppModel.h"
 #include "app/screens/InspectorView.h"
+#include "app/screens/ProcessDeeds.h"
 #include "app/screens/ProcessesView.h"
 #include "desktop/InspectorPane.h"
 #include "desktop/LineTree.h"
@@ -16,6 +17,7 @@
 #include "desktop/WindowState.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/IconButton.h"
+#include "desktop/parts/NoticeBar.h"
 #include "desktop/parts/SearchField.h"
 #include "desktop/parts/SegmentedPicker.h"
 
@@ -58,8 +60,11 @@ private:
     void showSorting();
     void sortByColumn(int column);
     void showInspector();
+    std::vector<Line> shownSelection() const;
     void openMenu(QPoint position);
+    void chosen(ProcessAction action, const std::vector<Line>& clicked, const ProcessActions& subject);
     void carryOut(ProcessAction action);
+    void askForceQuit(const std::vector<Line>& lines);
     void fitStrip();
 
     AppModel& model_;
@@ -72,8 +77,10 @@ private:
     LineTree* tree_;
     SystemStripView* strip_;
     QSplitter* panes_;
+    NoticeBar* notice_;
     InspectorPane* inspector_;
     InspectorView inspected_;
+    ProcessDeeds deeds_;
     bool stale_ = true;
     bool waiting_ = false;
     std::vector<QPropertyNotifier> notifiers_;

@@ -3,6 +3,7 @@
 #include "desktop/ActivityPage.h"
 #include "desktop/HistoryPage.h"
 #include "desktop/ProcessesPage.h"
+#include "desktop/ProjectsPage.h"
 #include "desktop/RulesPage.h"
 #include "desktop/StatsPage.h"
 #include "desktop/SuggestionsPage.h"
@@ -10,22 +11,31 @@
 namespace tolvane::desktop {
 
 std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& state, const std::string& locale) {
-    constexpr bool historyPresent = true;
-    return {{AppSection::processes,
-             [&model, &look, &state, locale](QWidget* parent) {
-                 return new ProcessesPage(model, look, state, locale, historyPresent, parent);
-             }},
-            {AppSection::suggestions,
-             [&model, &look, locale](QWidget* parent) { return new SuggestionsPage(model, look, locale, parent); }},
-            {AppSection::history,
-             [&model, &look, locale](QWidget* parent) { return new HistoryPage(model, look, locale, {}, parent); }},
-            {AppSection::stats,
-             [&model, &look, locale](QWidget* parent) { return new StatsPage(model, look, locale, {}, parent); }},
-            {AppSection::rules, [&model, &look, &state, locale](
-                                    QWidget* parent) { return new RulesPage(model, look, state, locale, parent); }},
-            {AppSection::activity, [&model, &look, &state, locale](QWidget* parent) {
-                 return new ActivityPage(model, look, state, locale, {}, parent);
-             }}};
+    const auto processes = [&model, &look, &state, locale](QWidget* parent) {
+        return new ProcessesPage(model, look, state, locale, true, parent);
+    };
+    const auto projects = [&model, &look, locale](QWidget* parent) {
+        return new ProjectsPage(model, look, locale, {}, parent);
+    };
+    const auto suggestions = [&model, &look, locale](QWidget* parent) {
+        return new SuggestionsPage(model, look, locale, parent);
+    };
+    const auto history = [&model, &look, locale](QWidget* parent) {
+        return new HistoryPage(model, look, locale, {}, parent);
+    };
+    const auto stats = [&model, &look, locale](QWidget* parent) {
+        return new StatsPage(model, look, locale, {}, parent);
+    };
+    const auto rules = [&model, &look, &state, locale](QWidget* parent) {
+        return new RulesPage(model, look, state, locale, parent);
+    };
+    const auto activity = [&model, &look, &state, locale](QWidget* parent) {
+        return new ActivityPage(model, look, state, locale, {}, parent);
+    };
+    return {
+        {AppSection::processes, processes}, {AppSection::projects, projects}, {AppSection::suggestions, suggestions},
+        {AppSection::history, history},     {AppSection::stats, stats},       {AppSection::rules, rules},
+        {AppSection::activity, activity}};
 }
 
 }  // namespace tolvane::desktop

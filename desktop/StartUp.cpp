@@ -10,10 +10,9 @@ const std::set<std::string, std::less<>>& StartUp::knownKeys() {
     namespace Keys = AppPreferences;
     static const std::set<std::string, std::less<>> keys = [] {
         std::set<std::string, std::less<>> all = {"grouping", "syncFolder"};
-        for (const auto key :
-             {Keys::demo.key, Keys::rulesPaused.key, Keys::backupToICloud.key, Keys::openInterval.key,
-              Keys::notifyOnAction.key, Keys::notifyAboutSuggestions.key, Keys::warnSwapGrowth.key,
-              Keys::showInMenuBar.key, Keys::atLogin.key, Snapshots::folderKey, Snapshots::darkKey}) {
+        for (const auto key : {Keys::demo.key, Keys::rulesPaused.key, Keys::backupToICloud.key, Keys::openInterval.key,
+                               Keys::notifyOnAction.key, Keys::notifyAboutSuggestions.key, Keys::warnSwapGrowth.key,
+                               Keys::showInMenuBar.key, Keys::atLogin.key, Snapshots::folderKey, Snapshots::darkKey}) {
             all.emplace(key);
         }
         return all;

@@ -2,6 +2,13 @@
 # What the commands of this repository share. Sourced, never run: sets `top`, and speaks on standard error, so that
 # standard output belongs to the program.
 
+# A Mac comes with bash 3; these scripts are read by the one that Homebrew has.
+if [ "${BASH_VERSINFO[0]}" -lt 4 ]; then
+    newer="$(brew --prefix 2>/dev/null)/bin/bash"
+    [ -x "$newer" ] || { echo "These scripts need bash 4 or later; on a Mac: brew install bash" >&2; exit 1; }
+    exec "$newer" "$0" "$@"
+fi
+
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 say() { printf '%s\n' "$@" >&2; }
@@ -14,7 +21,20 @@ case "$(locale charmap 2>/dev/null)" in
 esac
 if [ -z "${CCACHE_DIR:-}" ] && [ ! -w "${HOME:-/nonexistent}" ]; then export CCACHE_DISABLE=1; fi
 
-cores() { nproc 2>/dev/null || echo 2; }
+cores() { nproc 2>/dev/null || sysctl -n hw.logicalcpu 2>/dev/null || echo 2; }
+
+onMac() { [ "$(uname)" = Darwin ]; }
+# Where the built program stands: programOf PRESET.
+programOf() { if onMac; then echo "$top/build/$1/desktop/Tolvane.app/Contents/MacOS/Tolvane"; else echo "$top/build/$1/desktop/tolvane"; fi; }
+
+# What a Mac's build needs beside the presets: Homebrew's compiler and libraries, and the linker of the system.
+macOptions() {
+    echo "-DCMAKE_CXX_COMPILER=$(brew --prefix llvm@19)/bin/clang++"
+    echo "-DCMAKE_EXE_LINKER_FLAGS="
+    echo "-DCMAKE_OSX_DEPLOYMENT_TARGET=15.0"
+    echo "-DCMAKE_PREFIX_PATH=$(brew --prefix);$(brew --prefix icu4c)"
+    echo "-DTOLVANE_BENCH=OFF"
+}
 
 # Ninja's progress: one moving line on a terminal, else a line each tenth of the way; errors pass through.
 # Silent when there was nothing to build.
@@ -44,7 +64,7 @@ showProgress() {
 
 # configure PRESET: only when it was never done, the presets changed, or the clone has moved.
 configure() {
-    local build="$top/build/$1" home log
+    local build="$top/build/$1" home log options=()
     home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$build/CMakeCache.txt" 2>/dev/null || true)
     if [ "$home" = "$top" ] && [ -f "$build/build.ninja" ] && [ ! "$top/CMakePresets.json" -nt "$build/build.ninja" ]; then
         return
@@ -53,7 +73,8 @@ configure() {
     [ -z "$home" ] || [ "$home" = "$top" ] || rm -rf "$build"
     mkdir -p "$build"
     log="$build/configure.log"
-    if ! (cd "$top" && cmake --preset "$1") >"$log" 2>&1 </dev/null; then
+    ! onMac || mapfile -t options < <(macOptions)
+    if ! (cd "$top" && cmake --preset "$1" "${options[@]}") >"$log" 2>&1 </dev/null; then
         cat "$log" >&2
         fail "Configuring failed; the lines above tell why."
     fi

@@ -1,23 +1,14 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/Line.h"
-
-namespace tolvane {
+#include "app/screens/Question.h"
 
 /// What is asked before processes are ended without a chance to save.
-struct ForceQuitQuestion {
-    std::string title;
-    std::string message;
-    /// The button that does it.
-    std::string action;
+namespace tolvane::ForceQuitQuestion {
 
-    bool operator==(const ForceQuitQuestion&) const = default;
+Question of(const std::vector<Line>& lines, std::string_view locale);
 
-    static ForceQuitQuestion of(const std::vector<Line>& lines, std::string_view locale);
-};
-
-}  // namespace tolvane
+}  // namespace tolvane::ForceQuitQuestion

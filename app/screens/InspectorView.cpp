@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "app/screens/ForceQuitQuestion.h"
+
 namespace tolvane {
 
 InspectorView::InspectorView(AppModel& model, std::string locale, std::function<void()> changed)
@@ -43,8 +45,6 @@ InspectorContent InspectorView::content() const {
                                        .locale = locale_});
 }
 
-ForceQuitQuestion InspectorView::forceQuitQuestion() const {
-    return ForceQuitQuestion::of({line_.value_or(Line{})}, locale_);
-}
+Question InspectorView::forceQuitQuestion() const { return ForceQuitQuestion::of({line_.value_or(Line{})}, locale_); }
 
 }  // namespace tolvane

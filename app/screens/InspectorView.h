@@ -7,8 +7,8 @@
 
 #include "app/AppModel.h"
 #include "app/ListeningPorts.h"
-#include "app/screens/ForceQuitQuestion.h"
 #include "app/screens/InspectorContent.h"
+#include "app/screens/Question.h"
 
 namespace tolvane {
 
@@ -27,7 +27,7 @@ public:
 
     /// The force quit question is open.
     bool confirmForceQuit = false;
-    ForceQuitQuestion forceQuitQuestion() const;
+    Question forceQuitQuestion() const;
 
 private:
     void readPorts();

@@ -25,6 +25,11 @@ void tell(const std::weak_ptr<ProcessDeeds::Told>& told, const Outcome& outcome)
 ProcessDeeds::ProcessDeeds(AppModel& model, Told failed)
     : model_(model), failed_(std::make_shared<Told>(std::move(failed))) {}
 
+std::string ProcessDeeds::sentenceOf(const Outcome& outcome) {
+    const bool explains = outcome.tellsWord && outcome.deed != Deed::notRunning;
+    return explains ? outcome.title + ". " + outcome.word + "." : outcome.title + ".";
+}
+
 void ProcessDeeds::carryOut(ProcessAction action, const Line& shown) {
     const Line line = LineRows::present(shown, model_.snapshot->rows);
     switch (action) {
@@ -66,7 +71,7 @@ QCoro::Task<> ProcessDeeds::quit(AppModel* model, Line line, WeakTold failed, st
         co_return;
     }
     const bool done = co_await quitAndWait(*model->host().clock, std::move(apps), quitRounds, cancellation);
-    if (!done) tell(failed, Outcome::of(Deed::askedToQuit, line.title));
+    if (!done && !cancellation.stop_requested()) tell(failed, Outcome::of(Deed::askedToQuit, line.title));
 }
 
 QCoro::Task<> ProcessDeeds::relaunch(AppModel* model, Line line, WeakTold failed) {

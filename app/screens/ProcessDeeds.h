@@ -3,6 +3,7 @@
 #include <QCoroTask>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "app/AppModel.h"
@@ -25,6 +26,9 @@ public:
     /// Without asking. Actions that are no acts on processes are passed over.
     void carryOut(ProcessAction action, const Line& line);
     void forceQuit(const std::vector<Line>& lines);
+
+    /// "Could not stop node. Still running."
+    static std::string sentenceOf(const Outcome& outcome);
 
 private:
     using WeakTold = std::weak_ptr<Told>;

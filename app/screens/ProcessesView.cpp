@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/screens/ForceQuitQuestion.h"
+
 namespace tolvane {
 
 namespace {
@@ -47,7 +49,7 @@ void ProcessesView::askForceQuit(const std::set<std::string>& ids, const std::ve
     if (!asked.empty()) confirmForceQuit_ = std::move(asked);
 }
 
-std::optional<ForceQuitQuestion> ProcessesView::forceQuitQuestion() const {
+std::optional<Question> ProcessesView::forceQuitQuestion() const {
     if (!confirmForceQuit_) return std::nullopt;
     return ForceQuitQuestion::of(*confirmForceQuit_, locale_);
 }

@@ -10,7 +10,7 @@
 
 #include "app/AppModel.h"
 #include "app/Line.h"
-#include "app/screens/ForceQuitQuestion.h"
+#include "app/screens/Question.h"
 
 namespace tolvane {
 
@@ -64,7 +64,7 @@ public:
     /// none left there is nothing to ask.
     void askForceQuit(const std::set<std::string>& ids, const std::vector<Line>& lines);
     /// The question while it is open.
-    std::optional<ForceQuitQuestion> forceQuitQuestion() const;
+    std::optional<Question> forceQuitQuestion() const;
     void cancelForceQuit() { confirmForceQuit_.reset(); }
     /// The user said yes: the lines to force quit. Closes the question and empties the selection.
     std::vector<Line> confirmForceQuit();

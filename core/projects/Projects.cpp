@@ -7,6 +7,7 @@
 #include <numeric>
 #include <string>
 #include <tuple>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "core/LowerCase.h"
@@ -105,6 +106,26 @@ std::vector<ProcRow> roots(const std::vector<ProcRow>& rows) {
     std::vector<ProcRow> result;
     std::ranges::copy_if(rows, std::back_inserter(result),
                          [&](const ProcRow& row) { return !pids.contains(row.sample.ppid); });
+    return result;
+}
+
+std::vector<ProcRow> tops(const std::vector<ProcRow>& rows, const std::vector<ProcRow>& all) {
+    std::unordered_map<Pid, const ProcSample*> byPid;
+    for (const auto& row : all) byPid.insert_or_assign(row.id(), &row.sample);
+    std::unordered_set<Pid> pids;
+    for (const auto& row : rows) pids.insert(row.id());
+    const auto comesBack = [&](const ProcRow& row) {
+        std::unordered_set<Pid> seen;
+        for (Pid above = row.sample.ppid; seen.insert(above).second;) {
+            if (pids.contains(above)) return true;
+            const auto found = byPid.find(above);
+            if (found == byPid.end() || !isNamed(*found->second, shells)) return false;
+            above = found->second->ppid;
+        }
+        return false;
+    };
+    auto result = roots(rows);
+    std::erase_if(result, comesBack);
     return result;
 }
 

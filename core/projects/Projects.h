@@ -28,4 +28,9 @@ std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launch
 /// The rows whose parent is not among them, in their order.
 std::vector<ProcRow> roots(const std::vector<ProcRow>& rows);
 
+/// Those of the roots that nothing among `rows` started through a shell: package runners start scripts through one,
+/// which is no part of the project, and bring them back when they are started again themselves. `all` are the rows
+/// of the machine, among which the shells are.
+std::vector<ProcRow> tops(const std::vector<ProcRow>& rows, const std::vector<ProcRow>& all);
+
 }  // namespace tolvane::Projects

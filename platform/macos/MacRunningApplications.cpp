@@ -73,8 +73,8 @@ void MacRunningApplications::openInBackground(const std::string& bundlePath, Ope
     Block<Id, Id> answered(*runtime_, [runtime = runtime_, onMain = onMain_, opened = std::move(opened)](Id, Id error) {
         onMain([opened, words = wordsFor(*runtime, error)] { opened(words); });
     });
-    runtime_->send<void>(runtime_->send(runtime_->classNamed("NSWorkspace"), "sharedWorkspace"),
-                         "openApplicationAtURL:configuration:completionHandler:",
+    const Id workspace = runtime_->send(runtime_->classNamed("NSWorkspace"), "sharedWorkspace");
+    runtime_->send<void>(workspace, "openApplicationAtURL:configuration:completionHandler:",
                          Foundation::fileURL(*runtime_, bundlePath), quietConfiguration(*runtime_), answered.get());
 }
 

@@ -4,7 +4,6 @@
 
 #include <QPushButton>
 
-#include "desktop/LineMenu.h"
 #include "desktop/charts/RoundTicks.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
@@ -29,7 +28,7 @@ protected:
     }
 
     SampleScene scene;
-    InspectorPane pane{scene.look, "en_US", {ProcessAction::lowerPriority, ProcessAction::forceQuit}};
+    InspectorPane pane{scene.look, "en_US"};
     InspectorContent content{.title = "node",
                              .figures = {{.label = "Memory", .value = "1 GB"}},
                              .processHeading = "Process",
@@ -48,13 +47,15 @@ TEST_F(InspectorPaneTest, saysWhenNothingIsSelected) {
     EXPECT_TRUE(buttons().empty());
 }
 
-TEST_F(InspectorPaneTest, offersOnlyWhatSomethingCarriesOut) {
+TEST_F(InspectorPaneTest, offersWhatCanBeDone) {
     pane.show(content);
-    ASSERT_EQ(buttons().size(), 2U);
+    ASSERT_EQ(buttons().size(), 3U);
     EXPECT_EQ(buttons()[0]->text(), "Lower Priority");
-    EXPECT_EQ(buttons()[1]->text(), "Force Quit");
-    EXPECT_TRUE(buttons()[1]->property("destructive").toBool());
-    EXPECT_FALSE(buttons()[1]->shortcut().isEmpty());
+    EXPECT_EQ(buttons()[1]->text(), "Terminate");
+    EXPECT_EQ(buttons()[2]->text(), "Force Quit");
+    EXPECT_FALSE(buttons()[0]->property("destructive").toBool());
+    EXPECT_TRUE(buttons()[2]->property("destructive").toBool());
+    EXPECT_FALSE(buttons()[2]->shortcut().isEmpty());
 }
 
 TEST_F(InspectorPaneTest, aButtonWantsItsAction) {
@@ -114,18 +115,6 @@ TEST(RoundTicks, endAxesWithRoundFigures) {
     EXPECT_DOUBLE_EQ(roundTop(-4), 1);
     EXPECT_DOUBLE_EQ(roundTop(std::numeric_limits<double>::quiet_NaN()), 1);
     EXPECT_DOUBLE_EQ(roundTop(std::numeric_limits<double>::infinity()), 1);
-}
-
-TEST(LineMenu, keepsDividersOnlyBetweenEntries) {
-    const std::vector<ProcessMenuItem> items = {
-        {"Terminate", ProcessAction::terminate}, {}, {"Copy Command", ProcessAction::copyCommand}, {},
-        {"Add Rule", ProcessAction::addRule},    {}, {"Force Quit…", ProcessAction::forceQuit}};
-    const auto kept = offeredItems(items, {ProcessAction::copyCommand, ProcessAction::forceQuit});
-    ASSERT_EQ(kept.size(), 3U);
-    EXPECT_EQ(kept[0].title, "Copy Command");
-    EXPECT_TRUE(kept[1].isDivider());
-    EXPECT_EQ(kept[2].title, "Force Quit…");
-    EXPECT_TRUE(offeredItems(items, {}).empty());
 }
 
 }  // namespace

@@ -4,12 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QShortcutEvent>
+#include <QTimer>
 #include <QToolButton>
 #include <algorithm>
 
 #include "desktop/Words.h"
+#include "desktop/parts/QuestionDialog.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -285,6 +289,201 @@ TEST_F(ProcessesPageTest, nothingIsMadeWhileNobodyCanSee) {
     EXPECT_GT(rows().rowCount(), 0);
     page->show();
     EXPECT_EQ(rows().rowCount(), 0);
+}
+
+/// What is done to processes, on a machine where some of the cast really run.
+class ProcessesPageActs : public ProcessesPageTest {
+protected:
+    static constexpr Pid server = 61544;
+
+    fakes::FakeWorld& world() { return *scene.fake.world; }
+    /// The process of that row runs.
+    void run(Pid pid) {
+        const auto rows = present();
+        const auto found = std::ranges::find(rows, pid, &ProcRow::id);
+        world().add(pid, "x").bsd->startTime = found->sample.startTime;
+    }
+    void pressInspector(const QString& title) {
+        for (auto* button : page->findChildren<QPushButton*>()) {
+            if (button->text() == title && button->isVisible()) return button->click();
+        }
+        ADD_FAILURE() << "no button " << title.toStdString();
+    }
+    QuestionDialog* question() { return page->findChild<QuestionDialog*>(); }
+    NoticeBar& notice() { return *page->findChild<NoticeBar*>(); }
+    std::size_t killed(Pid pid) { return world().timesAsked("signal 9 " + std::to_string(pid)); }
+    std::size_t asked(Pid pid) { return world().timesAsked("signal 15 " + std::to_string(pid)); }
+    void selectServer() {
+        table().expand(row("cmd:node"));
+        clickRow(row("pid:61544"));
+    }
+    /// Chooses from the menu of the selection, once it is up.
+    void chooseFromMenu(const QString& title) {
+        QTimer::singleShot(0, page.get(), [title] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (auto* entry : menu->actions()) {
+                if (entry->text() != title) continue;
+                EXPECT_TRUE(entry->isEnabled());
+                menu->setActiveAction(entry);
+                type(*menu, Qt::Key_Return);
+                return;
+            }
+            ADD_FAILURE() << "no entry " << title.toStdString();
+            menu->close();
+        });
+        emit table().customContextMenuRequested(QPoint(20, 20));
+        turnLoop();
+    }
+};
+
+TEST_F(ProcessesPageActs, deleteAsksBeforeItForceQuits) {
+    run(server);
+    selectServer();
+    type(table(), Qt::Key_Delete);
+    turnLoop();
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->accessibleName(), "Force quit node?");
+    EXPECT_EQ(question()->accessibleDescription(), "Unsaved work in node will be lost.");
+    EXPECT_EQ(killed(server), 0U);
+    question()->action().click();
+    EXPECT_EQ(killed(server), 1U);
+    EXPECT_THAT(*scene.model.selectedLines, IsEmpty());
+}
+
+TEST_F(ProcessesPageActs, aForceQuitThatIsCancelledTouchesNothing) {
+    run(server);
+    selectServer();
+    type(table(), Qt::Key_Delete);
+    turnLoop();
+    question()->cancel().click();
+    EXPECT_EQ(killed(server), 0U);
+    EXPECT_THAT(*scene.model.selectedLines, ElementsAre("pid:61544"));
+    EXPECT_FALSE(page->view().forceQuitQuestion());
+}
+
+TEST_F(ProcessesPageActs, deleteWithNothingSelectedAsksNothing) {
+    type(table(), Qt::Key_Delete);
+    turnLoop();
+    EXPECT_EQ(question(), nullptr);
+}
+
+TEST_F(ProcessesPageActs, whoTakesOverTheNumberWhileTheQuestionIsOpenIsNotMeant) {
+    run(server);
+    selectServer();
+    type(table(), Qt::Key_Delete);
+    turnLoop();
+    auto next = present();
+    for (auto& each : next) {
+        if (each.id() == server) each.sample.startTime += Seconds{5};
+    }
+    world().find(server)->bsd->startTime += Seconds{5};
+    tick(next);
+    question()->action().click();
+    EXPECT_EQ(killed(server), 0U);
+    EXPECT_TRUE(world().find(server));
+}
+
+TEST_F(ProcessesPageActs, severalLinesAreForceQuitTogether) {
+    run(server);
+    selectServer();
+    scene.model.selectedLines.set({"pid:61544", "pid:391"});
+    type(table(), Qt::Key_Delete);
+    turnLoop();
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(question()->accessibleDescription(), "Unsaved work in any of them will be lost.");
+    question()->action().click();
+    EXPECT_EQ(killed(server), 1U);
+}
+
+TEST_F(ProcessesPageActs, theInspectorTerminatesWithoutAsking) {
+    run(server);
+    selectServer();
+    pressInspector("Terminate");
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(asked(server), 1U);
+    EXPECT_FALSE(notice().isVisible());
+}
+
+TEST_F(ProcessesPageActs, theInspectorAsksBeforeItForceQuits) {
+    run(server);
+    selectServer();
+    pressInspector("Force Quit");
+    ASSERT_NE(question(), nullptr);
+    EXPECT_EQ(killed(server), 0U);
+    question()->action().click();
+    EXPECT_EQ(killed(server), 1U);
+}
+
+TEST_F(ProcessesPageActs, theInspectorLowersAndGivesBack) {
+    run(server);
+    selectServer();
+    pressInspector("Lower Priority");
+    turnLoop();
+    EXPECT_TRUE(scene.model.lowered->contains(server));
+    pressInspector("Restore Priority");
+    EXPECT_TRUE(scene.model.lowered->empty());
+}
+
+TEST_F(ProcessesPageActs, anActThatFailsSaysSoUntilItIsPutAway) {
+    selectServer();
+    pressInspector("Lower Priority");
+    EXPECT_TRUE(notice().isVisible());
+    EXPECT_EQ(notice().sentence(), "Could not lower the priority of node. Priority unchanged.");
+    notice().closeButton().click();
+    EXPECT_FALSE(notice().isVisible());
+}
+
+TEST_F(ProcessesPageActs, theNextActPutsTheNoticeAway) {
+    selectServer();
+    pressInspector("Lower Priority");
+    ASSERT_TRUE(notice().isVisible());
+    run(server);
+    pressInspector("Terminate");
+    EXPECT_FALSE(notice().isVisible());
+}
+
+TEST_F(ProcessesPageActs, theMenuTerminates) {
+    run(server);
+    selectServer();
+    chooseFromMenu("Terminate");
+    EXPECT_EQ(asked(server), 1U);
+}
+
+TEST_F(ProcessesPageActs, theMenuAsksBeforeItForceQuits) {
+    run(server);
+    selectServer();
+    chooseFromMenu(QStringLiteral("Force Quit…"));
+    EXPECT_EQ(killed(server), 0U);
+    ASSERT_NE(question(), nullptr);
+}
+
+TEST_F(ProcessesPageActs, theMenuCopiesTheCommandAndShowsTheFolder) {
+    auto next = present();
+    for (auto& each : next) {
+        if (each.id() != server) continue;
+        each.sample.args = {"node", "serve.js"};
+        each.sample.cwd = Text("/srv/docs");
+    }
+    tick(next);
+    selectServer();
+    chooseFromMenu("Copy Command");
+    EXPECT_EQ(world().pasteboard, "node serve.js");
+    chooseFromMenu("Show Working Folder in Finder");
+    EXPECT_EQ(world().timesAsked("openFile /srv/docs"), 1U);
+}
+
+TEST_F(ProcessesPageActs, theMenuMakesARuleAndGoesToIt) {
+    selectServer();
+    const auto before = scene.model.rules->size();
+    chooseFromMenu("Add Rule for node");
+    ASSERT_EQ(scene.model.rules->size(), before + 1);
+    const auto& added = scene.model.rules->back();
+    EXPECT_EQ(added.name, "Stop idle node");
+    EXPECT_FALSE(added.enabled);
+    EXPECT_TRUE(added.dryRun);
+    EXPECT_EQ(*scene.model.section, AppSection::rules);
+    EXPECT_EQ(*scene.model.selectedRule, added.id);
 }
 
 TEST_F(ProcessesPageTest, aThousandRowsHoldTheLoopUpForLessThanAFrameOrTwo) {

@@ -10,10 +10,14 @@
 #include <cstdio>
 
 #include "desktop/MainWindow.h"
+#include "desktop/PanelPopup.h"
 #include "desktop/Screens.h"
+#include "desktop/SettingsWindow.h"
+#include "desktop/ShortcutsDialog.h"
 #include "desktop/StatsPage.h"
 #include "desktop/Words.h"
 #include "desktop/parts/FocusRing.h"
+#include "desktop/parts/QuestionDialog.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleLog.h"
 
@@ -76,6 +80,23 @@ int main(int argc, char** argv) {
     const auto wanted = bytes(options.positionalArguments().value(0));
     const auto out = options.positionalArguments().value(1);
     if (const auto section = appSectionFromRawValue(wanted)) return showSection(options, scene, *section, out);
+    if (wanted == "panel") {
+        PanelPopup panel(scene.model, scene.look, "en_GB");
+        panel.openAt(QRect(600, 0, 20, 20));
+        return save(panel, out);
+    }
+    if (wanted == "settings") {
+        scene.fake.world->loginStatus = LoginStatus::requiresApproval;
+        scene.fake.world->syncFolder = "/home/ada/Nextcloud";
+        SettingsWindow settings(scene.model, scene.look);
+        return save(settings, out);
+    }
+    if (wanted == "shortcuts") return save(*new ShortcutsDialog(scene.look, nullptr), out);
+    if (wanted == "question") {
+        const Question question{"Clear the activity log?",
+                                "Stats are counted from this log, so they start again from zero.", "Clear Activity"};
+        return save(*QuestionDialog::ask(scene.look, question, nullptr), out);
+    }
     std::fprintf(stderr, "no such screen\n");
     return 1;
 }

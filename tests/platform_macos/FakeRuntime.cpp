@@ -38,9 +38,13 @@ char codeOf(const Value& value) {
     return codes[value.index()];
 }
 
+bool inherits(std::string_view className, std::string_view base) {
+    return className == base || base == "NSObject" || className == "NSMutable" + std::string(base.substr(2));
+}
+
 const KnownMethod* methodOf(std::string_view className, std::string_view selector) {
     for (const auto& each : knownMethods()) {
-        const bool applies = each.className == className || each.className == "NSObject";
+        const bool applies = inherits(className, each.className);
         if (applies && each.selector == selector) return &each;
     }
     return nullptr;
@@ -193,7 +197,10 @@ Value FakeRuntime::basics(const Message& message) {
     if (selector == "count") return std::uint64_t{receiver.items.size()};
     if (selector == "objectAtIndex:") return receiver.items.at(std::get<std::uint64_t>(argument));
     if (selector == "firstObject") return receiver.items.empty() ? Id{} : receiver.items[0];
-    if (selector == "isKindOfClass:") return receiver.className == objects_.at(std::get<Id>(argument)).className;
+    if (selector == "isKindOfClass:") {
+        const auto& wanted = objects_.at(std::get<Id>(argument)).className;
+        return inherits(receiver.className, wanted);
+    }
     if (selector == "objectForKey:") {
         const auto found = receiver.entries.find(textOf(argument));
         return found == receiver.entries.end() ? Id{} : found->second;

@@ -2,7 +2,7 @@
 
 namespace tolvane::machost {
 
-// As Apple's documentation of the frameworks has them. A class method stands under its class like the others.
+// Written by hand, after the names that Apple documents. A class method stands under its class like the others.
 const std::vector<KnownMethod>& knownMethods() {
     static const std::vector<KnownMethod> methods = {
         {"NSObject", "alloc", "@"},

@@ -22,7 +22,7 @@ struct ProcessDeedsTest : ModelTest {
     void begin() {
         start();
         deeds = std::make_unique<ProcessDeeds>(
-            *model, [this](const Outcome& outcome) { told.push_back(outcome.title + ": " + outcome.word); });
+            *model, [this](const Outcome& outcome) { told.push_back(ProcessDeeds::sentenceOf(outcome)); });
     }
     /// The top line of the table that holds the process.
     tolvane::Line lineOf(Pid pid) const {
@@ -41,6 +41,7 @@ struct ProcessDeedsTest : ModelTest {
     }
     fakes::FakeInstance& addMail(Pid pid) {
         world.bundleIdentifiers[mail] = "com.example.mail";
+        world.displayNames[mail] = "Mail.app";
         addApp(pid, mail);
         return world.instances.emplace_back(fakes::FakeInstance{.identifier = "com.example.mail", .bundlePath = mail});
     }
@@ -63,7 +64,7 @@ TEST_F(ProcessDeedsTest, terminateSaysWhatWouldNotEnd) {
     deeds->carryOut(ProcessAction::terminate, lineOf(7));
     EXPECT_THAT(told, IsEmpty());
     clock.advance(11s);
-    EXPECT_THAT(told, ElementsAre("Could not stop node: Still running"));
+    EXPECT_THAT(told, ElementsAre("Could not stop node. Still running."));
 }
 
 TEST_F(ProcessDeedsTest, whoTookOverANumberMeanwhileIsLeftAlone) {
@@ -99,7 +100,7 @@ TEST_F(ProcessDeedsTest, quitSaysWhenTheApplicationStays) {
     clock.advance(9.5s);
     EXPECT_THAT(told, IsEmpty());
     clock.advance(1s);
-    EXPECT_THAT(told, ElementsAre("Asked Mail to quit: Asked to quit"));
+    EXPECT_THAT(told, ElementsAre("Asked Mail to quit."));
     EXPECT_EQ(world.instances[0].forced, 0);
 }
 
@@ -107,7 +108,7 @@ TEST_F(ProcessDeedsTest, quitSaysWhenNothingRuns) {
     addMail(7).terminated = true;
     begin();
     deeds->carryOut(ProcessAction::quit, lineOf(7));
-    EXPECT_THAT(told, ElementsAre("Mail was not running: Not running"));
+    EXPECT_THAT(told, ElementsAre("Mail was not running."));
 }
 
 TEST_F(ProcessDeedsTest, relaunchStartsTheApplicationAgain) {
@@ -124,7 +125,7 @@ TEST_F(ProcessDeedsTest, relaunchSaysWhatWentWrong) {
     begin();
     deeds->carryOut(ProcessAction::relaunch, lineOf(7));
     clock.advance(31s);
-    EXPECT_THAT(told, ElementsAre("Could not restart Mail: Did not quit, it may have unsaved changes"));
+    EXPECT_THAT(told, ElementsAre("Could not restart Mail. Did not quit, it may have unsaved changes."));
 }
 
 TEST_F(ProcessDeedsTest, prioritiesAreLentAndGivenBack) {
@@ -142,7 +143,7 @@ TEST_F(ProcessDeedsTest, aPriorityThatTheHostKeepsIsTold) {
     world.shielded = {7};
     begin();
     deeds->carryOut(ProcessAction::lowerPriority, lineOf(7));
-    EXPECT_THAT(told, ElementsAre("Could not lower the priority of node: Priority unchanged"));
+    EXPECT_THAT(told, ElementsAre("Could not lower the priority of node. Priority unchanged."));
 }
 
 TEST_F(ProcessDeedsTest, forceQuitKillsAndLooksAfterwards) {
@@ -154,7 +155,7 @@ TEST_F(ProcessDeedsTest, forceQuitKillsAndLooksAfterwards) {
     EXPECT_EQ(killed(7), 1U);
     EXPECT_THAT(told, IsEmpty());
     clock.advance(1s);
-    EXPECT_THAT(told, ElementsAre("Could not stop vite: Still running"));
+    EXPECT_THAT(told, ElementsAre("Could not stop vite. Still running."));
 }
 
 TEST_F(ProcessDeedsTest, nobodyIsToldAfterTheScreenIsGone) {

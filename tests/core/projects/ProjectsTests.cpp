@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/fakes/Rows.h"
+
 namespace tolvane {
 namespace {
 
@@ -226,6 +228,43 @@ TEST(RootRows, areTheRowsWhoseParentIsElsewhere) {
 TEST(RootRows, ofARingAreNone) { EXPECT_THAT(rootsOf({{10, 11}, {11, 10}}), IsEmpty()); }
 
 TEST(RootRows, ofNothingAreNone) { EXPECT_THAT(rootsOf({}), IsEmpty()); }
+
+struct TopRows : ::testing::Test {
+    /// Pid, parent, name.
+    static ProcRow row(Pid pid, Pid parent, std::string_view name) {
+        auto made = fakes::row(pid, name);
+        made.sample.ppid = parent;
+        return made;
+    }
+    static std::vector<Pid> tops(const std::vector<ProcRow>& rows, std::vector<ProcRow> others) {
+        others.insert(others.end(), rows.begin(), rows.end());
+        std::vector<Pid> pids;
+        for (const auto& each : Projects::tops(rows, others)) pids.push_back(each.id());
+        return pids;
+    }
+};
+
+TEST_F(TopRows, areTheRootsWhereNoShellStandsBetween) {
+    EXPECT_THAT(tops({row(10, 2, "npm"), row(11, 10, "node"), row(12, 2, "hugo")}, {}), ElementsAre(10, 12));
+}
+
+TEST_F(TopRows, whatARunnerStartedThroughShellsComesBackWithIt) {
+    EXPECT_THAT(
+        tops({row(10, 5, "npm"), row(13, 12, "node")}, {row(5, 1, "zsh"), row(11, 10, "sh"), row(12, 11, "Bash")}),
+        ElementsAre(10));
+}
+
+TEST_F(TopRows, neighboursInOneShellAreEachOnTheirOwn) {
+    EXPECT_THAT(tops({row(10, 5, "npm"), row(13, 5, "node")}, {row(5, 1, "zsh")}), ElementsAre(10, 13));
+}
+
+TEST_F(TopRows, whoComesThroughAnotherProgramDoesNotComeBackByItself) {
+    EXPECT_THAT(tops({row(10, 1, "npm"), row(13, 12, "node")}, {row(12, 10, "claude")}), ElementsAre(10, 13));
+}
+
+TEST_F(TopRows, aRingOfShellsEnds) {
+    EXPECT_THAT(tops({row(13, 12, "node")}, {row(12, 11, "sh"), row(11, 12, "sh")}), ElementsAre(13));
+}
 
 }  // namespace
 }  // namespace tolvane

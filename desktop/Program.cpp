@@ -1,0 +1,50 @@
+#include "desktop/Program.h"
+
+#include <utility>
+
+#include "app/AppPreferences.h"
+#include "desktop/Screens.h"
+
+namespace tolvane::desktop {
+
+Program::Program(QApplication& application, Host host, const Purpose& purpose)
+    : application_(application),
+      host_(std::move(host)),
+      model_(host_, windows_, purpose.demo),
+      scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
+      look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance()),
+      state_(purpose.works() ? WindowState::usualPath() : QString()),
+      ring_(&application) {
+    look_.install();
+}
+
+std::vector<Screen> Program::screens() { return allScreens(model_, look_, state_, host_.locale); }
+
+void Program::draw(const QString& folder) {
+    const bool dark = host_.preferences->get<bool>(Snapshots::darkKey).value_or(false);
+    snapshots_ = std::make_unique<Snapshots>(model_, look_, screens(), folder, dark,
+                                             [](bool written) { QApplication::exit(written ? 0 : 1); });
+}
+
+Shell& Program::show(bool isReachable) {
+    shell_ = std::make_unique<Shell>(model_, look_, state_, screens(), isReachable);
+    // To end is not to close the windows one by one: closing one may leave the program running.
+    QObject::connect(
+        shell_.get(), &Shell::quitWanted, &application_, [] { QApplication::exit(); }, Qt::QueuedConnection);
+    shell_->start(AppPreferences::atLogin.in(*host_.preferences));
+    return *shell_;
+}
+
+OutsideRequests& Program::answer(const std::vector<std::string>& files) {
+    const auto bringForward = [this] {
+        if (shell_) shell_->openWindow();
+    };
+    const auto isShown = [this] { return shell_ && shell_->isWindowShown(); };
+    outside_ = std::make_unique<OutsideRequests>(
+        model_, OutsideRequests::Window{.bringForward = bringForward, .isShown = isShown});
+    handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) { outside_->openFiles(paths); });
+    outside_->openFiles(files);
+    return *outside_;
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QApplication>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "desktop/DesktopWindows.h"
+#include "desktop/FileOpenEvents.h"
+#include "desktop/OutsideRequests.h"
+#include "desktop/Shell.h"
+#include "desktop/Snapshots.h"
+#include "desktop/WindowState.h"
+#include "desktop/look/ColorScheme.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/FocusRing.h"
+
+namespace tolvane::desktop {
+
+/// What a run is for. Pictures and the demo stand beside the program that works, and touch nothing of it.
+struct Purpose {
+    bool demo = false;
+    /// The folder to draw into; empty for a run that works.
+    QString pictures;
+
+    bool draws() const { return !pictures.isEmpty(); }
+    bool works() const { return !demo && !draws(); }
+};
+
+/// Everything of one run, in the order in which it is made and the reverse of which it ends.
+class Program {
+public:
+    Program(QApplication& application, Host host, const Purpose& purpose);
+
+    /// Draws every screen into the folder, and ends the application.
+    void draw(const QString& folder);
+    /// Opens what a user sees. `isReachable` tells whether another start would bring the window back.
+    Shell& show(bool isReachable);
+    /// Listens to the desktop from now on, and opens the files that the program was started with.
+    OutsideRequests& answer(const std::vector<std::string>& files);
+
+private:
+    std::vector<Screen> screens();
+
+    QApplication& application_;
+    Host host_;
+    DesktopWindows windows_;
+    AppModel model_;
+    ColorScheme scheme_;
+    Look look_;
+    WindowState state_;
+    FocusRing ring_;
+    std::unique_ptr<Snapshots> snapshots_;
+    std::unique_ptr<Shell> shell_;
+    std::unique_ptr<OutsideRequests> outside_;
+    std::unique_ptr<FileOpenEvents> handedOver_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,92 @@
+#include "desktop/ProjectRowPane.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "desktop/ProjectRowShape.h"
+#include "desktop/Words.h"
+#include "desktop/look/TextLine.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int branchGap = 14, markGap = 17;
+constexpr int figuresGap = 16, buttonsGap = 20;
+
+}  // namespace
+
+ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
+    : QWidget(parent),
+      title_(new ElidedLabel(look, TextRole::headline, &Tokens::text, this)),
+      branch_(new IconWords(look, &Tokens::text2, this)),
+      mark_(new IconWords(look, &Tokens::orangeText, this)),
+      details_(new ElidedLabel(look, TextRole::small, &Tokens::text2, this)),
+      figures_{new FigureColumn(look, QStringLiteral("888.8 MB"), this),
+               new FigureColumn(look, QStringLiteral("88.8 cores"), this),
+               new FigureColumn(look, QStringLiteral("23h 59m"), this)},
+      park_(new QPushButton(words(ProjectsView::parkLabel), this)),
+      more_(new IconButton(look, "ellipsis", tr("Actions"), this)) {
+    details_->setFigures(true);
+    park_->setToolTip(words(ProjectsView::parkTooltip));
+    ProjectRowShape::apply(*park_, look.fonts());
+    buildRow(look);
+    connect(park_, &QPushButton::clicked, this, &ProjectRowPane::parkWanted);
+    connect(more_, &QToolButton::clicked, this,
+            [this] { emit menuWanted(more_->mapToGlobal(more_->rect().bottomLeft())); });
+}
+
+QHBoxLayout* ProjectRowPane::buildFirstLine() {
+    auto* line = new QHBoxLayout;
+    line->setSpacing(0);
+    line->addWidget(title_);
+    branch_->setContentsMargins(branchGap, 0, 0, 0);
+    mark_->setContentsMargins(markGap, 0, 0, 0);
+    line->addWidget(branch_);
+    line->addWidget(mark_);
+    line->addStretch(1);
+    return line;
+}
+
+void ProjectRowPane::buildRow(const Look& look) {
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addStretch(1);
+    texts->addLayout(buildFirstLine());
+    texts->addWidget(details_);
+    texts->addStretch(1);
+    auto* row = new QHBoxLayout(this);
+    ProjectRowShape::apply(*row);
+    row->addWidget(new LineIcon(look, ProjectsView::projectIcon, &Tokens::text2, Sizes::listIcon, this), 0,
+                   Qt::AlignVCenter);
+    row->addSpacing(ProjectRowShape::iconGap);
+    row->addLayout(texts, 1);
+    row->addSpacing(figuresGap);
+    for (auto* figure : figures_) row->addWidget(figure, 0, Qt::AlignVCenter);
+    row->addSpacing(buttonsGap);
+    row->addWidget(park_, 0, Qt::AlignVCenter);
+    row->addSpacing(ProjectRowShape::menuGap);
+    row->addWidget(more_, 0, Qt::AlignVCenter);
+}
+
+void ProjectRowPane::show(ProjectRow row) {
+    row_ = std::move(row);
+    const auto title = oneLine(words(row_.title));
+    title_->setText(title);
+    branch_->show(ProjectsView::branchIcon, oneLine(words(row_.branch)));
+    mark_->show(row_.mark ? row_.mark->icon : std::string_view(), row_.mark ? words(row_.mark->text) : QString());
+    details_->setText(words(row_.detail));
+    for (std::size_t index = 0; index < figures_.size(); ++index) {
+        figures_[index]->show(words(row_.figures[index].title), words(row_.figures[index].value));
+    }
+    setAccessibleName(title);
+    park_->setAccessibleName(park_->text() + QStringLiteral(": ") + title);
+    more_->setAccessibleName(more_->toolTip() + QStringLiteral(": ") + title);
+}
+
+void ProjectRowPane::contextMenuEvent(QContextMenuEvent* event) { emit menuWanted(event->globalPos()); }
+
+}  // namespace tolvane::desktop

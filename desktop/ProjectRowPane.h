@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+
+#include "app/screens/ProjectsView.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/FigureColumn.h"
+#include "desktop/parts/IconButton.h"
+#include "desktop/parts/IconWords.h"
+
+class QHBoxLayout;
+class QPushButton;
+
+namespace tolvane::desktop {
+
+/// One running project with its figures and its controls.
+class ProjectRowPane : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ProjectRowPane(const Look& look, QWidget* parent = nullptr);
+
+    void show(ProjectRow row);
+    using QWidget::show;
+    /// What it shows now, and so what its controls are about.
+    const ProjectRow& row() const { return row_; }
+
+    QPushButton& parkButton() const { return *park_; }
+    IconButton& menuButton() const { return *more_; }
+
+signals:
+    void parkWanted();
+    /// Where on the screen the menu belongs.
+    void menuWanted(QPoint place);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QHBoxLayout* buildFirstLine();
+    void buildRow(const Look& look);
+
+    ProjectRow row_;
+    ElidedLabel* title_;
+    IconWords* branch_;
+    IconWords* mark_;
+    ElidedLabel* details_;
+    std::array<FigureColumn*, 3> figures_;
+    QPushButton* park_;
+    IconButton* more_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QWidget>
+
+#include "desktop/look/Look.h"
+#include "desktop/parts/ElidedLabel.h"
+
+namespace tolvane::desktop {
+
+/// A figure under its title, both at the far edge; as wide as the widest that it is usually to hold, so that columns
+/// of several rows stand below each other.
+class FigureColumn : public QWidget {
+    Q_OBJECT
+
+public:
+    FigureColumn(const Look& look, const QString& widestSample, QWidget* parent = nullptr);
+
+    void show(const QString& title, const QString& value);
+    using QWidget::show;
+
+private:
+    ElidedLabel* title_;
+    ElidedLabel* value_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,65 @@
+#include "desktop/WindowPresence.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QtTest/qtestspontaneevent.h>
+#include <QCoreApplication>
+#include <QFileOpenEvent>
+#include <QShowEvent>
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "desktop/FileOpenEvents.h"
+
+namespace tolvane::desktop {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(WindowPresence, tellsOfOpeningAndClosingOnceEach) {
+    QWidget window;
+    std::vector<bool> told;
+    const auto* presence = new WindowPresence(window, [&](bool open) { told.push_back(open); });
+    window.show();
+    window.raise();
+    window.close();
+    window.show();
+    EXPECT_THAT(told, ElementsAre(false, true, false, true));
+    EXPECT_EQ(presence->parent(), &window);
+}
+
+TEST(WindowPresence, minimisingIsNoClosing) {
+    QWidget window;
+    window.show();
+    std::vector<bool> told;
+    new WindowPresence(window, [&](bool open) { told.push_back(open); });
+    QHideEvent hide;
+    QHideEvent minimised;
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    QCoreApplication::instance()->notify(&window, &minimised);
+    EXPECT_THAT(told, ElementsAre(true));
+    QCoreApplication::instance()->notify(&window, &hide);
+    EXPECT_THAT(told, ElementsAre(true, false));
+}
+
+TEST(FileOpenEvents, aFileThatIsHandedOverIsOpened) {
+    std::vector<std::string> opened;
+    const FileOpenEvents events([&](const auto& paths) { opened.insert(opened.end(), paths.begin(), paths.end()); });
+    QFileOpenEvent event(QStringLiteral("/home/ada/R\u00e4ume.tolvanerules"));
+    EXPECT_TRUE(QCoreApplication::sendEvent(QCoreApplication::instance(), &event));
+    EXPECT_THAT(opened, ElementsAre("/home/ada/R\xC3\xA4ume.tolvanerules"));
+}
+
+TEST(FileOpenEvents, anAddressThatIsNoFileIsLeftToOthers) {
+    std::vector<std::string> opened;
+    const FileOpenEvents events([&](const auto& paths) { opened.insert(opened.end(), paths.begin(), paths.end()); });
+    QFileOpenEvent event{QUrl(QStringLiteral("tolvane:rules"))};
+    QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
+    EXPECT_THAT(opened, IsEmpty());
+}
+
+}  // namespace
+}  // namespace tolvane::desktop

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/AppModel.h"
+#include "platform/linux/LinuxChildProcesses.h"
+#include "tests/fakes/FakeHost.h"
+#include "tests/fakes/TemporaryFolder.h"
+
+namespace tolvane {
+
+/// Runs only one client of the container engine, so that a test says what it does.
+class OneClient : public linuxhost::LinuxChildProcesses {
+public:
+    explicit OneClient(std::string path) : path_(std::move(path)) {}
+    bool isExecutable(const std::string& path) override { return path == path_; }
+    std::vector<std::string> containerClients() override { return {path_}; }
+
+private:
+    std::string path_;
+};
+
+/// The model on the real machine: real processes, repositories, sockets and tools, a home of its own, and nobody who
+/// is bothered by notifications. What it starts ends with it.
+class RealMachine : public ::testing::Test {
+protected:
+    RealMachine();
+    ~RealMachine() override;
+
+    /// `client` is the one container client; empty for none.
+    void start(const std::string& client = {});
+    /// Takes a sample now.
+    void tick();
+    /// Takes samples until it is so, for a quarter of a minute at most.
+    bool eventually(const std::function<bool()>& isSo);
+
+    /// A repository with one commit below home; its path.
+    std::string repository(const std::string& name) const;
+    /// Runs a command line to its end; fails the test where that fails.
+    void shell(const std::string& command) const;
+    std::string executable(const std::string& name, const std::string& script) const;
+    /// Starts a program as a terminal would, in the folder.
+    void run(const std::string& folder, const std::vector<std::string>& args, const std::vector<std::string>& env);
+    /// A port that was free a moment ago.
+    static int freePort();
+
+    ProjectGroup group(const std::string& root) const;
+    /// The process of the latest sample that works in the folder and has the argument.
+    const ProcRow* find(const std::string& folder, const std::string& argument) const;
+    /// Reads facts and takes samples until the process listens on the port.
+    bool listensOn(const std::string& folder, const std::string& argument, int port);
+    std::vector<std::string> environmentOf(Pid pid) const;
+    /// Everything whose folder is the project's.
+    std::vector<Pid> processesIn(const std::string& folder) const;
+
+    const std::vector<Notification>& notifications() const { return fake.world->notifications; }
+    std::string log(const std::string& project) const { return files.read("Library/Logs/Tolvane/" + project + ".log"); }
+
+    fakes::TemporaryFolder files;
+    const std::string home;
+    fakes::FakeHost fake;
+    Host host;
+    std::unique_ptr<AppModel> model;
+};
+
+}  // namespace tolvane
