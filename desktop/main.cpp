@@ -124,10 +124,17 @@ QByteArray screenForPictures(const QString& folder) {
     return "offscreen:configfile=" + QFile::encodeName(file.fileName());
 }
 
+/// A screen that is made up cannot do all that windows ask for, and says so at length.
+void passOverTheMadeUpScreen(QtMsgType /*type*/, const QMessageLogContext& /*where*/, const QString& message) {
+    if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
 /// A display that cannot be reached is none.
 void choosePlatform(bool headless, const std::optional<QTemporaryDir>& scratch) {
     if (scratch && !qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) qputenv("QT_SCALE_FACTOR", "2");
     if (scratch) {
+        qInstallMessageHandler(&passOverTheMadeUpScreen);
         qputenv("QT_QPA_PLATFORM", screenForPictures(scratch->path()));
     } else if (headless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
