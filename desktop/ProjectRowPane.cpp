@@ -14,8 +14,8 @@ namespace tolvane::desktop {
 
 namespace {
 
-constexpr int branchGap = 10, markGap = 13;
-constexpr int figuresGap = 12, buttonsGap = 20;
+constexpr int branchGap = 9, markGap = 12;
+constexpr int figuresGap = 4, buttonsGap = 16;
 
 }  // namespace
 
