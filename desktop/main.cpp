@@ -56,8 +56,8 @@ public:
     static std::optional<int> statusOfSecondStart(const StartUp& /*start*/) { return std::nullopt; }
     static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
     /// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
-    static void follow(QWidget& window) {
-        new WindowPresence(window, [policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
+    static void followWindow() {
+        new WindowPresence([policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
             policy.setInDock(open);
         });
     }
@@ -103,7 +103,7 @@ public:
             outside.openFiles(request.files);
         });
     }
-    static void follow(const QWidget& /*window*/) {}
+    static void followWindow() {}
 
 private:
     linuxhost::Environment environment_;
@@ -165,8 +165,8 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
         return QApplication::exec();
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
-        auto& shell = program.show(machine.isReachable());
-        if (shell.window()) Machine::follow(*shell.window());
+        Machine::followWindow();
+        program.show(machine.isReachable());
     }
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();
