@@ -37,6 +37,7 @@ LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* pare
       delegate_(new LineDelegate(look, *model_, this)),
       header_(new LineHeader(this)) {
     setObjectName(QStringLiteral("processes"));
+    setAccessibleName(words(traits(AppSection::processes).title));
     setModel(model_);
     setItemDelegate(delegate_);
     setUniformRowHeights(true);

@@ -8,6 +8,7 @@ namespace tolvane::desktop {
 
 Sidebar::Sidebar(const Look& look, QWidget* parent) : QListView(parent), look_(look), model_(new SidebarModel(this)) {
     setObjectName(QStringLiteral("sidebar"));
+    setAccessibleName(tr("Sections"));
     setModel(model_);
     setItemDelegate(new SidebarDelegate(look, *model_, this));
     setFrameShape(QFrame::NoFrame);

@@ -13,6 +13,7 @@
 #include "desktop/charts/ChartTokens.h"
 #include "desktop/charts/RoundedBars.h"
 #include "desktop/look/Palette.h"
+#include "desktop/look/SpokenRoles.h"
 #include "desktop/look/StyleControls.h"
 
 namespace tolvane::desktop {
@@ -33,6 +34,7 @@ constexpr double quietShare = 0.7;
 }  // namespace
 
 DayChart::DayChart(const Look& look, QWidget* parent) : QWidget(parent), look_(look), plot_(new QCustomPlot(this)) {
+    speakAs(*this, QAccessible::Chart);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     plot_->setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -9,6 +9,7 @@
 #include "desktop/Words.h"
 #include "desktop/charts/ChartTokens.h"
 #include "desktop/charts/RoundTicks.h"
+#include "desktop/look/SpokenRoles.h"
 #include "desktop/look/StyleControls.h"
 
 namespace tolvane::desktop {
@@ -34,6 +35,7 @@ QVector<double> times(const std::vector<Date>& dates) {
 
 LineChart::LineChart(const Look& look, std::string locale, int plotHeight, QWidget* parent)
     : QWidget(parent), look_(look), locale_(std::move(locale)), plotHeight_(plotHeight), plot_(new QCustomPlot(this)) {
+    speakAs(*this, QAccessible::Chart);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     plot_->setAttribute(Qt::WA_TransparentForMouseEvents);
     makeQuiet(*plot_);

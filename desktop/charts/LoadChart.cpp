@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "desktop/charts/ChartTokens.h"
+#include "desktop/look/SpokenRoles.h"
 
 namespace tolvane::desktop {
 
@@ -18,6 +19,7 @@ constexpr double headroom = 1.15;
 }  // namespace
 
 LoadChart::LoadChart(const Look& look, QWidget* parent) : QWidget(parent), look_(look), plot_(new QCustomPlot(this)) {
+    speakAs(*this, QAccessible::Chart);
     setFixedHeight(chartHeight);
     auto* whole = new QHBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);

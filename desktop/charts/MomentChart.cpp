@@ -10,6 +10,7 @@
 #include "desktop/Words.h"
 #include "desktop/charts/ChartTokens.h"
 #include "desktop/look/Palette.h"
+#include "desktop/look/SpokenRoles.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/parts/Paragraph.h"
 
@@ -73,6 +74,7 @@ private:
 
 MomentChart::MomentChart(const Look& look, QWidget* parent)
     : QWidget(parent), look_(look), plot_(new QCustomPlot(this)), rule_(new Rule(*this)) {
+    speakAs(*this, QAccessible::Chart);
     setFocusPolicy(Qt::StrongFocus);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);

@@ -4,6 +4,7 @@
 #include <QToolTip>
 
 #include "desktop/look/Palette.h"
+#include "desktop/look/SpokenRoles.h"
 #include "desktop/look/TolvaneStyle.h"
 
 namespace tolvane::desktop {
@@ -20,6 +21,7 @@ Look::~Look() {
 }
 
 void Look::install() {
+    installSpokenRoles();
     style_ = new TolvaneStyle(*this);
     QApplication::setStyle(style_);
     QApplication::setFont(fonts_.font(TextRole::body));

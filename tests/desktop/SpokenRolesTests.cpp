@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QSplitter>
+#include <QSplitterHandle>
+#include <utility>
+#include <vector>
+
+#include "desktop/LineTree.h"
+#include "desktop/Sidebar.h"
+#include "desktop/charts/DayChart.h"
+#include "desktop/charts/LoadChart.h"
+#include "desktop/charts/MomentChart.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/Headline.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "tests/desktop/SampleScene.h"
+
+namespace tolvane::desktop {
+namespace {
+
+class SpokenRolesTest : public ::testing::Test {
+protected:
+    /// Within a window, as all of them are.
+    template <typename Part, typename... Arguments>
+    Part& put(Arguments&&... arguments) {
+        return *new Part(std::forward<Arguments>(arguments)..., &window);
+    }
+    static const QAccessibleInterface& spoken(QWidget& widget) {
+        return *QAccessible::queryAccessibleInterface(&widget);
+    }
+
+    SampleScene scene;
+    QWidget window;
+};
+
+TEST_F(SpokenRolesTest, aDrawnTextIsTextWithItsWords) {
+    auto& line = put<ElidedLabel>(scene.look, TextRole::body, &Tokens::text);
+    auto& paragraph = put<ParagraphLabel>(scene.look, TextRole::body, &Tokens::text);
+    line.setText("One line");
+    paragraph.setText("Several lines");
+    EXPECT_EQ(spoken(line).role(), QAccessible::StaticText);
+    EXPECT_EQ(spoken(line).text(QAccessible::Name), "One line");
+    EXPECT_EQ(spoken(paragraph).role(), QAccessible::StaticText);
+    EXPECT_EQ(spoken(paragraph).text(QAccessible::Name), "Several lines");
+}
+
+TEST_F(SpokenRolesTest, aTextBecomesOneWhenItGetsItsWords) {
+    auto& line = put<ElidedLabel>(scene.look, TextRole::body, &Tokens::text);
+    EXPECT_EQ(spoken(line).role(), QAccessible::Client);
+    line.setText("Now");
+    EXPECT_EQ(spoken(line).role(), QAccessible::StaticText);
+}
+
+TEST_F(SpokenRolesTest, whatHoldsOthersIsAGroupOnlyWithAName) {
+    auto& picker = put<SegmentedPicker>(scene.look, "Group", std::vector<QString>{"One", "Two"});
+    auto& head = put<Headline>(scene.look);
+    window.show();
+    EXPECT_EQ(spoken(picker).role(), QAccessible::Grouping);
+    EXPECT_EQ(spoken(picker).text(QAccessible::Name), "Group");
+    EXPECT_EQ(spoken(picker).childCount(), 2);
+    EXPECT_EQ(spoken(head).role(), QAccessible::Client);
+}
+
+TEST_F(SpokenRolesTest, aWindowIsAWindow) {
+    window.setAccessibleName("Anything");
+    EXPECT_EQ(spoken(window).role(), QAccessible::Window);
+}
+
+TEST_F(SpokenRolesTest, chartsAreChartsAsAWhole) {
+    for (QWidget* chart : std::vector<QWidget*>{&put<DayChart>(scene.look), &put<MomentChart>(scene.look),
+                                                &put<LoadChart>(scene.look)}) {
+        EXPECT_EQ(spoken(*chart).role(), QAccessible::Chart);
+        EXPECT_EQ(spoken(*chart).childCount(), 0);
+    }
+}
+
+TEST_F(SpokenRolesTest, whatPartsTwoPanesIsASeparator) {
+    auto& panes = put<QSplitter>(Qt::Horizontal);
+    panes.addWidget(new QWidget);
+    panes.addWidget(new QWidget);
+    window.show();
+    auto* handle = panes.handle(1);
+    EXPECT_EQ(spoken(*handle).role(), QAccessible::Separator);
+}
+
+TEST_F(SpokenRolesTest, listsHaveNames) {
+    EXPECT_EQ(put<Sidebar>(scene.look).accessibleName(), "Sections");
+    LineTree tree(scene.look, {});
+    EXPECT_EQ(tree.accessibleName(), "Processes");
+}
+
+}  // namespace
+}  // namespace tolvane::desktop

@@ -1,0 +1,168 @@
+"""What a screen reader finds in a program's windows, and how a person acts on it: with the pointer and the keyboard.
+
+    program = spoken.Program(pid)
+    program.click(program.find("push button", "Cancel"))
+"""
+
+import os
+import signal
+import subprocess
+import sys
+import time
+
+# What the pages of a long table hold says nothing new after this many cells.
+MOST_CHILDREN = 400
+SKIPPED = 77
+
+
+def within(seconds, condition):
+    """The first result of condition that holds; the last one when none does in time."""
+    end = time.monotonic() + seconds
+    while True:
+        result = condition()
+        if result or time.monotonic() > end:
+            return result
+        time.sleep(0.1)
+
+
+def skip(reason):
+    print("skipped: " + reason, flush=True)
+    sys.exit(SKIPPED)
+
+
+class Bus:
+    """The bus that screen readers use, as a desktop starts it. Ends what it started when it is left."""
+
+    LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+
+    def __init__(self):
+        if not os.access(self.LAUNCHER, os.X_OK):
+            skip("this machine has no bus for screen readers (" + self.LAUNCHER + ")")
+        os.environ.pop("NO_AT_BRIDGE", None)
+        os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.process = subprocess.Popen([self.LAUNCHER, "--launch-immediately"], stderr=subprocess.DEVNULL)
+
+    def __enter__(self):
+        if not within(10, self.is_owned):
+            self.__exit__()
+            skip("the bus for screen readers does not come up")
+        return self
+
+    def __exit__(self, *_):
+        if self.process.poll() is None:
+            self.process.send_signal(signal.SIGTERM)
+            self.process.wait(10)
+
+    @staticmethod
+    def is_owned():
+        asked = subprocess.run(["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus",
+                                "--method", "org.a11y.Bus.GetAddress"], capture_output=True, check=False)
+        return asked.returncode == 0
+
+
+def bindings():
+    try:
+        import gi
+        gi.require_version("Atspi", "2.0")
+        from gi.repository import Atspi, GLib
+    except (ImportError, ValueError) as missing:
+        skip("the bindings for screen readers are missing: " + str(missing))
+    return Atspi, GLib
+
+
+class Program:
+    """The showing part of one program's tree. Nothing is remembered between two looks."""
+
+    def __init__(self, pid):
+        self.atspi, self.glib = bindings()
+        self.pid = pid
+        self.atspi.init()
+
+    def root(self):
+        desktop = self.atspi.get_desktop(0)
+        for number in range(desktop.get_child_count()):
+            root = desktop.get_child_at_index(number)
+            if root and root.get_process_id() == self.pid:
+                root.set_cache_mask(self.atspi.Cache.NONE)
+                return root
+        return None
+
+    def has(self, node, state):
+        return node.get_state_set().contains(getattr(self.atspi.StateType, state))
+
+    def showing(self, node=None, most=MOST_CHILDREN):
+        """Every node that can be seen, from the outside in. What goes away meanwhile is passed over."""
+        try:
+            node = node or self.root()
+            if not node:
+                return
+            children = node.get_child_count()
+            yield node
+        except self.glib.Error:
+            return
+        for number in range(min(children, most)):
+            try:
+                child = node.get_child_at_index(number)
+                seen = child and self.has(child, "SHOWING")
+            except self.glib.Error:
+                continue
+            if seen:
+                yield from self.showing(child, most)
+
+    def look(self, role, name, inside=None):
+        """The first node of a role whose name is, or fulfils, `name`; None when there is none."""
+        fits = name if callable(name) else lambda text: text == name
+        for node in self.showing(inside):
+            try:
+                if node.get_role_name() == role and fits(node.get_name()):
+                    return node
+            except self.glib.Error:
+                continue
+        return None
+
+    def find(self, role, name, inside=None, seconds=15):
+        """Waits for it to show."""
+        found = within(seconds, lambda: self.look(role, name, inside))
+        if not found:
+            raise LookupError(f"no {role} {'' if callable(name) else repr(name) + ' '}shows within {seconds} s")
+        return found
+
+    def place(self, node):
+        return node.get_component().get_extents(self.atspi.CoordType.SCREEN)
+
+    def click(self, node):
+        place = self.place(node)
+        xdotool("mousemove", place.x + place.width // 2, place.y + place.height // 2, "click", 1)
+
+    def nameless(self):
+        """The controls that a person can reach and a screen reader cannot tell. An empty cell is told by its head."""
+        for node in self.showing(most=60):
+            role, name = node.get_role_name(), node.get_name()
+            if role == "table cell" or not self.has(node, "FOCUSABLE"):
+                continue
+            if not name or role in ("unknown", "filler", "invalid"):
+                yield f"{role} '{name}' in '{node.get_parent().get_name()}'"
+
+    def print_tree(self, node=None, depth=0):
+        node = node or self.root()
+        print("  " * depth + node.get_role_name(), repr(node.get_name()), flush=True)
+        for number in range(min(node.get_child_count(), 30)):
+            child = node.get_child_at_index(number)
+            if child and self.has(child, "SHOWING"):
+                self.print_tree(child, depth + 1)
+
+
+def xdotool(*words):
+    subprocess.run(["xdotool", *map(str, words)], check=True)
+
+
+def press(*keys):
+    xdotool("key", "--clearmodifiers", *keys)
+
+
+def write(text):
+    xdotool("type", "--delay", 10, text)
+
+
+def picture(path):
+    subprocess.run(["import", "-window", "root", str(path)], check=True)
