@@ -108,12 +108,12 @@ void PanelPopup::refreshLater() {
 void PanelPopup::refresh() {
     waiting_ = false;
     view_->show(MenuBarPanel::of(model_, locale_));
-    place();
+    if (isVisible()) place();
 }
 
 void PanelPopup::place() {
     const auto available = availableAt(icon_.isValid() ? icon_.center() : pointer_);
-    view_->fit(available.height() - 2 * border - Sizes::gap);
+    view_->fit(look_.fonts().scaled(MenuBarPanel::width) - 2 * border, available.height() - 2 * border - Sizes::gap);
     layout()->activate();
     const QSize whole = view_->size() + QSize(2 * border, 2 * border);
     move(panelPlace(whole, icon_, pointer_, available).topLeft());
@@ -140,6 +140,12 @@ void PanelPopup::keyPressEvent(QKeyEvent* event) {
 void PanelPopup::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && windowType() == Qt::Tool && !isActiveWindow()) hide();
+}
+
+/// The display hears of the window after this.
+void PanelPopup::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    place();
 }
 
 void PanelPopup::hideEvent(QHideEvent* event) {

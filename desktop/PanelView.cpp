@@ -9,6 +9,7 @@
 
 #include "desktop/Words.h"
 #include "desktop/parts/Hairline.h"
+#include "desktop/parts/Measured.h"
 
 namespace tolvane::desktop {
 
@@ -65,7 +66,6 @@ void PanelView::build() {
         column->addWidget(block);
     }
     middle_->setWidget(content);
-    middle_->setWidgetResizable(true);
     middle_->setFrameShape(QFrame::NoFrame);
     middle_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     middle_->setFocusPolicy(Qt::NoFocus);
@@ -199,17 +199,13 @@ void PanelView::showSuggestions(const MenuBarPanel& panel) {
 }
 
 /// Blocks break their texts, so their height follows from the width.
-void PanelView::fit(int most) {
-    setFixedWidth(look_.fonts().scaled(MenuBarPanel::width));
-    auto* content = middle_->widget();
-    const auto heightOf = [this](QWidget* widget) {
-        auto* layout = widget->layout();
-        layout->activate();
-        return layout->hasHeightForWidth() ? layout->totalHeightForWidth(width()) : layout->totalSizeHint().height();
-    };
+void PanelView::fit(int width, int most) {
+    setFixedWidth(width);
+    auto& content = *middle_->widget();
     const auto margins = layout()->contentsMargins();
-    const int fixed = heightOf(memory_) + heightOf(footer_) + margins.top() + margins.bottom();
-    const int wanted = heightOf(content);
+    const int fixed = heightAt(*memory_, width) + heightAt(*footer_, width) + margins.top() + margins.bottom();
+    const int wanted = heightAt(content, width);
+    content.setFixedSize(width, wanted);
     const int middle = std::clamp(most - fixed, 0, wanted);
     middle_->setFixedHeight(middle);
     middle_->setVerticalScrollBarPolicy(middle < wanted ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);

@@ -30,8 +30,8 @@ public:
     void show(const MenuBarPanel& panel);
     using QWidget::show;
 
-    /// Takes its width and as much of `most` as it needs.
-    void fit(int most);
+    /// Takes that width and as much of the height `most` as it needs.
+    void fit(int width, int most);
 
     QPushButton& openButton() const { return *open_; }
     QCheckBox& pauseBox() const { return *pause_; }

@@ -16,7 +16,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int whenGap = 12;
-constexpr int buttonsGap = 20;
+constexpr int buttonsGap = 16;
 /// Icon and button stand beside the first two lines, however many follow.
 constexpr int twoLines = 38;
 
@@ -33,7 +33,7 @@ ParkedRowPane::ParkedRowPane(const Look& look, QWidget* parent)
       more_(new IconButton(look, "ellipsis", tr("Actions"), this)) {
     when_->setFigures(true);
     containers_->setFigures(true);
-    start_->setFixedHeight(look.fonts().height(TextRole::body, ProjectRowShape::buttonHeight));
+    ProjectRowShape::apply(*start_, look.fonts());
     buildRow();
     connect(start_, &QPushButton::clicked, this, &ParkedRowPane::startWanted);
     connect(more_, &QToolButton::clicked, this,

@@ -1,7 +1,6 @@
 #include "desktop/RuleFileDialogs.h"
 
 #include <QFileDialog>
-#include <QShortcut>
 #include <QStandardPaths>
 
 #include "app/screens/MainView.h"
@@ -32,11 +31,6 @@ RuleFileDialogs::RuleFileDialogs(AppModel& model, const Look& look, QWidget& win
     notifiers_.push_back(model_.importing.onChange([this] { showImportPanel(); }));
     notifiers_.push_back(model_.exporting.onChange([this] { showExportPanel(); }));
     notifiers_.push_back(model_.importMessage.onChange([this] { showMessage(); }));
-    connect(new QShortcut(QKeySequence::Open, &window), &QShortcut::activated, this,
-            [this] { model_.importing.set(true); });
-    connect(new QShortcut(QKeySequence::Save, &window), &QShortcut::activated, this, [this] {
-        if (MainView::canExport(*model_.rules)) model_.exporting.set(*model_.rules);
-    });
     showMessage();
 }
 

@@ -11,14 +11,13 @@
 #include <utility>
 
 #include "app/screens/MainView.h"
-#include "app/screens/NewRuleSheet.h"
 #include "app/screens/RulesView.h"
 #include "desktop/NewRuleDialog.h"
 #include "desktop/Words.h"
-#include "desktop/parts/AlertDialog.h"
 #include "desktop/parts/EmptyState.h"
 #include "desktop/parts/HairlineSplitter.h"
 #include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/QuestionDialog.h"
 
 namespace tolvane::desktop {
 
@@ -188,11 +187,8 @@ void RulesPage::openRowMenu(QPoint place) {
 void RulesPage::askToDelete() {
     const auto* rule = RulesView::selected(model_);
     if (!rule) return;
-    const auto sentence = words(RulesView::deleteQuestion(*rule));
-    auto* question = new AlertDialog(look_, sentence, words(NewRuleSheet::cancel), window());
-    question->ask(words(RulesView::deleteRow));
+    const auto* question = QuestionDialog::ask(look_, RulesView::deleteQuestion(*rule), this);
     connect(question, &QDialog::accepted, this, [this, id = rule->id] { model_.deleteRules({id}); });
-    question->open();
 }
 
 }  // namespace tolvane::desktop

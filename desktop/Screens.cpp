@@ -12,7 +12,7 @@ namespace tolvane::desktop {
 
 std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& state, const std::string& locale) {
     const auto processes = [&model, &look, &state, locale](QWidget* parent) {
-        return new ProcessesPage(model, look, state, locale, true, parent);
+        return new ProcessesPage(model, look, state, locale, parent);
     };
     const auto projects = [&model, &look, locale](QWidget* parent) {
         return new ProjectsPage(model, look, locale, {}, parent);
@@ -32,13 +32,10 @@ std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& s
     const auto activity = [&model, &look, &state, locale](QWidget* parent) {
         return new ActivityPage(model, look, state, locale, {}, parent);
     };
-    return {{AppSection::processes, processes},
-            {AppSection::projects, projects},
-            {AppSection::suggestions, suggestions},
-            {AppSection::history, history},
-            {AppSection::stats, stats},
-            {AppSection::rules, rules},
-            {AppSection::activity, activity}};
+    return {
+        {AppSection::processes, processes}, {AppSection::projects, projects}, {AppSection::suggestions, suggestions},
+        {AppSection::history, history},     {AppSection::stats, stats},       {AppSection::rules, rules},
+        {AppSection::activity, activity}};
 }
 
 }  // namespace tolvane::desktop

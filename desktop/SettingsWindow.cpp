@@ -11,6 +11,7 @@
 #include "desktop/SettingsRowView.h"
 #include "desktop/Words.h"
 #include "desktop/parts/Card.h"
+#include "desktop/parts/Measured.h"
 #include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/QuestionDialog.h"
 
@@ -43,16 +44,16 @@ void SettingsWindow::build() {
     for (std::size_t section = 0; section < count; ++section) {
         if (section > 0) column->addSpacing(sectionGap);
         auto* footer = new ParagraphLabel(look_, TextRole::caption, &Tokens::text2);
-        sections_.push_back({.card = new Card(look_), .footer = footer});
+        auto* below = new QWidget;
+        auto* room = new QVBoxLayout(below);
+        room->setContentsMargins(0, Sizes::gap, 0, 0);
+        room->addWidget(footer);
+        sections_.push_back({.card = new Card(look_), .footer = footer, .below = below});
         column->addWidget(sections_.back().card);
-        auto* below = new QVBoxLayout;
-        below->setContentsMargins(0, Sizes::gap, 0, 0);
-        below->addWidget(footer);
-        column->addLayout(below);
+        column->addWidget(below);
     }
     column->addStretch(1);
     scroll_->setWidget(content_);
-    scroll_->setWidgetResizable(true);
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll_->setFocusPolicy(Qt::NoFocus);
@@ -73,7 +74,7 @@ void SettingsWindow::refresh() {
     for (std::size_t section = 0; section < sections_.size(); ++section) {
         showSection(sections_[section], sections[section]);
     }
-    fit();
+    if (isVisible()) fit();
 }
 
 /// Rows come and go rarely: those from the first that differs are made anew.
@@ -86,9 +87,14 @@ void SettingsWindow::showSection(const Section& shown, const SettingsSection& se
         ++same;
     }
     shown.card->keepRows(same);
-    for (; same < section.rows.size(); ++same) shown.card->addRow(makeRow(section.rows[same]));
+    for (; same < section.rows.size(); ++same) {
+        auto* row = makeRow(section.rows[same]);
+        shown.card->addRow(row);
+        /// Before the next turn of the loop, so that it can be measured.
+        row->show();
+    }
     shown.footer->setText(words(section.footer));
-    shown.footer->setVisible(!section.footer.empty());
+    shown.below->setVisible(!section.footer.empty());
 }
 
 SettingsRowView* SettingsWindow::makeRow(const SettingsRow& row) {
@@ -121,8 +127,8 @@ void SettingsWindow::press(SettingsControl control) {
 void SettingsWindow::fit() {
     const int wide = look_.fonts().scaled(SettingsView::width);
     setFixedWidth(wide);
-    content_->layout()->activate();
-    const int needed = content_->layout()->totalHeightForWidth(wide);
+    const int needed = heightAt(*content_, wide);
+    content_->setFixedSize(wide, needed);
     constexpr int frame = 60;
     const auto* screen = QWidget::screen();
     const int most = screen ? screen->availableGeometry().height() - frame : needed;

@@ -41,6 +41,8 @@ private:
     struct Section {
         Card* card = nullptr;
         ParagraphLabel* footer = nullptr;
+        /// The footer with the air above it.
+        QWidget* below = nullptr;
     };
 
     void build();

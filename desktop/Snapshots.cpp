@@ -3,8 +3,14 @@
 #include <QApplication>
 #include <QDir>
 #include <cstdio>
+#include <ranges>
+#include <set>
 #include <utility>
 
+#include "app/screens/ProcessesView.h"
+#include "desktop/NewRuleDialog.h"
+#include "desktop/PanelPopup.h"
+#include "desktop/SettingsWindow.h"
 #include "desktop/Words.h"
 
 namespace tolvane::desktop {
@@ -55,16 +61,57 @@ bool Snapshots::renderScheme(bool dark) {
     auto appearance = look_.appearance();
     const bool was = std::exchange(appearance.dark, dark);
     look_.setAppearance(appearance);
-    return renderSections(dark && !was ? QStringLiteral("-dark.png") : QStringLiteral(".png"));
+    suffix_ = dark && !was ? QStringLiteral("-dark.png") : QStringLiteral(".png");
+    const bool sections = renderSections();
+    return renderSheets() && sections;
 }
 
-bool Snapshots::renderSections(const QString& suffix) {
+bool Snapshots::renderSections() {
     bool written = true;
     for (const auto& screen : screens_) {
         model_.section.set(screen.section);
-        written = save(*window_, folder_ + '/' + words(traits(screen.section).rawValue) + suffix) && written;
+        // A rule makes the editor show.
+        if (screen.section == AppSection::rules && !model_.rules->empty()) {
+            model_.selectedRule.set(model_.rules->front().id);
+        }
+        written = write(*window_, words(traits(screen.section).rawValue)) && written;
     }
     return written;
+}
+
+bool Snapshots::renderSheets() {
+    const auto& locale = model_.host().locale;
+    NewRuleDialog apps(model_, look_, locale, TargetKind::app, nullptr);
+    NewRuleDialog agents(model_, look_, locale, TargetKind::agent, nullptr);
+    SettingsWindow settings(model_, look_);
+    PanelPopup panel(model_, look_, locale);
+    bool written = write(apps, QStringLiteral("newrule"));
+    written = write(agents, QStringLiteral("newrule-agents")) && written;
+    written = write(settings, QStringLiteral("settings")) && written;
+    written = renderSelection() && written;
+    panel.openAt(QRect());
+    return write(panel, QStringLiteral("menubar")) && written;
+}
+
+/// The three largest rows of the table at once.
+bool Snapshots::renderSelection() {
+    const auto lines =
+        ProcessesView::linesOf(*model_.snapshot, Grouping::apps, {}, {{.field = LineField::memory, .ascending = false}},
+                               model_.lineNames(), model_.host().locale);
+    std::set<std::string> ids;
+    for (const auto& line : lines | std::views::take(3)) ids.insert(line.id);
+    const auto before = *model_.selectedLines;
+    model_.section.set(AppSection::processes);
+    model_.selectedLines.set(std::move(ids));
+    const bool written = write(*window_, QStringLiteral("selection"));
+    model_.selectedLines.set(before);
+    return written;
+}
+
+bool Snapshots::write(QWidget& widget, const QString& name) {
+    widget.show();
+    widget.activateWindow();
+    return save(widget, folder_ + '/' + name + suffix_);
 }
 
 }  // namespace tolvane::desktop

@@ -15,7 +15,9 @@
 
 namespace tolvane::desktop {
 
-/// Renders every screen that exists into a folder, for pages that show the program and for machines without a display.
+/// Renders every screen and every sheet into a folder, for pages that show the program and for machines without a
+/// display: "processes.png" and so on by section, then "newrule.png", "newrule-agents.png", "settings.png",
+/// "selection.png" and "menubar.png".
 class Snapshots {
 public:
     /// The preference that holds the folder; without it nothing is rendered.
@@ -31,13 +33,18 @@ public:
 private:
     void render();
     bool renderScheme(bool dark);
-    bool renderSections(const QString& suffix);
+    bool renderSections();
+    bool renderSheets();
+    bool renderSelection();
+    bool write(QWidget& widget, const QString& name);
 
     AppModel& model_;
     Look& look_;
     std::vector<Screen> screens_;
     QString folder_;
     bool dark_;
+    /// Of the scheme that is being drawn.
+    QString suffix_;
     std::function<void(bool)> done_;
     /// Pictures are of a window as new, whatever the user's own looks like.
     WindowState state_;

@@ -45,8 +45,9 @@ QAction* WindowMenu::add(std::string_view text, const QKeySequence& keys) {
 }
 
 void WindowMenu::addRuleCommands() {
-    connect(add(MainView::importRules), &QAction::triggered, this, [this] { model_.importing.set(true); });
-    auto* exporting = add(MainView::exportRules);
+    connect(add(MainView::importRules, QKeySequence::Open), &QAction::triggered, this,
+            [this] { model_.importing.set(true); });
+    auto* exporting = add(MainView::exportRules, QKeySequence::Save);
     connect(exporting, &QAction::triggered, this, [this] { model_.exporting.set(*model_.rules); });
     const auto enable = [this, exporting] { exporting->setEnabled(MainView::canExport(*model_.rules)); };
     enable();

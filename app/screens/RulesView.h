@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "app/screens/Question.h"
 #include "core/rules/Rule.h"
 
 namespace tolvane {
@@ -49,7 +50,9 @@ struct RulesView {
     static std::optional<std::string_view> notice(const AppModel& model);
 
     /// Before a key deletes a rule.
-    static std::string deleteQuestion(const Rule& rule) { return "Delete “" + rule.name + "”?"; }
+    static Question deleteQuestion(const Rule& rule) {
+        return {.title = "Delete “" + rule.name + "”?", .action = std::string(deleteRow)};
+    }
 
     static std::vector<Rule> rulesOf(const AppModel& model, const std::set<UUID>& ids);
     static const Rule* find(const std::vector<Rule>& rules, const UUID& id);

@@ -22,7 +22,7 @@ namespace Shortcuts {
 
 inline constexpr std::string_view title = "Keyboard Shortcuts";
 
-inline constexpr std::array<ShortcutGroup, 3> groups = {{
+inline constexpr std::array<ShortcutGroup, 4> groups = {{
     {"Everywhere",
      {{{"Ctrl+1", "Processes, and so on to Ctrl+7 in the order of the sidebar"},
        {"Ctrl+,", "Settings"},
@@ -36,6 +36,11 @@ inline constexpr std::array<ShortcutGroup, 3> groups = {{
        {"Ctrl+C", "Copy what is selected"},
        {"Ctrl+A", "Select all"},
        {"Shift+F10", "Menu of what is selected"}}}},
+    {"In rules",
+     {{{"Ctrl+N", "Add Rule"},
+       {"Ctrl+O", "Import Rules…"},
+       {"Ctrl+S", "Export Rules…"},
+       {"Del", "Delete the rule that is selected"}}}},
     {"In charts", {{{"Left", "Earlier"}, {"Right", "Later"}, {"Home", "First"}, {"End", "Last"}, {"Esc", "None"}}}},
 }};
 

@@ -16,7 +16,7 @@ constexpr int widest = 420;
 }  // namespace
 
 AlertDialog::AlertDialog(const Look& look, const QString& sentence, const QString& dismiss, QWidget* parent)
-    : QDialog(parent), buttons_(new QHBoxLayout), dismiss_(new QPushButton(dismiss)) {
+    : QDialog(parent) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     setWindowTitle(parent ? parent->window()->windowTitle() : QString());
@@ -24,25 +24,18 @@ AlertDialog::AlertDialog(const Look& look, const QString& sentence, const QStrin
     auto* words = new ParagraphLabel(look, TextRole::headline, &Tokens::text);
     words->setText(sentence);
     words->setMinimumWidth(look.fonts().scaled(widest) - 2 * margin);
-    dismiss_->setDefault(true);
-    connect(dismiss_, &QPushButton::clicked, this, &QDialog::reject);
-    buttons_->setSpacing(Sizes::wideGap);
-    buttons_->addStretch(1);
-    buttons_->addWidget(dismiss_);
+    auto* button = new QPushButton(dismiss);
+    button->setDefault(true);
+    connect(button, &QPushButton::clicked, this, &QDialog::reject);
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addWidget(button);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(margin);
     column->addWidget(words);
-    column->addLayout(buttons_);
+    column->addLayout(row);
     column->setSizeConstraint(QLayout::SetFixedSize);
-}
-
-void AlertDialog::ask(const QString& action) {
-    auto* button = new QPushButton(action);
-    button->setProperty("destructive", true);
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, &QDialog::accept);
-    buttons_->addWidget(button);
 }
 
 }  // namespace tolvane::desktop

@@ -7,6 +7,8 @@
 #include "desktop/PanelPlace.h"
 #include "desktop/PanelPopup.h"
 #include "desktop/parts/Hairline.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/ValueRows.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleLog.h"
@@ -71,7 +73,7 @@ TEST_F(PanelTest, showsEveryBlock) {
     }
     EXPECT_EQ(panel.view().suggestionsButton().text(), "Show All 5 Suggestions");
     EXPECT_EQ(panel.view().openButton().text(), "Open Tolvane");
-    EXPECT_EQ(panel.width(), 342) << "its own width and an edge on either side";
+    EXPECT_EQ(panel.width(), 340);
     EXPECT_EQ(shownLines(), 5);
 }
 
@@ -154,15 +156,29 @@ TEST_F(PanelTest, isAWindowThatCanBeSeen) {
     EXPECT_FALSE(windows.anyVisible());
 }
 
+TEST_F(PanelTest, nothingIsCutOff) {
+    scene.model.suggestions.set(log.suggestions);
+    open();
+    scene.model.activity.set(log.activity);
+    turnLoop();
+    for (const auto* rows : panel.findChildren<PanelRows*>()) EXPECT_EQ(rows->height(), rows->sizeHint().height());
+    for (const auto* rows : panel.findChildren<ValueRows*>()) {
+        EXPECT_EQ(rows->height(), rows->heightForWidth(rows->width()));
+    }
+    for (const auto* words : panel.findChildren<ParagraphLabel*>()) {
+        EXPECT_EQ(words->height(), words->heightForWidth(words->width()));
+    }
+}
+
 TEST_F(PanelTest, aTallPanelScrollsItsMiddle) {
     scene.model.suggestions.set(log.suggestions);
     scene.model.activity.set(log.activity);
     open();
     const int whole = panel.view().height();
-    panel.view().fit(500);
+    panel.view().fit(338, 500);
     EXPECT_EQ(panel.view().height(), 500);
     EXPECT_TRUE(panel.view().openButton().isVisible());
-    panel.view().fit(5000);
+    panel.view().fit(338, 5000);
     EXPECT_GE(panel.view().height(), whole);
 }
 

@@ -15,8 +15,8 @@
 #include "desktop/MatchesCard.h"
 #include "desktop/NewRuleDialog.h"
 #include "desktop/Words.h"
-#include "desktop/parts/AlertDialog.h"
 #include "desktop/parts/PopupPicker.h"
+#include "desktop/parts/QuestionDialog.h"
 #include "desktop/parts/Switch.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
@@ -218,14 +218,14 @@ TEST_F(RulesPageTest, theButtonDeletesTheRule) {
 TEST_F(RulesPageTest, theDeleteKeyAsksFirst) {
     clickRow(0);
     type(page->list(), Qt::Key_Delete);
-    auto* question = page->findChild<AlertDialog*>();
+    auto* question = page->findChild<QuestionDialog*>();
     ASSERT_TRUE(question);
     EXPECT_EQ(question->accessibleName(), "Delete “Forgotten Vite and Next dev servers”?");
     question->reject();
     turnLoop();
     EXPECT_EQ(rows().rowCount(), 5);
     type(page->list(), Qt::Key_Delete);
-    page->findChildren<AlertDialog*>().last()->accept();
+    page->findChildren<QuestionDialog*>().last()->accept();
     turnLoop();
     EXPECT_EQ(rows().rowCount(), 4);
 }

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QLayout>
 #include <QPushButton>
 
 #include "desktop/SettingsRowView.h"
+#include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/PopupPicker.h"
 #include "desktop/parts/QuestionDialog.h"
 #include "desktop/parts/Switch.h"
@@ -113,6 +115,20 @@ TEST_F(SettingsWindowTest, restoringAsksFirst) {
     type(*dialog, Qt::Key_Escape);
     turnLoop();
     EXPECT_EQ(window.findChild<QuestionDialog*>(), nullptr);
+}
+
+TEST_F(SettingsWindowTest, nothingIsCutOff) {
+    scene.fake.world->loginStatus = LoginStatus::requiresApproval;
+    scene.fake.world->loginError = std::string(300, 'w');
+    open();
+    window.row(Control::openAtLogin)->toggle()->click();
+    turnLoop();
+    for (const auto* row : window.findChildren<SettingsRowView*>()) {
+        EXPECT_GE(row->height(), row->layout()->totalHeightForWidth(row->width()));
+        for (const auto* words : row->findChildren<ParagraphLabel*>()) {
+            EXPECT_GE(words->height(), words->heightForWidth(words->width())) << qPrintable(words->accessibleName());
+        }
+    }
 }
 
 TEST_F(SettingsWindowTest, escapeCloses) {

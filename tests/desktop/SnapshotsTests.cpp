@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
 
@@ -33,6 +34,24 @@ TEST_F(SnapshotsTest, rendersEveryScreenInBothSchemes) {
     EXPECT_EQ(light.size() / light.devicePixelRatio(), QSize(1040, 640));
     EXPECT_EQ(light.pixelColor(5, 600), lightTokens.sidebar);
     EXPECT_EQ(dark.pixelColor(5, 600), darkTokens.sidebar);
+}
+
+TEST_F(SnapshotsTest, rendersSectionsAndSheetsUnderTheirNames) {
+    const auto snapshots = render(out.path(), true);
+    scene.fake.clock->advance(Seconds{2});
+    for (const auto* name : {"processes", "projects", "suggestions", "history", "stats", "rules", "activity", "newrule",
+                             "newrule-agents", "settings", "selection", "menubar"}) {
+        EXPECT_FALSE(QImage(out.filePath(QString(name) + ".png")).isNull()) << name;
+        EXPECT_FALSE(QImage(out.filePath(QString(name) + "-dark.png")).isNull()) << name;
+    }
+    EXPECT_EQ(QDir(out.path()).entryList(QDir::Files).size(), 24);
+}
+
+TEST_F(SnapshotsTest, theSelectionIsPutBack) {
+    const auto before = *scene.model.selectedLines;
+    const auto snapshots = render(out.path(), false);
+    scene.fake.clock->advance(Seconds{2});
+    EXPECT_EQ(*scene.model.selectedLines, before);
 }
 
 TEST_F(SnapshotsTest, rendersLightAloneUnlessAskedOtherwise) {

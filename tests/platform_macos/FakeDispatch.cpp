@@ -36,8 +36,8 @@ Dispatch FakeDispatch::table() {
         source.cancelled(source.context);
     };
     calls->release = [](void* source) { sourceOf(source).released = true; };
-    calls->ignoreSignal = [this](int signal) { ignored[signal] = true; };
-    calls->restoreSignal = [this](int signal) { ignored[signal] = false; };
+    calls->catchSignal = [this](int signal) { caught[signal] = true; };
+    calls->restoreSignal = [this](int signal) { caught[signal] = false; };
     return calls;
 }
 

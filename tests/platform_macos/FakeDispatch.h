@@ -36,8 +36,8 @@ public:
 
     std::deque<FakeSource> sources;
     std::vector<std::function<void()>> jobs;
-    /// By signal: is it ignored now?
-    std::map<int, bool> ignored;
+    /// By signal: does a handler take it now?
+    std::map<int, bool> caught;
     bool givesSources = true;
 };
 

@@ -130,13 +130,13 @@ TEST_F(MacEventsTest, threeSignalsAskToQuit) {
     auto subscription = onQuitSignal(fake_.table(), fake_.onMain(), count());
     ASSERT_EQ(fake_.sources.size(), 3U);
     EXPECT_THAT(fake_.sources, Each(Field(&FakeSource::kind, SourceKind::signal)));
-    EXPECT_THAT(fake_.ignored, ElementsAre(Pair(SIGHUP, true), Pair(SIGINT, true), Pair(SIGTERM, true)));
+    EXPECT_THAT(fake_.caught, ElementsAre(Pair(SIGHUP, true), Pair(SIGINT, true), Pair(SIGTERM, true)));
     EXPECT_EQ(fake_.sources[0].handle, static_cast<std::uintptr_t>(SIGTERM));
     fake_.fire(1);
     fake_.runMain();
     EXPECT_EQ(calls_, 1);
     subscription.reset();
-    EXPECT_THAT(fake_.ignored, Each(Field(&std::pair<const int, bool>::second, false)));
+    EXPECT_THAT(fake_.caught, Each(Field(&std::pair<const int, bool>::second, false)));
     EXPECT_THAT(fake_.sources, Each(Field(&FakeSource::released, true)));
 }
 

@@ -47,13 +47,20 @@ void addSources(DispatchCalls& calls) {
     calls.release = [](void* source) { dispatch_release(native(source)); };
 }
 
+void handle(int signal, void (*handler)(int)) {
+    struct sigaction action{};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(signal, &action, nullptr);
+}
+
 }  // namespace
 
 Dispatch appleDispatch() {
     auto calls = std::make_shared<DispatchCalls>();
     addSources(*calls);
-    calls->ignoreSignal = [](int signal) { std::signal(signal, SIG_IGN); };
-    calls->restoreSignal = [](int signal) { std::signal(signal, SIG_DFL); };
+    calls->catchSignal = [](int signal) { handle(signal, [](int) {}); };
+    calls->restoreSignal = [](int signal) { handle(signal, SIG_DFL); };
     return calls;
 }
 

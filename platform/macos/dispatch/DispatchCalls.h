@@ -29,8 +29,9 @@ struct DispatchCalls {
     std::function<void(void* source)> cancel;
     std::function<void(void* source)> release;
 
-    /// Signals that a source watches must not end the program as well.
-    std::function<void(int signal)> ignoreSignal;
+    /// Signals that a source watches must not end the program as well: a handler that does nothing takes them. (One
+    /// that is ignored would be ignored by every child, too.)
+    std::function<void(int signal)> catchSignal;
     std::function<void(int signal)> restoreSignal;
 };
 

@@ -18,7 +18,7 @@ constexpr std::array<int, 3> quitSignals = {SIGTERM, SIGINT, SIGHUP};
 Subscription onQuitSignal(const Dispatch& dispatch, const OnMain& onMain, const std::function<void()>& asked) {
     auto sources = std::make_shared<std::vector<Subscription>>();
     for (const int signal : quitSignals) {
-        dispatch->ignoreSignal(signal);
+        dispatch->catchSignal(signal);
         sources->push_back(onEvent(dispatch, onMain,
                                    {.kind = SourceKind::signal, .handle = static_cast<std::uintptr_t>(signal)}, asked));
     }
