@@ -24,7 +24,7 @@ SuggestionRowView::SuggestionRowView(const Look& look, QWidget* parent)
     : QWidget(parent),
       look_(look),
       title_(new ElidedLabel(look, TextRole::body, &Tokens::text)),
-      evidence_(new ElidedLabel(look, TextRole::small, &Tokens::text2)),
+      evidence_(new ParagraphLabel(look, TextRole::small, &Tokens::text2)),
       figure_(new ElidedLabel(look, TextRole::body, &Tokens::text)),
       buttons_(new QWidget),
       makeRule_(new QPushButton(words(SuggestionMenu::makeRule))),
@@ -78,14 +78,15 @@ void SuggestionRowView::show(const SuggestionRow& row) {
     if (looksTheSame) return;
     const auto title = words(row.suggestion.title);
     title_->setText(oneLine(title));
-    evidence_->setText(oneLine(words(row.suggestion.evidence)));
+    const auto evidence = oneLine(words(row.suggestion.evidence));
+    evidence_->setText(evidence);
     figure_->setText(words(row.figure));
     makeRule_->setVisible(row.suggestion.rule.has_value());
     makeRule_->setAccessibleDescription(title);
     action_->setLabel(words(row.primaryLabel));
     action_->setAccessibleDescription(title);
     setAccessibleName(title);
-    setAccessibleDescription(evidence_->text());
+    setAccessibleDescription(evidence);
     update();
 }
 

@@ -6,6 +6,7 @@
 #include "app/screens/SuggestionsView.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/SplitButton.h"
 
 class QMenu;
@@ -48,7 +49,7 @@ private:
     const Look& look_;
     SuggestionRow row_;
     ElidedLabel* title_;
-    ElidedLabel* evidence_;
+    ParagraphLabel* evidence_;
     ElidedLabel* figure_;
     QWidget* buttons_;
     QPushButton* makeRule_;

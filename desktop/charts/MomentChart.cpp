@@ -20,11 +20,15 @@ namespace {
 constexpr double usedOpacity = 0.35, loadOpacity = 0.55;
 constexpr double bandOpacity = 0.15;
 constexpr double lineWidth = 1.5;
-constexpr int figureGap = 8, timeGap = 5, plotGap = 10, timeDistance = 12;
-constexpr int legendMark = 16, legendMarkGap = 8, legendGap = 20;
+constexpr int figureGap = 8, timeGap = 5, plotGap = 14, timeDistance = 12;
+constexpr int legendLine = 16, legendSquare = 10, legendMarkGap = 7, legendGap = 18;
 constexpr int dotSize = 9;
+/// Right of the plot, so that the latest moment's dots are whole.
+constexpr int dotRoom = dotSize / 2 + 2;
 
 bool isArea(HistorySeriesKind kind) { return kind != HistorySeriesKind::compressed && kind != HistorySeriesKind::swap; }
+
+int markWidth(HistorySeriesKind kind) { return isArea(kind) ? legendSquare : legendLine; }
 
 /// Colour is never the only sign.
 Qt::PenStyle styleOf(HistorySeriesKind kind) {
@@ -161,7 +165,7 @@ int MomentChart::legendWidth() const {
     const QFontMetrics metrics(look_.fonts().font(TextRole::caption));
     int width = 0;
     for (const auto& series : shown_.series) {
-        width += legendMark + legendMarkGap + metrics.horizontalAdvance(words(series.name)) + legendGap;
+        width += markWidth(series.kind) + legendMarkGap + metrics.horizontalAdvance(words(series.name)) + legendGap;
     }
     return width;
 }
@@ -196,7 +200,9 @@ int MomentChart::axisWidth() const {
     return widest + figureGap;
 }
 
-QRect MomentChart::plotRect() const { return {axisWidth(), plotTop(width()), width() - axisWidth(), shown_.height}; }
+QRect MomentChart::plotRect() const {
+    return {axisWidth(), plotTop(width()), std::max(1, width() - axisWidth() - dotRoom), std::max(1, shown_.height)};
+}
 
 void MomentChart::place() {
     plot_->setGeometry(plotRect());
@@ -253,12 +259,12 @@ void MomentChart::paintLegend(QPainter& painter) const {
         const int middle = top + line(TextRole::caption) / 2;
         painter.setPen(penOf(colour(series.kind), series.kind));
         if (isArea(series.kind)) {
-            const QRect mark(x + (legendMark - 10) / 2, middle - 5, 10, 10);
+            const QRect mark(x, middle - legendSquare / 2, legendSquare, legendSquare);
             StyleControls::drawShape(painter, mark, 2, colour(series.kind), {});
         } else {
-            painter.drawLine(x, middle, x + legendMark, middle);
+            painter.drawLine(x, middle, x + legendLine, middle);
         }
-        x += legendMark + legendMarkGap;
+        x += markWidth(series.kind) + legendMarkGap;
         const auto name = words(series.name);
         painter.setPen(look_.tokens().text2);
         painter.drawText(QRect(x, top, width(), line(TextRole::caption)), Qt::AlignLeft | Qt::AlignVCenter, name);
@@ -311,12 +317,12 @@ void MomentChart::paintTimes(QPainter& painter) const {
     for (std::size_t number = 0; number < marks_.size(); number += every) {
         const int x = static_cast<int>(xAt(Date{Seconds{marks_[number].value}}));
         QRect room(x - widest / 2, top, widest, line(TextRole::caption));
-        auto alignment = Qt::AlignHCenter;
+        Qt::Alignment alignment = Qt::AlignHCenter;
         if (number == 0) {
             room.moveLeft(plot.left());
             alignment = Qt::AlignLeft;
         } else if (number + 1 == marks_.size()) {
-            room.moveRight(width() - 1);
+            room.moveRight(plot.right());
             alignment = Qt::AlignRight;
         }
         painter.drawText(room, static_cast<int>(alignment | Qt::AlignVCenter) | Qt::TextDontClip,

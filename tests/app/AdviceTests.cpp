@@ -20,6 +20,11 @@ struct AdviceModelTest : ModelTest {
         for (const auto& each : model->visibleSuggestions()) ids.push_back(each.id);
         return ids;
     }
+    void addNotes() {
+        addApp(7, "/Applications/Notes.app");
+        world.bundleIdentifiers["/Applications/Notes.app"] = "com.example.Notes";
+        world.instances.push_back({.identifier = "com.example.Notes", .bundlePath = "/Applications/Notes.app"});
+    }
     void startWith(std::vector<Suggestion> suggestions) {
         start();
         model->suggestions.set(std::move(suggestions));
@@ -138,6 +143,28 @@ TEST_F(AdviceModelTest, aSuggestionThatIsActedOnGoesAtOnce) {
     model->act(model->suggestions->front());
     EXPECT_THAT(visible(), ElementsAre("b"));
     EXPECT_THAT(world.find(7), Not(nullptr));
+    EXPECT_EQ(world.timesAsked("signal 15 7"), 1U);
+    clock.advance(10s);
+    EXPECT_EQ(world.find(7), nullptr);
+}
+
+TEST_F(AdviceModelTest, quittingAsksTheApplicationsPolitely) {
+    addNotes();
+    startWith({suggestion("a", {7})});
+    model->act(model->suggestions->front(), RuleAction::quit);
+    EXPECT_EQ(world.instances.front().asked, 1);
+    EXPECT_EQ(world.instances.front().forced, 0);
+    EXPECT_EQ(world.timesAsked("signal 15 7"), 0U);
+}
+
+TEST_F(AdviceModelTest, restartingAsksTheApplicationToQuitFirst) {
+    addNotes();
+    auto restart = suggestion("a", {7});
+    restart.action = RuleAction::relaunch;
+    startWith({restart});
+    model->act(model->suggestions->front());
+    EXPECT_EQ(world.instances.front().asked, 1);
+    EXPECT_THAT(visible(), IsEmpty());
 }
 
 TEST_F(AdviceModelTest, notifyingDoesNothing) {
