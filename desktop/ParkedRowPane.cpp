@@ -16,7 +16,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int whenGap = 12;
-constexpr int buttonsGap = 20;
+constexpr int buttonsGap = 16;
 /// Icon and button stand beside the first two lines, however many follow.
 constexpr int twoLines = 38;
 

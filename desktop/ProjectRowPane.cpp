@@ -14,8 +14,8 @@ namespace tolvane::desktop {
 
 namespace {
 
-constexpr int branchGap = 14, markGap = 17;
-constexpr int figuresGap = 16, buttonsGap = 20;
+constexpr int branchGap = 9, markGap = 12;
+constexpr int figuresGap = 4, buttonsGap = 16;
 
 }  // namespace
 
@@ -39,15 +39,12 @@ ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
             [this] { emit menuWanted(more_->mapToGlobal(more_->rect().bottomLeft())); });
 }
 
-QHBoxLayout* ProjectRowPane::buildFirstLine() {
-    auto* line = new QHBoxLayout;
-    line->setSpacing(0);
-    line->addWidget(title_);
-    branch_->setContentsMargins(branchGap, 0, 0, 0);
-    mark_->setContentsMargins(markGap, 0, 0, 0);
-    line->addWidget(branch_);
-    line->addWidget(mark_);
-    line->addStretch(1);
+/// The branch gives way first: the mark tells more, and the title most.
+GivingRow* ProjectRowPane::buildFirstLine() {
+    auto* line = new GivingRow(this);
+    line->add(title_, 0, 2);
+    line->add(branch_, branchGap, 0);
+    line->add(mark_, markGap, 1);
     return line;
 }
 
@@ -55,7 +52,7 @@ void ProjectRowPane::buildRow(const Look& look) {
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
     texts->addStretch(1);
-    texts->addLayout(buildFirstLine());
+    texts->addWidget(buildFirstLine());
     texts->addWidget(details_);
     texts->addStretch(1);
     auto* row = new QHBoxLayout(this);

@@ -7,10 +7,10 @@
 #include "desktop/look/Look.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/FigureColumn.h"
+#include "desktop/parts/GivingRow.h"
 #include "desktop/parts/IconButton.h"
 #include "desktop/parts/IconWords.h"
 
-class QHBoxLayout;
 class QPushButton;
 
 namespace tolvane::desktop {
@@ -39,7 +39,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    QHBoxLayout* buildFirstLine();
+    GivingRow* buildFirstLine();
     void buildRow(const Look& look);
 
     ProjectRow row_;

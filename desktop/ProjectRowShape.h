@@ -10,7 +10,7 @@ namespace tolvane::desktop::ProjectRowShape {
 
 inline constexpr int buttonHeight = 26;
 inline constexpr int iconGap = 9;
-inline constexpr int menuGap = 4;
+inline constexpr int menuGap = 2;
 inline constexpr int left = 16, right = 12, above = 10, below = 11;
 
 inline void apply(QHBoxLayout& row) {
@@ -20,7 +20,7 @@ inline void apply(QHBoxLayout& row) {
 
 /// As narrow as its word, since every row has one.
 inline void apply(QPushButton& button, const Fonts& fonts) {
-    constexpr int padding = 12;
+    constexpr int padding = 10;
     button.setFixedHeight(fonts.height(TextRole::body, buttonHeight));
     button.setFixedWidth(button.fontMetrics().horizontalAdvance(button.text()) + 2 * fonts.scaled(padding));
 }

@@ -24,6 +24,10 @@ constexpr int sectionGap = 24;
 ParagraphLabel* paragraph(const Look& look, TextRole role, QColor Tokens::* colour, std::string_view text = {}) {
     auto* label = new ParagraphLabel(look, role, colour);
     label->setText(words(text));
+    // As high as its lines at the width that it gets, which is no width at first.
+    auto policy = label->sizePolicy();
+    policy.setVerticalPolicy(QSizePolicy::Preferred);
+    label->setSizePolicy(policy);
     return label;
 }
 

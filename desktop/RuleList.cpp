@@ -28,6 +28,7 @@ RuleList::RuleList(const Look& look, QWidget* parent) : QListView(parent), rules
     setMinimumWidth(least);
     setMaximumWidth(look.fonts().scaled(most));
     setViewportMargins(0, Sizes::gap, 0, Sizes::gap);
+    setProperty("clearOfBars", true);
 }
 
 void RuleList::show(std::vector<RuleRow> rows, const std::optional<UUID>& selected) {

@@ -110,6 +110,7 @@ bool Snapshots::renderSelection() {
 
 bool Snapshots::write(QWidget& widget, const QString& name) {
     widget.show();
+    widget.activateWindow();
     return save(widget, folder_ + '/' + name + suffix_);
 }
 

@@ -1,14 +1,17 @@
 #include "desktop/StatsPage.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStackedLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "desktop/Words.h"
 #include "desktop/parts/EmptyState.h"
+#include "desktop/parts/Measured.h"
 
 namespace tolvane::desktop {
 
@@ -78,7 +81,7 @@ void StatsPage::buildColumn() {
     for (auto* each : {eachRule_ = buildEachRule(), buildChart(), would_ = buildWould()}) blocks->addWidget(each);
     blocks->addStretch(1);
     scroll_->setWidget(content);
-    scroll_->setWidgetResizable(true);
+    scroll_->viewport()->installEventFilter(this);
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll_->setFocusPolicy(Qt::NoFocus);
@@ -168,6 +171,7 @@ void StatsPage::showContent(const StatsContent& content) {
     eachRule_->setVisible(!shown_.eachRule.empty());
     chart_->show(words(StatsView::chartTitle), shown_.days, shown_.ticks, view_.selectedDay());
     showWould(shown_.wouldHaveFreed);
+    fit();
 }
 
 void StatsPage::showWould(const std::optional<WouldHaveFreed>& would) {
@@ -182,6 +186,18 @@ void StatsPage::showWould(const std::optional<WouldHaveFreed>& would) {
     showRule_->setAccessibleName(label);
     showRule_->setToolTip(showRule_->text() == label ? QString() : label);
     showRule_->setVisible(would->rule.has_value());
+}
+
+/// As high as its texts are at the present width, which the scroll area by itself does not ask.
+void StatsPage::fit() {
+    const auto room = scroll_->viewport()->size();
+    auto* content = scroll_->widget();
+    content->setFixedSize(room.width(), std::max(heightAt(*content, room.width()), room.height()));
+}
+
+bool StatsPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && watched == scroll_->viewport()) fit();
+    return Page::eventFilter(watched, event);
 }
 
 bool StatsPage::isEmptyShown() const { return panes_->currentWidget() == empty_; }

@@ -39,8 +39,10 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void fit();
     void buildColumn();
     QWidget* buildEachRule();
     QWidget* buildChart();

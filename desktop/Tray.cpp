@@ -23,6 +23,7 @@ Tray::Tray(AppModel& model, const Look& look) : model_(model), look_(look), menu
         update();
         emit shownChanged();
     });
+    connect(&look, &Look::changed, this, &Tray::showState);
     tight_ = model_.memoryTight.onChange([this] { showState(); });
 }
 

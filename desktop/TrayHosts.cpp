@@ -1,6 +1,8 @@
 #include "desktop/TrayHosts.h"
 
+#if !defined(__APPLE__)
 #include <xcb/xcb.h>
+#endif
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -8,6 +10,7 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
+#include <QFile>
 #include <QGuiApplication>
 #include <cstdlib>
 #include <memory>
@@ -20,6 +23,7 @@ namespace {
 const auto service = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto path = QStringLiteral("/StatusNotifierWatcher");
 
+#if !defined(__APPLE__)
 xcb_connection_t* connection() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->connection() : nullptr;
@@ -44,9 +48,12 @@ void selectStructure(xcb_connection_t* display, xcb_window_t window) {
     xcb_flush(display);
 }
 
+#endif
+
 /// Without an address the library would start a bus of its own.
 bool busIsThere() {
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") || qEnvironmentVariableIsSet("XDG_RUNTIME_DIR");
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
 }
 
 }  // namespace
@@ -93,6 +100,14 @@ void TrayHosts::askBus() {
     });
 }
 
+#if defined(__APPLE__)
+// The menu bar is always there.
+void TrayHosts::watchServer() { set(onBus_, true); }
+
+void TrayHosts::readServer() {}
+
+bool TrayHosts::nativeEventFilter(const QByteArray& /*type*/, void* /*message*/, qintptr* /*result*/) { return false; }
+#else
 void TrayHosts::watchServer() {
     auto* display = connection();
     if (!display) return;
@@ -113,7 +128,7 @@ void TrayHosts::readServer() {
     set(onBus_, owner_ != XCB_WINDOW_NONE);
 }
 
-bool TrayHosts::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
+bool TrayHosts::nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) {
     if (type != "xcb_generic_event_t") return false;
     const auto kind = static_cast<xcb_generic_event_t*>(message)->response_type & 0x7FU;
     if (kind == XCB_CLIENT_MESSAGE) {
@@ -124,5 +139,7 @@ bool TrayHosts::nativeEventFilter(const QByteArray& type, void* message, qintptr
     }
     return false;
 }
+
+#endif
 
 }  // namespace tolvane::desktop

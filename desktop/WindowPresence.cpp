@@ -1,27 +1,35 @@
 #include "desktop/WindowPresence.h"
 
+#include <QApplication>
 #include <QEvent>
-#include <QWidget>
+#include <QMainWindow>
 #include <utility>
 
 namespace tolvane::desktop {
 
-WindowPresence::WindowPresence(QWidget& window, std::function<void(bool open)> changed)
-    : QObject(&window), changed_(std::move(changed)), open_(window.isVisible()) {
-    window.installEventFilter(this);
-    changed_(open_);
+namespace {
+
+bool isMainWindow(const QObject* object) { return qobject_cast<const QMainWindow*>(object) != nullptr; }
+
+}  // namespace
+
+WindowPresence::WindowPresence(std::function<void(bool open)> changed) : QObject(qApp), changed_(std::move(changed)) {
+    for (const auto* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && isMainWindow(window)) open_.insert(window);
+    }
+    qApp->installEventFilter(this);
+    changed_(!open_.empty());
 }
 
-bool WindowPresence::eventFilter(QObject*, QEvent* event) {
-    // Those that the window system sends are of minimising and the like.
+bool WindowPresence::eventFilter(QObject* watched, QEvent* event) {
+    // What the window system sends is of minimising and the like.
     if (event->spontaneous()) return false;
-    if (event->type() == QEvent::Show) take(true);
-    if (event->type() == QEvent::Hide) take(false);
+    const bool before = !open_.empty();
+    if (event->type() == QEvent::Show && isMainWindow(watched)) open_.insert(watched);
+    // By its address alone: a window that hides at its end is no main window any more.
+    if (event->type() == QEvent::Hide) open_.erase(watched);
+    if (before == open_.empty()) changed_(!open_.empty());
     return false;
-}
-
-void WindowPresence::take(bool open) {
-    if (std::exchange(open_, open) != open) changed_(open);
 }
 
 }  // namespace tolvane::desktop

@@ -2,28 +2,25 @@
 
 #include <QObject>
 #include <functional>
-
-class QWidget;
+#include <set>
 
 namespace tolvane::desktop {
 
-/// Tells when a window is opened and when it is closed; covering or minimising it is neither. Main thread; goes with
-/// the window.
+/// Tells when the program's main window is opened and when it is closed; covering or minimising it is neither. Main
+/// thread; goes with the application object.
 class WindowPresence : public QObject {
     Q_OBJECT
 
 public:
-    /// Tells at once how it is now.
-    WindowPresence(QWidget& window, std::function<void(bool open)> changed);
+    /// Tells at once how it is now, whether or not the window has been made yet.
+    explicit WindowPresence(std::function<void(bool open)> changed);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void take(bool open);
-
     std::function<void(bool open)> changed_;
-    bool open_ = false;
+    std::set<const QObject*> open_;
 };
 
 }  // namespace tolvane::desktop

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
+#include <QFile>
 #include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
@@ -55,8 +56,8 @@ public:
     static std::optional<int> statusOfSecondStart(const StartUp& /*start*/) { return std::nullopt; }
     static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
     /// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
-    static void follow(QWidget& window) {
-        new WindowPresence(window, [policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
+    static void followWindow() {
+        new WindowPresence([policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
             policy.setInDock(open);
         });
     }
@@ -102,7 +103,7 @@ public:
             outside.openFiles(request.files);
         });
     }
-    static void follow(const QWidget& /*window*/) {}
+    static void followWindow() {}
 
 private:
     linuxhost::Environment environment_;
@@ -113,10 +114,29 @@ private:
 };
 #endif
 
-/// Pictures need no screen, and are to be sharp on every one. A display that cannot be reached is none.
-void choosePlatform(bool headless, bool pictures) {
-    if (pictures && !qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) qputenv("QT_SCALE_FACTOR", "2");
-    if (headless || pictures) {
+/// Pictures need no screen, and are to be sharp on every one and whole, however tall: so a screen is made up for them
+/// in a file of the folder. Gives the window system that draws there.
+QByteArray screenForPictures(const QString& folder) {
+    QFile file(folder + QStringLiteral("/screen.json"));
+    if (!file.open(QIODevice::WriteOnly)) return "offscreen";
+    file.write(R"({"screens": [{"name": "pictures", "x": 0, "y": 0, "width": 4000, "height": 4000,
+                   "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    return "offscreen:configfile=" + QFile::encodeName(file.fileName());
+}
+
+/// A screen that is made up cannot do all that windows ask for, and says so at length.
+void passOverTheMadeUpScreen(QtMsgType /*type*/, const QMessageLogContext& /*where*/, const QString& message) {
+    if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+/// A display that cannot be reached is none.
+void choosePlatform(bool headless, const std::optional<QTemporaryDir>& scratch) {
+    if (scratch && !qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) qputenv("QT_SCALE_FACTOR", "2");
+    if (scratch) {
+        qInstallMessageHandler(&passOverTheMadeUpScreen);
+        qputenv("QT_QPA_PLATFORM", screenForPictures(scratch->path()));
+    } else if (headless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", windowSystems());
@@ -145,8 +165,8 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
         return QApplication::exec();
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
-        auto& shell = program.show(machine.isReachable());
-        if (shell.window()) Machine::follow(*shell.window());
+        Machine::followWindow();
+        program.show(machine.isReachable());
     }
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();
@@ -163,9 +183,10 @@ int main(int argc, char** argv) {
     host.locale = systemLocale();
     const Purpose purpose{.demo = AppPreferences::demo.in(*host.preferences),
                           .pictures = start.picturesFolder(*host.preferences)};
-    std::optional<QTemporaryDir> copies;
+    std::optional<QTemporaryDir> scratch;
+    if (purpose.draws()) scratch.emplace();
     if (purpose.demo) host = Demo::inertHost(std::move(host));
-    if (purpose.draws()) host = lookingHost(std::move(host), bytes(copies.emplace().path()));
+    if (scratch && !purpose.demo) host = lookingHost(std::move(host), bytes(scratch->path()));
 
     const auto folder = host.folders->applicationSupport() + "/Tolvane";
     if (purpose.works()) {
@@ -174,7 +195,7 @@ int main(int argc, char** argv) {
     const auto lock = purpose.works() ? FolderLock(folder) : FolderLock();
     if (const auto status = statusOfSecondCopy(lock, folder)) return *status;
 
-    choosePlatform(start.headless, purpose.draws());
+    choosePlatform(start.headless, scratch);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
     QApplication::setDesktopFileName(QStringLiteral("dev.tolvane.Tolvane"));

@@ -109,6 +109,9 @@ public:
 
     // Questions; what they are about stays what it was when they were asked. One is open at a time.
 
+    /// What the open question is about.
+    const std::optional<ProjectGroup>& confirmStop() const { return confirmStop_; }
+    const std::optional<ProjectGroup>& confirmPark() const { return confirmPark_; }
     void askStop(ProjectGroup project);
     void askPark(ProjectGroup project);
     std::optional<Question> stopQuestion() const;

@@ -109,7 +109,9 @@ void DayChart::dress() {
     chosen_->setBrush(tokens.used);
     figure_->setFont(look_.fonts().figures(TextRole::caption, QFont::DemiBold));
     figure_->setColor(tokens.text);
-    figure_->setBrush(tokens.window);
+    /// Its ground hides the lines behind it, but not the one that an empty day lies on.
+    const auto chosen = selectedDay();
+    figure_->setBrush(chosen && days_[*chosen].memory > 0 ? QBrush(tokens.window) : QBrush(Qt::NoBrush));
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 

@@ -65,6 +65,9 @@ bool keepsClearOfBars(const QWidget* bar) {
     return false;
 }
 
+/// Text that can be selected, and looks like any other.
+bool isBare(const QWidget* widget) { return widget && widget->property("bare").toBool(); }
+
 bool isDestructive(const QWidget* widget) { return widget && widget->property("destructive").toBool(); }
 
 /// A button can say itself whether it is the filled one of its window, whichever answers to the return key.
@@ -107,6 +110,7 @@ void TolvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         case PE_PanelButtonTool:
             return StyleControls::drawToolButton(*painter, *option, tokens);
         case PE_PanelLineEdit:
+            if (isBare(widget)) return;
             return StyleControls::drawField(*painter, *option, tokens);
         case PE_FrameLineEdit:
         case PE_FrameDefaultButton:
@@ -182,6 +186,7 @@ void TolvaneStyle::drawComplexControl(ComplexControl control, const QStyleOption
 
 QRect TolvaneStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
     if (element == SE_TreeViewDisclosureItem) return StyleViews::disclosureRect(*option);
+    if (element == SE_LineEditContents && isBare(widget)) return option->rect;
     if (element == SE_LineEditContents && widget) {
         return option->rect.adjusted(Sizes::gap, 0, -Sizes::gap, 0);
     }

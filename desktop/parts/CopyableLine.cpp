@@ -10,12 +10,14 @@ namespace {
 
 /// What a line edit keeps free on each side of its text.
 constexpr int innerMargin = 2;
+constexpr int above = 3;
 
 }  // namespace
 
 CopyableLine::CopyableLine(const Look& look, QWidget* parent) : QLineEdit(parent) {
     setReadOnly(true);
     setFrame(false);
+    setProperty("bare", true);
     setFont(look.fonts().fixed());
     setTextMargins(-innerMargin, 0, -innerMargin, 0);
     auto colours = palette();
@@ -27,7 +29,7 @@ CopyableLine::CopyableLine(const Look& look, QWidget* parent) : QLineEdit(parent
         now.setColor(QPalette::Text, look.tokens().text2);
         setPalette(now);
     });
-    setFixedHeight(fontMetrics().height() + 1);
+    setFixedHeight(fontMetrics().height() + above);
 }
 
 void CopyableLine::setWhole(const QString& whole) {

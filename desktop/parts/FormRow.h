@@ -4,11 +4,15 @@
 
 #include "desktop/look/Look.h"
 
+class QBoxLayout;
+
 namespace tolvane::desktop {
 
+class ElidedLabel;
 class ParagraphLabel;
 
 /// One row of a form: its label left, its control right, and a sentence below where there is something to explain.
+/// Where both do not fit, the control stands under its label.
 class FormRow : public QWidget {
     Q_OBJECT
 
@@ -26,13 +30,22 @@ public:
     /// Empty for none.
     void setHint(const QString& hint);
 
+    QSize minimumSizeHint() const override;
+
 protected:
-    /// The label works the control, as a label does.
+    void resizeEvent(QResizeEvent* event) override;
+    /// The label leads to its field, as a label does.
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    ParagraphLabel* hint_;
+    bool fitsBeside() const;
+
+    const Look& look_;
+    Fit fit_;
+    ElidedLabel* label_;
     QWidget* control_;
+    QBoxLayout* line_;
+    ParagraphLabel* hint_;
 };
 
 }  // namespace tolvane::desktop

@@ -6,7 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstring>
+#include <system_error>
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/ExecutableOf.h"
@@ -85,8 +85,8 @@ std::string runningProgram(const Environment& environment) {
     return program;
 }
 
-std::string wordsFor(const std::string& path) {
-    return path + " could not be written: " + std::string(std::strerror(errno)) + ".";
+std::string wordsFor(const std::string& path, const char* what) {
+    return path + " could not be " + what + ": " + std::error_code(errno, std::generic_category()).message() + ".";
 }
 
 }  // namespace
@@ -121,7 +121,7 @@ LoginStatus XDGAutostart::status() const {
 
 std::optional<std::string> XDGAutostart::write(const std::string& entry) const {
     const auto beside = writeBeside(userFile(), entry);
-    if (!beside || !moveInto(userFile(), *beside)) return wordsFor(userFile());
+    if (!beside || !moveInto(userFile(), *beside)) return wordsFor(userFile(), "written");
     return std::nullopt;
 }
 
@@ -134,7 +134,7 @@ std::optional<std::string> XDGAutostart::enroll() {
 std::optional<std::string> XDGAutostart::withdraw() {
     if (isInstalledForAll()) return write(hiddenEntry);
     if (::unlink(userFile().c_str()) == 0 || errno == ENOENT) return std::nullopt;
-    return userFile() + " could not be removed: " + std::string(std::strerror(errno)) + ".";
+    return wordsFor(userFile(), "removed");
 }
 
 }  // namespace tolvane::linuxhost

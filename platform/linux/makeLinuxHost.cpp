@@ -49,6 +49,8 @@ void addDesktop(Host& host, LinuxApplications& applications, const LinuxFolders&
 }  // namespace
 
 std::shared_ptr<SessionBus> sessionBus(const Environment& environment) {
+    // The bus lives in GLib's loop, and the toolkit runs without it where this is set.
+    g_unsetenv("QT_NO_GLIB");
     return std::make_shared<SessionBus>(SessionBus::usualAddress(environment));
 }
 

@@ -12,7 +12,8 @@ namespace tolvane::linuxhost {
 
 class SessionBus;
 
-/// The user's message bus, which is spoken to from the first call on.
+/// The user's message bus, which is spoken to from the first call on. Made before the application object: it has the
+/// toolkit run on the loop that drives the bus.
 std::shared_ptr<SessionBus> sessionBus(const Environment& environment);
 
 /// What the toolkit and the program's entry bring along.

@@ -238,6 +238,18 @@ TEST_F(ProjectsPageTest, hostileTextsStayWithinTheirRow) {
     EXPECT_LE(page().runningRow(0).menuButton().geometry().right(), page().runningRow(0).width());
 }
 
+TEST_F(ProjectsPageTest, aBranchGivesWayBeforeTheMarkAndTheTitle) {
+    const auto root = page().shown().running.front().project.root;
+    scene.model.branches.set({{root, {.state = {.branch = std::string(200, 'b')}, .remoteGone = true}}});
+    turn();
+    std::vector<ElidedLabel*> elided;
+    for (auto* label : page().runningRow(0).findChildren<ElidedLabel*>()) {
+        if (label->isVisible() && label->isElided()) elided.push_back(label);
+    }
+    ASSERT_EQ(elided.size(), 1U);
+    EXPECT_EQ(elided.front()->text(), QString(200, QLatin1Char('b')));
+}
+
 TEST_F(ProjectsPageTest, everyControlSaysWhatItIsAbout) {
     const auto title = titles().front();
     EXPECT_EQ(page().runningRow(0).parkButton().accessibleName().toStdString(), "Park: " + title);

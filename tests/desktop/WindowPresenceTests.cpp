@@ -6,7 +6,8 @@
 #include <QtTest/qtestspontaneevent.h>
 #include <QCoreApplication>
 #include <QFileOpenEvent>
-#include <QShowEvent>
+#include <QHideEvent>
+#include <QMainWindow>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -20,28 +21,46 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 TEST(WindowPresence, tellsOfOpeningAndClosingOnceEach) {
-    QWidget window;
     std::vector<bool> told;
-    const auto* presence = new WindowPresence(window, [&](bool open) { told.push_back(open); });
+    const WindowPresence presence([&](bool open) { told.push_back(open); });
+    {
+        QMainWindow window;
+        window.show();
+        window.raise();
+        window.close();
+        window.show();
+        EXPECT_THAT(told, ElementsAre(false, true, false, true));
+    }
+    EXPECT_THAT(told, ElementsAre(false, true, false, true, false));
+}
+
+TEST(WindowPresence, knowsAWindowThatIsOpenAlready) {
+    QMainWindow window;
     window.show();
-    window.raise();
-    window.close();
-    window.show();
-    EXPECT_THAT(told, ElementsAre(false, true, false, true));
-    EXPECT_EQ(presence->parent(), &window);
+    std::vector<bool> told;
+    const WindowPresence presence([&](bool open) { told.push_back(open); });
+    EXPECT_THAT(told, ElementsAre(true));
+}
+
+TEST(WindowPresence, panelsAndPartsOfWindowsDoNotCount) {
+    std::vector<bool> told;
+    const WindowPresence presence([&](bool open) { told.push_back(open); });
+    QWidget panel;
+    panel.show();
+    panel.close();
+    EXPECT_THAT(told, ElementsAre(false));
 }
 
 TEST(WindowPresence, minimisingIsNoClosing) {
-    QWidget window;
+    QMainWindow window;
     window.show();
     std::vector<bool> told;
-    new WindowPresence(window, [&](bool open) { told.push_back(open); });
-    QHideEvent hide;
+    const WindowPresence presence([&](bool open) { told.push_back(open); });
     QHideEvent minimised;
     QSpontaneKeyEvent::setSpontaneous(&minimised);
     QCoreApplication::instance()->notify(&window, &minimised);
     EXPECT_THAT(told, ElementsAre(true));
-    QCoreApplication::instance()->notify(&window, &hide);
+    window.close();
     EXPECT_THAT(told, ElementsAre(true, false));
 }
 

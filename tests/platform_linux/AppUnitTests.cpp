@@ -107,4 +107,13 @@ TEST(SnapExecutable, liesBelowThePackagesFolder) {
     EXPECT_EQ(snapOfExecutable("/home/ada/snap/firefox/x"), std::nullopt);
 }
 
+TEST(AppUnit, namesAreEscapedSoThatTheyComeBack) {
+    EXPECT_EQ(escapedUnitName("org.example.my-editor"), "org.example.my\\x2deditor");
+    EXPECT_EQ(escapedUnitName(".a/b c"), "\\x2ea\\x2fb\\x20c");
+    for (const std::string name : {"a-b", "org.example.X", ".hidden", "\xc3\xa9 @%"})
+        EXPECT_EQ(unescapedUnitName(escapedUnitName(name)), name);
+    EXPECT_THAT(appIdentifiersOfCgroup("0::/user.slice/app.slice/app-" + escapedUnitName("my-editor") + "-12.scope"),
+                ::testing::Contains("my-editor"));
+}
+
 }  // namespace tolvane::linuxhost

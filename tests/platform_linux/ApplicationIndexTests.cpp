@@ -188,4 +188,19 @@ TEST_F(ApplicationIndexTest, aThousandEntriesAreRead) {
     EXPECT_EQ(index().size(), 1000U);
 }
 
+TEST_F(ApplicationIndexTest, aWindowsNameIsTheIdentifierElseTheAnnouncedClassElseAlike) {
+    shared("org.example.Editor.desktop", "editor");
+    shared("debian-xterm.desktop", "xterm", "StartupWMClass=XTerm\n");
+    shared("org.example.XTERM.desktop", "other");
+    shared("org.example.Helper.desktop", "helper", "NoDisplay=true\n");
+    const ApplicationIndex applications = index();
+    EXPECT_EQ(idOf(applications.ofWindow("org.example.Editor")), "org.example.Editor");
+    EXPECT_EQ(idOf(applications.ofWindow("ORG.example.editor")), "org.example.Editor");
+    EXPECT_EQ(idOf(applications.ofWindow("editor")), "org.example.Editor");
+    EXPECT_EQ(idOf(applications.ofWindow("XTerm")), "debian-xterm");
+    EXPECT_EQ(idOf(applications.ofWindow("helper")), "nobody");
+    EXPECT_EQ(idOf(applications.ofWindow("unknown")), "nobody");
+    EXPECT_EQ(idOf(applications.ofWindow("")), "nobody");
+}
+
 }  // namespace tolvane::linuxhost

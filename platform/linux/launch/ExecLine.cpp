@@ -39,7 +39,7 @@ private:
     }
 
     std::string single(char code) const {
-        const std::string first = facts_.files.empty() ? std::string() : facts_.files.front();
+        std::string first = facts_.files.empty() ? std::string() : facts_.files.front();
         switch (code) {
             case '%':
                 return "%";

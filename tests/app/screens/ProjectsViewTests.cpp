@@ -224,6 +224,8 @@ TEST_F(ProjectsViewTest, asksBeforeItStops) {
     open();
     EXPECT_EQ(view->stopQuestion(), std::nullopt);
     view->askStop(running(0));
+    EXPECT_EQ(view->confirmStop()->root, shop);
+    EXPECT_EQ(view->confirmPark(), std::nullopt);
     EXPECT_EQ(view->stopQuestion(),
               (Question{.title = "Stop everything in shop?",
                         .message = "Unsaved work in these processes will be lost. Park instead remembers how to start "

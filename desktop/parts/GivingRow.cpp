@@ -1,0 +1,70 @@
+#include "desktop/parts/GivingRow.h"
+
+#include <QEvent>
+#include <QStyle>
+#include <algorithm>
+
+namespace tolvane::desktop {
+
+void GivingRow::add(QWidget* widget, int gap, int rank) {
+    widget->setParent(this);
+    parts_.push_back({.widget = widget, .gap = gap, .rank = rank});
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+std::vector<GivingRow::Part> GivingRow::shown() const {
+    auto parts = parts_;
+    std::erase_if(parts, [this](const Part& part) { return !part.widget->isVisibleTo(this); });
+    return parts;
+}
+
+QSize GivingRow::sizeHint() const {
+    QSize size(0, 0);
+    for (const auto& part : shown()) {
+        const auto hint = part.widget->sizeHint();
+        size = {size.width() + part.gap + hint.width(), std::max(size.height(), hint.height())};
+    }
+    return size;
+}
+
+QSize GivingRow::minimumSizeHint() const {
+    int width = 0;
+    for (const auto& part : shown()) width += part.gap + part.widget->minimumSizeHint().width();
+    return {width, sizeHint().height()};
+}
+
+void GivingRow::resizeEvent(QResizeEvent* /*event*/) { arrange(); }
+
+bool GivingRow::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        updateGeometry();
+        arrange();
+    }
+    return QWidget::event(event);
+}
+
+void GivingRow::arrange() {
+    const auto parts = shown();
+    std::vector<int> widths;
+    for (const auto& part : parts) widths.push_back(part.widget->sizeHint().width());
+    std::vector<std::size_t> order(parts.size());
+    for (std::size_t index = 0; index < order.size(); ++index) order[index] = index;
+    std::ranges::sort(order, {}, [&parts](std::size_t index) { return parts[index].rank; });
+    int missing = sizeHint().width() - width();
+    for (const auto index : order) {
+        const int least = std::min(parts[index].widget->minimumSizeHint().width(), widths[index]);
+        const int given = std::clamp(missing, 0, widths[index] - least);
+        widths[index] -= given;
+        missing -= given;
+    }
+    int left = 0;
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        left += parts[index].gap;
+        const int high = parts[index].widget->sizeHint().height();
+        const QRect place(left, (height() - high) / 2, widths[index], high);
+        parts[index].widget->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+        left += widths[index];
+    }
+}
+
+}  // namespace tolvane::desktop
