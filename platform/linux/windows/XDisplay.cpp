@@ -147,8 +147,9 @@ std::optional<Pid> XDisplay::ownerByConnection(Window window) const {
     if (!reply) return std::nullopt;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
          xcb_res_client_id_value_next(&ids)) {
-        const bool isPid = (ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
-        if (isPid && ids.data->length >= 4) return static_cast<Pid>(*xcb_res_client_id_value_value(ids.data));
+        const auto& [kind, length] = *ids.data;
+        const bool isPid = (kind.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
+        if (isPid && length >= 4) return static_cast<Pid>(*xcb_res_client_id_value_value(ids.data));
     }
     return std::nullopt;
 }

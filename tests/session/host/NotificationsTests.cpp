@@ -50,7 +50,7 @@ public:
         ::system(("chmod +x " + script).c_str());
         const std::array<const char*, 4> words = {"dunst", "-conf", settings.c_str(), nullptr};
         EXPECT_EQ(::posix_spawnp(&pid_, "dunst", nullptr, nullptr, const_cast<char**>(words.data()), environ), 0);
-        EXPECT_TRUE(runUntil([] { return outputOf("dunstctl is-paused 2>/dev/null") == "false\n"; }));
+        EXPECT_TRUE(runUntil([this] { return answers(); }));
     }
     RealDaemon(const RealDaemon&) = delete;
     RealDaemon& operator=(const RealDaemon&) = delete;
@@ -66,6 +66,14 @@ public:
     }
 
 private:
+    /// Asking the daemon itself would have the bus start another one.
+    bool answers() const {
+        return outputOf(
+                   "dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus /org/freedesktop/DBus "
+                   "org.freedesktop.DBus.GetConnectionUnixProcessID string:org.freedesktop.Notifications "
+                   "2>/dev/null") == "   uint32 " + std::to_string(pid_) + "\n";
+    }
+
     pid_t pid_ = 0;
     std::string shown_;
 };
