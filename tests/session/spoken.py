@@ -40,7 +40,8 @@ class Bus:
             skip("this machine has no bus for screen readers (" + self.LAUNCHER + ")")
         os.environ.pop("NO_AT_BRIDGE", None)
         os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
-        self.process = subprocess.Popen([self.LAUNCHER, "--launch-immediately"], stderr=subprocess.DEVNULL)
+        self.process = subprocess.Popen([self.LAUNCHER, "--launch-immediately"],
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def __enter__(self):
         if not within(10, self.is_owned):
@@ -90,13 +91,14 @@ class Program:
     def has(self, node, state):
         return node.get_state_set().contains(getattr(self.atspi.StateType, state))
 
-    def showing(self, node=None, most=MOST_CHILDREN):
-        """Every node that can be seen, from the outside in. What goes away meanwhile is passed over."""
+    def showing(self, node=None, most=MOST_CHILDREN, cells=True):
+        """Every node that can be seen, from the outside in, with or without what tables hold. What goes away meanwhile
+        is passed over."""
         try:
             node = node or self.root()
             if not node:
                 return
-            children = node.get_child_count()
+            children = node.get_child_count() if cells or node.get_role_name() not in ("tree", "table") else 0
             yield node
         except self.glib.Error:
             return
@@ -107,12 +109,12 @@ class Program:
             except self.glib.Error:
                 continue
             if seen:
-                yield from self.showing(child, most)
+                yield from self.showing(child, most, cells)
 
     def look(self, role, name, inside=None):
         """The first node of a role whose name is, or fulfils, `name`; None when there is none."""
         fits = name if callable(name) else lambda text: text == name
-        for node in self.showing(inside):
+        for node in self.showing(inside, cells=role == "table cell"):
             try:
                 if node.get_role_name() == role and fits(node.get_name()):
                     return node
@@ -128,7 +130,7 @@ class Program:
         return found
 
     def place(self, node):
-        return node.get_component().get_extents(self.atspi.CoordType.SCREEN)
+        return node.get_extents(self.atspi.CoordType.SCREEN)
 
     def click(self, node):
         place = self.place(node)
