@@ -59,10 +59,20 @@ void DayChart::show(const QString& title, const std::vector<StatsDay>& days, con
     selected_ = selected;
     const auto chosen = selectedDay();
     setAccessibleName(chosen ? title_ + QStringLiteral(", ") + words(days_[*chosen].spoken) : title_);
+    setAccessibleDescription(daysWithFigures());
     setBars();
     dress();
     place();
     update();
+}
+
+/// For who cannot see the bars.
+QString DayChart::daysWithFigures() const {
+    QStringList parts;
+    for (const auto& each : days_) {
+        if (each.memory > 0) parts << words(each.spoken);
+    }
+    return parts.join(QStringLiteral("; "));
 }
 
 std::optional<std::size_t> DayChart::selectedDay() const {

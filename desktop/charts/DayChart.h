@@ -46,6 +46,7 @@ private:
     void dress();
     void place();
     void setBars();
+    QString daysWithFigures() const;
     std::optional<std::size_t> selectedDay() const;
     std::optional<std::size_t> dayAt(QPoint position) const;
     void choose(std::optional<std::size_t> day);

@@ -65,6 +65,7 @@ void LineChart::show(const InspectorChart& chart) {
     /// The highest line lies inside the plot with its whole width.
     plot_->yAxis->setRange(0, top_ * (1 + 1.0 / plotHeight_));
     setAccessibleName(words(chart.accessibleText));
+    setAccessibleDescription(latestFigures());
     setToolTip(words(chart.accessibleText));
     if (resized) updateGeometry();
     place();
@@ -92,6 +93,15 @@ void LineChart::dress() {
 
 QString LineChart::figure(double value) const {
     return words(Format::decimal(value, 0, 1, locale_) + ' ' + shown_.unit);
+}
+
+/// For who cannot see the lines: where they end.
+QString LineChart::latestFigures() const {
+    QStringList parts;
+    for (const auto& each : shown_.series) {
+        if (!each.values.empty()) parts << words(each.name) + QLatin1Char(' ') + figure(each.values.back());
+    }
+    return parts.join(QStringLiteral(", "));
 }
 
 /// Charts one below the other line up unless one of them has unusually long figures.

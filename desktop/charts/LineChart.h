@@ -36,6 +36,7 @@ private:
     bool hasLegend() const { return shown_.series.size() > 1; }
     QColor colour(std::size_t series) const;
     QString figure(double value) const;
+    QString latestFigures() const;
     QRect plotRect() const;
     void paintFigures(QPainter& painter) const;
     void paintTimes(QPainter& painter) const;

@@ -3,12 +3,15 @@
 #include <QAccessible>
 #include <QSplitter>
 #include <QSplitterHandle>
+#include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "desktop/LineTree.h"
 #include "desktop/Sidebar.h"
 #include "desktop/charts/DayChart.h"
+#include "desktop/charts/LineChart.h"
 #include "desktop/charts/LoadChart.h"
 #include "desktop/charts/MomentChart.h"
 #include "desktop/parts/ElidedLabel.h"
@@ -74,6 +77,26 @@ TEST_F(SpokenRolesTest, chartsAreChartsAsAWhole) {
         EXPECT_EQ(spoken(*chart).role(), QAccessible::Chart);
         EXPECT_EQ(spoken(*chart).childCount(), 0);
     }
+}
+
+TEST_F(SpokenRolesTest, chartsTellTheirFigures) {
+    auto& lines = *new LineChart(scene.look, "en_US", 60, &window);
+    lines.show({.unit = "MB",
+                .dates = {Date{Seconds{0}}, Date{Seconds{60}}},
+                .series = {{.name = "Memory", .values = {100, 512}}, {.name = "Compressed", .values = {0, 1.5}}}});
+    EXPECT_EQ(lines.accessibleDescription(), "Memory 512 MB, Compressed 1.5 MB");
+    auto& days = put<DayChart>(scene.look);
+    days.show("Memory freed each day",
+              {{.day = Date{Seconds{0}}, .memory = std::uint64_t{1} << 30U, .spoken = "Tuesday, November 17: 1 GB"},
+               {.day = Date{Seconds{86'400}}, .spoken = "Wednesday, November 18: Zero KB"}},
+              {}, std::nullopt);
+    EXPECT_EQ(days.accessibleDescription(), "Tuesday, November 17: 1 GB");
+}
+
+TEST_F(SpokenRolesTest, aChartWithoutFiguresTellsNone) {
+    auto& lines = *new LineChart(scene.look, "en_US", 60, &window);
+    lines.show({.unit = "MB", .series = {{.name = "Memory"}}});
+    EXPECT_EQ(lines.accessibleDescription(), "");
 }
 
 TEST_F(SpokenRolesTest, whatPartsTwoPanesIsASeparator) {

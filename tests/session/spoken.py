@@ -56,8 +56,9 @@ class Bus:
 
     @staticmethod
     def is_owned():
-        asked = subprocess.run(["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus",
-                                "--method", "org.a11y.Bus.GetAddress"], capture_output=True, check=False)
+        address = ["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path", "/org/a11y/bus",
+                   "--method", "org.a11y.Bus.GetAddress"]
+        asked = subprocess.run(address, capture_output=True, check=False)
         return asked.returncode == 0
 
 
