@@ -39,8 +39,7 @@ bool showsDates(LineField field) { return field == LineField::unusedSince || fie
 
 }  // namespace
 
-ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale,
-                             bool historyPresent, QWidget* parent)
+ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, QWidget* parent)
     : Page(parent),
       model_(model),
       look_(look),
@@ -57,7 +56,7 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
       inspected_(model, view_.locale(), [this] { showInspector(); }),
       deeds_(model, [this](const Outcome& outcome) { notice_->tell(words(ProcessDeeds::sentenceOf(outcome))); }) {
     buildControls();
-    buildPanes(historyPresent);
+    buildPanes();
     restoreLayout();
     connectControls();
     connectModel();
@@ -75,7 +74,7 @@ void ProcessesPage::buildControls() {
     for (auto* control : controls()) control->hide();
 }
 
-void ProcessesPage::buildPanes(bool historyPresent) {
+void ProcessesPage::buildPanes() {
     auto* left = new QWidget;
     auto* column = new QVBoxLayout(left);
     column->setContentsMargins(0, 0, 0, 0);
@@ -83,7 +82,6 @@ void ProcessesPage::buildPanes(bool historyPresent) {
     column->addWidget(notice_);
     column->addWidget(tree_, 1);
     column->addWidget(strip_);
-    strip_->setHistoryPresent(historyPresent);
     panes_->addWidget(left);
     panes_->addWidget(inspector_);
     panes_->setStretchFactor(0, 1);
@@ -121,6 +119,9 @@ void ProcessesPage::connectControls() {
     connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
     connect(new QShortcut(QKeySequence::Delete, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
             this, [this] { askForceQuit(shownSelection()); });
+    // Few keyboards have a key for menus.
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F10, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, [this] { openMenu(tree_->visualRect(tree_->currentIndex()).center()); });
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
     connect(strip_, &SystemStripView::heightChanged, this, &ProcessesPage::fitStrip);
     connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });

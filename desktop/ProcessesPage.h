@@ -31,10 +31,8 @@ class ProcessesPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier. `historyPresent` tells whether
-    /// there is a history screen to go to.
-    ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, bool historyPresent,
-                  QWidget* parent = nullptr);
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier.
+    ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, QWidget* parent = nullptr);
     ~ProcessesPage() override;
 
     std::vector<QWidget*> controls() override;
@@ -52,7 +50,7 @@ protected:
 
 private:
     void buildControls();
-    void buildPanes(bool historyPresent);
+    void buildPanes();
     void connectControls();
     void connectModel();
     void restoreLayout();

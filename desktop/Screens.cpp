@@ -12,7 +12,7 @@ namespace tolvane::desktop {
 
 std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& state, const std::string& locale) {
     const auto processes = [&model, &look, &state, locale](QWidget* parent) {
-        return new ProcessesPage(model, look, state, locale, true, parent);
+        return new ProcessesPage(model, look, state, locale, parent);
     };
     const auto projects = [&model, &look, locale](QWidget* parent) {
         return new ProjectsPage(model, look, locale, {}, parent);

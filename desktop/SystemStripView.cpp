@@ -52,8 +52,6 @@ void SystemStripView::show(const SystemStrip& strip) {
     history_->setAccessibleName(words(strip.showHistory));
 }
 
-void SystemStripView::setHistoryPresent(bool present) { history_->setVisible(present); }
-
 int SystemStripView::wholeHeight() const {
     const int width = viewport()->width();
     return halves_->hasHeightForWidth() ? halves_->totalHeightForWidth(width) : halves_->totalSizeHint().height();

@@ -22,8 +22,6 @@ public:
 
     void show(const SystemStrip& strip);
     using QScrollArea::show;
-    /// Hidden while there is no history to show.
-    void setHistoryPresent(bool present);
 
     /// Height of all that is in it at the present width.
     int wholeHeight() const;

@@ -27,7 +27,7 @@ class ProcessesPageTest : public ::testing::Test {
 protected:
     ProcessesPageTest() {
         scene.look.install();
-        page = std::make_unique<ProcessesPage>(scene.model, scene.look, scene.state, "en_US", false);
+        page = std::make_unique<ProcessesPage>(scene.model, scene.look, scene.state, "en_US");
         page->resize(860, 588);
         page->show();
         turnLoop();
@@ -270,7 +270,7 @@ TEST_F(ProcessesPageTest, theInspectorCanBePutAwayAndStaysAway) {
     ASSERT_NE(toggle, nullptr);
     toggle->setChecked(false);
     EXPECT_FALSE(scene.state.flag("processes/inspector", true));
-    const ProcessesPage again(scene.model, scene.look, scene.state, "en_US", false);
+    const ProcessesPage again(scene.model, scene.look, scene.state, "en_US");
     EXPECT_TRUE(again.findChild<InspectorPane*>()->isHidden());
 }
 

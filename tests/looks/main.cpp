@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
     ProcessesPage* page = nullptr;
     MainWindow window(model, scene.look, scene.state, {{AppSection::processes, [&](QWidget* parent) {
                                                             page = new ProcessesPage(model, scene.look, scene.state,
-                                                                                     "en_GB", true, parent);
+                                                                                     "en_GB", parent);
                                                             return page;
                                                         }}});
     const auto size = options.value("size").split('x');
