@@ -4,7 +4,7 @@
 #include "core/Paths.h"
 #include "core/UTF8.h"
 #include "core/rules/RuleFile.h"
-#include "core/rules/RuleFileOnDisk.h"
+#include "core/rules/RulesDocument.h"
 
 namespace tolvane {
 
@@ -27,13 +27,13 @@ void AppModel::deleteRules(const std::set<UUID>& ids) {
 
 void AppModel::importRules(const std::string& path) {
     const auto name = UTF8::repaired(Paths::lastComponent(path));
-    const auto imported = RuleFile::load(path);
+    const auto imported = RulesDocument::read(path);
     if (!imported) {
         importMessage.set(RuleFile::notARuleFile(name));
         return;
     }
     const auto before = rules->size();
-    rules.set(RuleFile::merge(*imported, *rules));
+    rules.set(RuleFile::merge(imported->rules, *rules));
     const auto added = rules->size() - before;
     section.set(AppSection::rules);
     if (added > 0) selectedRule.set(rules->back().id);
@@ -49,19 +49,19 @@ std::optional<std::string> AppModel::iCloudBackupURL() const {
 void AppModel::Private::backUpRules() {
     if (!*model.backupToICloud) return;
     const auto path = model.iCloudBackupURL();
-    if (path) model.backupError.set(RuleFile::save(*path, *model.rules));
+    if (path) model.backupError.set(RulesDocument{*model.rules}.write(*path));
 }
 
 void AppModel::restoreFromICloud() {
     const auto path = iCloudBackupURL();
     if (!path) return;
-    auto stored = RuleFile::load(*path);
+    auto stored = RulesDocument::read(*path);
     if (!stored) {
         backupError.set("Could not restore: " + stored.failure());
         return;
     }
     selectedRule.set(std::nullopt);
-    rules.set(std::move(*stored));
+    rules.set(std::move(stored->rules));
     backupError.set(std::nullopt);
 }
 

@@ -37,7 +37,7 @@ public:
         line->addWidget(tag_);
     }
 
-    void show(const RuleMatches::Row& match) {
+    void show(const MatchesSection::Row& match) {
         title_->setText(words(match.title));
         detail_->setText(words(match.detail));
         tag_->show(words(match.tag()), match.isDue ? TagKind::orange : TagKind::plain);
@@ -52,11 +52,11 @@ private:
 }  // namespace
 
 MatchesCard::MatchesCard(const Look& look, QWidget* parent) : Card(look, parent), look_(look) {
-    setAccessibleName(words(RuleMatches::heading));
+    setAccessibleName(words(MatchesSection::heading));
 }
 
 /// Rows stay as long as their number does: only their words change from tick to tick.
-void MatchesCard::show(const RuleMatches& matches) {
+void MatchesCard::show(const MatchesSection& matches) {
     if (filled_ && matches == shown_) return;
     const bool sameRows = filled_ && matches.rows.size() == shown_.rows.size() && matches.more == shown_.more;
     shown_ = matches;
@@ -64,7 +64,7 @@ void MatchesCard::show(const RuleMatches& matches) {
     if (!sameRows) {
         keepRows(0);
         for (std::size_t count = 0; count < matches.rows.size(); ++count) addRow(new MatchRow(look_));
-        if (matches.rows.empty()) showNote(words(RuleMatches::none));
+        if (matches.rows.empty()) showNote(words(MatchesSection::none));
         if (matches.more) showNote(words(*matches.more));
     }
     for (std::size_t number = 0; number < matches.rows.size(); ++number) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/screens/RuleMatches.h"
+#include "app/screens/MatchesSection.h"
 #include "desktop/parts/Card.h"
 
 namespace tolvane::desktop {
@@ -12,14 +12,14 @@ class MatchesCard : public Card {
 public:
     explicit MatchesCard(const Look& look, QWidget* parent = nullptr);
 
-    void show(const RuleMatches& matches);
+    void show(const MatchesSection& matches);
     using QWidget::show;
 
 private:
     void showNote(const QString& text);
 
     const Look& look_;
-    RuleMatches shown_;
+    MatchesSection shown_;
     bool filled_ = false;
 };
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/screens/RuleMatches.h"
+#include "app/screens/MatchesSection.h"
 #include "app/screens/RuleModeTraits.h"
 #include "app/screens/RuleStatus.h"
 #include "desktop/MatchesCard.h"
@@ -148,7 +148,7 @@ void RuleEditorPane::buildForm() {
         Sizes::gap);
     add(footer_, Sizes::gap);
     add(card({row(RuleEditor::actionLabel, action_)}), cardGap);
-    add(heading(RuleMatches::heading), headingGap);
+    add(heading(MatchesSection::heading), headingGap);
     add(matches_, Sizes::gap);
     column->addSpacing(headingGap);
     column->addWidget(delete_, 0, Qt::AlignLeft);
@@ -210,7 +210,7 @@ void RuleEditorPane::refresh() {
     showConditions(*rule);
     showAction(*rule);
     const auto now = model_.snapshot->date;
-    matches_->show(RuleMatches::of(RuleStatus::of(*rule, model_.world(), now), now, locale_));
+    matches_->show(MatchesSection::of(RuleStatus::of(*rule, model_.world(), now), now, locale_));
 }
 
 void RuleEditorPane::showTarget(const Rule& rule) {

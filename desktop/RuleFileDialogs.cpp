@@ -5,7 +5,7 @@
 
 #include "app/screens/MainView.h"
 #include "core/rules/RuleFile.h"
-#include "core/rules/RuleFileOnDisk.h"
+#include "core/rules/RulesDocument.h"
 #include "desktop/Words.h"
 #include "desktop/parts/AlertDialog.h"
 
@@ -78,7 +78,7 @@ void RuleFileDialogs::showExportPanel() {
 /// The panel itself says nothing of a disk that does not take the file.
 void RuleFileDialogs::saveTo(const QString& path) {
     if (!*model_.exporting) return;
-    const auto failure = RuleFile::save(bytes(path), **model_.exporting);
+    const auto failure = RulesDocument{**model_.exporting}.write(bytes(path));
     if (failure) (new AlertDialog(look_, words(*failure), words(MainView::dismiss), &window_))->open();
 }
 

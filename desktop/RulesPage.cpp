@@ -157,7 +157,9 @@ void RulesPage::showEvent(QShowEvent* event) {
 }
 
 void RulesPage::openSheet() {
+    if (addingRule()) return;
     auto* dialog = new NewRuleDialog(model_, look_, locale_, TargetKind::app, window());
+    sheet_ = dialog;
     dialog->open();
 }
 

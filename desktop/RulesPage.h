@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QPropertyNotifier>
 #include <string>
 #include <vector>
@@ -39,6 +40,8 @@ public:
     void refresh();
     /// Opens the sheet for a new rule.
     void openSheet();
+    /// The sheet is open.
+    bool addingRule() const { return !sheet_.isNull(); }
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -66,6 +69,7 @@ private:
     ParagraphLabel* notice_;
     QStackedWidget* detail_;
     RuleEditorPane* editor_;
+    QPointer<QWidget> sheet_;
     bool stale_ = true;
     bool waiting_ = false;
     std::vector<QPropertyNotifier> notifiers_;

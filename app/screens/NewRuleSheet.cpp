@@ -11,9 +11,9 @@ NewRuleSheet::NewRuleSheet(AppModel& model, std::string locale, TargetKind first
     : kind(first), model_(model), locale_(std::move(locale)) {}
 
 std::vector<RuleSuggestion> NewRuleSheet::suggestions() const {
-    if (kind == TargetKind::app) return RuleSuggestions::apps(model_, locale_);
-    if (kind == TargetKind::command) return RuleSuggestions::commands(model_, locale_);
-    return RuleSuggestions::agents(model_, onlyWithoutPrompt, locale_);
+    if (kind == TargetKind::app) return RuleSuggestions::appSuggestions(model_, locale_);
+    if (kind == TargetKind::command) return RuleSuggestions::commandSuggestions(model_, locale_);
+    return RuleSuggestions::agentSuggestions(model_, onlyWithoutPrompt, locale_);
 }
 
 std::optional<Rule> NewRuleSheet::chosenRule() const {

@@ -103,7 +103,7 @@ Rule agentRule(bool onlyWithoutPrompt) {
             .action = RuleAction::terminate};
 }
 
-std::vector<RuleSuggestion> apps(const AppModel& model, std::string_view locale) {
+std::vector<RuleSuggestion> appSuggestions(const AppModel& model, std::string_view locale) {
     std::vector<RuleSuggestion> entries;
     for (const auto& app : runningApps(model.snapshot->rows, model.lineNames())) {
         if (isOwn(app, model)) continue;
@@ -117,7 +117,7 @@ std::vector<RuleSuggestion> apps(const AppModel& model, std::string_view locale)
     return entries;
 }
 
-std::vector<RuleSuggestion> commands(const AppModel& model, std::string_view locale) {
+std::vector<RuleSuggestion> commandSuggestions(const AppModel& model, std::string_view locale) {
     std::map<std::string, CommandGroup, std::less<>> groups;
     for (const auto& row : model.snapshot->rows) {
         if (canBeCommand(row, model.host())) groups[std::string(row.sample.ruleMatch())].add(row);
@@ -133,7 +133,7 @@ std::vector<RuleSuggestion> commands(const AppModel& model, std::string_view loc
     return byMemory(std::move(entries));
 }
 
-std::vector<RuleSuggestion> agents(const AppModel& model, bool onlyWithoutPrompt, std::string_view locale) {
+std::vector<RuleSuggestion> agentSuggestions(const AppModel& model, bool onlyWithoutPrompt, std::string_view locale) {
     std::vector<RuleSuggestion> entries;
     for (const auto& session : RuleEngine::candidates(agentRule(onlyWithoutPrompt), model.world())) {
         entries.push_back({.id = session.subjectKey,

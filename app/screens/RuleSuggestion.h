@@ -30,10 +30,10 @@ struct RuleSuggestion {
 /// What runs now and could be watched. `locale` is an ICU identifier.
 namespace RuleSuggestions {
 
-std::vector<RuleSuggestion> apps(const AppModel& model, std::string_view locale);
-std::vector<RuleSuggestion> commands(const AppModel& model, std::string_view locale);
+std::vector<RuleSuggestion> appSuggestions(const AppModel& model, std::string_view locale);
+std::vector<RuleSuggestion> commandSuggestions(const AppModel& model, std::string_view locale);
 /// Their rule is the one of all sessions.
-std::vector<RuleSuggestion> agents(const AppModel& model, bool onlyWithoutPrompt, std::string_view locale);
+std::vector<RuleSuggestion> agentSuggestions(const AppModel& model, bool onlyWithoutPrompt, std::string_view locale);
 
 /// Off until the sheet adds them; each has a new id.
 Rule appRule(const std::string& bundleID, const std::string& name, std::uint64_t memory);

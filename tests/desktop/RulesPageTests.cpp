@@ -339,6 +339,15 @@ TEST_F(NewRuleDialogTest, addsTheRuleOfTheChosenEntry) {
     EXPECT_FALSE(dialog && dialog->isVisible());
 }
 
+TEST_F(NewRuleDialogTest, aSecondWishOpensNoSecondSheet) {
+    EXPECT_TRUE(page->addingRule());
+    page->openSheet();
+    EXPECT_THAT(page->findChildren<NewRuleDialog*>(), SizeIs(1));
+    dialog->reject();
+    turnLoop();
+    EXPECT_FALSE(page->addingRule());
+}
+
 TEST_F(NewRuleDialogTest, cancelAndEscapeAddNothing) {
     choose(0);
     button("Cancel")->click();

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/screens/RuleMatches.h"
+#include "app/screens/MatchesSection.h"
 #include "app/screens/RuleModeTraits.h"
 #include "app/screens/RuleStatus.h"
 #include "tests/app/screens/RulesScene.h"
@@ -16,7 +16,7 @@ using ::testing::SizeIs;
 struct RulesViewTest : RulesScene {
     std::vector<RuleRow> rows() const { return RulesView::rows(*model, locale); }
     RuleStatus status() const { return RuleStatus::of(first(), model->world(), now); }
-    RuleMatches matches() const { return RuleMatches::of(status(), now, locale); }
+    MatchesSection matches() const { return MatchesSection::of(status(), now, locale); }
     void showPumas(int count) {
         std::vector<ProcRow> rows;
         for (Pid pid = 10; pid < 10 + count; ++pid) rows.push_back(puma(pid, pid));
@@ -119,8 +119,8 @@ TEST(RuleModeWords, explainEachMode) {
 TEST_F(RulesViewTest, withoutMatchesTheListIsEmpty) {
     EXPECT_THAT(matches().rows, IsEmpty());
     EXPECT_EQ(matches().more, std::nullopt);
-    EXPECT_EQ(RuleMatches::none, "Nothing running matches this rule.");
-    EXPECT_EQ(RuleMatches::heading, "Matches now");
+    EXPECT_EQ(MatchesSection::none, "Nothing running matches this rule.");
+    EXPECT_EQ(MatchesSection::heading, "Matches now");
 }
 
 TEST_F(RulesViewTest, aMatchTellsItsSizeItsTimeAndWhetherItIsPastTheLimit) {

@@ -10,7 +10,7 @@
 #include <limits>
 
 #include "core/json/Encode.h"
-#include "core/rules/RuleFileOnDisk.h"
+#include "core/rules/RulesDocument.h"
 #include "core/storage/ActivityFields.h"
 #include "core/storage/Files.h"
 #include "core/storage/Store.h"
@@ -172,16 +172,16 @@ TEST(BadDisk, aReadOnlyDiskKeepsWhatItHas) {
     useAll(store);
     EXPECT_EQ(store.loadRules().front().name, "mine");
     EXPECT_THAT(store.loadActivity(allEntries), SizeIs(1));
-    EXPECT_EQ(RuleFile::save(disk / "Tolvane/copy", {}), "copy is on a disk that cannot be written to.");
+    EXPECT_EQ(RulesDocument{}.write(disk / "Tolvane/copy"), "copy is on a disk that cannot be written to.");
 }
 
 TEST(BadDisk, aFullDiskSaysSoWhereItIsAsked) {
     const fakes::SmallDisk disk;
     if (!disk.isMounted()) GTEST_SKIP() << "mounting a small disk needs rights that this user has not";
     const std::vector<Rule> many(1000, Rule{.name = "a rule among many"});
-    EXPECT_EQ(RuleFile::save(disk / "copy", many), "copy does not fit on the disk.");
+    EXPECT_EQ(RulesDocument{many}.write(disk / "copy"), "copy does not fit on the disk.");
     EXPECT_FALSE(Files::exists(disk / "copy"));
-    EXPECT_EQ(RuleFile::save(disk / "copy", {}), std::nullopt);
+    EXPECT_EQ(RulesDocument{}.write(disk / "copy"), std::nullopt);
 }
 
 TEST(BadDisk, aFolderThatTheUserMayNotWriteKeepsWhatItHas) {
@@ -194,7 +194,7 @@ TEST(BadDisk, aFolderThatTheUserMayNotWriteKeepsWhatItHas) {
     ASSERT_EQ(::chmod(store.directory.c_str(), 0500), 0);
     useAll(store);
     EXPECT_EQ(store.loadRules().front().name, "mine");
-    EXPECT_EQ(RuleFile::save(store.directory + "/copy", {}), "copy is not accessible to this user.");
+    EXPECT_EQ(RulesDocument{}.write(store.directory + "/copy"), "copy is not accessible to this user.");
     ASSERT_EQ(::chmod(store.directory.c_str(), 0700), 0);
 }
 
@@ -208,14 +208,14 @@ TEST(BadDisk, aFolderOfAnotherUserIsLeftAlone) {
         const Store store(path);
         useAll(store);
         EXPECT_EQ(store.loadRules(), Rule::presets());
-        EXPECT_EQ(RuleFile::load(path + "/rules.json").failure(), "rules.json is not accessible to this user.");
+        EXPECT_EQ(RulesDocument::read(path + "/rules.json").failure(), "rules.json is not accessible to this user.");
     }
     EXPECT_EQ(Store(path).loadRules().front().name, "theirs");
 }
 
-TEST(RuleFileOnDisk, saysWhatStandsThereInstead) {
+TEST(RulesDocument, saysWhatStandsThereInstead) {
     const fakes::TemporaryFolder folder;
-    const auto failure = [&](std::string_view name) { return RuleFile::load(folder / name).failure(); };
+    const auto failure = [&](std::string_view name) { return RulesDocument::read(folder / name).failure(); };
     EXPECT_EQ(failure("a"), "a does not exist.");
     std::filesystem::create_directory(folder / "b");
     EXPECT_EQ(failure("b"), "b is a folder.");
@@ -230,11 +230,11 @@ TEST(RuleFileOnDisk, saysWhatStandsThereInstead) {
     EXPECT_EQ(failure("f"), "f: Too many levels of symbolic links.");
 }
 
-TEST(RuleFileOnDisk, makesTheFoldersThatAreMissingAndReadsBack) {
+TEST(RulesDocument, makesTheFoldersThatAreMissingAndReadsBack) {
     const fakes::TemporaryFolder folder;
-    EXPECT_EQ(RuleFile::save(folder / "a/b/rules", Rule::presets()), std::nullopt);
-    EXPECT_EQ(*RuleFile::load(folder / "a/b/rules"), Rule::presets());
-    EXPECT_NE(RuleFile::save(folder / "a/b/rules/c/d", {}), std::nullopt);
+    EXPECT_EQ(RulesDocument{Rule::presets()}.write(folder / "a/b/rules"), std::nullopt);
+    EXPECT_EQ(RulesDocument::read(folder / "a/b/rules")->rules, Rule::presets());
+    EXPECT_NE(RulesDocument{}.write(folder / "a/b/rules/c/d"), std::nullopt);
 }
 
 }  // namespace

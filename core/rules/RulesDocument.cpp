@@ -1,8 +1,9 @@
-#include "core/rules/RuleFileOnDisk.h"
+#include "core/rules/RulesDocument.h"
 
 #include <cstddef>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "core/Paths.h"
 #include "core/UTF8.h"
@@ -10,7 +11,7 @@
 #include "core/storage/Files.h"
 #include "core/storage/Replacement.h"
 
-namespace tolvane::RuleFile {
+namespace tolvane {
 
 namespace {
 
@@ -26,19 +27,19 @@ std::optional<FileError> makeFolder(const std::string& folder) {
 
 }  // namespace
 
-Result<std::vector<Rule>, std::string> load(const std::string& path) {
+Result<RulesDocument, std::string> RulesDocument::read(const std::string& path) {
     const auto bytes = Files::readUpTo(path, largestFile);
     if (!bytes) return bytes.failure().text();
-    auto rules = decode(*bytes);
-    if (!rules) return notARuleFile(UTF8::repaired(Paths::lastComponent(path)));
-    return std::move(*rules);
+    auto decoded = RuleFile::decode(*bytes);
+    if (!decoded) return RuleFile::notARuleFile(UTF8::repaired(Paths::lastComponent(path)));
+    return RulesDocument{std::move(*decoded)};
 }
 
-std::optional<std::string> save(const std::string& path, const std::vector<Rule>& rules) {
+std::optional<std::string> RulesDocument::write(const std::string& path) const {
     if (const auto error = makeFolder(std::string(Paths::parent(path)))) return error->text();
     Files::Replacement file(path, Files::Access::usual);
-    if (file.write(encode(rules)) && file.commit()) return std::nullopt;
+    if (file.write(RuleFile::encode(rules)) && file.commit()) return std::nullopt;
     return FileError{.code = file.failure(), .path = path}.text();
 }
 
-}  // namespace tolvane::RuleFile
+}  // namespace tolvane

@@ -10,7 +10,7 @@
 namespace tolvane {
 
 /// The list below the editor: what the rule applies to now.
-struct RuleMatches {
+struct MatchesSection {
     static constexpr std::string_view heading = "Matches now";
     static constexpr std::string_view none = "Nothing running matches this rule.";
     static constexpr std::string_view pastLimit = "Past the limit";
@@ -31,9 +31,9 @@ struct RuleMatches {
     /// "and 3 more"
     std::optional<std::string> more;
 
-    static RuleMatches of(const RuleStatus& status, Date now, std::string_view locale);
+    static MatchesSection of(const RuleStatus& status, Date now, std::string_view locale);
 
-    bool operator==(const RuleMatches&) const = default;
+    bool operator==(const MatchesSection&) const = default;
 };
 
 }  // namespace tolvane

@@ -1,4 +1,4 @@
-#include "app/screens/RuleMatches.h"
+#include "app/screens/MatchesSection.h"
 
 #include <algorithm>
 
@@ -6,8 +6,8 @@
 
 namespace tolvane {
 
-RuleMatches RuleMatches::of(const RuleStatus& status, Date now, std::string_view locale) {
-    RuleMatches list;
+MatchesSection MatchesSection::of(const RuleStatus& status, Date now, std::string_view locale) {
+    MatchesSection list;
     const auto shown = std::min(most, status.matches.size());
     for (std::size_t number = 0; number < shown; ++number) {
         const auto& match = status.matches[number];
