@@ -15,7 +15,7 @@ struct CrowdHost::Machine {
     Date now{Seconds{800'000'000}};
     std::uint64_t ticks = 0;
     std::function<void()> pressed;
-    Seconds afterSample{0};
+    Seconds inJobs{0};
 };
 
 namespace {
@@ -119,16 +119,16 @@ public:
     Subscription onChange(std::function<void()>) override { return {}; }
 };
 
-/// Works at once, and takes the time of what follows a job.
+/// Works at once, and takes the time of what would be done on another thread.
 template <typename Machine>
 class TimedExecutor : public Executor {
 public:
     explicit TimedExecutor(std::shared_ptr<Machine> machine) : machine_(std::move(machine)) {}
     void submit(std::function<void()> job, std::function<void()> done) override {
-        job();
         const auto begin = Clocked::now();
+        job();
+        machine_->inJobs += Clocked::now() - begin;
         done();
-        machine_->afterSample = Seconds{Clocked::now() - begin};
     }
 
 private:
@@ -160,8 +160,10 @@ CrowdHost::~CrowdHost() {
 
 Seconds CrowdHost::tick(Seconds passed) {
     machine_->now += passed;
+    machine_->inJobs = Seconds{0};
+    const auto begin = Clocked::now();
     machine_->pressed();
-    return machine_->afterSample;
+    return Seconds{Clocked::now() - begin} - machine_->inJobs;
 }
 
 ExecutorFactory CrowdHost::executors() {

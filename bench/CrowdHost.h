@@ -24,7 +24,8 @@ public:
     Host host;
     std::unique_ptr<Windows> windows;
 
-    /// Lets so much time pass, has the model tick, and gives how long all of the tick took that came after the sample.
+    /// Lets so much time pass, has the model tick, and gives how long the tick held the main thread: all of it that
+    /// comes after the sample.
     Seconds tick(Seconds passed);
     /// Threads for the model that work within the call.
     ExecutorFactory executors();

@@ -119,6 +119,9 @@ void ProcessesPage::connectControls() {
     connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
     connect(new QShortcut(QKeySequence::Delete, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
             this, [this] { askForceQuit(shownSelection()); });
+    // Few keyboards have a key for menus.
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F10, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, [this] { openMenu(tree_->visualRect(tree_->currentIndex()).center()); });
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
     connect(strip_, &SystemStripView::heightChanged, this, &ProcessesPage::fitStrip);
     connect(strip_, &SystemStripView::historyWanted, this, [this] { model_.section.set(AppSection::history); });

@@ -16,11 +16,14 @@ namespace {
 
 constexpr int branchGap = 9, markGap = 12;
 constexpr int figuresGap = 4, buttonsGap = 16;
+/// Room that a title and its details want at 100 % text.
+constexpr int leastTexts = 260;
 
 }  // namespace
 
 ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
     : QWidget(parent),
+      look_(look),
       title_(new ElidedLabel(look, TextRole::headline, &Tokens::text, this)),
       branch_(new IconWords(look, &Tokens::text2, this)),
       mark_(new IconWords(look, &Tokens::orangeText, this)),
@@ -33,7 +36,7 @@ ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
     details_->setFigures(true);
     park_->setToolTip(words(ProjectsView::parkTooltip));
     ProjectRowShape::apply(*park_, look.fonts());
-    buildRow(look);
+    buildRow();
     connect(park_, &QPushButton::clicked, this, &ProjectRowPane::parkWanted);
     connect(more_, &QToolButton::clicked, this,
             [this] { emit menuWanted(more_->mapToGlobal(more_->rect().bottomLeft())); });
@@ -48,25 +51,47 @@ GivingRow* ProjectRowPane::buildFirstLine() {
     return line;
 }
 
-void ProjectRowPane::buildRow(const Look& look) {
+QWidget* ProjectRowPane::buildFigures() {
+    auto* figures = new QWidget(this);
+    auto* row = new QHBoxLayout(figures);
+    row->setContentsMargins(figuresGap, 0, 0, 0);
+    row->setSpacing(0);
+    row->addStretch(1);
+    for (auto* figure : figures_) row->addWidget(figure);
+    figures->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    return figures;
+}
+
+void ProjectRowPane::buildRow() {
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
     texts->addStretch(1);
     texts->addWidget(buildFirstLine());
     texts->addWidget(details_);
     texts->addStretch(1);
+    figuresRow_ = buildFigures();
+    middle_ = new QBoxLayout(QBoxLayout::LeftToRight);
+    middle_->setSpacing(0);
+    middle_->addLayout(texts, 1);
+    middle_->addWidget(figuresRow_);
     auto* row = new QHBoxLayout(this);
     ProjectRowShape::apply(*row);
-    row->addWidget(new LineIcon(look, ProjectsView::projectIcon, &Tokens::text2, Sizes::listIcon, this), 0,
+    row->addWidget(new LineIcon(look_, ProjectsView::projectIcon, &Tokens::text2, Sizes::listIcon, this), 0,
                    Qt::AlignVCenter);
     row->addSpacing(ProjectRowShape::iconGap);
-    row->addLayout(texts, 1);
-    row->addSpacing(figuresGap);
-    for (auto* figure : figures_) row->addWidget(figure, 0, Qt::AlignVCenter);
+    row->addLayout(middle_, 1);
     row->addSpacing(buttonsGap);
     row->addWidget(park_, 0, Qt::AlignVCenter);
     row->addSpacing(ProjectRowShape::menuGap);
     row->addWidget(more_, 0, Qt::AlignVCenter);
+}
+
+/// Large text has its figures below, so that the words keep their room.
+void ProjectRowPane::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int others = figuresRow_->sizeHint().width() + park_->width() + more_->width() + buttonsGap;
+    const bool beside = width() - others >= look_.fonts().scaled(leastTexts);
+    middle_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
 void ProjectRowPane::show(ProjectRow row) {

@@ -11,6 +11,7 @@
 #include "desktop/parts/IconButton.h"
 #include "desktop/parts/IconWords.h"
 
+class QBoxLayout;
 class QPushButton;
 
 namespace tolvane::desktop {
@@ -37,12 +38,17 @@ signals:
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     GivingRow* buildFirstLine();
-    void buildRow(const Look& look);
+    QWidget* buildFigures();
+    void buildRow();
 
+    const Look& look_;
     ProjectRow row_;
+    QBoxLayout* middle_ = nullptr;
+    QWidget* figuresRow_ = nullptr;
     ElidedLabel* title_;
     IconWords* branch_;
     IconWords* mark_;
