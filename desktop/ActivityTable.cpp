@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QHoverEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
@@ -60,7 +59,7 @@ int columnOf(ActivityColumn column) { return static_cast<int>(column); }
 }  // namespace
 
 ActivityTable::ActivityTable(const Look& look, const ActivityView& view, QWidget* parent)
-    : QTreeView(parent),
+    : RowTree(look, parent),
       look_(look),
       view_(view),
       model_(new ActivityModel(view, this)),
@@ -142,51 +141,16 @@ void ActivityTable::setColumnWidths(const QString& text) {
     fitColumns();
 }
 
-QRect ActivityTable::rowRect(const QModelIndex& index) const {
-    auto rect = visualRect(index.siblingAtColumn(0));
-    rect.setLeft(Sizes::rowInset);
-    rect.setRight(viewport()->width() - 1 - Sizes::rowInset - Sizes::scrollThumb / 2);
-    return QStyle::visualRect(layoutDirection(), viewport()->rect(), rect);
-}
-
-void ActivityTable::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    auto row = option;
-    row.rect = rowRect(index);
-    row.viewItemPosition = QStyleOptionViewItem::OnlyOne;
-    row.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
-    row.state.setFlag(QStyle::State_MouseOver, hovered_ == index.siblingAtColumn(0));
-    row.state.setFlag(QStyle::State_Active, isActiveWindow());
-    style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &row, painter, this);
-    QTreeView::drawRow(painter, option, index);
-    if (!hasFocus() || currentIndex().row() != index.row()) return;
-    row.state.setFlag(QStyle::State_KeyboardFocusChange, window()->testAttribute(Qt::WA_KeyboardFocusChange));
-    StyleViews::drawFocus(*painter, row, look_.tokens());
-}
-
 void ActivityTable::drawBranches(QPainter*, const QRect&, const QModelIndex&) const {}
 
-void ActivityTable::setHovered(const QModelIndex& row) {
-    if (hovered_ == row) return;
-    hovered_ = row;
-    viewport()->update();
-}
-
-bool ActivityTable::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::HoverMove) {
-        setHovered(indexAt(static_cast<QHoverEvent*>(event)->position().toPoint()).siblingAtColumn(0));
-    }
-    if (event->type() == QEvent::HoverLeave) setHovered({});
-    return QTreeView::viewportEvent(event);
-}
-
 void ActivityTable::resizeEvent(QResizeEvent* event) {
-    QTreeView::resizeEvent(event);
+    RowTree::resizeEvent(event);
     fitColumns();
 }
 
 void ActivityTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) return copySelected();
-    QTreeView::keyPressEvent(event);
+    RowTree::keyPressEvent(event);
 }
 
 /// One line an entry, its cells apart by tabs, as spreadsheets take them.

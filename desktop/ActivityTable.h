@@ -1,18 +1,18 @@
 #pragma once
 
 #include <QPersistentModelIndex>
-#include <QTreeView>
 #include <map>
 
 #include "desktop/ActivityModel.h"
 #include "desktop/look/Look.h"
+#include "desktop/parts/RowTree.h"
 
 class QHeaderView;
 
 namespace tolvane::desktop {
 
 /// The log as a table. Only rows in sight are laid out, drawn and put into words.
-class ActivityTable : public QTreeView {
+class ActivityTable : public RowTree {
     Q_OBJECT
 
 public:
@@ -28,9 +28,7 @@ signals:
     void columnWidthsChanged();
 
 protected:
-    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
-    bool viewportEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -38,15 +36,12 @@ private:
     void buildHeader();
     void fitColumns();
     int usualWidth(int column) const;
-    QRect rowRect(const QModelIndex& index) const;
-    void setHovered(const QModelIndex& row);
     void copySelected() const;
 
     const Look& look_;
     const ActivityView& view_;
     ActivityModel* model_;
     QHeaderView* header_;
-    QPersistentModelIndex hovered_;
     /// By column.
     std::map<int, int> chosenWidths_;
     bool fitting_ = false;

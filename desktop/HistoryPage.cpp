@@ -1,6 +1,5 @@
 #include "desktop/HistoryPage.h"
 
-#include <QScrollArea>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 #include <utility>
@@ -11,8 +10,6 @@
 namespace tolvane::desktop {
 
 namespace {
-
-constexpr int widestColumn = 900;
 
 std::vector<QString> rangeLabels() {
     std::vector<QString> labels;
@@ -31,7 +28,7 @@ HistoryPage::HistoryPage(AppModel& model, const Look& look, std::string locale, 
       panes_(new QStackedLayout(this)),
       empty_(new EmptyState(look, HistoryView::empty.icon, words(HistoryView::empty.title),
                             words(HistoryView::empty.sentence))),
-      scroll_(new QScrollArea),
+      scroll_(new ScrolledColumn(look, Sizes::margin, Sizes::margin)),
       memory_(new MomentChart(look)),
       cpu_(new MomentChart(look)),
       moment_(new MomentPane(look)) {
@@ -45,27 +42,11 @@ HistoryPage::HistoryPage(AppModel& model, const Look& look, std::string locale, 
 }
 
 void HistoryPage::buildColumn() {
-    auto* content = new QWidget;
-    auto* centre = new QHBoxLayout(content);
-    centre->setContentsMargins(Sizes::margin, Sizes::margin, Sizes::margin, Sizes::margin);
-    auto* column = new QWidget;
-    column->setMaximumWidth(look_.fonts().scaled(widestColumn));
-    centre->addWidget(column, 1);
-    centre->addStretch(0);
-    auto* blocks = new QVBoxLayout(column);
-    blocks->setContentsMargins(0, 0, 0, 0);
-    blocks->setSpacing(Sizes::margin);
+    auto* blocks = &scroll_->blocks();
     blocks->addWidget(memory_);
     blocks->addWidget(cpu_);
     blocks->addWidget(moment_);
     blocks->addStretch(1);
-    scroll_->setWidget(content);
-    scroll_->setWidgetResizable(true);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
 }
 
 void HistoryPage::connectControls() {

@@ -9,9 +9,9 @@
 #include "desktop/Page.h"
 #include "desktop/charts/MomentChart.h"
 #include "desktop/look/Look.h"
+#include "desktop/parts/ScrolledColumn.h"
 #include "desktop/parts/SegmentedPicker.h"
 
-class QScrollArea;
 class QStackedLayout;
 
 namespace tolvane::desktop {
@@ -51,7 +51,7 @@ private:
     SegmentedPicker* range_;
     QStackedLayout* panes_;
     QWidget* empty_;
-    QScrollArea* scroll_;
+    ScrolledColumn* scroll_;
     MomentChart* memory_;
     MomentChart* cpu_;
     MomentPane* moment_;

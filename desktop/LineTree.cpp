@@ -1,8 +1,6 @@
 #include "desktop/LineTree.h"
 
-#include <QHoverEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 #include <utility>
@@ -31,7 +29,7 @@ const ProcessColumnTraits& column(int number) { return processColumns[static_cas
 }  // namespace
 
 LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* parent)
-    : QTreeView(parent),
+    : RowTree(look, parent),
       look_(look),
       model_(new LineModel(std::move(cellText), this)),
       delegate_(new LineDelegate(look, *model_, this)),
@@ -56,9 +54,9 @@ LineTree::LineTree(const Look& look, LineModel::CellText cellText, QWidget* pare
     setAutoFillBackground(true);
     buildHeader();
     connect(model_, &QAbstractItemModel::rowsInserted, this, &LineTree::restoreDisclosure);
-    connect(this, &QTreeView::expanded, this,
+    connect(this, &RowTree::expanded, this,
             [this](const auto& index) { expandedIds_.insert(model_->line(index)->id); });
-    connect(this, &QTreeView::collapsed, this,
+    connect(this, &RowTree::collapsed, this,
             [this](const auto& index) { expandedIds_.erase(model_->line(index)->id); });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionByUser(); });
     /// Painting must not change geometry, so the wider column waits for the next turn of the loop.
@@ -159,54 +157,19 @@ void LineTree::setSorting(int column, bool ascending) {
     viewport()->update();
 }
 
-QRect LineTree::rowRect(const QModelIndex& index) const {
-    auto rect = visualRect(index.siblingAtColumn(0));
-    rect.setLeft(Sizes::rowInset);
-    rect.setRight(viewport()->width() - 1 - Sizes::rowInset - Sizes::scrollThumb / 2);
-    return QStyle::visualRect(layoutDirection(), viewport()->rect(), rect);
-}
-
-void LineTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    auto row = option;
-    row.rect = rowRect(index);
-    row.viewItemPosition = QStyleOptionViewItem::OnlyOne;
-    row.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
-    row.state.setFlag(QStyle::State_MouseOver, hovered_ == index.siblingAtColumn(0));
-    row.state.setFlag(QStyle::State_Active, isActiveWindow());
-    style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &row, painter, this);
-    QTreeView::drawRow(painter, option, index);
-    if (!hasFocus() || currentIndex().siblingAtColumn(0) != index.siblingAtColumn(0)) return;
-    row.state.setFlag(QStyle::State_KeyboardFocusChange, window()->testAttribute(Qt::WA_KeyboardFocusChange));
-    StyleViews::drawFocus(*painter, row, look_.tokens());
-}
-
-void LineTree::setHovered(const QModelIndex& row) {
-    if (hovered_ == row) return;
-    hovered_ = row;
-    viewport()->update();
-}
-
-bool LineTree::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::HoverMove) {
-        setHovered(indexAt(static_cast<QHoverEvent*>(event)->position().toPoint()).siblingAtColumn(0));
-    }
-    if (event->type() == QEvent::HoverLeave) setHovered({});
-    return QTreeView::viewportEvent(event);
-}
-
 void LineTree::mousePressEvent(QMouseEvent* event) {
     pressed_ = true;
-    QTreeView::mousePressEvent(event);
+    RowTree::mousePressEvent(event);
 }
 
 void LineTree::mouseReleaseEvent(QMouseEvent* event) {
-    QTreeView::mouseReleaseEvent(event);
+    RowTree::mouseReleaseEvent(event);
     pressed_ = event->buttons() != Qt::NoButton;
     if (!pressed_ && holds_ == 0 && waiting_) take(*std::exchange(waiting_, std::nullopt));
 }
 
 void LineTree::resizeEvent(QResizeEvent* event) {
-    QTreeView::resizeEvent(event);
+    RowTree::resizeEvent(event);
     fitColumns();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPersistentModelIndex>
-#include <QTreeView>
 #include <map>
 #include <set>
 #include <string>
@@ -10,11 +9,12 @@
 #include "desktop/LineHeader.h"
 #include "desktop/LineModel.h"
 #include "desktop/look/Look.h"
+#include "desktop/parts/RowTree.h"
 
 namespace tolvane::desktop {
 
 /// The processes table. What is selected and disclosed belongs to ids, and comes back with them.
-class LineTree : public QTreeView {
+class LineTree : public RowTree {
     Q_OBJECT
 
 public:
@@ -22,7 +22,7 @@ public:
 
     /// Shows the next reading; while the pointer or a menu is at work, waits for them to end.
     void show(std::vector<Line> lines);
-    using QTreeView::show;
+    using RowTree::show;
     const LineModel& lineModel() const { return *model_; }
 
     /// The ids that are selected; some of them may have no row now.
@@ -45,8 +45,6 @@ signals:
     void columnWidthsChanged();
 
 protected:
-    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    bool viewportEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -57,8 +55,6 @@ private:
     void restoreDisclosure(const QModelIndex& parent, int first, int last);
     void restoreSelection();
     void selectionByUser();
-    void setHovered(const QModelIndex& row);
-    QRect rowRect(const QModelIndex& index) const;
     int leastWidth(int column) const;
     void fitColumns();
 
@@ -74,7 +70,6 @@ private:
     bool pressed_ = false;
     int sortedColumn_ = -1;
     Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
-    QPersistentModelIndex hovered_;
     std::map<int, int> chosenWidths_;
     /// Columns that met a figure wider than their sample.
     std::map<int, int> grownWidths_;

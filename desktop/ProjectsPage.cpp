@@ -1,9 +1,7 @@
 #include "desktop/ProjectsPage.h"
 
-#include <QHBoxLayout>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QStackedLayout>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -18,7 +16,6 @@ namespace tolvane::desktop {
 
 namespace {
 
-constexpr int widestColumn = 900;
 constexpr int sectionGap = 24;
 
 ParagraphLabel* paragraph(const Look& look, TextRole role, QColor Tokens::* colour, std::string_view text = {}) {
@@ -46,7 +43,7 @@ ProjectsPage::ProjectsPage(AppModel& model, const Look& look, std::string locale
       panes_(new QStackedLayout(this)),
       empty_(new EmptyState(look, ProjectsView::empty.icon, words(ProjectsView::empty.title),
                             words(ProjectsView::empty.sentence))),
-      scroll_(new QScrollArea) {
+      scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::gap, sectionGap)) {
     buildColumn();
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
@@ -54,28 +51,12 @@ ProjectsPage::ProjectsPage(AppModel& model, const Look& look, std::string locale
 }
 
 void ProjectsPage::buildColumn() {
-    auto* content = new QWidget;
-    auto* sides = new QHBoxLayout(content);
-    sides->setContentsMargins(Sizes::margin, Sizes::margin - Sizes::gap, Sizes::margin, Sizes::margin);
-    auto* column = new QWidget;
-    column->setMaximumWidth(look_.fonts().scaled(widestColumn));
-    sides->addWidget(column, 1);
-    sides->addStretch(0);
-    auto* sections = new QVBoxLayout(column);
-    sections->setContentsMargins(0, 0, 0, 0);
-    sections->setSpacing(sectionGap);
+    auto* sections = &scroll_->blocks();
     running_ = buildSection(ProjectsView::runningTitle);
     parked_ = buildSection(ProjectsView::parkedTitle);
     parked_.footer->setText(words(ProjectsView::parkedFooter));
     for (auto* section : {running_.whole, parked_.whole}) sections->addWidget(section);
     sections->addStretch(1);
-    scroll_->setWidget(content);
-    scroll_->setWidgetResizable(true);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
 }
 
 ProjectsPage::Section ProjectsPage::buildSection(std::string_view title) {

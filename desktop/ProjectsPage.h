@@ -11,9 +11,9 @@
 #include "desktop/look/Look.h"
 #include "desktop/parts/Card.h"
 #include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/ScrolledColumn.h"
 
 class QMenu;
-class QScrollArea;
 class QStackedLayout;
 
 namespace tolvane::desktop {
@@ -73,7 +73,7 @@ private:
     ProjectsContent shown_;
     QStackedLayout* panes_;
     EmptyState* empty_;
-    QScrollArea* scroll_;
+    ScrolledColumn* scroll_;
     Section running_;
     Section parked_;
     bool stale_ = true;

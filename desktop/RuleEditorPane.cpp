@@ -163,8 +163,8 @@ void RuleEditorPane::connectControls() {
     connect(kind_, &QComboBox::activated, this,
             [this](int index) { editor_->setKind(targetKinds[static_cast<std::size_t>(index)].kind); });
     connect(app_, &QComboBox::activated, this, [this](int index) {
-        const auto choices = editor_->appChoices();
-        if (std::cmp_less(index, choices.size())) editor_->setApp(choices[static_cast<std::size_t>(index)].bundleID);
+        if (std::cmp_less(index, shownApps_.size()))
+            editor_->setApp(shownApps_[static_cast<std::size_t>(index)].bundleID);
     });
     for (auto* each : {command_, agents_}) {
         connect(each, &QLineEdit::textEdited, this, [this](const QString& text) { editor_->setPatterns(bytes(text)); });
@@ -187,6 +187,8 @@ void RuleEditorPane::open(const std::optional<UUID>& rule) {
     const bool same = rule && editor_ && editor_->id() == *rule;
     if (same || (!rule && !editor_)) return;
     keepTyped();
+    // What an open menu offers is meant for the rule before.
+    for (auto* each : {kind_, app_, unused_, memory_, action_}) each->hidePopup();
     editor_ = rule ? std::make_unique<RuleEditor>(model_, *rule, locale_) : nullptr;
     for (auto* each : {name_, command_, agents_}) each->clearFocus();
     verticalScrollBar()->setValue(0);
@@ -224,12 +226,12 @@ void RuleEditorPane::showTarget(const Rule& rule) {
     showText(*agents_, editor_->patterns());
     showSwitch(*withoutPrompt_, editor_->onlyWithoutPrompt());
     const auto* target = std::get_if<AppTarget>(&rule.target);
-    if (!target) return;
-    const auto choices = editor_->appChoices();
+    if (!target || app_->isOpen()) return;
+    shownApps_ = editor_->appChoices();
     QStringList titles;
-    for (const auto& each : choices) titles.append(words(each.title));
-    const auto chosen = std::ranges::find(choices, target->bundleID, &RuleEditor::AppChoice::bundleID);
-    app_->show(titles, static_cast<int>(chosen - choices.begin()));
+    for (const auto& each : shownApps_) titles.append(words(each.title));
+    const auto chosen = std::ranges::find(shownApps_, target->bundleID, &RuleEditor::AppChoice::bundleID);
+    app_->show(titles, static_cast<int>(chosen - shownApps_.begin()));
 }
 
 void RuleEditorPane::showConditions(const Rule& rule) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/screens/RuleEditor.h"
 #include "desktop/look/Look.h"
@@ -61,6 +62,8 @@ private:
     FormRow* modeRow_ = nullptr;
     PopupPicker* kind_;
     PopupPicker* app_;
+    /// What the picker of applications shows: their order changes with every tick.
+    std::vector<RuleEditor::AppChoice> shownApps_;
     FormRow* appRow_ = nullptr;
     QLineEdit* command_;
     FormRow* commandRow_ = nullptr;

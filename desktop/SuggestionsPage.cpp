@@ -1,7 +1,6 @@
 #include "desktop/SuggestionsPage.h"
 
 #include <QPushButton>
-#include <QScrollArea>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -14,7 +13,6 @@ namespace tolvane::desktop {
 
 namespace {
 
-constexpr int widestColumn = 900;
 constexpr int cardGap = 22;
 
 }  // namespace
@@ -29,7 +27,7 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
       panes_(new QStackedLayout(this)),
       empty_(new EmptyState(look, SuggestionsView::empty.icon, words(SuggestionsView::empty.title),
                             words(SuggestionsView::empty.sentence))),
-      scroll_(new QScrollArea),
+      scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)),
       column_(nullptr) {
     showHidden_->setToolTip(words(SuggestionsView::showHiddenHelp));
     showHidden_->setAutoDefault(false);
@@ -51,25 +49,9 @@ QWidget* SuggestionsPage::firstFocus() {
 }
 
 void SuggestionsPage::buildColumn() {
-    auto* content = new QWidget;
-    auto* centre = new QHBoxLayout(content);
-    centre->setContentsMargins(Sizes::margin, Sizes::margin - Sizes::step, Sizes::margin, Sizes::margin);
-    auto* column = new QWidget;
-    column->setMaximumWidth(look_.fonts().scaled(widestColumn));
-    centre->addWidget(column, 1);
-    centre->addStretch(0);
-    column_ = new QVBoxLayout(column);
-    column_->setContentsMargins(0, 0, 0, 0);
-    column_->setSpacing(cardGap);
+    column_ = &scroll_->blocks();
     for (const auto& kind : suggestionKinds) column_->addWidget(card(kind.kind));
     column_->addStretch(1);
-    scroll_->setWidget(content);
-    scroll_->setWidgetResizable(true);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
 }
 
 SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {

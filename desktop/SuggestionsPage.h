@@ -9,9 +9,9 @@
 #include "desktop/Page.h"
 #include "desktop/SuggestionCard.h"
 #include "desktop/look/Look.h"
+#include "desktop/parts/ScrolledColumn.h"
 
 class QPushButton;
-class QScrollArea;
 class QStackedLayout;
 class QVBoxLayout;
 
@@ -55,7 +55,7 @@ private:
     QPushButton* showHidden_;
     QStackedLayout* panes_;
     QWidget* empty_;
-    QScrollArea* scroll_;
+    ScrolledColumn* scroll_;
     QVBoxLayout* column_;
     std::map<Suggestion::Kind, SuggestionCard*> cards_;
     QString subtitle_;

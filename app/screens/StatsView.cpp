@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view periodKey = "statsPeriod";
 constexpr int daysOfWeek = 7, daysOfMonth = 30;
-constexpr double MiB = 1'048'576, GiB = 1024 * MiB;
+constexpr double mebibyte = 1'048'576, gibibyte = 1024 * mebibyte;
 constexpr int mostSteps = 4;
 
 StatsPeriod storedPeriod(const Preferences& preferences) {
@@ -148,9 +148,9 @@ std::optional<WouldHaveFreed> StatsView::wouldOf(const std::vector<ActivityStats
 
 std::vector<StatsTick> StatsView::ticks(std::uint64_t largest, std::string_view locale) {
     const auto most = static_cast<double>(largest);
-    const bool inGigabytes = largest == 0 || most > 500 * MiB;
-    const double unit = inGigabytes ? GiB : MiB;
-    const double step = inGigabytes && most <= GiB ? 0.5 : roundStep(std::max(1.0, most / unit));
+    const bool inGigabytes = largest == 0 || most > 500 * mebibyte;
+    const double unit = inGigabytes ? gibibyte : mebibyte;
+    const double step = inGigabytes && most <= gibibyte ? 0.5 : roundStep(std::max(1.0, most / unit));
     std::vector<StatsTick> ticks{{.value = 0, .label = inGigabytes ? "0 GB" : "0 MB"}};
     for (double mark = step; ticks.back().value < most || ticks.size() < 3; mark += step) {
         ticks.push_back(

@@ -16,9 +16,9 @@ NoticeBar::NoticeBar(const Look& look, QWidget* parent)
       sentence_(new ElidedLabel(look, TextRole::small, &Tokens::text, this)),
       close_(new IconButton(look, "xmark", tr("Close"), this)) {
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, Sizes::step, Sizes::step, Sizes::step + 1);
+    // In line with the names of the table below.
+    row->setContentsMargins(Sizes::margin + Sizes::icon + Sizes::gap, Sizes::step, Sizes::step, Sizes::step + 1);
     row->setSpacing(Sizes::gap);
-    row->addSpacing(Sizes::inspectorMargin + Sizes::icon);
     row->addWidget(sentence_, 1);
     row->addWidget(close_);
     connect(close_, &QToolButton::clicked, this, &QWidget::hide);
@@ -36,7 +36,7 @@ void NoticeBar::tell(const QString& sentence) {
 }
 
 QRect NoticeBar::iconPlace() const {
-    const QRect place(Sizes::inspectorMargin, (height() - Sizes::icon) / 2, Sizes::icon, Sizes::icon);
+    const QRect place(Sizes::margin, (height() - Sizes::icon) / 2, Sizes::icon, Sizes::icon);
     return QStyle::visualRect(layoutDirection(), rect(), place);
 }
 

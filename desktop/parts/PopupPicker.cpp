@@ -1,7 +1,6 @@
 #include "desktop/parts/PopupPicker.h"
 
 #include <QActionGroup>
-#include <QMenu>
 #include <QPainter>
 #include <QWheelEvent>
 #include <algorithm>
@@ -27,6 +26,7 @@ PopupPicker::PopupPicker(const Look& look, const QString& name, QWidget* parent)
 }
 
 void PopupPicker::show(const QStringList& choices, int chosen) {
+    if (isOpen()) return;
     const QSignalBlocker quiet(this);
     QStringList known;
     for (int index = 0; index < count(); ++index) known.append(itemText(index));
@@ -54,6 +54,7 @@ QSize PopupPicker::minimumSizeHint() const { return {look_.fonts().scaled(leastW
 void PopupPicker::showPopup() {
     if (count() == 0) return;
     QMenu menu(this);
+    menu_ = &menu;
     menu.setStyleSheet(look_.menuSheet());
     menu.setFont(font());
     menu.setMinimumWidth(width());
@@ -67,9 +68,15 @@ void PopupPicker::showPopup() {
     }
     if (auto* current = group->checkedAction()) menu.setActiveAction(current);
     const auto* chosen = menu.exec(mapToGlobal(QPoint(0, height())));
+    menu_ = nullptr;
     if (!chosen) return;
     setCurrentIndex(chosen->data().toInt());
     emit activated(currentIndex());
+}
+
+void PopupPicker::hidePopup() {
+    if (menu_) menu_->close();
+    QComboBox::hidePopup();
 }
 
 void PopupPicker::paintEvent(QPaintEvent*) {

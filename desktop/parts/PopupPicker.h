@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QComboBox>
+#include <QMenu>
+#include <QPointer>
 
 #include "desktop/look/Look.h"
 
@@ -14,13 +16,16 @@ class PopupPicker : public QComboBox {
 public:
     PopupPicker(const Look& look, const QString& name, QWidget* parent = nullptr);
 
-    /// Says nothing to `activated`. Choices that are the same stay as they are.
+    /// Says nothing to `activated`. Choices that are the same stay as they are, and all do while the menu is open.
     void show(const QStringList& choices, int chosen);
     using QComboBox::show;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     void showPopup() override;
+    /// Nothing was chosen.
+    void hidePopup() override;
+    bool isOpen() const { return !menu_.isNull(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -28,6 +33,7 @@ protected:
 
 private:
     const Look& look_;
+    QPointer<QMenu> menu_;
 };
 
 }  // namespace tolvane::desktop

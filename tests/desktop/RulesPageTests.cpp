@@ -193,6 +193,38 @@ TEST_F(RulesPageTest, eachKindShowsItsOwnControls) {
     EXPECT_FALSE(isShown(named<Switch>("Only Claude Code sessions that never got a prompt")));
 }
 
+TEST_F(RulesPageTest, anOpenMenuHoldsItsOrderWhileFiguresChange) {
+    clickRow(3);
+    auto* apps = named<PopupPicker>("App");
+    const auto wanted = apps->itemText(0);
+    QTimer::singleShot(0, [&] {
+        auto rows = model().snapshot->rows;
+        for (auto& row : rows) row.sample.footprint = 4'000'000'000U / static_cast<std::uint64_t>(row.id());
+        scene.showRows(rows);
+        turnLoop();
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(menu);
+        menu->setActiveAction(menu->actions().first());
+        type(*menu, Qt::Key_Return);
+    });
+    type(*apps, Qt::Key_Space);
+    EXPECT_EQ(words(std::get<AppTarget>(rule(3).target).name), wanted.section(QStringLiteral(", "), 0, 0));
+}
+
+TEST_F(RulesPageTest, aMenuThatIsOpenClosesWithItsRule) {
+    clickRow(0);
+    auto* unused = named<PopupPicker>("Unused for");
+    QTimer::singleShot(0, [&] {
+        ASSERT_TRUE(unused->isOpen());
+        model().selectedRule.set(rule(1).id);
+        turnLoop();
+    });
+    unused->showPopup();
+    EXPECT_FALSE(unused->isOpen());
+    EXPECT_EQ(rule(0).unusedMinutes, 120);
+    EXPECT_EQ(rule(1).unusedMinutes, 240);
+}
+
 TEST_F(RulesPageTest, theWheelChangesNoChoice) {
     clickRow(0);
     auto* unused = named<PopupPicker>("Unused for");

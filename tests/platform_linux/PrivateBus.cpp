@@ -2,12 +2,31 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <cstring>
+
+#include "platform/linux/FileDescriptor.h"
 
 #include "tests/platform_linux/Child.h"
 
 namespace tolvane::linuxhost::testing {
+
+namespace {
+
+/// The socket's file is there before anybody listens.
+bool listens(const std::string& path) {
+    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+    return ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+}  // namespace
 
 void PrivateBus::start() {
     const std::string config =
@@ -26,7 +45,7 @@ void PrivateBus::start() {
         ::execlp("dbus-daemon", "dbus-daemon", "--nofork", "--nosyslog", option.c_str(), nullptr);
         ::_exit(127);
     }
-    EXPECT_TRUE(eventually([this] { return ::access(folder_.at("bus").c_str(), F_OK) == 0; }));
+    EXPECT_TRUE(eventually([this] { return listens(folder_.at("bus")); }));
 }
 
 void PrivateBus::die() {

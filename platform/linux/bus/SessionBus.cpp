@@ -30,6 +30,8 @@ public:
     bool hasAddress() const { return !address_.empty(); }
 
     void whenConnected(Connected connected) {
+        // What is under way hears of a bus that dies before its news of being closed comes.
+        if (connection_ && g_dbus_connection_is_closed(connection_.get()) != FALSE) lose();
         if (connection_ || address_.empty()) return connected(connection_.get());
         waiting_.push_back(std::move(connected));
         if (waiting_.size() == 1) connect();
@@ -108,10 +110,11 @@ private:
         for (const Connected& each : waiting) each(connection_.get());
     }
 
-    static void closed(GDBusConnection*, int, GError*, void* data) {
-        auto* self = static_cast<State*>(data);
-        for (auto& [number, listener] : self->listeners_) listener.subscription = 0;
-        self->drop();
+    static void closed(GDBusConnection*, int, GError*, void* data) { static_cast<State*>(data)->lose(); }
+
+    void lose() {
+        for (auto& [number, listener] : listeners_) listener.subscription = 0;
+        drop();
     }
 
     void drop() {

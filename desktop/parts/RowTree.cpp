@@ -1,0 +1,47 @@
+#include "desktop/parts/RowTree.h"
+
+#include <QHoverEvent>
+#include <QPainter>
+
+#include "desktop/look/StyleViews.h"
+
+namespace tolvane::desktop {
+
+RowTree::RowTree(const Look& look, QWidget* parent) : QTreeView(parent), look_(look) {}
+
+QRect RowTree::rowRect(const QModelIndex& index) const {
+    auto rect = visualRect(index.siblingAtColumn(0));
+    rect.setLeft(Sizes::rowInset);
+    rect.setRight(viewport()->width() - 1 - Sizes::rowInset - Sizes::scrollThumb / 2);
+    return QStyle::visualRect(layoutDirection(), viewport()->rect(), rect);
+}
+
+void RowTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    auto row = option;
+    row.rect = rowRect(index);
+    row.viewItemPosition = QStyleOptionViewItem::OnlyOne;
+    row.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
+    row.state.setFlag(QStyle::State_MouseOver, hovered_ == index.siblingAtColumn(0));
+    row.state.setFlag(QStyle::State_Active, isActiveWindow());
+    style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &row, painter, this);
+    QTreeView::drawRow(painter, option, index);
+    if (!hasFocus() || currentIndex().siblingAtColumn(0) != index.siblingAtColumn(0)) return;
+    row.state.setFlag(QStyle::State_KeyboardFocusChange, window()->testAttribute(Qt::WA_KeyboardFocusChange));
+    StyleViews::drawFocus(*painter, row, look_.tokens());
+}
+
+void RowTree::setHovered(const QModelIndex& row) {
+    if (hovered_ == row) return;
+    hovered_ = row;
+    viewport()->update();
+}
+
+bool RowTree::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::HoverMove) {
+        setHovered(indexAt(static_cast<QHoverEvent*>(event)->position().toPoint()).siblingAtColumn(0));
+    }
+    if (event->type() == QEvent::HoverLeave) setHovered({});
+    return QTreeView::viewportEvent(event);
+}
+
+}  // namespace tolvane::desktop

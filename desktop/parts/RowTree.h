@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QTreeView>
+
+#include "desktop/look/Look.h"
+
+namespace tolvane::desktop {
+
+/// A table or tree whose rows are drawn as wholes: ground of the selection and of the row under the pointer, and the
+/// ring of the keyboard's focus, over the full width.
+class RowTree : public QTreeView {
+    Q_OBJECT
+
+public:
+    /// `look` outlives it.
+    explicit RowTree(const Look& look, QWidget* parent = nullptr);
+
+protected:
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    void setHovered(const QModelIndex& row);
+    QRect rowRect(const QModelIndex& index) const;
+
+    const Look& look_;
+    QPersistentModelIndex hovered_;
+};
+
+}  // namespace tolvane::desktop
