@@ -56,28 +56,28 @@ private:
     const Look& look_;
     std::string locale_;
     std::unique_ptr<RuleEditor> editor_;
-    QWidget* form_;
-    QLineEdit* name_;
-    SegmentedPicker* mode_;
+    QWidget* form_ = nullptr;
+    QLineEdit* name_ = nullptr;
+    SegmentedPicker* mode_ = nullptr;
     FormRow* modeRow_ = nullptr;
-    PopupPicker* kind_;
-    PopupPicker* app_;
+    PopupPicker* kind_ = nullptr;
+    PopupPicker* app_ = nullptr;
     /// What the picker of applications shows: their order changes with every tick.
     std::vector<RuleEditor::AppChoice> shownApps_;
     FormRow* appRow_ = nullptr;
-    QLineEdit* command_;
+    QLineEdit* command_ = nullptr;
     FormRow* commandRow_ = nullptr;
-    QLineEdit* agents_;
+    QLineEdit* agents_ = nullptr;
     FormRow* agentsRow_ = nullptr;
-    Switch* withoutPrompt_;
+    Switch* withoutPrompt_ = nullptr;
     FormRow* withoutPromptRow_ = nullptr;
-    PopupPicker* unused_;
-    PopupPicker* memory_;
-    Switch* tight_;
-    ParagraphLabel* footer_;
-    PopupPicker* action_;
-    MatchesCard* matches_;
-    QPushButton* delete_;
+    PopupPicker* unused_ = nullptr;
+    PopupPicker* memory_ = nullptr;
+    Switch* tight_ = nullptr;
+    ParagraphLabel* footer_ = nullptr;
+    PopupPicker* action_ = nullptr;
+    MatchesCard* matches_ = nullptr;
+    QPushButton* delete_ = nullptr;
 };
 
 }  // namespace tolvane::desktop

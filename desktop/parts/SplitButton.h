@@ -12,7 +12,7 @@ class SplitButton : public QToolButton {
     Q_OBJECT
 
 public:
-    SplitButton(const Look& look, QWidget* parent = nullptr);
+    explicit SplitButton(const Look& look, QWidget* parent = nullptr);
 
     /// Also what screen readers say.
     void setLabel(const QString& label);
