@@ -27,8 +27,7 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
       panes_(new QStackedLayout(this)),
       empty_(new EmptyState(look, SuggestionsView::empty.icon, words(SuggestionsView::empty.title),
                             words(SuggestionsView::empty.sentence))),
-      scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)),
-      column_(nullptr) {
+      scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)) {
     showHidden_->setToolTip(words(SuggestionsView::showHiddenHelp));
     showHidden_->setAutoDefault(false);
     showHidden_->hide();

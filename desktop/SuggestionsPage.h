@@ -56,7 +56,7 @@ private:
     QStackedLayout* panes_;
     QWidget* empty_;
     ScrolledColumn* scroll_;
-    QVBoxLayout* column_;
+    QVBoxLayout* column_ = nullptr;
     std::map<Suggestion::Kind, SuggestionCard*> cards_;
     QString subtitle_;
     bool held_ = false;
