@@ -13,6 +13,11 @@ import time
 # What the pages of a long table hold says nothing new after this many cells.
 MOST_CHILDREN = 400
 SKIPPED = 77
+# Every question to the program costs a way there and back: nothing is asked of the inside of these.
+LEAVES = ("label", "push button", "radio button", "check box", "list item", "table cell", "table column header", "text",
+          "separator", "chart")
+TABLES = ("tree", "table")
+WINDOWS = ("frame", "dialog")
 
 
 def within(seconds, condition):
@@ -92,17 +97,18 @@ class Program:
     def has(self, node, state):
         return node.get_state_set().contains(getattr(self.atspi.StateType, state))
 
-    def showing(self, node=None, most=MOST_CHILDREN, cells=True):
-        """Every node that can be seen, from the outside in, with or without what tables hold. What goes away meanwhile
-        is passed over."""
+    def showing(self, node=None, most=MOST_CHILDREN, within=lambda role: role not in LEAVES):
+        """Every node that can be seen with its role, from the outside in; `within` tells by the role where to go on.
+        What goes away meanwhile is passed over."""
         try:
             node = node or self.root()
             if not node:
                 return
-            children = node.get_child_count() if cells or node.get_role_name() not in ("tree", "table") else 0
-            yield node
+            role = node.get_role_name()
+            children = node.get_child_count() if within(role) else 0
         except self.glib.Error:
             return
+        yield node, role
         for number in range(min(children, most)):
             try:
                 child = node.get_child_at_index(number)
@@ -110,14 +116,17 @@ class Program:
             except self.glib.Error:
                 continue
             if seen:
-                yield from self.showing(child, most, cells)
+                yield from self.showing(child, most, within)
 
     def look(self, role, name, inside=None):
         """The first node of a role whose name is, or fulfils, `name`; None when there is none."""
         fits = name if callable(name) else lambda text: text == name
-        for node in self.showing(inside, cells=role == "table cell"):
+        passed_over = {"table cell": LEAVES}.get(role, (*LEAVES, *TABLES))
+        if role in WINDOWS:
+            passed_over = (*passed_over, *WINDOWS)
+        for node, its_role in self.showing(inside, within=lambda each: each not in passed_over):
             try:
-                if node.get_role_name() == role and fits(node.get_name()):
+                if its_role == role and fits(node.get_name()):
                     return node
             except self.glib.Error:
                 continue
@@ -139,20 +148,12 @@ class Program:
 
     def nameless(self):
         """The controls that a person can reach and a screen reader cannot tell. An empty cell is told by its head."""
-        for node in self.showing(most=60):
-            role, name = node.get_role_name(), node.get_name()
-            if role == "table cell" or not self.has(node, "FOCUSABLE"):
+        for node, role in self.showing(most=60):
+            if role in ("table cell", "label") or not self.has(node, "FOCUSABLE"):
                 continue
+            name = node.get_name()
             if not name or role in ("unknown", "filler", "invalid"):
                 yield f"{role} '{name}' in '{node.get_parent().get_name()}'"
-
-    def print_tree(self, node=None, depth=0):
-        node = node or self.root()
-        print("  " * depth + node.get_role_name(), repr(node.get_name()), flush=True)
-        for number in range(min(node.get_child_count(), 30)):
-            child = node.get_child_at_index(number)
-            if child and self.has(child, "SHOWING"):
-                self.print_tree(child, depth + 1)
 
 
 def xdotool(*words):
