@@ -78,7 +78,7 @@ std::string MacApplications::displayName(std::string_view bundlePath) {
 }
 
 std::string MacApplications::iconName(std::string_view bundlePath) {
-    const auto picture = iconFolder_ + "/" + pictureName(bundlePath);
+    auto picture = iconFolder_ + "/" + pictureName(bundlePath);
     if (!makeFolder(iconFolder_) || !writePictureOfIcon(*runtime_, bundlePath, picture)) return {};
     return picture;
 }

@@ -111,7 +111,7 @@ int MacMachineStatistics::activeCores() const { return kernel_->activeCores(); }
 std::optional<int> MacMachineStatistics::efficiencyCores() const {
     const auto cores = systemValue<std::int32_t>(*kernel_, "hw.perflevel1.logicalcpu");
     if (!cores || *cores < 1) return std::nullopt;
-    return *cores;
+    return cores;
 }
 
 }  // namespace tolvane::machost
