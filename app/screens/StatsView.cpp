@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "app/Format.h"
@@ -146,6 +147,12 @@ std::optional<WouldHaveFreed> StatsView::wouldOf(const std::vector<ActivityStats
     return would;
 }
 
+/// As many as there can be, where there are more.
+static std::uint64_t wholeBytes(double bytes) {
+    constexpr double limit = 18'446'744'073'709'551'616.0;
+    return bytes < limit ? static_cast<std::uint64_t>(bytes) : std::numeric_limits<std::uint64_t>::max();
+}
+
 std::vector<StatsTick> StatsView::ticks(std::uint64_t largest, std::string_view locale) {
     const auto most = static_cast<double>(largest);
     const bool inGigabytes = largest == 0 || most > 500 * mebibyte;
@@ -153,8 +160,7 @@ std::vector<StatsTick> StatsView::ticks(std::uint64_t largest, std::string_view 
     const double step = inGigabytes && most <= gibibyte ? 0.5 : roundStep(std::max(1.0, most / unit));
     std::vector<StatsTick> ticks{{.value = 0, .label = inGigabytes ? "0 GB" : "0 MB"}};
     for (double mark = step; ticks.back().value < most || ticks.size() < 3; mark += step) {
-        ticks.push_back(
-            {.value = mark * unit, .label = Format::bytes(static_cast<std::uint64_t>(mark * unit), locale)});
+        ticks.push_back({.value = mark * unit, .label = Format::bytes(wholeBytes(mark * unit), locale)});
     }
     return ticks;
 }

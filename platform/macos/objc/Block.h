@@ -78,9 +78,9 @@ private:
         static_cast<Literal*>(to)->function = new Shared(*static_cast<const Literal*>(from)->function);
     }
     static void dispose(const void* block) { delete static_cast<const Literal*>(block)->function; }
-    static void invoke(Literal* block, Arguments... arguments) {
+    static void invoke(Id block, Arguments... arguments) {
         // The block may go while it runs.
-        const Shared function = *block->function;
+        const Shared function = *reinterpret_cast<const Literal*>(block)->function;
         (*function)(arguments...);
     }
 
