@@ -15,7 +15,7 @@ void AppModel::Private::giveAdvice() {
         .world = world,
         .memory = model.snapshot->memory,
         .now = model.snapshot->date,
-        .ports = [this](Pid pid) { return listeningPorts(pid); },
+        .ports = [this](const std::vector<Pid>& pids) { return listeningPorts(pids); },
         .locale = host.locale,
         .launchd = *model.launchdPIDs,
         .simulatorName =
@@ -25,9 +25,9 @@ void AppModel::Private::giveAdvice() {
     }));
 }
 
-std::vector<int> AppModel::Private::listeningPorts(Pid pid) {
+std::map<Pid, std::vector<int>> AppModel::Private::listeningPorts(const std::vector<Pid>& pids) {
     if (!portInspection) portInspection = host.makeInspection();
-    return ProcessReader::listeningPorts(*portInspection, pid);
+    return ProcessReader::listeningPorts(*portInspection, pids);
 }
 
 /// By the date of the sample, which the suggestions are of.

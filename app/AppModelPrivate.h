@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoroTask>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,7 +70,7 @@ struct AppModel::Private {
 
     // Advice.cpp
     void giveAdvice();
-    std::vector<int> listeningPorts(Pid pid);
+    std::map<Pid, std::vector<int>> listeningPorts(const std::vector<Pid>& pids);
 
     // Warnings.cpp
     void warnAboutSwap();

@@ -92,7 +92,7 @@ void suggestions(benchmark::State& state) {
     const AdviceScene scene{.world = watched.world,
                             .memory = memory,
                             .now = watched.now,
-                            .ports = [](Pid) { return std::vector<int>{}; },
+                            .ports = {},
                             .locale = "en_US",
                             .launchd = launchd,
                             .simulatorName = {}};

@@ -50,10 +50,19 @@ void Advice::add(Suggestion suggestion, std::optional<Pid> alsoClaim) {
     results_.push_back(std::move(suggestion));
 }
 
-const std::vector<int>& Advice::portsOf(const ProcRow& row) {
-    const auto [known, isNew] = ports_.try_emplace(row.id());
-    if (isNew && scene.ports) known->second = scene.ports(row.id());
-    return known->second;
+void Advice::askPorts(RowSpan rows) {
+    std::vector<Pid> asked;
+    for (const auto* row : rows) {
+        if (ports_.try_emplace(row->id()).second) asked.push_back(row->id());
+    }
+    if (asked.empty() || !scene.ports) return;
+    for (auto& [pid, ports] : scene.ports(asked)) ports_.insert_or_assign(pid, std::move(ports));
+}
+
+const std::vector<int>& Advice::portsOf(const ProcRow& row) const {
+    static const std::vector<int> none;
+    const auto known = ports_.find(row.id());
+    return known == ports_.end() ? none : known->second;
 }
 
 }  // namespace tolvane

@@ -30,8 +30,10 @@ public:
     /// Takes the finding and claims its processes, and one more. It is dropped whole when one of its processes is
     /// claimed already or a finding has its id.
     void add(Suggestion suggestion, std::optional<Pid> alsoClaim = std::nullopt);
-    /// Listening ports of the process, asked once.
-    const std::vector<int>& portsOf(const ProcRow& row);
+    /// Looks up at once on which ports these processes listen, as far as it was not asked before.
+    void askPorts(RowSpan rows);
+    /// None for a process that was not asked for.
+    const std::vector<int>& portsOf(const ProcRow& row) const;
 
     std::vector<Suggestion>& results() { return results_; }
 

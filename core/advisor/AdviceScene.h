@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -19,8 +20,9 @@ struct AdviceScene {
     const SystemMemory& memory;
     /// Of the reading.
     Date now;
-    /// TCP ports that a process listens on. May be slow: asked last, and once per pid.
-    std::function<std::vector<int>(Pid)> ports;
+    /// TCP ports that processes listen on, under their pids. May be slow: asked last, for many at once, and once per
+    /// pid.
+    std::function<std::map<Pid, std::vector<int>>(const std::vector<Pid>&)> ports;
     /// Of all numbers and spans in the texts.
     std::string_view locale;
     /// Processes that the service manager runs.

@@ -21,7 +21,7 @@ void appendCommand(const ProcRow& row, std::string& text) {
 }
 
 /// Copies that share a parent are one server's workers.
-bool shareAParent(const RowList& rows) {
+bool shareAParent(RowSpan rows) {
     return std::ranges::all_of(rows, [&](const ProcRow* row) { return row->sample.ppid == rows.front()->sample.ppid; });
 }
 
@@ -29,7 +29,7 @@ const ProcRow* newestOf(const RowList& rows) {
     return *std::ranges::max_element(rows, {}, [](const ProcRow* row) { return row->sample.startTime; });
 }
 
-std::string evidenceOf(const RowList& copies, Advice& advice) {
+std::string evidenceOf(const RowList& copies, const Advice& advice) {
     std::set<int> ports;
     for (const auto* row : copies) ports.insert(advice.portsOf(*row).begin(), advice.portsOf(*row).end());
     return std::to_string(copies.size()) + " copies are running, on " +
@@ -61,7 +61,11 @@ void findDuplicates(Advice& advice) {
         if (row->project && !advice.isClaimed(*row)) candidates.push_back(row);
     }
     const RowGroups groups(candidates, appendCommand);
-    for (const auto& group : groups.sorted([](RowSpan rows) { return rows.size() >= 2; })) {
+    const auto copied = groups.sorted([](RowSpan rows) { return rows.size() >= 2 && !shareAParent(rows); });
+    RowList asked;
+    for (const auto& group : copied) asked.insert(asked.end(), group.rows.begin(), group.rows.end());
+    advice.askPorts(asked);
+    for (const auto& group : copied) {
         RowList listening;
         std::ranges::copy_if(group.rows, std::back_inserter(listening),
                              [&](const ProcRow* row) { return !advice.portsOf(*row).empty(); });

@@ -14,13 +14,12 @@ constexpr std::int64_t ruleMinutes = 60;
 /// The parent of a process whose own one has gone.
 constexpr Pid adopter = 1;
 
-bool isLeftRunning(const ProcRow& row, Advice& advice) {
-    const auto& scene = advice.scene;
+bool mayBeLeftRunning(const ProcRow& row, const AdviceScene& scene) {
     return row.sample.ppid == adopter && row.project && scene.now - row.unusedSince >= leastIdle &&
-           !scene.launchd.contains(row.id()) && !advice.portsOf(row).empty();
+           !scene.launchd.contains(row.id());
 }
 
-std::vector<int> portsOf(RowSpan rows, Advice& advice) {
+std::vector<int> portsOf(RowSpan rows, const Advice& advice) {
     std::set<int> ports;
     for (const auto* row : rows) ports.insert(advice.portsOf(*row).begin(), advice.portsOf(*row).end());
     return {ports.begin(), ports.end()};
@@ -51,8 +50,10 @@ void addServer(Advice& advice, const RowGroups::Group& group) {
 void findLeftRunning(Advice& advice) {
     RowList left;
     for (const auto* row : advice.loose()) {
-        if (isLeftRunning(*row, advice)) left.push_back(row);
+        if (mayBeLeftRunning(*row, advice.scene)) left.push_back(row);
     }
+    advice.askPorts(left);
+    std::erase_if(left, [&](const ProcRow* row) { return advice.portsOf(*row).empty(); });
     const RowGroups groups(left, AdviceWords::appendKey);
     for (const auto& group : groups.sorted()) addServer(advice, group);
 }

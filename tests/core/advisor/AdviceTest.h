@@ -30,6 +30,8 @@ struct AdviceTest : testing::Test {
     std::map<std::string, std::string, std::less<>> simulators;
     /// How often the ports of each process were asked for.
     std::map<Pid, int> portsAsked;
+    /// For several processes at once.
+    int lookUps = 0;
 
     /// A row of the world; the reference holds until the next one is added. 10 MB, used just now.
     ProcRow& add(Pid pid, Pid ppid, std::string_view name, TextList args = {}) {
@@ -78,10 +80,14 @@ struct AdviceTest : testing::Test {
     }
 
     std::vector<Suggestion> suggestions(std::string_view locale = "en_US") {
-        const auto portsOf = [this](Pid pid) {
-            ++portsAsked[pid];
-            const auto found = ports.find(pid);
-            return found == ports.end() ? std::vector<int>{} : found->second;
+        const auto portsOf = [this](const std::vector<Pid>& pids) {
+            ++lookUps;
+            std::map<Pid, std::vector<int>> known;
+            for (const Pid pid : pids) {
+                ++portsAsked[pid];
+                if (const auto found = ports.find(pid); found != ports.end()) known.insert(*found);
+            }
+            return known;
         };
         const auto nameOf = [this](std::string_view device) -> std::optional<std::string> {
             const auto found = simulators.find(device);

@@ -100,6 +100,7 @@ TEST_F(FindServersTest, portsAreAskedOncePerProcess) {
     addLeft(31, 5174);
     suggestions();
     EXPECT_THAT(portsAsked, ElementsAre(std::pair(30, 1), std::pair(31, 1)));
+    EXPECT_EQ(lookUps, 1) << "one look serves all";
 }
 
 TEST_F(FindServersTest, whatIsLeftRunningIsFoundNoSecondTime) {
