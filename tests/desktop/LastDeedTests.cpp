@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtGlobal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -42,6 +43,21 @@ TEST_F(LastDeedDeathTest, isDoneOnce) {
         std::exit(3);
     };
     EXPECT_EXIT(endWithTwo(), ::testing::ExitedWithCode(3), "^given back$");
+}
+
+TEST(LastDeed, isDoneAtTheWarningThatACompositorIsGone) {
+    int done = 0;
+    {
+        const LastDeed deed([&done] { ++done; });
+        qWarning("The layout is broken");
+        EXPECT_EQ(done, 0);
+        qWarning("The Wayland connection broke. Did the Wayland compositor die?");
+        EXPECT_EQ(done, 1);
+        qWarning("The Wayland connection broke. Did the Wayland compositor die?");
+        EXPECT_EQ(done, 1);
+    }
+    qWarning("The Wayland connection broke. Did the Wayland compositor die?");
+    EXPECT_EQ(done, 1);
 }
 
 }  // namespace
