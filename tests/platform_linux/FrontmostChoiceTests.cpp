@@ -44,12 +44,7 @@ struct FrontmostChoiceTest : ::testing::Test {
                                                         {"XDG_SESSION_TYPE", "wayland"},
                                                         {"DBUS_SESSION_BUS_ADDRESS", session.address()}};
         for (auto& [name, value] : more) variables[name] = value;
-        return makeLinuxHost(
-            [variables](const std::string& name) -> std::optional<std::string> {
-                const auto found = variables.find(name);
-                return found == variables.end() ? std::nullopt : std::optional(found->second);
-            },
-            {});
+        return makeLinuxHost(environmentOf(std::move(variables)), {});
     }
     void watch() {
         kept = host.frontmost->onActivation([this](std::string path) { told.push_back(std::move(path)); });
