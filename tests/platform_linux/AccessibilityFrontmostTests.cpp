@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <optional>
+
 #include "tests/platform_linux/EventLoop.h"
 #include "tests/platform_linux/FakeAccessibility.h"
 
@@ -22,11 +24,11 @@ using ::testing::UnorderedElementsAre;
 struct AccessibilityFrontmostTest : ::testing::Test {
     PrivateBus session;
     PrivateBus events;
-    Registry registry{events};
+    std::optional<Registry> registry{std::in_place, events};
     std::shared_ptr<SessionBus> bus = std::make_shared<SessionBus>(session.address());
 
     bool isListening() {
-        return runUntil([this] { return registry.calls.size() >= 2; });
+        return runUntil([this] { return registry->calls.size() >= 2; });
     }
     /// The first word may be too early for the subscription.
     static bool comesForward(const AccessibilityFrontmost& source, const Speaker& speaker) {
@@ -44,7 +46,7 @@ TEST_F(AccessibilityFrontmostTest, theActivatedWindowsProcessIsInFront) {
     const AccessibilityFrontmost source(bus);
     EXPECT_FALSE(source.canTell()) << "who was there before is not told";
     ASSERT_TRUE(isListening());
-    EXPECT_THAT(registry.argumentsOf("RegisterEvent"),
+    EXPECT_THAT(registry->argumentsOf("RegisterEvent"),
                 UnorderedElementsAre("('window:activate', [], '')", "('window:deactivate', [], '')"));
     const Speaker editor(events, "org.example.Editor");
     EXPECT_TRUE(comesForward(source, editor));
@@ -97,7 +99,7 @@ TEST_F(AccessibilityFrontmostTest, whereItIsSwitchedOffNobodyIsListenedToAndItSt
     EXPECT_TRUE(runUntil([&] { return !launcher.service.argumentsOf("GetAll").empty(); }));
     runFor(100ms);
     EXPECT_THAT(launcher.service.argumentsOf("GetAddress"), IsEmpty());
-    EXPECT_THAT(registry.calls, IsEmpty());
+    EXPECT_THAT(registry->calls, IsEmpty());
     EXPECT_FALSE(source.canTell());
     launcher.set(true);
     ASSERT_TRUE(isListening()) << "the user has switched it on";
@@ -112,6 +114,16 @@ TEST_F(AccessibilityFrontmostTest, aLauncherThatComesLaterIsFound) {
     runFor(100ms);
     EXPECT_FALSE(source.canTell());
     const Launcher launcher(session, events.address(), true);
+    EXPECT_TRUE(isListening());
+}
+
+TEST_F(AccessibilityFrontmostTest, aRegistryThatComesLaterIsAskedAllTheSame) {
+    registry.reset();
+    const Launcher launcher(session, events.address(), true);
+    const AccessibilityFrontmost source(bus);
+    EXPECT_TRUE(runUntil([&] { return !launcher.service.argumentsOf("GetAddress").empty(); }));
+    runFor(100ms);
+    registry.emplace(events);
     EXPECT_TRUE(isListening());
 }
 

@@ -104,10 +104,13 @@ private:
         events_ = std::make_shared<SessionBus>(address);
         on("Activate", &Link::activated);
         on("Deactivate", &Link::deactivated);
+        // It may be started again.
+        turns_.push_back(events_->onSignal(BusWords::ownerChanges(registry), [this](const BusSignal& news) {
+            if (!BusWords::newOwner(news.arguments).empty()) listenForTurns();
+        }));
         turns_.push_back(events_->onConnection([this](GDBusConnection* connection) {
             if (connection == nullptr) return forget();
-            listenFor("window:activate");
-            listenFor("window:deactivate");
+            listenForTurns();
         }));
         // News of the connection ask for the events.
         events_->whenConnected([](GDBusConnection*) {});
@@ -119,12 +122,20 @@ private:
                               [this, heard](const BusSignal& signal) { (this->*heard)(placeOf(signal)); }));
     }
 
+    void listenForTurns() {
+        listenFor("window:activate");
+        listenFor("window:deactivate");
+    }
+
     /// Programs spare themselves the events that nobody has asked for.
     void listenFor(const char* event) {
         const Variant none = taken(g_variant_new_strv(nullptr, 0));
-        events_->call(
-            callOf(registry, registryPath, registry, "RegisterEvent", g_variant_new("(s@ass)", event, none.get(), "")),
-            [](const BusAnswer&) {});
+        auto call =
+            callOf(registry, registryPath, registry, "RegisterEvent", g_variant_new("(s@ass)", event, none.get(), ""));
+        // Whoever speaks or listens first on that bus has its registry started. Without it the first program of the
+        // session would not be heard.
+        call.mayStart = true;
+        events_->call(std::move(call), [](const BusAnswer&) {});
     }
 
     void leave() {

@@ -8,7 +8,7 @@
 namespace tolvane::linuxhost {
 
 /// The program whose window was activated last, as programs tell it to screen readers. It is heard only where the user
-/// has accessibility switched on: this neither switches it on nor starts its bus. Programs that do not speak to screen
+/// has accessibility switched on: this does not switch it on. Programs that do not speak to screen
 /// readers are not seen, so that between the end of one window's turn and the next one's beginning nobody can tell.
 class AccessibilityFrontmost : public FrontmostSource {
 public:
