@@ -37,6 +37,10 @@ Shell& Program::show(bool isReachable) {
     return *shell_;
 }
 
+void Program::setBusThere(bool there) {
+    if (shell_) shell_->tray().setBusThere(there);
+}
+
 OutsideRequests& Program::answer(const std::vector<std::string>& files) {
     const auto bringForward = [this] {
         if (shell_) shell_->openWindow();

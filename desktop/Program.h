@@ -39,6 +39,8 @@ public:
     void draw(const QString& folder);
     /// Opens what a user sees. `isReachable` tells whether another start would bring the window back.
     Shell& show(bool isReachable);
+    /// The session bus was lost, or another took its place.
+    void setBusThere(bool there);
     /// Listens to the desktop from now on, and opens the files that the program was started with.
     OutsideRequests& answer(const std::vector<std::string>& files);
 

@@ -12,13 +12,13 @@ constexpr std::chrono::milliseconds longestMove{500};
 
 }  // namespace
 
-SessionFrontmost::SessionFrontmost(LinuxApplications& applications, std::unique_ptr<FrontmostChoice> choice,
-                                   std::string proc)
-    : applications_(applications), choice_(std::move(choice)), proc_(std::move(proc)) {}
+SessionFrontmost::SessionFrontmost(LinuxApplications& applications, std::shared_ptr<OtherWindows> windows,
+                                   std::unique_ptr<FrontmostChoice> choice, std::string proc)
+    : applications_(applications), windows_(std::move(windows)), choice_(std::move(choice)), proc_(std::move(proc)) {}
 
 SessionFrontmost::~SessionFrontmost() = default;
 
-bool SessionFrontmost::canTell() const { return choice_->teller() != nullptr; }
+bool SessionFrontmost::canTell() const { return windows_->canTell() && choice_->teller() != nullptr; }
 
 /// The kernel's word on a process goes before what a window says of itself.
 std::optional<Text> SessionFrontmost::bundlePathOf(const FrontWindow& window) const {

@@ -9,16 +9,20 @@
 #include "platform/linux/LinuxApplications.h"
 #include "platform/linux/Observers.h"
 #include "platform/linux/windows/FrontmostChoice.h"
+#include "platform/linux/windows/OtherWindows.h"
 
 namespace tolvane::linuxhost {
 
 /// Which application is in front, from whoever tells in this session which window is (see FrontmostChoice). News come
 /// as events; nothing wakes meanwhile. Main thread, with its event loop.
+///
+/// Whether it can tell decides whether applications are quit by rules. Where other programs' windows cannot be asked to
+/// close, a quit would reach nobody: there it says that it cannot, and still names whom it knows.
 class SessionFrontmost : public Frontmost {
 public:
     /// `applications` outlives this.
-    SessionFrontmost(LinuxApplications& applications, std::unique_ptr<FrontmostChoice> choice,
-                     std::string proc = "/proc");
+    SessionFrontmost(LinuxApplications& applications, std::shared_ptr<OtherWindows> windows,
+                     std::unique_ptr<FrontmostChoice> choice, std::string proc = "/proc");
     ~SessionFrontmost() override;
 
     bool canTell() const override;
@@ -31,6 +35,7 @@ private:
     void look();
 
     LinuxApplications& applications_;
+    std::shared_ptr<OtherWindows> windows_;
     std::unique_ptr<FrontmostChoice> choice_;
     std::string proc_;
     Observers<std::string> observers_;
