@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QPointer>
 
+#include "desktop/ProcessesPage.h"
 #include "desktop/Screens.h"
 #include "desktop/SettingsWindow.h"
 #include "desktop/WindowMenu.h"
@@ -120,6 +121,25 @@ TEST_F(ShellTest, everySectionOfAWindowThatIsGoneComesBack) {
     shell->openWindow();
     EXPECT_EQ(*scene.model.section, AppSection::activity);
     EXPECT_TRUE(shell->isWindowShown());
+}
+
+TEST_F(ShellTest, theTableOfAWindowThatComesBackIsArrangedAsItWasLeft) {
+    make(true).start(false);
+    auto* page = shell->window()->findChild<ProcessesPage*>();
+    const auto group = [&] { return page->table().model()->index(0, 0); };
+    emit page->table().headClicked(0);
+    page->table().expand(group());
+    ASSERT_TRUE(page->table().isExpanded(group()));
+    const auto order = page->view().sortOrder();
+    const auto first = page->table().lineModel().line(group())->id;
+    shell->window()->close();
+    QCoreApplication::processEvents();
+    shell->openWindow();
+    page = shell->window()->findChild<ProcessesPage*>();
+    EXPECT_EQ(page->view().sortOrder(), order);
+    EXPECT_EQ(page->table().lineModel().line(group())->id, first);
+    EXPECT_TRUE(page->table().isExpanded(group()));
+    EXPECT_FALSE(page->table().isExpanded(page->table().model()->index(1, 0)));
 }
 
 TEST_F(ShellTest, withoutATrayItSaysOnceWhereItWent) {
