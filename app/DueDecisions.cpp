@@ -11,18 +11,10 @@ bool wouldChangeNothing(const Decision& decision, const std::map<Pid, Lowered>& 
            std::ranges::all_of(decision.pids, [&](Pid pid) { return lowered.contains(pid); });
 }
 
-/// Acting on an application that someone is reading is worse than not acting.
-std::vector<Rule> withoutFrontmost(std::vector<Rule> rules) {
-    std::erase_if(rules, RuleEngine::needsFrontmost);
-    return rules;
-}
-
 }  // namespace
 
 std::vector<Decision> DueDecisions::take(const Scene& scene) {
-    auto decisions = scene.frontmostIsKnown
-                         ? RuleEngine::decisions(scene.rules, scene.world, scene.now, lastFired_)
-                         : RuleEngine::decisions(withoutFrontmost(scene.rules), scene.world, scene.now, lastFired_);
+    auto decisions = RuleEngine::decisions(scene.rules, scene.world, scene.now, lastFired_);
     std::erase_if(decisions, [&](const Decision& each) { return wouldChangeNothing(each, scene.lowered); });
     for (const auto& decision : decisions) {
         lastFired_.insert_or_assign(RuleEngine::cooldownKey(decision.rule, decision.subjectKey), scene.now);

@@ -7,6 +7,7 @@
 #include "core/rules/RuleFile.h"
 #include "core/storage/Store.h"
 #include "tests/app/ModelTest.h"
+#include "tests/fakes/Fixtures.h"
 
 namespace tolvane {
 namespace {

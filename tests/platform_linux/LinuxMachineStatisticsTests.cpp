@@ -111,6 +111,15 @@ TEST(LinuxMachineStatistics, aKeptFileIsReadAfreshEachTime) {
     EXPECT_EQ(statistics.memorySize(), 9U * 1024);
 }
 
+TEST(LinuxMachineStatistics, aTickThatTheKernelTakesBackIsNoIdleness) {
+    const TemporaryFolder folder;
+    folder.write("proc/stat", "cpu  9 0 0 50 5\ncpu0 9 0 0 50 5\n");
+    const LinuxMachineStatistics statistics({.proc = folder.at("proc"), .sys = folder.at("sys")});
+    EXPECT_THAT(statistics.ticksPerCore().value(), ElementsAre(CPUTicks{.user = 9, .idle = 55}));
+    folder.write("proc/stat", "cpu  19 0 0 50 4\ncpu0 19 0 0 50 4\n");
+    EXPECT_THAT(statistics.ticksPerCore().value(), ElementsAre(CPUTicks{.user = 19, .idle = 55}));
+}
+
 TEST(LinuxMachineStatistics, theRealMachineAgreesWithTheLibrary) {
     const LinuxMachineStatistics real;
     const auto pages = static_cast<std::uint64_t>(::sysconf(_SC_PHYS_PAGES));
