@@ -8,6 +8,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 struct ApplyRulesTest : RuleActsTest {
     Rule idleRule(RuleAction action) {
@@ -142,6 +143,17 @@ TEST_F(ApplyRulesTest, aProcessIsFoundIdleByWhatTheTicksSaw) {
     EXPECT_THAT(outcomes(), IsEmpty());
     clock.advance(60s);
     EXPECT_THAT(outcomes(), ElementsAre("Notified"));
+}
+
+TEST_F(ApplyRulesTest, aClockThatIsSetMakesNobodyIdle) {
+    addWorker(7);
+    fire({idleRule(RuleAction::terminate)});
+    clock.setTo(clock.now() + 24h);
+    clock.advance(60s);
+    EXPECT_THAT(outcomes(), IsEmpty());
+    EXPECT_TRUE(world.find(7));
+    clock.advance(120s);
+    EXPECT_THAT(outcomes(), SizeIs(1));
 }
 
 TEST_F(ApplyRulesTest, theApplicationInFrontIsLeftAlone) {
