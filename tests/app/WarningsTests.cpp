@@ -290,6 +290,14 @@ TEST_F(NoticeTest, turnedOffThereAreNoneButTheSpellGoesOn) {
     EXPECT_EQ(count(), 1U);
 }
 
+TEST_F(NoticeTest, choicesOfAnotherTypeAreNone) {
+    world.preferences["notifyAboutSuggestions"] = std::int64_t{0};
+    world.preferences["lastSuggestionNotice"] = std::string("today");
+    idle({2000});
+    pressFor(360s);
+    EXPECT_EQ(count(), 1U);
+}
+
 TEST_F(NoticeTest, pausedRulesStopNoNotice) {
     world.preferences["rulesPaused"] = true;
     idle({2000});
