@@ -17,9 +17,15 @@ std::vector<Rule> withoutFrontmost(std::vector<Rule> rules) {
     return rules;
 }
 
+/// A clock that was set back must not hold a rule back until it has caught up: what fired later than now fired now.
+void endWithNow(RuleEngine::FiredDates& fired, Date now) {
+    for (auto& [key, date] : fired) date = std::min(date, now);
+}
+
 }  // namespace
 
 std::vector<Decision> DueDecisions::take(const Scene& scene) {
+    endWithNow(lastFired_, scene.now);
     auto decisions = scene.frontmostIsKnown
                          ? RuleEngine::decisions(scene.rules, scene.world, scene.now, lastFired_)
                          : RuleEngine::decisions(withoutFrontmost(scene.rules), scene.world, scene.now, lastFired_);
