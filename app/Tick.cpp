@@ -61,11 +61,8 @@ void AppModel::Private::reviewPriorities() {
 void AppModel::Private::applyRules() {
     if (*model.rulesPaused || std::ranges::none_of(*model.rules, &Rule::enabled)) return;
     const World world = model.world();
-    auto decisions = due.take({.rules = *model.rules,
-                               .world = world,
-                               .lowered = *model.lowered,
-                               .frontmostIsKnown = host.frontmost->canTell(),
-                               .now = model.snapshot->date});
+    auto decisions =
+        due.take({.rules = *model.rules, .world = world, .lowered = *model.lowered, .now = model.snapshot->date});
     for (auto& decision : decisions) static_cast<void>(carryOut(std::move(decision)));
 }
 

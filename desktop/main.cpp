@@ -23,6 +23,7 @@
 #include "platform/macos/dispatch/QuitSignals.h"
 #include "platform/macos/makeMacHost.h"
 #else
+#include "platform/linux/OwnMemory.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
@@ -61,6 +62,8 @@ public:
             policy.setInDock(open);
         });
     }
+    /// The system takes back by itself what it needs.
+    static void giveBackMemory() {}
 
 private:
     Host host_;
@@ -104,6 +107,7 @@ public:
         });
     }
     static void followWindow() {}
+    static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
 private:
     linuxhost::Environment environment_;
@@ -166,7 +170,8 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
         Machine::followWindow();
-        program.show(machine.isReachable());
+        auto& shell = program.show(machine.isReachable());
+        QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
     }
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();

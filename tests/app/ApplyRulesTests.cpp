@@ -176,6 +176,21 @@ TEST_F(ApplyRulesTest, rulesForApplicationsHoldBackWhereNobodyCanTellWhichIsInFr
     EXPECT_EQ(world.instances[0].asked, 0);
 }
 
+TEST_F(ApplyRulesTest, commandsEndNoApplicationWhereNobodyCanTellWhichIsInFront) {
+    addWorker(7);
+    addApp(8, mail).argumentsBlock = fakes::argumentsBlock("/opt/worker", {"/opt/worker"});
+    world.bundleIdentifiers[mail] = "com.example.mail";
+    auto rule = workerRule(RuleAction::terminate);
+    rule.memoryMB = 0;
+    world.canTellFrontmost = false;
+    fire({rule});
+    EXPECT_EQ(world.timesAsked("signal 15 7"), 1U);
+    EXPECT_EQ(world.timesAsked("signal 15 8"), 0U);
+    world.canTellFrontmost = true;
+    world.press();
+    EXPECT_EQ(world.timesAsked("signal 15 8"), 1U);
+}
+
 TEST_F(ApplyRulesTest, thisProgramIsLeftAlone) {
     addWorker(fake.host.selfPID);
     fire({workerRule(RuleAction::terminate)});

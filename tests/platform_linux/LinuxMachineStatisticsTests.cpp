@@ -14,7 +14,7 @@ using ::testing::SizeIs;
 namespace {
 
 LinuxMachineStatistics machine(const std::string& name) {
-    const std::string root = std::string(TOLVANE_FIXTURES) + "/linux/" + name;
+    const std::string root = fakes::fixtures() + "/linux/" + name;
     return LinuxMachineStatistics({.proc = root + "/proc", .sys = root + "/sys"});
 }
 
