@@ -57,6 +57,19 @@ TEST_F(DueDecisionsTest, aDecisionIsTakenOnceUntilItsCooldownPassed) {
     EXPECT_EQ(take(), std::vector<Pid>{7});
 }
 
+TEST_F(DueDecisionsTest, aClockThatWasSetBackHoldsNothingBackForLongerThanACooldown) {
+    addProcess(7);
+    addRule(RuleAction::terminate);
+    EXPECT_EQ(take(), std::vector<Pid>{7});
+    now -= 24h;
+    world.rows.front().unusedSince = now - 7200s;
+    EXPECT_TRUE(take().empty());
+    now += 599s;
+    EXPECT_TRUE(take().empty());
+    now += 1s;
+    EXPECT_EQ(take(), std::vector<Pid>{7});
+}
+
 TEST_F(DueDecisionsTest, theCooldownOfOneSubjectIsNotAnothers) {
     addProcess(7);
     addRule(RuleAction::terminate);
