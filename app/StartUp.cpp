@@ -66,12 +66,7 @@ void AppModel::Private::adviseInDemo() {
     model.suggestions.set(advisor.suggestions({.world = seen,
                                                .memory = model.snapshot->memory,
                                                .now = now,
-                                               .ports =
-                                                   [this](Pid pid) {
-                                                       const auto found = model.ports->find(pid);
-                                                       return found == model.ports->end() ? std::vector<int>{}
-                                                                                          : found->second;
-                                                   },
+                                               .ports = [this](const std::vector<Pid>&) { return *model.ports; },
                                                .locale = "en_US",
                                                .launchd = *model.launchdPIDs,
                                                .simulatorName = Demo::simulatorName}));
