@@ -110,7 +110,7 @@ private:
 
     const std::vector<int>& portsOf(const ProcRow& row) {
         const auto [place, isNew] = ports_.try_emplace(row.id());
-        if (isNew) place->second = scene_.ports(row.id());
+        if (isNew) place->second = scene_.ports({row.id()})[row.id()];
         return place->second;
     }
     Seconds idleTime(const Rows& rows) const {
@@ -402,14 +402,13 @@ struct AdviceModel : AdviceTest {
         world.selfPID = static_cast<Pid>(below(26));
     }
     std::vector<Suggestion> plainSuggestions() {
-        const AdviceScene scene{
-            .world = world,
-            .memory = memory,
-            .now = now,
-            .ports = [this](Pid pid) { return ports.contains(pid) ? ports.at(pid) : std::vector<int>{}; },
-            .locale = "en_US",
-            .launchd = launchd,
-            .simulatorName = [](std::string_view) { return std::optional<std::string>(); }};
+        const AdviceScene scene{.world = world,
+                                .memory = memory,
+                                .now = now,
+                                .ports = [this](const std::vector<Pid>&) { return ports; },
+                                .locale = "en_US",
+                                .launchd = launchd,
+                                .simulatorName = [](std::string_view) { return std::optional<std::string>(); }};
         return PlainAdvice(scene, advisor).all();
     }
 };
