@@ -5,8 +5,10 @@
 #include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/AppPreferences.h"
@@ -56,6 +58,7 @@ public:
     static bool isReachable() { return true; }
     static std::optional<int> statusOfSecondStart(const StartUp& /*start*/) { return std::nullopt; }
     static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
+    static Subscription onBus(const std::function<void(bool there)>& /*changed*/) { return {}; }
     /// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
     static void followWindow() {
         new WindowPresence([policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
@@ -106,6 +109,7 @@ public:
             outside.openFiles(request.files);
         });
     }
+    Subscription onBus(std::function<void(bool there)> changed) { return instance_.onBus(std::move(changed)); }
     static void followWindow() {}
     static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
@@ -173,6 +177,7 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
         auto& shell = program.show(machine.isReachable());
         QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
     }
+    const auto bus = machine.onBus([&program](bool there) { program.setBusThere(there); });
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();
 }
