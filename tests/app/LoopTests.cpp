@@ -170,7 +170,7 @@ struct SlowLoopTest : ModelTest {
 TEST_F(SlowLoopTest, sleepsOnlyAfterTheTick) {
     startSlowly();
     EXPECT_EQ(samples.waiting(), 1U);
-    clock.advance(300s);
+    clock.advance(240s);
     EXPECT_EQ(samples.waiting(), 1U);
     EXPECT_EQ(clock.waiting(), 0U);
     samples.runNext();

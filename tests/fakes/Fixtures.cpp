@@ -2,8 +2,6 @@
 
 namespace tolvane::fakes {
 
-std::string fixtures() {
-    return TOLVANE_FIXTURES;
-}
+std::string fixtures() { return TOLVANE_FIXTURES; }
 
 }  // namespace tolvane::fakes
