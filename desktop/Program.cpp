@@ -11,6 +11,8 @@ Program::Program(QApplication& application, Host host, const Purpose& purpose)
     : application_(application),
       host_(std::move(host)),
       model_(host_, windows_, purpose.demo),
+      lastDeed_([this] { model_.prepareToQuit(); }),
+      zoneLook_(model_.snapshot.onChange([this] { zone_.follow(); })),
       scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
       look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance()),
       state_(purpose.works() ? WindowState::usualPath() : QString()),

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "core/words/MachineZone.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/FileOpenEvents.h"
+#include "desktop/LastDeed.h"
 #include "desktop/OutsideRequests.h"
 #include "desktop/Shell.h"
 #include "desktop/Snapshots.h"
@@ -49,6 +51,9 @@ private:
     Host host_;
     DesktopWindows windows_;
     AppModel model_;
+    LastDeed lastDeed_;
+    MachineZone zone_;
+    QPropertyNotifier zoneLook_;
     ColorScheme scheme_;
     Look look_;
     WindowState state_;

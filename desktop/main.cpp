@@ -25,6 +25,7 @@
 #include "platform/macos/dispatch/QuitSignals.h"
 #include "platform/macos/makeMacHost.h"
 #else
+#include "platform/linux/OwnMemory.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
@@ -64,6 +65,8 @@ public:
             policy.setInDock(open);
         });
     }
+    /// The system takes back by itself what it needs.
+    static void giveBackMemory() {}
 
 private:
     Host host_;
@@ -108,6 +111,7 @@ public:
     }
     Subscription onBus(std::function<void(bool there)> changed) { return instance_.onBus(std::move(changed)); }
     static void followWindow() {}
+    static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
 private:
     linuxhost::Environment environment_;
@@ -170,7 +174,8 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
         Machine::followWindow();
-        program.show(machine.isReachable());
+        auto& shell = program.show(machine.isReachable());
+        QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
     }
     const auto bus = machine.onBus([&program](bool there) { program.setBusThere(there); });
     const auto requests = machine.forward(program.answer(start.files.paths));
