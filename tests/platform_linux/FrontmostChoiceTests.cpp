@@ -1,13 +1,20 @@
 #include "platform/linux/windows/FrontmostChoice.h"
 
 #include <gmock/gmock.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <filesystem>
 
 #include "platform/linux/ExecutableOf.h"
 #include "platform/linux/makeLinuxHost.h"
 #include "tests/platform_linux/EventLoop.h"
 #include "tests/platform_linux/FakeAccessibility.h"
 #include "tests/platform_linux/FakeKWin.h"
+
+extern char** environ;
 
 namespace tolvane::linuxhost {
 
@@ -81,9 +88,9 @@ TEST_F(FrontmostChoiceTest, screenReadersNewsServeWhileThereIsNoKWin) {
     EXPECT_FALSE(host.frontmost->canTell());
     EXPECT_TRUE(runUntil([&] {
         speaker.say("Activate");
-        return host.frontmost->canTell();
+        return inFront() == "org.example.Self";
     }));
-    EXPECT_EQ(inFront(), "org.example.Self");
+    EXPECT_FALSE(host.frontmost->canTell()) << "nobody's windows can be closed";
     EXPECT_THAT(told, ElementsAre(self));
     const FakeKWin kwin(session.address());
     ASSERT_TRUE(runUntil([&] { return !kwin.listener.empty(); }));
@@ -92,6 +99,30 @@ TEST_F(FrontmostChoiceTest, screenReadersNewsServeWhileThereIsNoKWin) {
     speaker.say("Activate");
     runFor(50ms);
     EXPECT_EQ(inFront(), "org.example.Editor");
+}
+
+TEST_F(FrontmostChoiceTest, kwinClosesTheWindowsOfARunningApplication) {
+    const std::string program = home.at("sleeper");
+    std::filesystem::copy_file("/bin/sleep", program);
+    describe("org.example.Sleeper", program);
+    pid_t pid = 0;
+    const std::vector<const char*> words = {program.c_str(), "60", nullptr};
+    ASSERT_EQ(::posix_spawn(&pid, program.c_str(), nullptr, nullptr, const_cast<char**>(words.data()), environ), 0);
+    const FakeKWin kwin(session.address());
+    watch();
+    ASSERT_TRUE(runUntil([&] { return !kwin.listener.empty(); }));
+    kwin.list("999999999\torg.example.sleeper\tself\n1\torg.example.Editor\teditor");
+    kwin.activate("1", "org.example.Editor", "");
+    EXPECT_TRUE(runUntil([&] { return host.frontmost->canTell(); }));
+    const auto running = host.running->withBundleIdentifier("org.example.Sleeper");
+    EXPECT_THAT(running, ::testing::SizeIs(1));
+    if (!running.empty()) running.front()->terminate();
+    EXPECT_TRUE(runUntil([&] { return kwin.has(FakeKWin::closing); }));
+    EXPECT_THAT(kwin.scripts.at(FakeKWin::closing),
+                ::testing::HasSubstr("['999999999\\x09org.example.sleeper\\x09self']"));
+    EXPECT_EQ(::kill(pid, 0), 0) << "one with windows is asked, not ended";
+    ::kill(pid, SIGKILL);
+    ::waitpid(pid, nullptr, 0);
 }
 
 TEST_F(FrontmostChoiceTest, screenReadersNewsAreNotAskedForWhereKWinIs) {
@@ -121,7 +152,7 @@ TEST_F(FrontmostChoiceTest, outsideOfWaylandNeitherIsAsked) {
     const auto subscription = other.frontmost->onActivation([](const std::string&) {});
     runFor(100ms);
     EXPECT_FALSE(other.frontmost->canTell());
-    EXPECT_THAT(kwin.service.calls, IsEmpty());
+    EXPECT_FALSE(kwin.wasAsked());
 }
 
 }  // namespace tolvane::linuxhost

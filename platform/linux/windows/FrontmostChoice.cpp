@@ -25,7 +25,8 @@ void FrontmostChoice::begin() {
 
 void FrontmostChoice::beginOnBus() {
     if (!bus_->hasAddress()) return;
-    kwin_ = std::make_unique<KWinFrontmost>(bus_, scriptFolder_);
+    kwin_ = std::make_shared<KWinWindows>(bus_, scriptFolder_);
+    session_->useKWin(kwin_);
     ofKWin_ = kwin_->onChange([this] {
         updateOnBus();
         observers_.tell();

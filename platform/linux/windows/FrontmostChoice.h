@@ -7,7 +7,7 @@
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/windows/AccessibilityFrontmost.h"
 #include "platform/linux/windows/FrontmostSource.h"
-#include "platform/linux/windows/KWinFrontmost.h"
+#include "platform/linux/windows/KWinWindows.h"
 #include "platform/linux/windows/WindowSession.h"
 
 namespace tolvane::linuxhost {
@@ -39,7 +39,7 @@ private:
     bool hasBegun_ = false;
     /// The display server's, where it has one.
     std::unique_ptr<FrontmostSource> server_;
-    std::unique_ptr<KWinFrontmost> kwin_;
+    std::shared_ptr<KWinWindows> kwin_;
     std::unique_ptr<AccessibilityFrontmost> accessibility_;
     Subscription ofServer_, ofKWin_, ofAccessibility_;
     Observers<> observers_;

@@ -1,37 +1,72 @@
 #include "platform/linux/windows/KWinScript.h"
 
-#include <fcntl.h>
-#include <stdlib.h>
-#include <unistd.h>
-
-#include "platform/linux/FileDescriptor.h"
-
 namespace tolvane::linuxhost::KWinScript {
 
-std::string text(const std::string& listener) {
-    return "(function () {\n"
-           "    function text(value) { return value === undefined || value === null ? '' : String(value); }\n"
-           "    function tell(window) {\n"
-           "        var known = window ? [window.pid, window.desktopFileName, window.resourceClass] : [];\n"
-           "        callDBus('" +
-           listener + "', '" + path + "', '" + interface + "', '" + method +
-           "',\n"
-           "                 text(known[0]), text(known[1]), text(known[2]));\n"
-           "    }\n"
-           "    var isNew = workspace.windowActivated !== undefined;\n"
-           "    (isNew ? workspace.windowActivated : workspace.clientActivated).connect(tell);\n"
-           "    tell(isNew ? workspace.activeWindow : workspace.activeClient);\n"
-           "})();\n";
+namespace {
+
+constexpr const char* beginning = R"js((function () {
+    var isNew = workspace.windowActivated !== undefined;
+    function clean(value) {
+        return value === undefined || value === null ? '' : String(value).replace(/[\t\n]/g, ' ');
+    }
+    function describe(window) {
+        return [clean(window.pid), clean(window.desktopFileName), clean(window.resourceClass)];
+    }
+    function all() { return isNew ? workspace.windowList() : workspace.clientList(); }
+)js";
+
+constexpr const char* watchingPart = R"js(    function tell(window) {
+        var known = window ? describe(window) : ['', '', ''];
+        report('Activated', known[0], known[1], known[2]);
+    }
+    function list(gone) {
+        var lines = [];
+        all().forEach(function (window) { if (window !== gone) lines.push(describe(window).join('\t')); });
+        report('Listed', lines.join('\n'));
+    }
+    (isNew ? workspace.windowAdded : workspace.clientAdded).connect(function () { list(null); });
+    (isNew ? workspace.windowRemoved : workspace.clientRemoved).connect(list);
+    (isNew ? workspace.windowActivated : workspace.clientActivated).connect(tell);
+    list(null);
+    tell(isNew ? workspace.activeWindow : workspace.activeClient);
+})();
+)js";
+
+constexpr const char* closingPart = R"js(    all().forEach(function (window) {
+        if (wanted.indexOf(describe(window).join('\t')) >= 0) window.closeWindow();
+    });
+    report('Closed');
+})();
+)js";
+
+/// Windows choose their names: nothing in them may be read as a part of the script.
+std::string quoted(const std::string& text) {
+    static constexpr const char* digits = "0123456789abcdef";
+    std::string result = "'";
+    for (const char each : text) {
+        const auto byte = static_cast<unsigned char>(each);
+        if (byte < 0x20 || each == '\'' || each == '\\') {
+            result += {'\\', 'x', digits[byte >> 4U], digits[byte & 0xFU]};
+        } else {
+            result += each;
+        }
+    }
+    return result + "'";
 }
 
-std::string write(const std::string& folder, const std::string& text) {
-    std::string file = folder + "/tolvane-frontmost-XXXXXX.js";
-    constexpr int suffixLength = 3;
-    const FileDescriptor descriptor(::mkostemps(file.data(), suffixLength, O_CLOEXEC));
-    if (descriptor.get() < 0) return {};
-    if (::write(descriptor.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size())) return file;
-    ::unlink(file.c_str());
-    return {};
+std::string reportTo(const std::string& listener) {
+    return "    var report = callDBus.bind(null, " + quoted(listener) + ", " + quoted(path) + ", " + quoted(interface) +
+           ");\n";
+}
+
+}  // namespace
+
+std::string watch(const std::string& listener) { return beginning + reportTo(listener) + watchingPart; }
+
+std::string close(const std::string& listener, const std::vector<std::string>& lines) {
+    std::string wanted = "    var wanted = [";
+    for (const std::string& line : lines) wanted += (line == lines.front() ? "" : ", ") + quoted(line);
+    return beginning + reportTo(listener) + wanted + "];\n" + closingPart;
 }
 
 }  // namespace tolvane::linuxhost::KWinScript

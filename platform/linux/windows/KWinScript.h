@@ -1,21 +1,24 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tolvane::linuxhost::KWinScript {
 
-/// The name that KWin knows the script by. One that an earlier run left behind is replaced by it.
-inline constexpr const char* name = "dev.tolvane.Tolvane.frontmost";
-/// Where the script reports to, and what it calls: three texts, the process, the desktop entry's name and the class of
-/// the window that is active now, all empty while none is.
-inline constexpr const char* path = "/dev/tolvane/Tolvane/Frontmost";
-inline constexpr const char* interface = "dev.tolvane.Frontmost";
-inline constexpr const char* method = "Activated";
+/// The names that KWin knows the scripts by. One that an earlier run left behind is replaced.
+inline constexpr const char* watching = "dev.tolvane.Tolvane.windows";
+inline constexpr const char* closing = "dev.tolvane.Tolvane.close";
 
-/// For KWin 5 and 6, which name the same things differently. `listener` is the unique name of who is called.
-std::string text(const std::string& listener);
+/// Where the scripts report to: `Activated` with the process, the desktop entry's name and the class of the window that
+/// is active now, all empty while none is; `Listed` with all windows, a line each of the same three between tabs;
+/// `Closed` without a word.
+inline constexpr const char* path = "/dev/tolvane/Tolvane/Windows";
+inline constexpr const char* interface = "dev.tolvane.Windows";
 
-/// A file of the text that nobody else can write, in `folder`; empty when it cannot be made. The caller removes it.
-std::string write(const std::string& folder, const std::string& text);
+/// Reports the windows, and each change. For KWin 5 and 6, which name the same things differently. `listener` is the
+/// unique name of who is called.
+std::string watch(const std::string& listener);
+/// Closes the windows of these lines as their close buttons would, and reports.
+std::string close(const std::string& listener, const std::vector<std::string>& lines);
 
 }  // namespace tolvane::linuxhost::KWinScript

@@ -32,7 +32,18 @@ std::shared_ptr<WaylandToplevels> WindowSession::wayland() {
 
 bool WindowSession::canTell() {
     connect();
-    return isWayland_ ? wayland() != nullptr : x11() != nullptr;
+    return isWayland_ ? wayland() != nullptr || kwin() != nullptr : x11() != nullptr;
+}
+
+std::shared_ptr<KWinWindows> WindowSession::kwin() const {
+    auto kwin = kwin_.lock();
+    return kwin && kwin->canTell() ? kwin : nullptr;
+}
+
+/// An X program in a sandbox tells KWin a number that is not its own: its names count as well.
+bool WindowSession::isMeantOfKWin(const FrontWindow& window, const WindowOwner& owner) const {
+    return (window.pid && owner.pids.contains(*window.pid)) ||
+           std::ranges::any_of(window.names, [&](const std::string& name) { return isMeant(name, owner); });
 }
 
 bool WindowSession::belongs(XDisplay::Window window, const WindowOwner& owner) {
@@ -49,6 +60,8 @@ bool WindowSession::any(const WindowOwner& owner) {
         const auto all = toplevels->all();
         return std::ranges::any_of(all, [&](const auto& each) { return isMeant(each.application, owner); });
     }
+    if (const auto kwin = this->kwin())
+        return kwin->any([&](const FrontWindow& window) { return isMeantOfKWin(window, owner); });
     if (x11() == nullptr) return false;
     const auto all = x11_->windows();
     return std::ranges::any_of(all, [&](XDisplay::Window window) { return belongs(window, owner); });
@@ -57,6 +70,8 @@ bool WindowSession::any(const WindowOwner& owner) {
 std::size_t WindowSession::askToClose(const WindowOwner& owner) {
     if (const auto toplevels = wayland())
         return toplevels->askToClose([&](const std::string& application) { return isMeant(application, owner); });
+    if (const auto kwin = this->kwin())
+        return kwin->askToClose([&](const FrontWindow& window) { return isMeantOfKWin(window, owner); });
     if (x11() == nullptr) return 0;
     std::size_t asked = 0;
     for (const XDisplay::Window window : x11_->windows()) {

@@ -7,6 +7,7 @@
 
 #include "platform/linux/Environment.h"
 #include "platform/linux/LinuxApplications.h"
+#include "platform/linux/windows/KWinWindows.h"
 #include "platform/linux/windows/OtherWindows.h"
 #include "platform/linux/windows/WaylandToplevels.h"
 #include "platform/linux/windows/XDisplay.h"
@@ -26,6 +27,8 @@ public:
     /// Null where the session is none of Wayland, or does not tell about other programs' windows.
     std::shared_ptr<WaylandToplevels> wayland();
     bool isWayland() const { return isWayland_; }
+    /// Where the compositor tells nobody but KWin's scripts. It is used as long as somebody else keeps it.
+    void useKWin(std::weak_ptr<KWinWindows> kwin) { kwin_ = std::move(kwin); }
 
     bool canTell() override;
     bool any(const WindowOwner& owner) override;
@@ -34,6 +37,8 @@ public:
 private:
     bool belongs(XDisplay::Window window, const WindowOwner& owner);
     bool isMeant(const std::string& application, const WindowOwner& owner) const;
+    bool isMeantOfKWin(const FrontWindow& window, const WindowOwner& owner) const;
+    std::shared_ptr<KWinWindows> kwin() const;
 
     LinuxApplications& applications_;
     std::string display_;
@@ -43,6 +48,7 @@ private:
     bool isConnected_ = false;
     std::unique_ptr<XDisplay> x11_;
     std::shared_ptr<WaylandToplevels> wayland_;
+    std::weak_ptr<KWinWindows> kwin_;
 
     void connect();
 };

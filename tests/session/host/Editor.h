@@ -37,6 +37,13 @@ public:
                   0);
     }
     pid_t pid() const { return pid_; }
+    /// Of its own will and well.
+    bool hasExited() {
+        int status = -1;
+        const bool isOver = pid_ > 0 && ::waitpid(pid_, &status, 0) == pid_;
+        pid_ = 0;
+        return isOver && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
     void end() {
         if (pid_ <= 0) return;
         ::kill(pid_, SIGKILL);

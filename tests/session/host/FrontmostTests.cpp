@@ -1,12 +1,10 @@
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
 
 #include "tests/platform_linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
+#include "tests/session/host/WakeUps.h"
 
 namespace tolvane::linuxhost {
 
@@ -14,39 +12,8 @@ namespace {
 
 using testing::Desk;
 using ::testing::ElementsAre;
+using testing::fewestWakeUps;
 using ::testing::IsEmpty;
-
-/// How often this process was taken up again after it had waited, all its threads together.
-long long wakeUps() {
-    long long count = 0;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::ifstream file(thread.path() / "status");
-        for (std::string line; std::getline(file, line);) {
-            if (line.starts_with("voluntary_ctxt_switches:")) count += std::stoll(line.substr(24));
-        }
-    }
-    return count;
-}
-
-/// Of two seconds that end with an alarm of the test's own, with nothing else to do for the loop.
-long long wakeUpsOfTwoSeconds() {
-    QTimer alarm;
-    bool isOver = false;
-    QObject::connect(&alarm, &QTimer::timeout, [&] { isOver = true; });
-    alarm.setSingleShot(true);
-    alarm.start(2000);
-    const auto before = wakeUps();
-    while (!isOver) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return wakeUps() - before;
-}
-
-/// Of the quietest among some spans. What was on its way, the start of a daemon above all, falls into the first ones;
-/// what comes again and again falls into each.
-long long fewestWakeUps(int spans) {
-    auto fewest = wakeUpsOfTwoSeconds();
-    for (int count = 1; count < spans && fewest > 1; ++count) fewest = std::min(fewest, wakeUpsOfTwoSeconds());
-    return fewest;
-}
 
 struct FrontmostTest : ::testing::Test {
     Desk desk;

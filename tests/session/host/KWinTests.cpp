@@ -6,6 +6,7 @@
 #include "platform/linux/makeLinuxHost.h"
 #include "tests/platform_linux/EventLoop.h"
 #include "tests/session/host/Editor.h"
+#include "tests/session/host/WakeUps.h"
 
 namespace tolvane::linuxhost {
 
@@ -25,7 +26,7 @@ std::string inFront(const Host& host) {
 bool scriptIsLoaded() {
     return ::system(
                "gdbus call --session --dest org.kde.KWin --object-path /Scripting --method "
-               "org.kde.kwin.Scripting.isScriptLoaded dev.tolvane.Tolvane.frontmost | grep -q true") == 0;
+               "org.kde.kwin.Scripting.isScriptLoaded dev.tolvane.Tolvane.windows | grep -q true") == 0;
 }
 
 }  // namespace
@@ -54,17 +55,29 @@ TEST(KWin, itsScriptTellsWhoIsInFrontWithin200MillisecondsAndGoesAtTheEnd) {
     EXPECT_FALSE(scriptIsLoaded());
 }
 
-TEST(KWin, itsWindowsAreNotClosedForOthers) {
+TEST(KWin, anEditorIsAskedThroughItsWindowAndAnotherIsLeftAlone) {
     Editor editor("org.example.Editor");
+    Editor viewer("org.example.Viewer");
     const Host host = makeLinuxHost(processEnvironment(), {});
     const auto kept = host.frontmost->onActivation([](const std::string&) {});
     editor.start();
     EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Editor"; }, startLimit)) << inFront(host);
+    viewer.start();
+    EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Viewer"; }, startLimit)) << inFront(host);
     const auto running = host.running->withBundleIdentifier("org.example.Editor");
     ASSERT_THAT(running, SizeIs(1));
+    EXPECT_FALSE(running.front()->isTerminated());
     running.front()->terminate();
-    runFor(std::chrono::seconds(6));
-    EXPECT_FALSE(running.front()->isTerminated()) << "who cannot see windows asks nobody";
+    EXPECT_TRUE(runUntil([&] { return running.front()->isTerminated(); }));
+    EXPECT_TRUE(editor.hasExited()) << "it closed its window, and was not killed";
+    EXPECT_EQ(inFront(host), "org.example.Viewer");
+}
+
+TEST(KWin, aQuietSessionCostsNoWakeUps) {
+    const Host host = makeLinuxHost(processEnvironment(), {});
+    const auto kept = host.frontmost->onActivation([](const std::string&) {});
+    EXPECT_TRUE(runUntil([&] { return host.frontmost->canTell(); }));
+    EXPECT_LE(testing::fewestWakeUps(8), 2);
 }
 
 }  // namespace tolvane::linuxhost

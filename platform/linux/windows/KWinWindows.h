@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -9,9 +10,10 @@
 
 namespace tolvane::linuxhost {
 
-/// The active window as KWin tells it: a script of ours runs inside of KWin and calls back over the session bus. It is
-/// loaded into each KWin that comes, an own one after a restart included, and unloaded at the end of this.
-class KWinFrontmost : public FrontmostSource {
+/// The windows of a session of KWin, and which of them is active: a script of ours runs inside of KWin and reports over
+/// the session bus. It is loaded into each KWin that comes, one that was started again included, and unloaded at the
+/// end of this. Nothing wakes while no window comes, goes or is activated.
+class KWinWindows : public FrontmostSource {
 public:
     /// KWin answers to its name before it takes scripts, and a desktop that starts is slow: it is asked again after
     /// `firstPause`, then after twice as long each time. A script that was started has `limit` for its first word.
@@ -22,19 +24,25 @@ public:
     };
 
     /// `scriptFolder` is a folder of the user's that KWin can read too.
-    KWinFrontmost(std::shared_ptr<SessionBus> bus, std::string scriptFolder, Patience patience);
-    KWinFrontmost(std::shared_ptr<SessionBus> bus, std::string scriptFolder)
-        : KWinFrontmost(std::move(bus), std::move(scriptFolder), Patience{}) {}
-    KWinFrontmost(const KWinFrontmost&) = delete;
-    KWinFrontmost& operator=(const KWinFrontmost&) = delete;
-    ~KWinFrontmost() override;
+    KWinWindows(std::shared_ptr<SessionBus> bus, std::string scriptFolder, Patience patience);
+    KWinWindows(std::shared_ptr<SessionBus> bus, std::string scriptFolder)
+        : KWinWindows(std::move(bus), std::move(scriptFolder), Patience{}) {}
+    KWinWindows(const KWinWindows&) = delete;
+    KWinWindows& operator=(const KWinWindows&) = delete;
+    ~KWinWindows() override;
 
+    /// From the script's first report on, while this KWin lives.
     bool canTell() const override;
     std::optional<FrontWindow> inFront() const override;
     Subscription onChange(std::function<void()> changed) override;
 
     /// Nobody answers to KWin's name, or it took no script: this will not tell unless another KWin comes.
     bool isAway() const;
+
+    using IsMeant = std::function<bool(const FrontWindow& window)>;
+    bool any(const IsMeant& isMeant) const;
+    /// As clicks on their close buttons, a moment later. How many are asked.
+    std::size_t askToClose(const IsMeant& isMeant);
 
 private:
     class Link;

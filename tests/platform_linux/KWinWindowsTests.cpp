@@ -1,4 +1,4 @@
-#include "platform/linux/windows/KWinFrontmost.h"
+#include "platform/linux/windows/KWinWindows.h"
 
 #include <gmock/gmock.h>
 
@@ -19,16 +19,16 @@ using ::testing::HasSubstr;
 using ::testing::Optional;
 using testing::PrivateBus;
 
-struct KWinFrontmostTest : ::testing::Test {
+struct KWinWindowsTest : ::testing::Test {
     PrivateBus daemon;
     TemporaryFolder folder;
     std::shared_ptr<SessionBus> bus = std::make_shared<SessionBus>(daemon.address());
     int changes = 0;
     Subscription kept;
 
-    std::unique_ptr<KWinFrontmost> begin(KWinFrontmost::Patience patience = {
-                                             .firstPause = 5ms, .attempts = 4, .limit = 300ms}) {
-        auto source = std::make_unique<KWinFrontmost>(bus, folder.path(), patience);
+    std::unique_ptr<KWinWindows> begin(KWinWindows::Patience patience = {
+                                           .firstPause = 5ms, .attempts = 4, .limit = 300ms}) {
+        auto source = std::make_unique<KWinWindows>(bus, folder.path(), patience);
         kept = source->onChange([this] { ++changes; });
         return source;
     }
@@ -40,7 +40,7 @@ struct KWinFrontmostTest : ::testing::Test {
 
 }  // namespace
 
-TEST_F(KWinFrontmostTest, theScriptTellsWhichWindowIsActive) {
+TEST_F(KWinWindowsTest, theScriptTellsWhichWindowIsActive) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
     EXPECT_FALSE(source->canTell());
@@ -55,7 +55,7 @@ TEST_F(KWinFrontmostTest, theScriptTellsWhichWindowIsActive) {
     EXPECT_EQ(source->inFront(), std::nullopt);
 }
 
-TEST_F(KWinFrontmostTest, whatIsNoProcessLeavesItToTheNames) {
+TEST_F(KWinWindowsTest, whatIsNoProcessLeavesItToTheNames) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(kwin));
@@ -67,17 +67,17 @@ TEST_F(KWinFrontmostTest, whatIsNoProcessLeavesItToTheNames) {
     }
 }
 
-TEST_F(KWinFrontmostTest, theScriptKnowsTheNamesOfBothKWins) {
+TEST_F(KWinWindowsTest, theScriptKnowsTheNamesOfBothKWins) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(kwin));
-    EXPECT_THAT(kwin.script, AllOf(HasSubstr("workspace.windowActivated"), HasSubstr("workspace.activeWindow"),
-                                   HasSubstr("workspace.clientActivated"), HasSubstr("workspace.activeClient")));
-    EXPECT_THAT(kwin.service.argumentsOf("loadScript"),
-                ElementsAre("('" + kwin.file + "', 'dev.tolvane.Tolvane.frontmost')"));
+    EXPECT_THAT(kwin.scripts.at(FakeKWin::watching),
+                AllOf(HasSubstr("workspace.windowActivated"), HasSubstr("workspace.activeWindow"),
+                      HasSubstr("workspace.clientActivated"), HasSubstr("workspace.activeClient")));
+    EXPECT_THAT(kwin.argumentsOf("loadScript"), ElementsAre("('" + kwin.file + "', 'dev.tolvane.Tolvane.windows')"));
 }
 
-TEST_F(KWinFrontmostTest, theFileIsTheUsersAloneAndGoesOnceItWasRead) {
+TEST_F(KWinWindowsTest, theFileIsTheUsersAloneAndGoesOnceItWasRead) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(kwin));
@@ -88,39 +88,39 @@ TEST_F(KWinFrontmostTest, theFileIsTheUsersAloneAndGoesOnceItWasRead) {
     EXPECT_FALSE(hasFiles());
 }
 
-TEST_F(KWinFrontmostTest, whatAnEarlierRunLeftBehindIsReplaced) {
+TEST_F(KWinWindowsTest, whatAnEarlierRunLeftBehindIsReplaced) {
     FakeKWin kwin(daemon.address());
-    kwin.isLoaded = true;
+    kwin.scripts[FakeKWin::watching] = "left behind";
     const auto source = begin();
     EXPECT_TRUE(isListening(kwin));
 }
 
-TEST_F(KWinFrontmostTest, theScriptIsUnloadedAtTheEnd) {
+TEST_F(KWinWindowsTest, theScriptIsUnloadedAtTheEnd) {
     const FakeKWin kwin(daemon.address());
     auto source = begin();
     ASSERT_TRUE(isListening(kwin));
     source.reset();
-    EXPECT_TRUE(runUntil([&] { return !kwin.isLoaded; }));
+    EXPECT_TRUE(runUntil([&] { return !kwin.has(FakeKWin::watching); }));
     EXPECT_FALSE(hasFiles());
 }
 
-TEST_F(KWinFrontmostTest, aKWinThatIsNotReadyIsAskedAgain) {
+TEST_F(KWinWindowsTest, aKWinThatIsNotReadyIsAskedAgain) {
     const FakeKWin kwin(daemon.address(), 2);
     const auto source = begin();
     EXPECT_TRUE(isListening(kwin));
     EXPECT_FALSE(source->isAway());
 }
 
-TEST_F(KWinFrontmostTest, aKWinThatTakesNoScriptIsGivenUp) {
+TEST_F(KWinWindowsTest, aKWinThatTakesNoScriptIsGivenUp) {
     const FakeKWin kwin(daemon.address(), 1000);
     const auto source = begin();
     EXPECT_TRUE(runUntil([&] { return source->isAway(); }));
-    EXPECT_EQ(kwin.service.argumentsOf("loadScript").size(), 4U);
+    EXPECT_EQ(kwin.argumentsOf("loadScript").size(), 4U);
     EXPECT_FALSE(source->canTell());
     EXPECT_FALSE(hasFiles());
 }
 
-TEST_F(KWinFrontmostTest, aScriptThatSaysNothingIsGivenUp) {
+TEST_F(KWinWindowsTest, aScriptThatSaysNothingIsGivenUp) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(kwin));
@@ -132,14 +132,14 @@ TEST_F(KWinFrontmostTest, aScriptThatSaysNothingIsGivenUp) {
     EXPECT_FALSE(source->isAway());
 }
 
-TEST_F(KWinFrontmostTest, withoutKWinItIsAway) {
+TEST_F(KWinWindowsTest, withoutKWinItIsAway) {
     const auto source = begin();
     EXPECT_FALSE(source->isAway()) << "that is not known yet";
     EXPECT_TRUE(runUntil([&] { return source->isAway(); }));
     EXPECT_FALSE(source->canTell());
 }
 
-TEST_F(KWinFrontmostTest, aKWinThatIsStartedAgainGetsTheScriptAgain) {
+TEST_F(KWinWindowsTest, aKWinThatIsStartedAgainGetsTheScriptAgain) {
     auto first = std::make_unique<FakeKWin>(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(*first));
@@ -156,7 +156,7 @@ TEST_F(KWinFrontmostTest, aKWinThatIsStartedAgainGetsTheScriptAgain) {
     EXPECT_THAT(source->inFront(), Optional(FrontWindow{.pid = 2, .names = {"b", "b"}}));
 }
 
-TEST_F(KWinFrontmostTest, aBusThatIsStartedAgainIsUsedAgain) {
+TEST_F(KWinWindowsTest, aBusThatIsStartedAgainIsUsedAgain) {
     auto first = std::make_unique<FakeKWin>(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(*first));
@@ -172,7 +172,7 @@ TEST_F(KWinFrontmostTest, aBusThatIsStartedAgainIsUsedAgain) {
     EXPECT_TRUE(runUntil([&] { return source->canTell(); }));
 }
 
-TEST_F(KWinFrontmostTest, onlyKWinIsBelieved) {
+TEST_F(KWinWindowsTest, onlyKWinIsBelieved) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
     ASSERT_TRUE(isListening(kwin));
@@ -183,13 +183,64 @@ TEST_F(KWinFrontmostTest, onlyKWinIsBelieved) {
     EXPECT_FALSE(source->canTell());
 }
 
-TEST_F(KWinFrontmostTest, withoutAFolderForTheScriptItIsGivenUp) {
+TEST_F(KWinWindowsTest, windowsAreKnownAsTheyComeAndGo) {
     const FakeKWin kwin(daemon.address());
-    const KWinFrontmost source(bus, folder.at("not there"));
+    const auto source = begin();
+    ASSERT_TRUE(isListening(kwin));
+    const auto isEditors = [](const FrontWindow& window) { return window.pid == 41; };
+    EXPECT_FALSE(source->any(isEditors));
+    kwin.list("40\tplasmashell\tplasmashell\n41\torg.example.Editor\teditor\n\nnonsense\n\t\t");
+    EXPECT_TRUE(runUntil([&] { return source->any(isEditors); }));
+    EXPECT_TRUE(source->any([](const FrontWindow& window) { return window == FrontWindow{}; }));
+    kwin.list("40\tplasmashell\tplasmashell");
+    EXPECT_TRUE(runUntil([&] { return !source->any(isEditors); }));
+    kwin.list("");
+    EXPECT_TRUE(runUntil([&] { return !source->any([](const FrontWindow&) { return true; }); }));
+}
+
+TEST_F(KWinWindowsTest, aSecondScriptClosesTheWindowsThatAreMeantAndGoes) {
+    const FakeKWin kwin(daemon.address());
+    const auto source = begin();
+    ASSERT_TRUE(isListening(kwin));
+    kwin.list("40\ta\ta\n41\tb'); evil('\tb\\\n41\tc\tc");
+    kwin.activate("40", "a", "a");
+    EXPECT_TRUE(runUntil([&] { return source->canTell(); }));
+    EXPECT_EQ(source->askToClose([](const FrontWindow& window) { return window.pid == 42; }), 0U);
+    EXPECT_EQ(source->askToClose([](const FrontWindow& window) { return window.pid == 41; }), 2U);
+    EXPECT_TRUE(runUntil([&] { return kwin.has(FakeKWin::closing); }));
+    EXPECT_THAT(kwin.scripts.at(FakeKWin::closing),
+                HasSubstr(R"js(var wanted = ['41\x09b\x27); evil(\x27\x09b\x5c', '41\x09c\x09c'];)js"));
+    EXPECT_TRUE(hasFiles());
+    kwin.close();
+    EXPECT_TRUE(runUntil([&] { return !kwin.has(FakeKWin::closing); }));
+    EXPECT_FALSE(hasFiles());
+}
+
+TEST_F(KWinWindowsTest, whatIsToBeClosedMeanwhileComesNext) {
+    const FakeKWin kwin(daemon.address());
+    const auto source = begin();
+    ASSERT_TRUE(isListening(kwin));
+    kwin.list("40\ta\ta\n41\tb\tb");
+    kwin.activate("40", "a", "a");
+    EXPECT_TRUE(runUntil([&] { return source->canTell(); }));
+    source->askToClose([](const FrontWindow& window) { return window.pid == 40; });
+    source->askToClose([](const FrontWindow& window) { return window.pid == 41; });
+    EXPECT_TRUE(runUntil([&] { return kwin.has(FakeKWin::closing); }));
+    EXPECT_THAT(kwin.scripts.at(FakeKWin::closing), HasSubstr(R"js(['40\x09a\x09a'])js"));
+    kwin.close();
+    EXPECT_TRUE(runUntil([&] {
+        return kwin.has(FakeKWin::closing) &&
+               kwin.scripts.at(FakeKWin::closing).find(R"js(['41\x09b\x09b'])js") != std::string::npos;
+    }));
+}
+
+TEST_F(KWinWindowsTest, withoutAFolderForTheScriptItIsGivenUp) {
+    const FakeKWin kwin(daemon.address());
+    const KWinWindows source(bus, folder.at("not there"), {.firstPause = 5ms, .attempts = 3, .limit = 300ms});
     EXPECT_TRUE(runUntil([&] { return source.isAway(); }));
 }
 
-TEST_F(KWinFrontmostTest, canEndWhileAnAnswerIsDue) {
+TEST_F(KWinWindowsTest, canEndWhileAnAnswerIsDue) {
     const FakeKWin kwin(daemon.address());
     for (const auto span : {0ms, 1ms, 3ms, 10ms}) {
         auto source = begin();
@@ -200,8 +251,8 @@ TEST_F(KWinFrontmostTest, canEndWhileAnAnswerIsDue) {
     EXPECT_FALSE(hasFiles());
 }
 
-TEST(KWinFrontmost, withoutABusItIsAway) {
-    const KWinFrontmost source(std::make_shared<SessionBus>("unix:path=/nowhere/bus"), "/tmp");
+TEST(KWinWindows, withoutABusItIsAway) {
+    const KWinWindows source(std::make_shared<SessionBus>("unix:path=/nowhere/bus"), "/tmp");
     EXPECT_TRUE(runUntil([&] { return source.isAway(); }));
 }
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace tolvane::linuxhost::testing {
+
+/// How often this process was taken up again after it had waited, all its threads together.
+inline long long wakeUps() {
+    long long count = 0;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream file(thread.path() / "status");
+        for (std::string line; std::getline(file, line);) {
+            if (line.starts_with("voluntary_ctxt_switches:")) count += std::stoll(line.substr(24));
+        }
+    }
+    return count;
+}
+
+/// Of two seconds that end with an alarm of the test's own, with nothing else to do for the loop.
+inline long long wakeUpsOfTwoSeconds() {
+    QTimer alarm;
+    bool isOver = false;
+    QObject::connect(&alarm, &QTimer::timeout, [&] { isOver = true; });
+    alarm.setSingleShot(true);
+    alarm.start(2000);
+    const auto before = wakeUps();
+    while (!isOver) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return wakeUps() - before;
+}
+
+/// Of the quietest among some spans. What was on its way, the start of a daemon above all, falls into the first ones;
+/// what comes again and again falls into each.
+inline long long fewestWakeUps(int spans) {
+    auto fewest = wakeUpsOfTwoSeconds();
+    for (int count = 1; count < spans && fewest > 1; ++count) fewest = std::min(fewest, wakeUpsOfTwoSeconds());
+    return fewest;
+}
+
+}  // namespace tolvane::linuxhost::testing
