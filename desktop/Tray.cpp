@@ -17,9 +17,10 @@ constexpr std::array sizes = {16, 22, 24, 32, 48, 64};
 
 }  // namespace
 
-Tray::Tray(AppModel& model, const Look& look) : model_(model), look_(look), menu_(std::make_unique<QMenu>()) {
+Tray::Tray(AppModel& model, const Look& look)
+    : model_(model), look_(look), trays_(*model.host().trays), menu_(std::make_unique<QMenu>()) {
     buildMenu();
-    connect(&hosts_, &TrayHosts::changed, this, [this] {
+    news_ = trays_.onChange([this] {
         update();
         emit shownChanged();
     });
@@ -78,6 +79,8 @@ QIcon Tray::iconFor(bool memoryTight, const Look& look) {
     for (const int size : sizes) {
         icon.addPixmap(look.icons().pixmap(MenuBarLabel::of(memoryTight).symbol, look.tokens().borderStrong, size, 1));
     }
+    // A menu bar that has colours of its own for icons takes this one as a stencil.
+    icon.setIsMask(true);
     return icon;
 }
 
