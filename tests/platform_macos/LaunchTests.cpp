@@ -24,6 +24,7 @@ protected:
             finished_ = fake_.copyOf(std::get<Id>(message.arguments[3]));
             return fake_.object("NSObject", "token");
         });
+        launch_.emplace(fake_.runtime(), clock_, [this](bool atLogin) { told_.push_back(atLogin); });
     }
     /// The program has been launched by such an event; `how` is none when it says nothing of it.
     void finish(std::uint32_t event, std::optional<std::uint32_t> how) {
@@ -38,8 +39,7 @@ protected:
     fakes::VirtualClock clock_;
     Id finished_ = nullptr;
     std::vector<bool> told_;
-    std::optional<Launch> launch_{std::in_place, fake_.runtime(), clock_,
-                                  [this](bool atLogin) { told_.push_back(atLogin); }};
+    std::optional<Launch> launch_;
 };
 
 TEST_F(LaunchTest, waitsForTheEndOfLaunching) {
