@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "desktop/LineDelegate.h"
 #include "desktop/LineHeader.h"
@@ -28,6 +29,11 @@ public:
     /// The ids that are selected; some of them may have no row now.
     const std::set<std::string>& selectedIds() const { return selectedIds_; }
     void setSelectedIds(std::set<std::string> ids);
+
+    /// The ids whose rows are open, those included that have no row now.
+    const std::set<std::string>& disclosedIds() const { return expandedIds_; }
+    /// For rows that are shown from now on.
+    void setDisclosedIds(std::set<std::string> ids) { expandedIds_ = std::move(ids); }
 
     void setSorting(int column, bool ascending);
 

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "core/words/MachineZone.h"
 #include "desktop/FileOpenEvents.h"
+#include "desktop/LastDeed.h"
 #include "desktop/OutsideRequests.h"
 #include "desktop/Shell.h"
 #include "desktop/Snapshots.h"
@@ -50,6 +52,9 @@ private:
     Host host_;
     std::unique_ptr<Windows> windows_;
     AppModel model_;
+    LastDeed lastDeed_;
+    MachineZone zone_;
+    QPropertyNotifier zoneLook_;
     ColorScheme scheme_;
     Look look_;
     WindowState state_;

@@ -58,9 +58,8 @@ SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {
     if (card) return card;
     card = new SuggestionCard(look_);
     card->hide();
-    connect(card, &SuggestionCard::wanted, this, [this](const Suggestion& suggestion, SuggestionDeed deed) {
-        SuggestionMenu::carryOut(model_, suggestion, deed);
-    });
+    connect(card, &SuggestionCard::wanted, this,
+            [this](const SuggestionRow& row, SuggestionDeed deed) { view_.carryOut(row, deed); });
     connect(card, &SuggestionCard::menuOpened, this, [this] { hold(true); });
     connect(card, &SuggestionCard::menuClosed, this, [this] { hold(false); });
     return card;

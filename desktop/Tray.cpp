@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <array>
+#include <utility>
 
 #include "app/screens/MenuBarLabel.h"
 #include "app/screens/MenuBarPanel.h"
@@ -51,6 +52,8 @@ void Tray::setWanted(bool wanted) {
 }
 
 void Tray::update() {
+    // An icon knows the place alone that it was made for.
+    if (std::exchange(place_, trays_.place()) != place_) icon_.reset();
     if (!icon_ && isShown()) makeIcon();
     if (icon_) icon_->setVisible(wanted_);
 }

@@ -57,6 +57,8 @@ private:
     std::unique_ptr<QMenu> menu_;
     /// Made when the first host is there: how it speaks to hosts is settled then, once and for all.
     std::unique_ptr<QSystemTrayIcon> icon_;
+    /// The place that the icon was made for.
+    int place_ = 0;
     bool wanted_ = false;
     QPropertyNotifier tight_;
     Subscription news_;

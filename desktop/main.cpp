@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/AppPreferences.h"
@@ -24,6 +25,7 @@
 #include "platform/macos/dispatch/QuitSignals.h"
 #include "platform/macos/makeMacHost.h"
 #else
+#include "platform/linux/OwnMemory.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
@@ -60,6 +62,8 @@ public:
     void whenStarted(std::function<void(bool atLogin)> started) {
         launch_.emplace(machost::appleCalls().runtime, clock_, std::move(started));
     }
+    /// The system takes back by itself what it needs.
+    static void giveBackMemory() {}
 
 private:
     Host host_;
@@ -108,6 +112,7 @@ public:
     }
     /// A start at login says so in its preferences.
     static void whenStarted(const std::function<void(bool atLogin)>& started) { started(false); }
+    static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
 private:
     linuxhost::Environment environment_;
@@ -169,7 +174,10 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
         return QApplication::exec();
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
-        machine.whenStarted([&](bool atLogin) { program.show(machine.isReachable(), atLogin); });
+        machine.whenStarted([&](bool atLogin) {
+            auto& shell = program.show(machine.isReachable(), atLogin);
+            QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
+        });
     }
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();

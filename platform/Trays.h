@@ -14,7 +14,9 @@ public:
 
     /// There is a place for an icon, as far as it is known by now.
     virtual bool present() const = 0;
-    /// Calls back whenever that changes. Looking for a place begins with the first of them.
+    /// Another number is another place: an icon that was made for the one before has to be made anew.
+    virtual int place() const { return 0; }
+    /// Calls back whenever either changes. Looking for a place begins with the first of them.
     virtual Subscription onChange(std::function<void()> changed) = 0;
 };
 

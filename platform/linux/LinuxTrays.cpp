@@ -10,6 +10,8 @@ LinuxTrays::LinuxTrays(std::shared_ptr<SessionBus> bus, std::shared_ptr<XEvents>
 
 bool LinuxTrays::present() const { return (onBus_ && onBus_->present()) || (onServer_ && onServer_->present()); }
 
+int LinuxTrays::place() const { return onBus_ ? onBus_->losses() : 0; }
+
 Subscription LinuxTrays::onChange(std::function<void()> changed) {
     watch();
     return observers_.add(std::move(changed));
@@ -24,7 +26,10 @@ void LinuxTrays::watch() {
 
 /// One that goes while the other stays changes nothing.
 void LinuxTrays::tell() {
-    if (std::exchange(told_, present()) != present()) observers_.tell();
+    const bool differs = told_ != present() || toldPlace_ != place();
+    told_ = present();
+    toldPlace_ = place();
+    if (differs) observers_.tell();
 }
 
 }  // namespace tolvane::linuxhost

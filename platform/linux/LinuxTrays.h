@@ -19,6 +19,8 @@ public:
     LinuxTrays(std::shared_ptr<SessionBus> bus, std::shared_ptr<XEvents> events, std::function<bool()> drawsOnX11);
 
     bool present() const override;
+    /// Icons that are shown over a bus know that bus alone.
+    int place() const override;
     Subscription onChange(std::function<void()> changed) override;
 
 private:
@@ -30,6 +32,7 @@ private:
     std::function<bool()> drawsOnX11_;
     Observers<> observers_;
     bool told_ = false;
+    int toldPlace_ = 0;
     std::optional<StatusHosts> onBus_;
     std::optional<XTray> onServer_;
 };

@@ -82,6 +82,27 @@ TEST_F(StatusHostsTest, aHostMayComeLateGoAndComeBack) {
     EXPECT_EQ(told, 3);
 }
 
+TEST_F(StatusHostsTest, aBusThatTakesThePlaceOfAnotherIsAskedAnewAndIsAnotherPlace) {
+    come();
+    LinuxTrays trays(session, std::make_shared<XEvents>(""), nullptr);
+    const auto listening = trays.onChange([this] { ++told; });
+    EXPECT_TRUE(runUntil([&] { return trays.present(); }));
+    const int place = trays.place();
+    service.reset();
+    EXPECT_TRUE(runUntil([&] { return !trays.present(); }));
+    EXPECT_EQ(trays.place(), place) << "the bus is the same";
+    come();
+    EXPECT_TRUE(runUntil([&] { return trays.present(); }));
+    bus.die();
+    EXPECT_TRUE(runUntil([&] { return !trays.present(); }));
+    EXPECT_NE(trays.place(), place);
+    service.reset();
+    bus.start();
+    come();
+    EXPECT_TRUE(runUntil([&] { return trays.present(); }));
+    EXPECT_EQ(told, 5);
+}
+
 TEST_F(StatusHostsTest, anAnswerOfAnotherTypeIsNone) {
     answersInWords = true;
     come();

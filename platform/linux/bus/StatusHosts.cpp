@@ -28,6 +28,7 @@ public:
         : bus_(std::move(bus)), changed_(std::move(changed)) {}
 
     bool present() const { return present_; }
+    int losses() const { return losses_; }
 
     void start() {
         if (!bus_ || !bus_->hasAddress()) return;
@@ -39,12 +40,16 @@ public:
         for (const char* member : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
             listen({.sender = watcher, .interface = watcher, .member = member, .path = object});
         }
+        news_.push_back(bus_->onConnection([this](GDBusConnection* connection) {
+            if (connection == nullptr) return lose();
+            ask();
+        }));
         ask();
     }
 
 private:
     void listen(SessionBus::Source source) {
-        news_.push_back(bus_->onSignal(std::move(source), [this](GVariant*) { ask(); }));
+        news_.push_back(bus_->onSignal(std::move(source), [this](const BusSignal&) { ask(); }));
     }
 
     /// A watcher may stand there without anybody who shows the items. Without a watcher the question fails.
@@ -60,6 +65,11 @@ private:
                    });
     }
 
+    void lose() {
+        if (present_) ++losses_;
+        set(false);
+    }
+
     void set(bool present) {
         if (std::exchange(present_, present) != present) changed_();
     }
@@ -67,6 +77,7 @@ private:
     std::shared_ptr<SessionBus> bus_;
     std::function<void()> changed_;
     bool present_ = false;
+    int losses_ = 0;
     std::vector<Subscription> news_;
 };
 
@@ -76,5 +87,7 @@ StatusHosts::StatusHosts(std::shared_ptr<SessionBus> bus, std::function<void()> 
 }
 
 bool StatusHosts::present() const { return state_->present(); }
+
+int StatusHosts::losses() const { return state_->losses(); }
 
 }  // namespace tolvane::linuxhost

@@ -173,6 +173,23 @@ TEST_F(SuggestionsViewTest, actingTakesTheRowAwayAtOnce) {
     EXPECT_THAT(*model->suggestions, IsEmpty());
 }
 
+TEST_F(SuggestionsViewTest, whatLivesOnIsMeantAndANewcomerUnderItsNumberIsNot) {
+    auto snapshot = *model->snapshot;
+    const Pid stays = snapshot.rows[0].id();
+    const Pid goes = snapshot.rows[1].id();
+    auto both = suggestion("a", Kind::leftRunning);
+    both.pids = {stays, goes};
+    model->suggestions.set({both});
+    auto shown = view();
+    const auto row = shown.sections().front().rows.front();
+    snapshot.rows[1].sample.startTime += Seconds{1};
+    model->snapshot.set(snapshot);
+    shown.carryOut(row, SuggestionDeed::lowerPriority);
+    EXPECT_EQ(world.timesAsked("lower " + std::to_string(stays)), 1U);
+    EXPECT_EQ(world.timesAsked("lower " + std::to_string(goes)), 0U);
+    EXPECT_THAT(*model->suggestions, IsEmpty());
+}
+
 TEST_F(SuggestionsViewTest, aNewIdOfAProposedRuleIsNoOtherRow) {
     const auto first = SuggestionRow::of(ofApp(), "en_US");
     auto second = SuggestionRow::of(ofApp(), "en_US");
