@@ -24,6 +24,10 @@ set(TOLVANE_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conve
     -Wno-deprecated-declarations -Werror)
 
 add_compile_options(-fno-omit-frame-pointer)
+if(APPLE)
+  # libc++ has the stop tokens of C++20, but up to its version 19 counts them among what may still change.
+  add_compile_options(-fexperimental-library)
+endif()
 if(TOLVANE_SANITIZE)
   add_compile_options(-fsanitize=${TOLVANE_SANITIZE} -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${TOLVANE_SANITIZE})

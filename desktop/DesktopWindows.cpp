@@ -1,66 +1,17 @@
 #include "desktop/DesktopWindows.h"
 
-#if !defined(__APPLE__)
-#include <xcb/xcb.h>
-#endif
-
 #include <QEvent>
 #include <QGuiApplication>
 #include <QWindow>
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
-#include <optional>
+#include <utility>
 
 namespace tolvane::desktop {
 
 namespace {
 
-/// A window that is covered altogether, or no longer.
-struct Cover {
-    unsigned window = 0;
-    bool isCovered = false;
-};
-
-unsigned number(const QWindow& window) { return static_cast<unsigned>(window.winId()); }
-
-#if defined(__APPLE__)
-// A covered window is not exposed there: the toolkit tells all there is.
-bool tellsOfCovers() { return false; }
-bool asksForCovers(const QWindow& /*window*/) { return false; }
-std::optional<Cover> coverIn(const QByteArray& /*type*/, const void* /*message*/) { return std::nullopt; }
-#else
-xcb_connection_t* connection() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
-bool tellsOfCovers() { return connection() != nullptr; }
-
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-
-/// Selecting an event replaces the whole selection, which is the toolkit's: ours is added to it.
-bool asksForCovers(const QWindow& window) {
-    auto* display = connection();
-    const Owned<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(display, xcb_get_window_attributes(display, number(window)), nullptr),
-        &std::free);
-    if (!attributes) return false;
-    const std::uint32_t events = attributes->your_event_mask | XCB_EVENT_MASK_VISIBILITY_CHANGE;
-    xcb_change_window_attributes(display, number(window), XCB_CW_EVENT_MASK, &events);
-    xcb_flush(display);
-    return true;
-}
-
-std::optional<Cover> coverIn(const QByteArray& type, const void* message) {
-    if (type != "xcb_generic_event_t") return std::nullopt;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7FU) != XCB_VISIBILITY_NOTIFY) return std::nullopt;
-    const auto* news = static_cast<const xcb_visibility_notify_event_t*>(message);
-    return Cover{.window = news->window, .isCovered = news->state == XCB_VISIBILITY_FULLY_OBSCURED};
-}
-#endif
+WindowCovers::Window number(const QWindow& window) { return window.winId(); }
 
 /// Icons in a tray are always there and tips come and go with the pointer: neither is a look at the program.
 bool counts(const QWindow& window) {
@@ -83,19 +34,15 @@ bool concernsVisibility(QEvent::Type type) {
 
 }  // namespace
 
-DesktopWindows::DesktopWindows() {
+DesktopWindows::DesktopWindows(WindowCovers* covers) : covers_(covers) {
     qGuiApp->installEventFilter(this);
-    if (tellsOfCovers()) qGuiApp->installNativeEventFilter(this);
-}
-
-DesktopWindows::~DesktopWindows() {
-    if (qGuiApp) qGuiApp->removeNativeEventFilter(this);
+    if (covers_) coverNews_ = covers_->onChange([this] { tellLater(); });
 }
 
 bool DesktopWindows::isSeen(const QWindow& window) const {
     if (!counts(window) || !window.isVisible() || !window.isExposed()) return false;
     if (window.windowStates().testFlag(Qt::WindowMinimized)) return false;
-    return watched_.empty() || !covered_.contains(number(window));
+    return watched_.empty() || !covers_->isCovered(number(window));
 }
 
 bool DesktopWindows::anyVisible() const {
@@ -114,32 +61,19 @@ bool DesktopWindows::eventFilter(QObject* watched, QEvent* event) {
     if (!concernsVisibility(event->type()) || !watched->isWindowType()) return false;
     auto& window = *static_cast<QWindow*>(watched);
     if (!window.isTopLevel()) return false;
-    if (event->type() == QEvent::Hide) covered_.erase(number(window));
     if (event->type() == QEvent::Expose && window.isExposed()) watch(window);
     tellLater();
     return false;
 }
 
 void DesktopWindows::watch(QWindow& window) {
-    if (!tellsOfCovers() || !counts(window) || watched_.contains(number(window))) return;
-    if (!asksForCovers(window)) return;
+    if (!covers_ || !counts(window) || watched_.contains(number(window))) return;
+    if (!covers_->watch(number(window))) return;
     watched_.insert(number(window));
     connect(&window, &QObject::destroyed, this, [this, gone = number(window)] {
         watched_.erase(gone);
-        covered_.erase(gone);
+        covers_->forget(gone);
     });
-}
-
-bool DesktopWindows::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
-    const auto cover = coverIn(type, message);
-    if (!cover) return false;
-    if (cover->isCovered) {
-        covered_.insert(cover->window);
-    } else {
-        covered_.erase(cover->window);
-    }
-    tellLater();
-    return false;
 }
 
 /// The toolkit tells of a change before it has taken place; and several come at once.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QPointer>
 #include <functional>
@@ -8,20 +7,22 @@
 #include <memory>
 #include <set>
 
+#include "platform/WindowCovers.h"
 #include "platform/Windows.h"
 
 class QWindow;
 
 namespace tolvane::desktop {
 
-/// Which windows of the program can be seen. On X11 a window that others cover altogether is not; elsewhere only the
-/// toolkit knows, which hears of minimised and hidden windows alone. Lives as long as the application object.
-class DesktopWindows : public QObject, public Windows, private QAbstractNativeEventFilter {
+/// Which windows of the program can be seen, as the toolkit knows it: it hears of minimised and hidden windows alone.
+/// Where the host tells of covers, a window that others cover altogether is not seen either. Lives as long as the
+/// application object.
+class DesktopWindows : public QObject, public Windows {
     Q_OBJECT
 
 public:
-    DesktopWindows();
-    ~DesktopWindows() override;
+    /// `covers` outlives this; null where nobody tells of them.
+    explicit DesktopWindows(WindowCovers* covers = nullptr);
 
     bool anyVisible() const override;
     Subscription onChange(std::function<void()> changed) override;
@@ -32,15 +33,14 @@ protected:
 private:
     using Observers = std::map<int, std::function<void()>>;
 
-    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
     bool isSeen(const QWindow& window) const;
     void watch(QWindow& window);
     void tellLater();
     void tell();
 
-    /// By the display server's number: windows that asked for news of being covered, and those that are.
-    std::set<unsigned> watched_;
-    std::set<unsigned> covered_;
+    WindowCovers* covers_;
+    std::set<WindowCovers::Window> watched_;
+    Subscription coverNews_;
     std::shared_ptr<Observers> observers_ = std::make_shared<Observers>();
     int nextObserver_ = 0;
     bool seen_ = false;

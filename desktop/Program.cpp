@@ -3,18 +3,30 @@
 #include <utility>
 
 #include "app/AppPreferences.h"
+#include "desktop/DesktopWindows.h"
 #include "desktop/Screens.h"
 
 namespace tolvane::desktop {
 
+namespace {
+
+/// Windows on a screen that is made up are none of the system's.
+std::unique_ptr<Windows> windowsOf(Host& host) {
+    if (host.windows && QGuiApplication::platformName() != QLatin1String("offscreen")) return std::move(host.windows);
+    return std::make_unique<DesktopWindows>(host.covers.get());
+}
+
+}  // namespace
+
 Program::Program(QApplication& application, Host host, const Purpose& purpose)
     : application_(application),
       host_(std::move(host)),
-      model_(host_, windows_, purpose.demo),
+      windows_(windowsOf(host_)),
+      model_(host_, *windows_, purpose.demo),
       lastDeed_([this] { model_.prepareToQuit(); }),
       zoneLook_(model_.snapshot.onChange([this] { zone_.follow(); })),
       scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
-      look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance()),
+      look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance(), 1, host_.symbols.get()),
       state_(purpose.works() ? WindowState::usualPath() : QString()),
       ring_(&application) {
     look_.install();
@@ -28,17 +40,18 @@ void Program::draw(const QString& folder) {
                                              [](bool written) { QApplication::exit(written ? 0 : 1); });
 }
 
-Shell& Program::show(bool isReachable) {
+Shell& Program::show(bool isReachable, bool atLogin) {
+    if (shell_) return *shell_;
+    // Before any window, and for all that come later.
+    if (host_.dock) {
+        presence_ = std::make_unique<WindowPresence>([dock = host_.dock.get()](bool open) { dock->setInDock(open); });
+    }
     shell_ = std::make_unique<Shell>(model_, look_, state_, screens(), isReachable);
     // To end is not to close the windows one by one: closing one may leave the program running.
     QObject::connect(
         shell_.get(), &Shell::quitWanted, &application_, [] { QApplication::exit(); }, Qt::QueuedConnection);
-    shell_->start(AppPreferences::atLogin.in(*host_.preferences));
+    shell_->start(atLogin || AppPreferences::atLogin.in(*host_.preferences));
     return *shell_;
-}
-
-void Program::setBusThere(bool there) {
-    if (shell_) shell_->tray().setBusThere(there);
 }
 
 OutsideRequests& Program::answer(const std::vector<std::string>& files) {
@@ -48,7 +61,11 @@ OutsideRequests& Program::answer(const std::vector<std::string>& files) {
     const auto isShown = [this] { return shell_ && shell_->isWindowShown(); };
     outside_ = std::make_unique<OutsideRequests>(
         model_, OutsideRequests::Window{.bringForward = bringForward, .isShown = isShown});
-    handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) { outside_->openFiles(paths); });
+    // What comes of it is told in the window, also when the file is why the program was started.
+    handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) {
+        show(true);
+        outside_->openFiles(paths);
+    });
     outside_->openFiles(files);
     return *outside_;
 }

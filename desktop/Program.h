@@ -7,16 +7,18 @@
 
 #include "app/AppModel.h"
 #include "core/words/MachineZone.h"
-#include "desktop/DesktopWindows.h"
 #include "desktop/FileOpenEvents.h"
 #include "desktop/LastDeed.h"
 #include "desktop/OutsideRequests.h"
 #include "desktop/Shell.h"
 #include "desktop/Snapshots.h"
+#include "desktop/WindowPresence.h"
 #include "desktop/WindowState.h"
 #include "desktop/look/ColorScheme.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/FocusRing.h"
+#include "platform/Host.h"
+#include "platform/Windows.h"
 
 namespace tolvane::desktop {
 
@@ -37,10 +39,9 @@ public:
 
     /// Draws every screen into the folder, and ends the application.
     void draw(const QString& folder);
-    /// Opens what a user sees. `isReachable` tells whether another start would bring the window back.
-    Shell& show(bool isReachable);
-    /// The session bus was lost, or another took its place.
-    void setBusThere(bool there);
+    /// Opens what a user sees, once. `isReachable` tells whether another start would bring the window back. A program
+    /// that the login started keeps its window closed where there is a tray to live in.
+    Shell& show(bool isReachable, bool atLogin = false);
     /// Listens to the desktop from now on, and opens the files that the program was started with.
     OutsideRequests& answer(const std::vector<std::string>& files);
 
@@ -49,7 +50,7 @@ private:
 
     QApplication& application_;
     Host host_;
-    DesktopWindows windows_;
+    std::unique_ptr<Windows> windows_;
     AppModel model_;
     LastDeed lastDeed_;
     MachineZone zone_;
@@ -59,6 +60,7 @@ private:
     WindowState state_;
     FocusRing ring_;
     std::unique_ptr<Snapshots> snapshots_;
+    std::unique_ptr<WindowPresence> presence_;
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<OutsideRequests> outside_;
     std::unique_ptr<FileOpenEvents> handedOver_;

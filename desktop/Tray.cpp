@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <array>
+#include <utility>
 
 #include "app/screens/MenuBarLabel.h"
 #include "app/screens/MenuBarPanel.h"
@@ -17,9 +18,10 @@ constexpr std::array sizes = {16, 22, 24, 32, 48, 64};
 
 }  // namespace
 
-Tray::Tray(AppModel& model, const Look& look) : model_(model), look_(look), menu_(std::make_unique<QMenu>()) {
+Tray::Tray(AppModel& model, const Look& look)
+    : model_(model), look_(look), trays_(*model.host().trays), menu_(std::make_unique<QMenu>()) {
     buildMenu();
-    connect(&hosts_, &TrayHosts::changed, this, [this] {
+    news_ = trays_.onChange([this] {
         update();
         emit shownChanged();
     });
@@ -49,13 +51,9 @@ void Tray::setWanted(bool wanted) {
     emit shownChanged();
 }
 
-/// An icon that was shown over the bus knows that bus alone: the next host gets a new one.
-void Tray::setBusThere(bool there) {
-    if (hosts_.isOnBus()) icon_.reset();
-    hosts_.setBusThere(there);
-}
-
 void Tray::update() {
+    // An icon knows the place alone that it was made for.
+    if (std::exchange(place_, trays_.place()) != place_) icon_.reset();
     if (!icon_ && isShown()) makeIcon();
     if (icon_) icon_->setVisible(wanted_);
 }
@@ -84,6 +82,8 @@ QIcon Tray::iconFor(bool memoryTight, const Look& look) {
     for (const int size : sizes) {
         icon.addPixmap(look.icons().pixmap(MenuBarLabel::of(memoryTight).symbol, look.tokens().borderStrong, size, 1));
     }
+    // A menu bar that has colours of its own for icons takes this one as a stencil.
+    icon.setIsMask(true);
     return icon;
 }
 

@@ -7,8 +7,9 @@
 #include <memory>
 
 #include "app/AppModel.h"
-#include "desktop/TrayHosts.h"
 #include "desktop/look/Look.h"
+#include "platform/Subscription.h"
+#include "platform/Trays.h"
 
 class QMenu;
 class QSystemTrayIcon;
@@ -27,10 +28,8 @@ public:
 
     /// The user's choice to have an icon at all.
     void setWanted(bool wanted);
-    /// The session bus was lost, or another took its place.
-    void setBusThere(bool there);
     /// There is an icon that the user can see.
-    bool isShown() const { return wanted_ && hosts_.present(); }
+    bool isShown() const { return wanted_ && trays_.present(); }
     /// Where it is; invalid where the host does not tell.
     QRect place() const;
     QMenu& menu() const { return *menu_; }
@@ -54,12 +53,15 @@ private:
 
     AppModel& model_;
     const Look& look_;
-    TrayHosts hosts_;
+    Trays& trays_;
     std::unique_ptr<QMenu> menu_;
     /// Made when the first host is there: how it speaks to hosts is settled then, once and for all.
     std::unique_ptr<QSystemTrayIcon> icon_;
+    /// The place that the icon was made for.
+    int place_ = 0;
     bool wanted_ = false;
     QPropertyNotifier tight_;
+    Subscription news_;
 };
 
 }  // namespace tolvane::desktop

@@ -13,7 +13,7 @@ bool isMainWindow(const QObject* object) { return qobject_cast<const QMainWindow
 
 }  // namespace
 
-WindowPresence::WindowPresence(std::function<void(bool open)> changed) : QObject(qApp), changed_(std::move(changed)) {
+WindowPresence::WindowPresence(std::function<void(bool open)> changed) : changed_(std::move(changed)) {
     for (const auto* window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && isMainWindow(window)) open_.insert(window);
     }

@@ -6,8 +6,8 @@
 
 namespace tolvane::desktop {
 
-/// Tells when the program's main window is opened and when it is closed; covering or minimising it is neither. Main
-/// thread; goes with the application object.
+/// Tells when the program's main window is opened and when it is closed, however late it is made; covering or
+/// minimising it is neither. Main thread; lives no longer than the application object.
 class WindowPresence : public QObject {
     Q_OBJECT
 

@@ -20,8 +20,8 @@
 #include "platform/FolderLock.h"
 
 #if defined(__APPLE__)
-#include "desktop/WindowPresence.h"
-#include "platform/macos/DockPolicy.h"
+#include "platform/macos/Launch.h"
+#include "platform/macos/dispatch/MacClock.h"
 #include "platform/macos/dispatch/QuitSignals.h"
 #include "platform/macos/makeMacHost.h"
 #else
@@ -58,18 +58,17 @@ public:
     static bool isReachable() { return true; }
     static std::optional<int> statusOfSecondStart(const StartUp& /*start*/) { return std::nullopt; }
     static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
-    static Subscription onBus(const std::function<void(bool there)>& /*changed*/) { return {}; }
-    /// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
-    static void followWindow() {
-        new WindowPresence([policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
-            policy.setInDock(open);
-        });
+    /// Whether the login started the program shows when the event loop runs.
+    void whenStarted(std::function<void(bool atLogin)> started) {
+        launch_.emplace(machost::appleCalls().runtime, clock_, std::move(started));
     }
     /// The system takes back by itself what it needs.
     static void giveBackMemory() {}
 
 private:
     Host host_;
+    machost::MacClock clock_{machost::appleCalls().dispatch, &runOnMain};
+    std::optional<machost::Launch> launch_;
 };
 #else
 bool displayPresent() { return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"); }
@@ -81,6 +80,7 @@ using linuxhost::onQuitSignal;
 using linuxhost::SingleInstance;
 
 void copyText(const std::string& text) { QApplication::clipboard()->setText(words(text)); }
+bool drawsOnX11() { return QApplication::platformName() == QLatin1String("xcb"); }
 
 /// The session's bus tells a second start from the first.
 class Machine {
@@ -88,7 +88,8 @@ public:
     explicit Machine(const StartUp& start)
         : environment_(linuxhost::processEnvironment()),
           bus_(linuxhost::sessionBus(environment_)),
-          host_(linuxhost::makeLinuxHost(environment_, start.switches.overrides, {.bus = bus_, .copyText = &copyText})),
+          host_(linuxhost::makeLinuxHost(environment_, start.switches.overrides,
+                                         {.bus = bus_, .copyText = &copyText, .drawsOnX11 = &drawsOnX11})),
           instance_(bus_) {}
 
     Host takeHost() { return std::move(host_); }
@@ -109,8 +110,8 @@ public:
             outside.openFiles(request.files);
         });
     }
-    Subscription onBus(std::function<void(bool there)> changed) { return instance_.onBus(std::move(changed)); }
-    static void followWindow() {}
+    /// A start at login says so in its preferences.
+    static void whenStarted(const std::function<void(bool atLogin)>& started) { started(false); }
     static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
 private:
@@ -173,11 +174,11 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
         return QApplication::exec();
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
-        Machine::followWindow();
-        auto& shell = program.show(machine.isReachable());
-        QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
+        machine.whenStarted([&](bool atLogin) {
+            auto& shell = program.show(machine.isReachable(), atLogin);
+            QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
+        });
     }
-    const auto bus = machine.onBus([&program](bool there) { program.setBusThere(there); });
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();
 }

@@ -9,6 +9,7 @@
 #include "platform/ChildProcesses.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/Dock.h"
 #include "platform/Folders.h"
 #include "platform/LoginItem.h"
 #include "platform/MachineStatistics.h"
@@ -21,7 +22,11 @@
 #include "platform/PropertyLists.h"
 #include "platform/RunningApplications.h"
 #include "platform/ServiceManager.h"
+#include "platform/Symbols.h"
 #include "platform/SystemLog.h"
+#include "platform/Trays.h"
+#include "platform/WindowCovers.h"
+#include "platform/Windows.h"
 
 namespace tolvane {
 
@@ -45,6 +50,17 @@ struct Host {
     std::unique_ptr<Folders> folders;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<SystemLog> log;
+    std::unique_ptr<Trays> trays;
+
+    // What not every host has; null where there is none.
+
+    /// The program's windows as the system sees them, where it tells more of them than the toolkit does.
+    std::unique_ptr<Windows> windows;
+    /// Where the system does not tell that, but what covers a window.
+    std::unique_ptr<WindowCovers> covers;
+    std::unique_ptr<Symbols> symbols;
+    std::unique_ptr<Dock> dock;
+
     Pid selfPID = 0;
     std::uint32_t uid = 0;
     /// The user's, as an ICU identifier: words are English, figures and lists follow it.

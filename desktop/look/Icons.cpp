@@ -50,9 +50,32 @@ QPixmap rendered(const QByteArray& svg, int size, double ratio) {
     return pixmap;
 }
 
+/// The symbol in the middle of its square, as the host sizes it.
+QImage stencilOf(const SymbolPicture& symbol, int pixels) {
+    const auto image = QImage::fromData(QByteArray::fromStdString(symbol.png), "PNG");
+    if (image.isNull()) return {};
+    QImage square(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    square.fill(Qt::transparent);
+    QRectF place(0, 0, symbol.width, symbol.height);
+    place.moveCenter(QRectF(square.rect()).center());
+    QPainter painter(&square);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(place, image);
+    return square;
+}
+
+QPixmap painted(QImage stencil, QColor colour, double ratio) {
+    QPainter painter(&stencil);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(stencil.rect(), colour);
+    painter.end();
+    stencil.setDevicePixelRatio(ratio);
+    return QPixmap::fromImage(std::move(stencil));
+}
+
 }  // namespace
 
-Icons::Icons(const Tokens& tokens) : tokens_(tokens) {}
+Icons::Icons(const Tokens& tokens, Symbols* symbols) : tokens_(tokens), symbols_(symbols) {}
 Icons::~Icons() = default;
 
 bool Icons::exists(std::string_view name) { return QFile::exists(file(name)); }
@@ -65,8 +88,23 @@ QIcon Icons::get(std::string_view name, IconRole role) const {
 QPixmap Icons::pixmap(std::string_view name, QColor colour, int size, double ratio) const {
     const auto key = file(name) + QStringLiteral("|%1|%2|%3").arg(colour.name()).arg(size).arg(ratio);
     if (const auto found = cache_.constFind(key); found != cache_.constEnd()) return *found;
-    const auto svg = drawing(name, colour, size);
-    return svg.isEmpty() ? QPixmap() : *cache_.insert(key, rendered(svg, size, ratio));
+    const auto made = drawn(name, colour, size, ratio);
+    if (!made.isNull()) cache_.insert(key, made);
+    return made;
+}
+
+QPixmap Icons::drawn(std::string_view name, QColor colour, int size, double ratio) const {
+    if (!exists(name)) return {};
+    const auto& symbol = stencil(name, static_cast<int>(std::ceil(size * ratio)));
+    if (!symbol.isNull()) return painted(symbol, colour, ratio);
+    return rendered(drawing(name, colour, size), size, ratio);
+}
+
+const QImage& Icons::stencil(std::string_view name, int pixels) const {
+    const auto key = file(name) + QStringLiteral("|%1").arg(pixels);
+    if (const auto found = stencils_.constFind(key); found != stencils_.constEnd()) return *found;
+    const auto symbol = symbols_ ? symbols_->picture(name, pixels) : std::nullopt;
+    return *stencils_.insert(key, symbol ? stencilOf(*symbol, pixels) : QImage());
 }
 
 void Icons::paint(QPainter& painter, std::string_view name, QColor colour, QRect rect) const {

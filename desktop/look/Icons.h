@@ -2,12 +2,14 @@
 
 #include <QHash>
 #include <QIcon>
+#include <QImage>
 #include <QPixmap>
 #include <QRect>
 #include <memory>
 #include <string_view>
 
 #include "desktop/look/Tokens.h"
+#include "platform/Symbols.h"
 
 class QPainter;
 
@@ -16,12 +18,14 @@ namespace tolvane::desktop {
 /// What an icon says with its colour.
 enum class IconRole { plain, quiet, accent, warning, destructive };
 
-/// The one set of line icons, drawn from the program's resources at the size, colour and pixel ratio asked for and
-/// remembered. Strokes keep their optical weight: larger icons get relatively thinner lines.
+/// The host's own symbols where it has one of the name, else the one set of line icons from the program's resources;
+/// drawn at the size, colour and pixel ratio asked for, and remembered. Strokes keep their optical weight: larger icons
+/// get relatively thinner lines.
 class Icons {
 public:
-    /// `tokens` outlives the icons and may change its values; then call `clear`.
-    explicit Icons(const Tokens& tokens);
+    /// `tokens` outlives the icons and may change its values; then call `clear`. `symbols` outlives them too; null
+    /// where the host has none.
+    explicit Icons(const Tokens& tokens, Symbols* symbols = nullptr);
     ~Icons();
     Icons(const Icons&) = delete;
     Icons& operator=(const Icons&) = delete;
@@ -43,8 +47,15 @@ public:
     static double strokeWidth(int size);
 
 private:
+    QPixmap drawn(std::string_view name, QColor colour, int size, double ratio) const;
+    /// Where the host's symbol is drawn; null when it has none.
+    const QImage& stencil(std::string_view name, int pixels) const;
+
     const Tokens& tokens_;
+    Symbols* symbols_;
     mutable QHash<QString, QPixmap> cache_;
+    /// The host's answers, whatever the colour: also that it has none.
+    mutable QHash<QString, QImage> stencils_;
 };
 
 }  // namespace tolvane::desktop

@@ -9,11 +9,11 @@
 
 namespace tolvane::desktop {
 
-Look::Look(Applications& applications, Appearance appearance, double textFactor)
+Look::Look(Applications& applications, Appearance appearance, double textFactor, Symbols* symbols)
     : appearance_(appearance),
       tokens_(appearance.tokens()),
       fonts_(textFactor),
-      icons_(tokens_),
+      icons_(tokens_, symbols),
       appIcons_(applications, fonts_) {}
 
 Look::~Look() {

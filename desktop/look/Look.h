@@ -9,6 +9,7 @@
 #include "desktop/look/Fonts.h"
 #include "desktop/look/Icons.h"
 #include "platform/Applications.h"
+#include "platform/Symbols.h"
 
 namespace tolvane::desktop {
 
@@ -17,7 +18,8 @@ class Look : public QObject {
     Q_OBJECT
 
 public:
-    Look(Applications& applications, Appearance appearance, double textFactor = 1);
+    /// `symbols` outlives it too, and is null where the host has none of its own.
+    Look(Applications& applications, Appearance appearance, double textFactor = 1, Symbols* symbols = nullptr);
     /// Takes its style away from the application, which must not draw with what is gone.
     ~Look() override;
 

@@ -15,6 +15,7 @@
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxServiceManager.h"
 #include "platform/linux/LinuxSystemLog.h"
+#include "platform/linux/LinuxTrays.h"
 #include "platform/linux/PSIMemoryPressure.h"
 #include "platform/linux/PlistPreferences.h"
 #include "platform/linux/XDGAutostart.h"
@@ -23,6 +24,7 @@
 #include "platform/linux/launch/Launcher.h"
 #include "platform/linux/windows/SessionFrontmost.h"
 #include "platform/linux/windows/WindowSession.h"
+#include "platform/linux/windows/XCovers.h"
 
 namespace tolvane::linuxhost {
 
@@ -45,6 +47,9 @@ void addDesktop(Host& host, LinuxApplications& applications, const LinuxFolders&
     host.notifications = std::make_unique<LinuxNotifications>(bus);
     host.loginItem = std::make_unique<XDGAutostart>(XDGAutostart::placesFor(folders, environment));
     host.desktop = std::make_unique<LinuxDesktop>(bus, launcher, std::move(toolkit.copyText));
+    const auto events = std::make_shared<XEvents>(environment("DISPLAY").value_or(""));
+    host.trays = std::make_unique<LinuxTrays>(bus, events, toolkit.drawsOnX11);
+    host.covers = std::make_unique<XCovers>(events, toolkit.drawsOnX11);
 }
 
 }  // namespace

@@ -22,6 +22,9 @@ struct Toolkit {
     std::shared_ptr<SessionBus> bus = nullptr;
     /// Puts a text on the pasteboard.
     std::function<void(const std::string& text)> copyText = nullptr;
+    /// Whether the program's windows are the X server's; null where it has none. Asked once the application object is
+    /// made.
+    std::function<bool()> drawsOnX11 = nullptr;
 };
 
 /// This machine. `overrides` are preferences for this run only. Made before or after the application object; what waits

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "platform/Dock.h"
 #include "platform/macos/objc/Runtime.h"
 
 namespace tolvane::machost {
 
-/// Whether the program stands in the Dock and has a menu of its own, as it does while its window is open; without one
-/// it is a menu-bar item and no more. Main thread, with the application object made.
-class DockPolicy {
+/// The application's activation policy: regular in the Dock, else accessory.
+class DockPolicy : public Dock {
 public:
     explicit DockPolicy(ObjC runtime);
 
-    /// Standing in the Dock, the program also comes to the front.
-    void setInDock(bool inDock);
+    void setInDock(bool inDock) override;
 
 private:
     ObjC runtime_;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/macos/DockPolicy.h"
 #include "platform/macos/LaunchdServices.h"
 #include "platform/macos/MacApplications.h"
 #include "platform/macos/MacDesktop.h"
@@ -12,6 +13,9 @@
 #include "platform/macos/MacPreferences.h"
 #include "platform/macos/MacPropertyLists.h"
 #include "platform/macos/MacRunningApplications.h"
+#include "platform/macos/MacSymbols.h"
+#include "platform/macos/MacWindows.h"
+#include "platform/macos/MenuBar.h"
 #include "platform/macos/dispatch/MacClock.h"
 #include "platform/macos/dispatch/MacMemoryPressure.h"
 #include "platform/macos/kernel/KernelNumbers.h"
@@ -46,12 +50,20 @@ void addFrameworks(Host& host, const ObjC& runtime, const OnMain& onMain) {
     host.folders = std::move(folders);
 }
 
+void addScreen(Host& host, const ObjC& runtime) {
+    host.trays = std::make_unique<MenuBar>();
+    host.windows = std::make_unique<MacWindows>(runtime);
+    host.symbols = std::make_unique<MacSymbols>(runtime);
+    host.dock = std::make_unique<DockPolicy>(runtime);
+}
+
 }  // namespace
 
 Host hostOn(const MacCalls& calls, LayeredPreferences::Overrides overrides, const OnMain& onMain) {
     Host host;
     addKernel(host, calls.kernel);
     addFrameworks(host, calls.runtime, onMain);
+    addScreen(host, calls.runtime);
     host.pressure = std::make_unique<MacMemoryPressure>(calls.dispatch, onMain);
     host.clock = std::make_unique<MacClock>(calls.dispatch, onMain);
     host.preferences =

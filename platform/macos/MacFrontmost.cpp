@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/macos/objc/Block.h"
 #include "platform/macos/objc/Foundation.h"
+#include "platform/macos/objc/Observation.h"
 
 namespace tolvane::machost {
 
@@ -39,19 +39,10 @@ std::optional<FrontmostApplication> MacFrontmost::current() const {
 Subscription MacFrontmost::onActivation(std::function<void(std::string bundlePath)> activated) {
     const Pool pool(*runtime_);
     const Id center = runtime_->send(workspace(*runtime_), "notificationCenter");
-    Block<Id> block(*runtime_, [runtime = runtime_, activated = std::move(activated)](Id notification) {
-        if (auto path = activatedPath(*runtime, notification)) activated(std::move(*path));
-    });
-    const Id token =
-        runtime_->send(center, "addObserverForName:object:queue:usingBlock:",
-                       Foundation::string(*runtime_, "NSWorkspaceDidActivateApplicationNotification"), Id{},
-                       runtime_->send(runtime_->classNamed("NSOperationQueue"), "mainQueue"), block.get());
-    auto observer = std::make_shared<Owned>(Owned::retain(runtime_, token));
-    return Subscription([runtime = runtime_, observer] {
-        const Pool pool(*runtime);
-        runtime->send<void>(runtime->send(workspace(*runtime), "notificationCenter"),
-                            "removeObserver:", observer->get());
-    });
+    return observe(runtime_, center, "NSWorkspaceDidActivateApplicationNotification",
+                   [runtime = runtime_, activated = std::move(activated)](Id notification) {
+                       if (auto path = activatedPath(*runtime, notification)) activated(std::move(*path));
+                   });
 }
 
 }  // namespace tolvane::machost

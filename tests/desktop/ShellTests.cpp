@@ -19,7 +19,6 @@
 namespace tolvane::desktop {
 namespace {
 
-/// Where there is no display there is no tray.
 class ShellTest : public ::testing::Test {
 protected:
     Shell& make(bool secondStartOpens) {
@@ -52,6 +51,35 @@ TEST_F(ShellTest, aStartByTheSessionWaitsForATrayAndOpensTheWindowWithoutOne) {
     EXPECT_FALSE(shell->isWindowShown());
     scene.fake.clock->advance(Seconds{10});
     EXPECT_TRUE(shell->isWindowShown());
+}
+
+TEST_F(ShellTest, aStartByTheSessionLivesInATrayThatIsThereAlready) {
+    scene.fake.world->hasTray = true;
+    make(true).start(true);
+    scene.fake.clock->advance(Seconds{60});
+    EXPECT_FALSE(shell->isWindowShown());
+}
+
+TEST_F(ShellTest, aTrayThatComesInTimeKeepsTheWindowClosed) {
+    make(true).start(true);
+    scene.fake.clock->advance(Seconds{10});
+    scene.fake.world->setTray(true);
+    EXPECT_TRUE(shell->tray().isShown());
+    scene.fake.clock->advance(Seconds{60});
+    EXPECT_FALSE(shell->isWindowShown());
+}
+
+TEST_F(ShellTest, theIconGoesAndComesWithTheTray) {
+    scene.fake.world->hasTray = true;
+    make(true).start(false);
+    EXPECT_TRUE(shell->tray().isShown());
+    int changes = 0;
+    QObject::connect(&shell->tray(), &Tray::shownChanged, shell.get(), [&] { ++changes; });
+    scene.fake.world->setTray(false);
+    EXPECT_FALSE(shell->tray().isShown());
+    scene.fake.world->setTray(true);
+    EXPECT_TRUE(shell->tray().isShown());
+    EXPECT_EQ(changes, 2);
 }
 
 TEST_F(ShellTest, theModelCanAskForTheWindowBeforeThereIsOne) {

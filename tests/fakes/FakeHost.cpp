@@ -66,6 +66,11 @@ void FakeWorld::showWindow(bool visible) {
     tell(windowObservers);
 }
 
+void FakeWorld::setTray(bool present) {
+    hasTray = present;
+    tell(trayObservers);
+}
+
 namespace {
 
 using World = std::shared_ptr<FakeWorld>;
@@ -413,6 +418,19 @@ private:
     World world_;
 };
 
+class IconPlaces : public Trays {
+public:
+    explicit IconPlaces(World world) : world_(std::move(world)) {}
+
+    bool present() const override { return world_->hasTray; }
+    Subscription onChange(std::function<void()> changed) override {
+        return observe(world_, &FakeWorld::trayObservers, std::move(changed));
+    }
+
+private:
+    World world_;
+};
+
 class OwnWindows : public Windows {
 public:
     explicit OwnWindows(World world) : world_(std::move(world)) {}
@@ -448,6 +466,7 @@ FakeHost::FakeHost() {
     host.folders = std::make_unique<Places>(world);
     host.clock = std::move(virtualClock);
     host.log = std::make_unique<Log>(world);
+    host.trays = std::make_unique<IconPlaces>(world);
     host.selfPID = 4242;
     host.uid = 501;
     windows = std::make_unique<OwnWindows>(world);

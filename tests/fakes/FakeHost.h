@@ -103,6 +103,8 @@ struct FakeWorld {
     std::string applicationSupport = "/dev/null/share";
     std::optional<std::string> syncFolder;
     bool windowVisible = false;
+    /// The desktop has a place for the program's icon.
+    bool hasTray = false;
 
     /// What was asked, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "signal 15 12", "run /bin/ls",
     /// "set rulesPaused", "reveal /a".
@@ -118,6 +120,7 @@ struct FakeWorld {
     std::vector<std::pair<std::uint64_t, std::function<void(std::optional<std::string>)>>> clickObservers;
     std::vector<std::pair<std::uint64_t, std::function<void()>>> pressureObservers;
     std::vector<std::pair<std::uint64_t, std::function<void()>>> windowObservers;
+    std::vector<std::pair<std::uint64_t, std::function<void()>>> trayObservers;
     std::uint64_t nextObserver = 0;
 
     void activate(const std::string& bundlePath);
@@ -126,6 +129,8 @@ struct FakeWorld {
     /// The process is gone.
     void end(Pid pid);
     void showWindow(bool visible);
+    /// A tray comes or goes.
+    void setTray(bool present);
 };
 
 /// A host whose every part is the world's.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/mount.h>
-
 #include <string>
 #include <string_view>
 
@@ -9,21 +7,17 @@
 
 namespace tolvane::fakes {
 
-/// A file system of a few pages, where the user has the right to mount one.
+/// A file system of a few pages, where the user has the right to mount one and the system has such.
 class SmallDisk {
 public:
-    SmallDisk() : mounted_(::mount("none", folder_.path().c_str(), "tmpfs", 0, "size=64k") == 0) {}
+    SmallDisk();
     SmallDisk(const SmallDisk&) = delete;
     SmallDisk& operator=(const SmallDisk&) = delete;
-    ~SmallDisk() {
-        if (mounted_) ::umount(folder_.path().c_str());
-    }
+    ~SmallDisk();
 
     bool isMounted() const { return mounted_; }
     /// From here on nothing on it changes.
-    bool makeReadOnly() const {
-        return ::mount("none", folder_.path().c_str(), "tmpfs", MS_REMOUNT | MS_RDONLY, "size=64k") == 0;
-    }
+    bool makeReadOnly() const;
     std::string operator/(std::string_view name) const { return folder_ / name; }
 
 private:

@@ -27,6 +27,8 @@ TEST(MakeLinuxHost, everyPartIsThere) {
     EXPECT_THAT(host.preferences, NotNull());
     EXPECT_THAT(host.clock, NotNull());
     EXPECT_THAT(host.log, NotNull());
+    EXPECT_THAT(host.trays, NotNull());
+    EXPECT_THAT(host.covers, NotNull());
     EXPECT_EQ(host.folders->applicationSupport(), home.at(".local/share"));
     EXPECT_EQ(host.selfPID, ::getpid());
     EXPECT_EQ(host.uid, ::getuid());
@@ -54,6 +56,19 @@ TEST(MakeLinuxHost, withoutADesktopItsPartsSaySo) {
     host.desktop->open("/nowhere/at/all");
     host.desktop->copyText("text");
     EXPECT_EQ(host.loginItem->status(), LoginStatus::notRegistered);
+    const auto waiting = host.trays->onChange([] { FAIL(); });
+    EXPECT_FALSE(host.trays->present());
+    EXPECT_FALSE(host.covers->watch(1));
+    EXPECT_FALSE(host.covers->isCovered(1));
+}
+
+TEST(MakeLinuxHost, aServerThatCannotBeReachedTellsNothingOfTraysAndWindows) {
+    const TemporaryFolder home;
+    const Host host = makeLinuxHost(environmentOf({{"HOME", home.path()}, {"DISPLAY", ":99999"}}), {},
+                                    {.drawsOnX11 = [] { return true; }});
+    const auto waiting = host.trays->onChange([] { FAIL(); });
+    EXPECT_FALSE(host.trays->present());
+    EXPECT_FALSE(host.covers->watch(1));
 }
 
 TEST(MakeLinuxHost, theToolkitTakesWhatIsCopied) {

@@ -21,6 +21,9 @@ const std::set<std::string_view> smallChange = {"stringWithUTF8String:",
                                                 "count",
                                                 "objectAtIndex:",
                                                 "firstObject",
+                                                "className",
+                                                "bytes",
+                                                "length",
                                                 "isKindOfClass:",
                                                 "objectForKey:",
                                                 "allKeys",
@@ -34,7 +37,7 @@ const std::set<std::string_view> smallChange = {"stringWithUTF8String:",
                                                 "localizedDescription"};
 
 char codeOf(const Value& value) {
-    constexpr std::string_view codes = "v@BqQd*^";
+    constexpr std::string_view codes = "v@BqQd*^{I";
     return codes[value.index()];
 }
 
@@ -106,6 +109,8 @@ std::string FakeRuntime::wordsOf(const Value& value) const {
         words << *whole;
     } else if (const auto* natural = std::get_if<std::uint64_t>(&value)) {
         words << *natural;
+    } else if (const auto* code = std::get_if<std::uint32_t>(&value)) {
+        for (const unsigned shift : {24U, 16U, 8U, 0U}) words << static_cast<char>(*code >> shift & 0xFFU);
     } else if (const auto* real = std::get_if<double>(&value)) {
         words << *real;
     } else if (const auto* bytes = std::get_if<const char*>(&value)) {
@@ -193,6 +198,9 @@ Value FakeRuntime::basics(const Message& message) {
     auto& receiver = objects_.at(message.receiver);
     const auto argument = message.arguments.empty() ? Value() : message.arguments[0];
     if (selector == "UTF8String") return receiver.text.c_str();
+    if (selector == "bytes") return static_cast<void*>(receiver.text.data());
+    if (selector == "length") return std::uint64_t{receiver.text.size()};
+    if (selector == "className") return text(receiver.className);
     if (selector == "path" || selector == "localizedDescription") return text(receiver.text);
     if (selector == "count") return std::uint64_t{receiver.items.size()};
     if (selector == "objectAtIndex:") return receiver.items.at(std::get<std::uint64_t>(argument));

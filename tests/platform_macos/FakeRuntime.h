@@ -28,7 +28,8 @@ struct FakeObject {
 };
 
 /// A method that a class of the frameworks really has: its result, then its arguments. `v` nothing, `@` object, `B`
-/// BOOL, `q` NSInteger, `Q` NSUInteger, `d` double, `*` C string, `^` pointer.
+/// BOOL, `q` NSInteger, `Q` NSUInteger, `d` double, `*` C string, `^` pointer, `{` NSSize, `I` a
+/// four-character code.
 struct KnownMethod {
     std::string_view className;
     std::string_view selector;

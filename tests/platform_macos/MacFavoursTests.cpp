@@ -1,6 +1,6 @@
-// Preferences, property lists, folders, the desktop's favours, the login item, the Dock.
+// Preferences, property lists, folders, the desktop's favours, the login item, cores.
 
-#include "platform/macos/DockPolicy.h"
+#include "platform/macos/ActiveCores.h"
 #include "platform/macos/MacDesktop.h"
 #include "platform/macos/MacFolders.h"
 #include "platform/macos/MacLoginItem.h"
@@ -201,16 +201,13 @@ TEST_F(MacLoginItemTest, aFailureHasTheHostsWords) {
     EXPECT_THAT(item_.withdraw(), Optional(std::string()));
 }
 
-class DockPolicyTest : public FrameworksTest {};
+class ActiveCoresTest : public FrameworksTest {};
 
-TEST_F(DockPolicyTest, standsInTheDockWithAWindowOnly) {
-    fake_.answer("sharedApplication", fake_.object("NSApplication", "app"));
-    DockPolicy policy(fake_.runtime());
-    policy.setInDock(true);
-    policy.setInDock(false);
-    EXPECT_THAT(fake_.sent,
-                ElementsAre("[NSApplication sharedApplication]", "[app setActivationPolicy:0]", "[app activate]",
-                            "[NSApplication sharedApplication]", "[app setActivationPolicy:1]"));
+TEST_F(ActiveCoresTest, areThoseThatTakeWork) {
+    fake_.answer("processInfo", fake_.object("NSProcessInfo", "process"));
+    fake_.answer("activeProcessorCount", std::uint64_t{10});
+    EXPECT_EQ(activeCores(*fake_.runtime()), 10);
+    EXPECT_THAT(fake_.sent, ElementsAre("[NSProcessInfo processInfo]", "[process activeProcessorCount]"));
 }
 
 }  // namespace

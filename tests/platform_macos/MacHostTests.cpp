@@ -38,6 +38,7 @@ TEST_F(MacHostTest, answersEveryQuestion) {
     EXPECT_TRUE(host.machine && host.control && host.applications && host.running && host.frontmost);
     EXPECT_TRUE(host.notifications && host.services && host.children && host.loginItem && host.desktop);
     EXPECT_TRUE(host.propertyLists && host.pressure && host.preferences && host.folders && host.clock && host.log);
+    EXPECT_TRUE(host.trays && host.windows && host.symbols && host.dock);
     EXPECT_EQ(host.selfPID, 900);
     EXPECT_EQ(host.uid, 501U);
 }

@@ -48,12 +48,14 @@ TEST(ObjCRuntime, argumentsArriveInTheTypesThatTheSenderNamed) {
 double givesReal(Id, Selector) { return 2.5; }
 bool givesBool(Id, Selector) { return true; }
 std::int64_t givesWhole(Id, Selector) { return -9; }
+Size givesSize(Id, Selector) { return {.width = 3.5, .height = 4.5}; }
 void writesError(Id, Selector, void* place) { *static_cast<Id*>(place) = someObject(3); }
 
 TEST(ObjCRuntime, resultsComeInTheTypeThatTheSenderNamed) {
     EXPECT_DOUBLE_EQ(runtimeWith(&givesReal).send<double>(someObject(1), "real"), 2.5);
     EXPECT_TRUE(runtimeWith(&givesBool).send<bool>(someObject(1), "flag"));
     EXPECT_EQ(runtimeWith(&givesWhole).send<std::int64_t>(someObject(1), "whole"), -9);
+    EXPECT_EQ(runtimeWith(&givesSize).send<Size>(someObject(1), "size"), (Size{.width = 3.5, .height = 4.5}));
 }
 
 TEST(ObjCRuntime, aPlaceForAnErrorIsWrittenTo) {

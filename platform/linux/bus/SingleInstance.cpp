@@ -125,11 +125,6 @@ public:
         return subscription;
     }
 
-    Subscription onBus(std::function<void(bool)> changed) {
-        return bus_->onConnection(
-            [changed = std::move(changed)](GDBusConnection* connection) { changed(connection != nullptr); });
-    }
-
 private:
     SessionBus::Call callOf(const std::string& destination, const std::string& path, const char* called,
                             const char* method, Variant arguments) const {
@@ -231,7 +226,5 @@ Outcome SingleInstance::settle(const Request& request, const std::string& token,
 Subscription SingleInstance::onRequest(std::function<void(Request)> requested) {
     return object_->onRequest(std::move(requested));
 }
-
-Subscription SingleInstance::onBus(std::function<void(bool)> changed) { return object_->onBus(std::move(changed)); }
 
 }  // namespace tolvane::linuxhost

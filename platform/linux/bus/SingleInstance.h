@@ -51,8 +51,6 @@ public:
                    std::chrono::milliseconds limit = std::chrono::seconds(5));
     /// Tells of each request from outside. The first one to subscribe hears of what came before, from the event loop.
     Subscription onRequest(std::function<void(Request)> requested);
-    /// Tells when the bus is lost, and when another takes its place: what else was on it has to be renewed then.
-    Subscription onBus(std::function<void(bool there)> changed);
 
 private:
     class Object;

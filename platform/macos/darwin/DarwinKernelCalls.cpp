@@ -9,6 +9,7 @@
 
 #include <csignal>
 
+#include "platform/macos/ActiveCores.h"
 #include "platform/macos/kernel/Spawn.h"
 
 namespace tolvane::machost {
@@ -26,12 +27,6 @@ int coreStatistics(Port host, int flavour, std::uint32_t* cores, const std::uint
     const int result = host_processor_info(host, flavour, cores, &words, count);
     *block = reinterpret_cast<const std::uint32_t*>(words);
     return result;
-}
-
-int activeCores(const Runtime& runtime) {
-    const Pool pool(runtime);
-    const Id process = runtime.send(runtime.classNamed("NSProcessInfo"), "processInfo");
-    return static_cast<int>(runtime.send<std::uint64_t>(process, "activeProcessorCount"));
 }
 
 void addProcesses(KernelCalls& calls) {

@@ -39,6 +39,12 @@ std::vector<Id> elements(const Runtime& runtime, Id array) {
     return found;
 }
 
+std::string bytes(const Runtime& runtime, Id data) {
+    const auto* first = static_cast<const char*>(runtime.send<void*>(data, "bytes"));
+    const auto length = runtime.send<std::uint64_t>(data, "length");
+    return first == nullptr ? std::string() : std::string(first, length);
+}
+
 std::optional<std::string> localizedDescription(const Runtime& runtime, Id error) {
     return text(runtime, runtime.send(error, "localizedDescription"));
 }

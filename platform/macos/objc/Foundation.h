@@ -24,6 +24,7 @@ std::optional<std::string> path(const Runtime& runtime, Id url);
 
 bool isKindOf(const Runtime& runtime, Id object, const char* className);
 std::vector<Id> elements(const Runtime& runtime, Id array);
+std::string bytes(const Runtime& runtime, Id data);
 /// What went wrong, in the user's language; none for no error.
 std::optional<std::string> localizedDescription(const Runtime& runtime, Id error);
 

@@ -19,8 +19,19 @@ using Selector = const SelectorName*;
 /// A function whose type only its caller knows.
 using AnyFunction = void (*)();
 
-/// What a message carries or gives: nothing, an object, BOOL, NSInteger, NSUInteger, double, a C string, a pointer.
-using Value = std::variant<std::monostate, Id, bool, std::int64_t, std::uint64_t, double, const char*, void*>;
+/// NSSize. Small enough that every processor gives it back in registers, as any other result.
+struct Size {
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const Size&) const = default;
+};
+static_assert(sizeof(Size) == 16);
+
+/// What a message carries or gives: nothing, an object, BOOL, NSInteger, NSUInteger, double, a C string, a pointer, a
+/// size, a four-character code.
+using Value = std::variant<std::monostate, Id, bool, std::int64_t, std::uint64_t, double, const char*, void*, Size,
+                           std::uint32_t>;
 
 /// One message before it is sent.
 struct Message {

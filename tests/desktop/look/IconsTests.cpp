@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QImage>
+#include <map>
+#include <string>
 #include <string_view>
 
 #include "app/AppSection.h"
@@ -107,6 +110,67 @@ TEST(Icons, rememberADrawingForEachSizeColourAndRatio) {
         icons.pixmap("folder", lightTokens.accent, 16, 2);
     }
     EXPECT_EQ(icons.remembered(), 3U);
+}
+
+/// Black as symbols come, of that many pixels.
+std::string pngOf(int width, int height) {
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(Qt::black);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes.toStdString();
+}
+
+class HostSymbols : public Symbols {
+public:
+    std::optional<SymbolPicture> picture(std::string_view name, int pixels) override {
+        asked.emplace_back(std::string(name) + " " + std::to_string(pixels));
+        const auto found = pictures.find(std::string(name));
+        return found == pictures.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    std::map<std::string, SymbolPicture> pictures;
+    std::vector<std::string> asked;
+};
+
+TEST(Icons, areTheHostsSymbolsWhereItHasThem) {
+    HostSymbols symbols;
+    // Twice as fine as it is to be painted.
+    symbols.pictures["folder"] = {.png = pngOf(16, 8), .width = 8, .height = 4};
+    const Icons icons(lightTokens, &symbols);
+    const auto pixmap = icons.pixmap("folder", lightTokens.orange, 8, 2);
+    EXPECT_EQ(pixmap.deviceIndependentSize(), QSizeF(8, 8));
+    const auto image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    EXPECT_EQ(image.size(), QSize(16, 16));
+    EXPECT_EQ(QColor(image.pixel(8, 8)), lightTokens.orange) << "in the middle, in our colour";
+    EXPECT_EQ(qAlpha(image.pixel(1, 8)), 0) << "as wide as it was said to be";
+    EXPECT_EQ(qAlpha(image.pixel(8, 3)), 0) << "as high as it was said to be";
+    EXPECT_EQ(symbols.asked, std::vector<std::string>{"folder 16"});
+}
+
+TEST(Icons, areOurOwnWhereTheHostHasNoSuchSymbolOrOneThatCannotBeRead) {
+    HostSymbols symbols;
+    symbols.pictures["trash"] = {.png = "no picture", .width = 8, .height = 8};
+    const Icons icons(lightTokens, &symbols);
+    for (const std::string_view name : {"folder", "trash"}) {
+        const auto own = Icons(lightTokens).pixmap(name, lightTokens.text, 16, 2).toImage();
+        EXPECT_EQ(icons.pixmap(name, lightTokens.text, 16, 2).toImage(), own) << name;
+    }
+}
+
+TEST(Icons, askTheHostOnceForEachSize) {
+    HostSymbols symbols;
+    symbols.pictures["folder"] = {.png = pngOf(8, 8), .width = 8, .height = 8};
+    Icons icons(lightTokens, &symbols);
+    for (const auto colour : {lightTokens.text, lightTokens.accent}) {
+        icons.pixmap("folder", colour, 16, 1);
+        icons.pixmap("trash", colour, 16, 1);
+        icons.clear();
+    }
+    icons.pixmap("folder", lightTokens.text, 16, 2);
+    EXPECT_EQ(symbols.asked, (std::vector<std::string>{"folder 16", "trash 16", "folder 32"}));
 }
 
 TEST(Icons, growThinnerInProportionWhenLarger) {

@@ -1,0 +1,93 @@
+#include "platform/linux/bus/StatusHosts.h"
+
+#include <utility>
+#include <vector>
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
+constexpr const char* object = "/StatusNotifierWatcher";
+
+/// The value of a property, if it is a truth.
+bool truthIn(GVariant* answer) {
+    if (answer == nullptr || g_variant_is_of_type(answer, G_VARIANT_TYPE("(v)")) == FALSE) return false;
+    GVariant* value = nullptr;
+    g_variant_get(answer, "(v)", &value);
+    const Variant owner(value);
+    return g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != FALSE && g_variant_get_boolean(value) != FALSE;
+}
+
+}  // namespace
+
+/// Answers hold it weakly: they may come after its end.
+class StatusHosts::State : public std::enable_shared_from_this<State> {
+public:
+    State(std::shared_ptr<SessionBus> bus, std::function<void()> changed)
+        : bus_(std::move(bus)), changed_(std::move(changed)) {}
+
+    bool present() const { return present_; }
+    int losses() const { return losses_; }
+
+    void start() {
+        if (!bus_ || !bus_->hasAddress()) return;
+        listen({.sender = "org.freedesktop.DBus",
+                .interface = "org.freedesktop.DBus",
+                .member = "NameOwnerChanged",
+                .path = "/org/freedesktop/DBus",
+                .firstArgument = watcher});
+        for (const char* member : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
+            listen({.sender = watcher, .interface = watcher, .member = member, .path = object});
+        }
+        news_.push_back(bus_->onConnection([this](GDBusConnection* connection) {
+            if (connection == nullptr) return lose();
+            ask();
+        }));
+        ask();
+    }
+
+private:
+    void listen(SessionBus::Source source) {
+        news_.push_back(bus_->onSignal(std::move(source), [this](const BusSignal&) { ask(); }));
+    }
+
+    /// A watcher may stand there without anybody who shows the items. Without a watcher the question fails.
+    void ask() {
+        bus_->call({.destination = watcher,
+                    .path = object,
+                    .interface = "org.freedesktop.DBus.Properties",
+                    .method = "Get",
+                    .arguments = taken(g_variant_new("(ss)", watcher, "IsStatusNotifierHostRegistered")),
+                    .mayStart = false},
+                   [weak = weak_from_this()](const BusAnswer& answer) {
+                       if (const auto self = weak.lock()) self->set(truthIn(answer.value));
+                   });
+    }
+
+    void lose() {
+        if (present_) ++losses_;
+        set(false);
+    }
+
+    void set(bool present) {
+        if (std::exchange(present_, present) != present) changed_();
+    }
+
+    std::shared_ptr<SessionBus> bus_;
+    std::function<void()> changed_;
+    bool present_ = false;
+    int losses_ = 0;
+    std::vector<Subscription> news_;
+};
+
+StatusHosts::StatusHosts(std::shared_ptr<SessionBus> bus, std::function<void()> changed)
+    : state_(std::make_shared<State>(std::move(bus), std::move(changed))) {
+    state_->start();
+}
+
+bool StatusHosts::present() const { return state_->present(); }
+
+int StatusHosts::losses() const { return state_->losses(); }
+
+}  // namespace tolvane::linuxhost

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <set>
+
+#include "platform/WindowCovers.h"
+#include "platform/linux/Observers.h"
+#include "platform/linux/windows/XEvents.h"
+
+namespace tolvane::linuxhost {
+
+/// The X server tells when a window cannot be seen any more below others, unless a compositor keeps every window whole.
+class XCovers : public WindowCovers {
+public:
+    /// `drawsOnX11` tells whether the program's windows are the server's; asked at each window.
+    XCovers(std::shared_ptr<XEvents> events, std::function<bool()> drawsOnX11);
+
+    bool watch(Window window) override;
+    void forget(Window window) override;
+    bool isCovered(Window window) const override { return covered_.contains(window); }
+    Subscription onChange(std::function<void()> changed) override { return observers_.add(std::move(changed)); }
+
+private:
+    void hear(const xcb_generic_event_t* event);
+
+    std::shared_ptr<XEvents> events_;
+    std::function<bool()> drawsOnX11_;
+    std::set<Window> watched_;
+    std::set<Window> covered_;
+    Observers<> observers_;
+    Subscription news_;
+};
+
+}  // namespace tolvane::linuxhost

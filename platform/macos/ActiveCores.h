@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/macos/objc/Runtime.h"
+
+namespace tolvane::machost {
+
+/// Logical cores that take work at present. Any thread.
+int activeCores(const Runtime& runtime);
+
+}  // namespace tolvane::machost

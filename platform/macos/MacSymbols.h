@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Symbols.h"
+#include "platform/macos/objc/Runtime.h"
+
+namespace tolvane::machost {
+
+/// The system's symbols, whose names the program's icons have, in the weight and the proportion to their square that
+/// the system's own controls give them.
+class MacSymbols : public Symbols {
+public:
+    explicit MacSymbols(ObjC runtime);
+
+    std::optional<SymbolPicture> picture(std::string_view name, int pixels) override;
+
+private:
+    ObjC runtime_;
+};
+
+}  // namespace tolvane::machost

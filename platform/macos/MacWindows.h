@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Windows.h"
+#include "platform/macos/objc/Runtime.h"
+
+namespace tolvane::machost {
+
+/// The window server's own word: a window that others cover altogether is not seen, nor one on another space or a
+/// minimised one. The menu bar's item is a window too, and always there: it does not count. Main thread, with the
+/// application object made.
+class MacWindows : public Windows {
+public:
+    explicit MacWindows(ObjC runtime);
+
+    bool anyVisible() const override;
+    Subscription onChange(std::function<void()> changed) override;
+
+private:
+    ObjC runtime_;
+};
+
+}  // namespace tolvane::machost

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/Subscription.h"
+#include "platform/macos/objc/Runtime.h"
+
+namespace tolvane::machost {
+
+/// Listens to the notifications of this name that any object posts to `center`, on the main thread. Within a `Pool`.
+Subscription observe(const ObjC& runtime, Id center, const char* name, std::function<void(Id notification)> posted);
+
+}  // namespace tolvane::machost
