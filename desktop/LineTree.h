@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "desktop/LineDelegate.h"
 #include "desktop/LineHeader.h"
@@ -30,6 +31,8 @@ public:
     void setSelectedIds(std::set<std::string> ids);
 
     void setSorting(int column, bool ascending);
+    /// What the tooltip of a name tells beside it.
+    void setRemark(LineRemark remark) { delegate_->setRemark(std::move(remark)); }
 
     /// Rows stay where they are until as many calls with false came as with true.
     void hold(bool held);

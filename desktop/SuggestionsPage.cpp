@@ -29,6 +29,8 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
                             words(SuggestionsView::empty.sentence))),
       scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)) {
     showHidden_->setToolTip(words(SuggestionsView::showHiddenHelp));
+    const int icon = look.fonts().scaled(Sizes::icon);
+    showHidden_->setIconSize({icon, icon});
     showHidden_->setAutoDefault(false);
     showHidden_->hide();
     connect(showHidden_, &QPushButton::clicked, this, [this] { view_.showHidden(); });
@@ -59,7 +61,8 @@ SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {
     card = new SuggestionCard(look_);
     card->hide();
     connect(card, &SuggestionCard::wanted, this, [this](const Suggestion& suggestion, SuggestionDeed deed) {
-        SuggestionMenu::carryOut(model_, suggestion, deed);
+        const auto meant = SuggestionMenu::stillMeant(suggestion, lives_, model_.snapshot->rows);
+        SuggestionMenu::carryOut(model_, meant, deed);
     });
     connect(card, &SuggestionCard::menuOpened, this, [this] { hold(true); });
     connect(card, &SuggestionCard::menuClosed, this, [this] { hold(false); });
@@ -86,6 +89,7 @@ void SuggestionsPage::hold(bool held) {
 void SuggestionsPage::refresh() {
     waiting_ = false;
     if (held_) return;
+    lives_ = SuggestionMenu::livesOf(*model_.suggestions, model_.snapshot->rows);
     const auto sections = view_.sections();
     showHidden_->setEnabled(view_.canShowHidden());
     panes_->setCurrentWidget(sections.empty() ? empty_ : static_cast<QWidget*>(scroll_));

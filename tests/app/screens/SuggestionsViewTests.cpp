@@ -4,6 +4,7 @@
 
 #include "app/screens/SuggestionMenu.h"
 #include "tests/app/ModelTest.h"
+#include "tests/fakes/Rows.h"
 
 namespace tolvane {
 namespace {
@@ -125,6 +126,17 @@ TEST_F(SuggestionsViewTest, thePrimaryLabelFollowsKindAndAction) {
     EXPECT_EQ(SuggestionMenu::primaryLabel(ofApp(RuleAction::quit)), "Quit");
     EXPECT_EQ(SuggestionMenu::primaryLabel(ofApp()), "Restart");
     EXPECT_EQ(SuggestionMenu::primaryLabel(suggestion("a", Kind::leftRunning)), "Stop");
+}
+
+TEST_F(SuggestionsViewTest, whoTookOverANumberIsNotMeant) {
+    auto stays = fakes::row(10, "node"), ends = fakes::row(11, "node");
+    Suggestion suggestion;
+    suggestion.pids = {10, 11};
+    const auto lives = SuggestionMenu::livesOf({suggestion}, {stays, ends});
+    EXPECT_EQ(lives.size(), 2U);
+    EXPECT_EQ(SuggestionMenu::stillMeant(suggestion, lives, {stays, ends}).pids, (std::vector<Pid>{10, 11}));
+    ends.sample.startTime += Seconds{60};
+    EXPECT_EQ(SuggestionMenu::stillMeant(suggestion, lives, {stays, ends}).pids, (std::vector<Pid>{10}));
 }
 
 TEST_F(SuggestionsViewTest, theMenuOfAnApplicationOffersToQuitIt) {
