@@ -45,7 +45,8 @@ World AppModel::world() const {
             .claudeWorkers = snapshot->claude,
             .selfPID = host().selfPID,
             .uid = host().uid,
-            .memoryTight = *memoryTight};
+            .memoryTight = *memoryTight,
+            .frontmostKnown = host().frontmost->canTell()};
 }
 
 std::vector<HistoryPoint> AppModel::historyFor(const std::vector<Pid>& pids) const { return history->points(pids); }

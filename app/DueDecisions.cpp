@@ -11,18 +11,16 @@ bool wouldChangeNothing(const Decision& decision, const std::map<Pid, Lowered>& 
            std::ranges::all_of(decision.pids, [&](Pid pid) { return lowered.contains(pid); });
 }
 
-/// Acting on an application that someone is reading is worse than not acting.
-std::vector<Rule> withoutFrontmost(std::vector<Rule> rules) {
-    std::erase_if(rules, RuleEngine::needsFrontmost);
-    return rules;
+/// A clock that was set back must not hold a rule back until it has caught up: what fired later than now fired now.
+void endWithNow(RuleEngine::FiredDates& fired, Date now) {
+    for (auto& [key, date] : fired) date = std::min(date, now);
 }
 
 }  // namespace
 
 std::vector<Decision> DueDecisions::take(const Scene& scene) {
-    auto decisions = scene.frontmostIsKnown
-                         ? RuleEngine::decisions(scene.rules, scene.world, scene.now, lastFired_)
-                         : RuleEngine::decisions(withoutFrontmost(scene.rules), scene.world, scene.now, lastFired_);
+    endWithNow(lastFired_, scene.now);
+    auto decisions = RuleEngine::decisions(scene.rules, scene.world, scene.now, lastFired_);
     std::erase_if(decisions, [&](const Decision& each) { return wouldChangeNothing(each, scene.lowered); });
     for (const auto& decision : decisions) {
         lastFired_.insert_or_assign(RuleEngine::cooldownKey(decision.rule, decision.subjectKey), scene.now);

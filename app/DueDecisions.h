@@ -18,8 +18,6 @@ public:
         const World& world;
         /// Processes that are at background priority already.
         const std::map<Pid, Lowered>& lowered;
-        /// The host can tell which application is in front.
-        bool frontmostIsKnown = true;
         Date now;
     };
 

@@ -6,22 +6,30 @@
 
 namespace tolvane {
 
-LivingTargets::LivingTargets(const Host& host, std::vector<Incarnation> targets)
-    : targets_(std::move(targets)), inspection_(host.makeInspection()), reader_(*inspection_, false) {}
+namespace {
 
-bool LivingTargets::isAlive(const Incarnation& target) {
-    const auto sample = reader_.read(target.pid);
-    return sample && sample->startTime == target.startTime;
+/// By the two records that make a sample of a process: who waits for many need not read the rest of each.
+bool isAlive(ProcessInspection& kernel, const Incarnation& target) {
+    const auto record = kernel.bsdRecord(target.pid);
+    return record && record->startTime == target.startTime && kernel.usage(target.pid);
 }
 
-std::vector<Incarnation> LivingTargets::alive() {
+}  // namespace
+
+LivingTargets::LivingTargets(const Host& host, std::vector<Incarnation> targets)
+    : host_(host), targets_(std::move(targets)) {}
+
+std::vector<Incarnation> LivingTargets::alive() const {
+    const auto kernel = host_.makeInspection();
     std::vector<Incarnation> living;
-    std::ranges::copy_if(targets_, std::back_inserter(living), [this](const auto& each) { return isAlive(each); });
+    std::ranges::copy_if(targets_, std::back_inserter(living),
+                         [&](const auto& each) { return isAlive(*kernel, each); });
     return living;
 }
 
-bool LivingTargets::anyAlive() {
-    return std::ranges::any_of(targets_, [this](const auto& each) { return isAlive(each); });
+bool LivingTargets::anyAlive() const {
+    const auto kernel = host_.makeInspection();
+    return std::ranges::any_of(targets_, [&](const auto& each) { return isAlive(*kernel, each); });
 }
 
 }  // namespace tolvane

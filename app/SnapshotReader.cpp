@@ -7,6 +7,13 @@
 
 namespace tolvane {
 
+namespace {
+
+/// Clocks that are kept right run a little fast or slow at times; only what is set moves by more.
+constexpr Seconds leastSetting{1.0};
+
+}  // namespace
+
 SnapshotReader::SnapshotReader(Host& host)
     : host_(host),
       home_(host.folders->home()),
@@ -18,9 +25,11 @@ SnapshotReader::SnapshotReader(Host& host)
       ticks_(host.machine->ticksPerCore()) {}
 
 Snapshot SnapshotReader::read(const std::vector<Activation>& activations) {
-    for (const auto& activation : activations) tracker_.noteActivation(activation.bundlePath, activation.date);
     Snapshot snapshot;
     snapshot.date = host_.clock->now();
+    // By which clock an activation was dated is not known then; it came since the snapshot before.
+    const bool wasSet = followClock(snapshot.date);
+    for (const auto& each : activations) tracker_.noteActivation(each.bundlePath, wasSet ? snapshot.date : each.date);
     snapshot.rows = tracker_.update(reader_.readAll(), snapshot.date);
     snapshot.claude = ClaudeRoster::load(home_);
     SessionLabels::apply(snapshot.claude, snapshot.rows);
@@ -28,6 +37,15 @@ Snapshot SnapshotReader::read(const std::vector<Activation>& activations) {
     snapshot.cpu = readLoad();
     snapshot.memory = SystemMemory::read(*host_.machine);
     return snapshot;
+}
+
+bool SnapshotReader::followClock(Date now) {
+    const auto before = std::exchange(latest_, Reading{.date = now, .steady = host_.clock->steadyTime()});
+    if (!before) return false;
+    const Seconds by = (now - before->date) - (latest_->steady - before->steady);
+    if (std::chrono::abs(by) < leastSetting) return false;
+    tracker_.clockWasSet(by);
+    return true;
 }
 
 CPULoad SnapshotReader::readLoad() {

@@ -25,7 +25,15 @@ public:
     Snapshot read(const std::vector<Activation>& activations);
 
 private:
+    /// One moment on both clocks.
+    struct Reading {
+        Date date;
+        Seconds steady{0};
+    };
+
     CPULoad readLoad();
+    /// Whether somebody set the clock since the snapshot before.
+    bool followClock(Date now);
 
     Host& host_;
     const std::string home_;
@@ -34,6 +42,8 @@ private:
     ProcessReader reader_;
     UsageTracker tracker_;
     ProjectLabels projects_;
+    /// Of the latest snapshot.
+    std::optional<Reading> latest_;
     /// Of each core at the latest reading.
     std::optional<std::vector<CPUTicks>> ticks_;
 };

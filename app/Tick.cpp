@@ -46,9 +46,13 @@ void AppModel::Private::judgeSwap() {
 
 void AppModel::Private::reviewPriorities() {
     if (model.lowered->empty()) return;
-    const auto review = Priority::review(*model.lowered, model.snapshot->rows);
-    model.restorePriority(review.restore);
     auto loans = *model.lowered;
+    // A clock that was set back would have every use come before the loan.
+    for (auto& [pid, loan] : loans) loan.at = std::min(loan.at, model.snapshot->date);
+    model.lowered.set(loans);
+    const auto review = Priority::review(loans, model.snapshot->rows);
+    model.restorePriority(review.restore);
+    loans = *model.lowered;
     for (const Pid pid : review.gone) loans.erase(pid);
     model.lowered.set(std::move(loans));
 }
@@ -57,17 +61,16 @@ void AppModel::Private::reviewPriorities() {
 void AppModel::Private::applyRules() {
     if (*model.rulesPaused || std::ranges::none_of(*model.rules, &Rule::enabled)) return;
     const World world = model.world();
-    auto decisions = due.take({.rules = *model.rules,
-                               .world = world,
-                               .lowered = *model.lowered,
-                               .frontmostIsKnown = host.frontmost->canTell(),
-                               .now = model.snapshot->date});
+    auto decisions =
+        due.take({.rules = *model.rules, .world = world, .lowered = *model.lowered, .now = model.snapshot->date});
     for (auto& decision : decisions) static_cast<void>(carryOut(std::move(decision)));
 }
 
 QCoro::Task<bool> AppModel::Private::askServiceManager() {
     const Date now = model.snapshot->date;
-    if (now - *model.launchdChecked < servicesHold) co_return true;
+    const Seconds since = now - *model.launchdChecked;
+    // Of a later date is what was asked before the clock was set back.
+    if (since >= Seconds{0} && since < servicesHold) co_return true;
     model.launchdChecked.set(now);
     auto ask = [this] { return Launchd::managedPIDs(*host.services, *host.children); };
     auto managed = co_await OffMain(background.of(BackgroundJobs::Kind::services), std::move(ask), tasks.token());

@@ -21,6 +21,9 @@ struct Words {
     std::string body;
 };
 
+/// A date that has not come is of a clock that ran ahead, and counts for none.
+bool isSince(Date date, Date now, Seconds span) { return date <= now && now - date < span; }
+
 /// "Editor (+300 MB), Browser (+120 MB), and node (+60 MB)"
 std::string namesOf(const std::vector<Grower>& growers, const std::string& locale) {
     std::vector<std::string> names;
@@ -63,7 +66,7 @@ void AppModel::Private::warnAboutSwap() {
     auto& preferences = *host.preferences;
     const auto& now = *model.snapshot;
     if (!AppPreferences::warnSwapGrowth.in(preferences)) return;
-    if (now.date - AppPreferences::lastSwapWarning.in(preferences) < betweenSwapWarnings) return;
+    if (isSince(AppPreferences::lastSwapWarning.in(preferences), now.date, betweenSwapWarnings)) return;
     const auto warning = HistoryMath::swapWarning(*model.moments, static_cast<std::int64_t>(now.memory.swapUsed),
                                                   now.memory.swapIns, now.date);
     if (!warning) return;
@@ -89,7 +92,7 @@ void AppModel::Private::noticeSuggestions() {
     const auto total = memoryOf(visible);
     if (!AppPreferences::notifyAboutSuggestions.in(preferences) || visible.empty() || total < leastGain) return;
     if (!pressureSince || now - *pressureSince < pressureSpell) return;
-    if (now - AppPreferences::lastSuggestionNotice.in(preferences) < betweenSuggestionNotices) return;
+    if (isSince(AppPreferences::lastSuggestionNotice.in(preferences), now, betweenSuggestionNotices)) return;
     AppPreferences::lastSuggestionNotice.store(preferences, now);
     model.notify("Memory is tight", bodyOf(visible, total, host.locale), AppSection::suggestions);
 }

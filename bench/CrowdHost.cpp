@@ -2,10 +2,10 @@
 
 #include <stdlib.h>
 
-#include <chrono>
 #include <cstring>
 #include <utility>
 
+#include "bench/Measured.h"
 #include "platform/linux/makeLinuxHost.h"
 
 namespace tolvane::bench {
@@ -15,12 +15,12 @@ struct CrowdHost::Machine {
     Date now{Seconds{800'000'000}};
     std::uint64_t ticks = 0;
     std::function<void()> pressed;
+    /// Of the tick's first job, which is the sample, and of all.
+    Seconds sampling{0};
     Seconds inJobs{0};
 };
 
 namespace {
-
-using Clocked = std::chrono::steady_clock;
 
 std::string argumentsOf(Pid pid) {
     const std::string words[] = {"node", "/home/ada/src/shop" + std::to_string(pid % 40) + "/node_modules/.bin/vite",
@@ -125,9 +125,11 @@ class TimedExecutor : public Executor {
 public:
     explicit TimedExecutor(std::shared_ptr<Machine> machine) : machine_(std::move(machine)) {}
     void submit(std::function<void()> job, std::function<void()> done) override {
-        const auto begin = Clocked::now();
+        const auto begin = threadTime();
         job();
-        machine_->inJobs += Clocked::now() - begin;
+        const Seconds took = threadTime() - begin;
+        if (machine_->inJobs == Seconds{0}) machine_->sampling = took;
+        machine_->inJobs += took;
         done();
     }
 
@@ -142,14 +144,19 @@ std::filesystem::path newFolder() {
 
 }  // namespace
 
-CrowdHost::CrowdHost(int processes) : machine_(std::make_shared<Machine>()), folder_(newFolder()) {
+CrowdHost::CrowdHost(int processes) : CrowdHost() {
     machine_->processes = processes;
-    host = linuxhost::makeLinuxHost(linuxhost::environmentOf({{"HOME", folder_.string()}}), {});
+    machine_->now = Date{Seconds{800'000'000}};
     host.makeInspection = [machine = machine_] { return std::make_unique<CrowdInspection<Machine>>(machine); };
-    host.clock = std::make_unique<StillClock<Machine>>(machine_);
-    host.pressure = std::make_unique<PressureByHand<Machine>>(machine_);
     host.applications = std::make_unique<FolderApplications>();
     host.uid = 501;
+}
+
+CrowdHost::CrowdHost() : machine_(std::make_shared<Machine>()), folder_(newFolder()) {
+    host = linuxhost::makeLinuxHost(linuxhost::environmentOf({{"HOME", folder_.string()}}), {});
+    machine_->now = host.clock->now();
+    host.clock = std::make_unique<StillClock<Machine>>(machine_);
+    host.pressure = std::make_unique<PressureByHand<Machine>>(machine_);
     windows = std::make_unique<NoWindows>();
 }
 
@@ -158,13 +165,15 @@ CrowdHost::~CrowdHost() {
     std::filesystem::remove_all(folder_, ignored);
 }
 
-Seconds CrowdHost::tick(Seconds passed) {
+CrowdHost::Times CrowdHost::tick(Seconds passed) {
     machine_->now += passed;
     machine_->inJobs = Seconds{0};
-    const auto begin = Clocked::now();
+    const auto begin = threadTime();
     machine_->pressed();
-    return Seconds{Clocked::now() - begin} - machine_->inJobs;
+    return {.sample = machine_->sampling, .after = threadTime() - begin - machine_->inJobs};
 }
+
+std::string CrowdHost::storeFolder() const { return host.folders->applicationSupport() + "/Tolvane"; }
 
 ExecutorFactory CrowdHost::executors() {
     return [machine = machine_] { return std::make_unique<TimedExecutor<Machine>>(machine); };

@@ -28,6 +28,12 @@ double cpuMillisecondsOf(const std::function<void()>& work) {
     return processMilliseconds() - before;
 }
 
+Seconds threadTime() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return Seconds{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9};
+}
+
 double medianOf(std::vector<double> values) {
     if (values.empty()) return 0;
     std::ranges::sort(values);

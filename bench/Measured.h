@@ -6,10 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "platform/Date.h"
+
 namespace tolvane::bench {
 
 /// Milliseconds of CPU time that this process spends on `work`.
 double cpuMillisecondsOf(const std::function<void()>& work);
+
+/// CPU time of this thread since it began.
+Seconds threadTime();
 
 double medianOf(std::vector<double> values);
 

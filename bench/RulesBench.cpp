@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/MixedRules.h"
 #include "core/rules/RuleEngine.h"
 #include "core/rules/World.h"
 
@@ -46,46 +47,30 @@ World worldOf(std::int64_t count) {
     return world;
 }
 
-RuleTarget targetOf(int number) {
-    const auto text = std::to_string(number);
-    switch (number % 4) {
-        case 0:
-            return AppTarget{"org.example.app" + text, "App " + text};
-        case 1:
-            return AgentSessionTarget{{"claude", "codex", "agent" + text}, false};
-        default:
-            return CommandTarget{{"vite/bin/vite" + text + ".js", "next dev " + text, "webpack serve"}};
-    }
-}
-
-std::vector<Rule> rulesOf(int count, std::int64_t unusedMinutes, std::int64_t memoryMB) {
-    std::vector<Rule> rules;
-    for (int number = 0; number < count; ++number) {
-        Rule rule;
-        rule.id = UUID::random();
-        rule.name = "rule " + std::to_string(number);
-        rule.enabled = true;
-        rule.target = targetOf(number);
-        rule.unusedMinutes = unusedMinutes;
-        rule.memoryMB = memoryMB;
-        rules.push_back(std::move(rule));
-    }
-    return rules;
-}
-
-void decide(benchmark::State& state, const std::vector<Rule>& rules) {
+void decide(benchmark::State& state, const std::vector<Rule>& rules, const RuleEngine::FiredDates& fired = {}) {
     const auto world = worldOf(state.range(0));
-    for (auto _ : state) benchmark::DoNotOptimize(RuleEngine::decisions(rules, world, now, {}));
+    for (auto _ : state) benchmark::DoNotOptimize(RuleEngine::decisions(rules, world, now, fired));
     state.counters["perRow"] =
         benchmark::Counter(static_cast<double>(state.range(0)),
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void hundredQuietRules(benchmark::State& state) { decide(state, rulesOf(100, 55, 150)); }
+void hundredQuietRules(benchmark::State& state) { decide(state, bench::mixedRules(100, 55, 150)); }
 BENCHMARK(hundredQuietRules)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
-void hundredEagerRules(benchmark::State& state) { decide(state, rulesOf(100, 0, 0)); }
+void hundredEagerRules(benchmark::State& state) { decide(state, bench::mixedRules(100, 0, 0)); }
 BENCHMARK(hundredEagerRules)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+/// The tick after that: all of them fired a moment ago.
+void hundredRulesThatFired(benchmark::State& state) {
+    const auto rules = bench::mixedRules(100, 0, 0);
+    RuleEngine::FiredDates fired;
+    for (const auto& each : RuleEngine::decisions(rules, worldOf(state.range(0)), now, {})) {
+        fired[RuleEngine::cooldownKey(each.rule, each.subjectKey)] = now;
+    }
+    decide(state, rules, fired);
+}
+BENCHMARK(hundredRulesThatFired)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 /// As many as people have.
 void fivePresets(benchmark::State& state) {

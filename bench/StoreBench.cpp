@@ -25,8 +25,9 @@ constexpr std::size_t lineCount = 1'000'000;
 constexpr auto everything = std::numeric_limits<std::int64_t>::max();
 
 ActivityEntry entryOf(std::size_t number, std::mt19937_64& random) {
-    static const std::vector<std::string> rules = {"Forgotten Vite and Next dev servers", "Idle Rails servers",
-                                                   "Restart Slack when it grows"};
+    static const std::vector<std::string> rules = {"Forgotten Vite and Next dev servers that nobody looks at any more",
+                                                   "Idle Rails servers of projects that were left a while ago",
+                                                   "Restart Slack when it grows beyond what one gigabyte holds"};
     static const std::vector<std::string> subjects = {"node", "puma", "Microsoft Teams", "claude in shop"};
     static const std::vector<std::string> outcomes = {"Terminated", "Would terminate", "Quit"};
     ActivityEntry entry;
@@ -107,7 +108,8 @@ void bareReader(benchmark::State& state) {
     }
     countBytes(state);
 }
-BENCHMARK(bareReader)->Unit(benchmark::kMillisecond);
+// It indexes the next batch on a thread of its own, which counts as well.
+BENCHMARK(bareReader)->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
 
 std::size_t memoryInUse() {
     const auto info = ::mallinfo2();
@@ -132,7 +134,7 @@ void loadActivity(benchmark::State& state) {
     if (entries.size() != lineCount) state.SkipWithError("lines were lost");
     state.counters["memoryPerEntry"] = static_cast<double>(used) / static_cast<double>(lineCount);
 }
-BENCHMARK(loadActivity)->Unit(benchmark::kMillisecond);
+BENCHMARK(loadActivity)->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
 
 void loadLatestThousand(benchmark::State& state) {
     const auto& log = LongLog::shared();

@@ -12,7 +12,7 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_CURRENT_LIST_DIR}/through-ccache ${PROJECT_SOURCE_DIR})
 endif()
 
 set(TOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")

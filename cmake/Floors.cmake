@@ -22,8 +22,12 @@ function(tolvane_tests name folder)
     return()
   endif()
   add_executable(${name} ${sources})
-  target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS})
+  # Code that runs once is not worth optimising: that would take longer than running it.
+  target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS} $<$<CONFIG:Debug>:-O0>)
+  # Without optimisation the reader of JSON would get more members than in the code that is tested.
+  target_compile_definitions(${name} PRIVATE SIMDJSON_DEVELOPMENT_CHECKS=0)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gmock)
+  tolvane_precompile(${name} ${TOLVANE_TEST_HEADERS})
   include(GoogleTest)
   gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endfunction()

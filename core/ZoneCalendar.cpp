@@ -19,18 +19,27 @@ struct ZoneCalendar::Days {
     UErrorCode status = U_ZERO_ERROR;
     /// None when the library lacks its data; then there are no dates.
     std::unique_ptr<icu::GregorianCalendar> calendar;
+    const bool isMachines;
 
     explicit Days(std::string_view zone)
-        : calendar(std::make_unique<icu::GregorianCalendar>(Words::timeZone(zone).release(), status)) {
+        : calendar(std::make_unique<icu::GregorianCalendar>(Words::timeZone(zone).release(), status)),
+          isMachines(zone.empty()) {
         if (U_FAILURE(status)) calendar.reset();
         // Of an hour that comes twice the first counts: a day begins once.
         if (calendar) calendar->setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
+    }
+
+    /// The machine may be in another zone by now.
+    void followMachine() const {
+        auto zone = Words::timeZone({});
+        if (!(calendar->getTimeZone() == *zone)) calendar->adoptTimeZone(zone.release());
     }
 
     /// The time after `change`.
     template <typename Change>
     std::optional<Date> after(Date date, const Change& change) const {
         if (!calendar) return std::nullopt;
+        if (isMachines) followMachine();
         UErrorCode failure = U_ZERO_ERROR;
         calendar->setTime(milliseconds(date), failure);
         change(*calendar, failure);

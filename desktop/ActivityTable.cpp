@@ -16,7 +16,7 @@ namespace {
 
 constexpr int leastTextWidth = 110;
 /// Of what the other columns leave, for who it happened to; the rest is the rule's.
-constexpr double subjectShare = 0.44;
+constexpr double subjectShare = 0.4;
 constexpr int widest = 900;
 
 /// Heads that leave a little air below, and stand where the texts of their columns stand.

@@ -30,6 +30,11 @@ public:
     const std::set<std::string>& selectedIds() const { return selectedIds_; }
     void setSelectedIds(std::set<std::string> ids);
 
+    /// The ids whose rows are open, those included that have no row now.
+    const std::set<std::string>& disclosedIds() const { return expandedIds_; }
+    /// For rows that are shown from now on.
+    void setDisclosedIds(std::set<std::string> ids) { expandedIds_ = std::move(ids); }
+
     void setSorting(int column, bool ascending);
     /// What the tooltip of a name tells beside it.
     void setRemark(LineRemark remark) { delegate_->setRemark(std::move(remark)); }

@@ -137,6 +137,8 @@ void MainWindow::connectModel() {
     notifiers_.push_back(model_.suggestions.onChange([this] { showSidebar(); }));
     notifiers_.push_back(model_.hiddenSuggestions.onChange([this] { showSidebar(); }));
     notifiers_.push_back(model_.rules.onChange([this] { showSidebar(); }));
+    // A snooze ends with a sample, whether or not the advice is another.
+    notifiers_.push_back(model_.snapshot.onChange([this] { showSidebar(); }));
     notifiers_.push_back(model_.windowRequest.onChange([this] { bringForward(); }));
 }
 

@@ -66,7 +66,17 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
     tree_->setSelectedIds(*model_.selectedLines);
 }
 
-ProcessesPage::~ProcessesPage() = default;
+ProcessesPage::~ProcessesPage() {
+    if (kept_) *kept_ = {.order = view_.sortOrder(), .disclosedIds = tree_->disclosedIds()};
+}
+
+void ProcessesPage::keepArrangement(std::shared_ptr<TableArrangement> kept) {
+    kept_ = std::move(kept);
+    if (kept_->order.empty()) return;
+    view_.setSortOrder(kept_->order);
+    tree_->setDisclosedIds(kept_->disclosedIds);
+    showSorting();
+}
 
 std::vector<QWidget*> ProcessesPage::controls() { return {group_, search_, inspectorToggle_}; }
 

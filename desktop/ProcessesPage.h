@@ -3,6 +3,8 @@
 #include <QPropertyNotifier>
 #include <functional>
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -25,6 +27,12 @@ class QSplitter;
 
 namespace tolvane::desktop {
 
+/// How the user left the table, for the next page of this run.
+struct TableArrangement {
+    std::vector<LineOrder> order;
+    std::set<std::string> disclosedIds;
+};
+
 /// The processes screen: table, inspector, strip. Follows the model while it can be seen; what happened in between it
 /// shows when it comes back.
 class ProcessesPage : public Page {
@@ -34,6 +42,10 @@ public:
     /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier.
     ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, QWidget* parent = nullptr);
     ~ProcessesPage() override;
+
+    /// Before it is first shown: arranges the table as `kept` says, if it says something, and leaves there how the
+    /// table was when the page goes.
+    void keepArrangement(std::shared_ptr<TableArrangement> kept);
 
     std::vector<QWidget*> controls() override;
     QWidget* firstFocus() override { return tree_; }
@@ -81,6 +93,7 @@ private:
     ProcessDeeds deeds_;
     bool stale_ = true;
     bool waiting_ = false;
+    std::shared_ptr<TableArrangement> kept_;
     std::vector<QPropertyNotifier> notifiers_;
 };
 

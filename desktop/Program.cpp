@@ -11,6 +11,8 @@ Program::Program(QApplication& application, Host host, const Purpose& purpose)
     : application_(application),
       host_(std::move(host)),
       model_(host_, windows_, purpose.demo),
+      lastDeed_([this] { model_.prepareToQuit(); }),
+      zoneLook_(model_.snapshot.onChange([this] { zone_.follow(); })),
       scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
       look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance()),
       state_(purpose.works() ? WindowState::usualPath() : QString()),
@@ -33,6 +35,10 @@ Shell& Program::show(bool isReachable) {
         shell_.get(), &Shell::quitWanted, &application_, [] { QApplication::exit(); }, Qt::QueuedConnection);
     shell_->start(AppPreferences::atLogin.in(*host_.preferences));
     return *shell_;
+}
+
+void Program::setBusThere(bool there) {
+    if (shell_) shell_->tray().setBusThere(there);
 }
 
 OutsideRequests& Program::answer(const std::vector<std::string>& files) {

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "app/AppModel.h"
+#include "core/words/MachineZone.h"
 #include "desktop/DesktopWindows.h"
 #include "desktop/FileOpenEvents.h"
+#include "desktop/LastDeed.h"
 #include "desktop/OutsideRequests.h"
 #include "desktop/Shell.h"
 #include "desktop/Snapshots.h"
@@ -37,6 +39,8 @@ public:
     void draw(const QString& folder);
     /// Opens what a user sees. `isReachable` tells whether another start would bring the window back.
     Shell& show(bool isReachable);
+    /// The session bus was lost, or another took its place.
+    void setBusThere(bool there);
     /// Listens to the desktop from now on, and opens the files that the program was started with.
     OutsideRequests& answer(const std::vector<std::string>& files);
 
@@ -47,6 +51,9 @@ private:
     Host host_;
     DesktopWindows windows_;
     AppModel model_;
+    LastDeed lastDeed_;
+    MachineZone zone_;
+    QPropertyNotifier zoneLook_;
     ColorScheme scheme_;
     Look look_;
     WindowState state_;

@@ -1,5 +1,7 @@
 #include "desktop/Screens.h"
 
+#include <memory>
+
 #include "desktop/ActivityPage.h"
 #include "desktop/HistoryPage.h"
 #include "desktop/ProcessesPage.h"
@@ -11,8 +13,11 @@
 namespace tolvane::desktop {
 
 std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& state, const std::string& locale) {
-    const auto processes = [&model, &look, &state, locale](QWidget* parent) {
-        return new ProcessesPage(model, look, state, locale, parent);
+    const auto table = std::make_shared<TableArrangement>();
+    const auto processes = [&model, &look, &state, locale, table](QWidget* parent) {
+        auto* page = new ProcessesPage(model, look, state, locale, parent);
+        page->keepArrangement(table);
+        return page;
     };
     const auto projects = [&model, &look, locale](QWidget* parent) {
         return new ProjectsPage(model, look, locale, {}, parent);

@@ -1,5 +1,8 @@
 #include "desktop/Shell.h"
 
+#include <QDialog>
+#include <QPixmapCache>
+#include <algorithm>
 #include <utility>
 
 #include "app/AppPreferences.h"
@@ -62,12 +65,26 @@ void Shell::openWindow() {
 void Shell::windowClosed() {
     switch (life().afterClosing()) {
         case WindowLife::Closing::stays:
-            return;
+            return letGoLater();
         case WindowLife::Closing::staysUnseen:
+            letGoLater();
             return tellWhereItWent();
         case WindowLife::Closing::quits:
             emit quitWanted();
     }
+}
+
+/// A window must not go while it tells that it closes.
+void Shell::letGoLater() { QMetaObject::invokeMethod(this, &Shell::letGo, Qt::QueuedConnection); }
+
+/// A closed window is not coming back soon, and what it is made of is most of the program's memory. One that was opened
+/// again meanwhile, or that has a question open still, stays.
+void Shell::letGo() {
+    const auto isOpen = [](const QDialog* dialog) { return dialog->isVisible(); };
+    if (!window_ || window_->isVisible() || std::ranges::any_of(window_->findChildren<QDialog*>(), isOpen)) return;
+    window_.reset();
+    QPixmapCache::clear();
+    emit windowGone();
 }
 
 /// Once for good: who has read it knows.

@@ -48,12 +48,16 @@ public:
 signals:
     /// The program is to end.
     void quitWanted();
+    /// The window was closed and is gone with all that it held, while the program goes on.
+    void windowGone();
 
 private:
     WindowLife life() const { return {.trayIsShown = tray_.isShown(), .secondStartOpens = secondStartOpens_}; }
     void connectTray();
     void makeWindow();
     void windowClosed();
+    void letGoLater();
+    void letGo();
     void tellWhereItWent();
 
     AppModel& model_;

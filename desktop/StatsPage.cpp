@@ -106,7 +106,7 @@ QWidget* StatsPage::buildChart() {
     auto* widget = new QWidget;
     auto* column = block(widget);
     column->setContentsMargins(0, Sizes::margin, 0, 0);
-    column->addWidget(paragraph(look_, TextRole::section, &Tokens::text, StatsView::chartTitle));
+    column->addWidget(chartTitle_ = paragraph(look_, TextRole::section, &Tokens::text, StatsView::chartTitle));
     column->addWidget(chart_);
     return widget;
 }
@@ -192,6 +192,10 @@ void StatsPage::showWould(const std::optional<WouldHaveFreed>& would) {
 /// As high as its texts are at the present width, which the scroll area by itself does not ask.
 void StatsPage::fit() {
     const auto room = scroll_->viewport()->size();
+    const auto title = words(StatsView::chartTitle);
+    const int wanted = QFontMetrics(look_.fonts().font(TextRole::section)).horizontalAdvance(title);
+    const bool isWhole = wanted <= room.width() - 2 * Sizes::margin;
+    chartTitle_->setText(isWhole ? title : words(StatsView::chartShortTitle));
     auto* content = scroll_->widget();
     content->setFixedSize(room.width(), std::max(heightAt(*content, room.width()), room.height()));
 }

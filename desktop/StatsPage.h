@@ -67,6 +67,7 @@ private:
     ParagraphLabel* remark_ = nullptr;
     QWidget* eachRule_ = nullptr;
     RuleBars* eachRuleBars_ = nullptr;
+    ParagraphLabel* chartTitle_ = nullptr;
     DayChart* chart_ = nullptr;
     QWidget* would_ = nullptr;
     RuleBars* wouldBars_ = nullptr;

@@ -26,7 +26,7 @@ public:
     const std::vector<SuggestionRowView*>& rows() const { return rows_; }
 
 signals:
-    void wanted(tolvane::Suggestion suggestion, tolvane::SuggestionDeed deed);
+    void wanted(tolvane::SuggestionRow row, tolvane::SuggestionDeed deed);
     void menuOpened();
     void menuClosed();
 

@@ -38,8 +38,8 @@ SuggestionRowView::SuggestionRowView(const Look& look, QWidget* parent)
     makeRule_->setToolTip(words(SuggestionMenu::makeRuleHelp));
     makeRule_->setAutoDefault(false);
     makeRule_->setFixedHeight(action_->sizeHint().height());
-    connect(makeRule_, &QPushButton::clicked, this, [this] { emit wanted(row_.suggestion, SuggestionDeed::makeRule); });
-    connect(action_, &QToolButton::clicked, this, [this] { emit wanted(row_.suggestion, SuggestionDeed::primary); });
+    connect(makeRule_, &QPushButton::clicked, this, [this] { emit wanted(row_, SuggestionDeed::makeRule); });
+    connect(action_, &QToolButton::clicked, this, [this] { emit wanted(row_, SuggestionDeed::primary); });
     connect(action_, &SplitButton::opening, this, [this](QMenu* menu) {
         emit menuOpened();
         fill(*menu, false);
@@ -133,8 +133,7 @@ void SuggestionRowView::fill(QMenu& menu, bool includesPrimary) {
             continue;
         }
         auto* action = menu.addAction(menuWords(words(item.title)));
-        connect(action, &QAction::triggered, this,
-                [this, suggestion = row_.suggestion, deed = *item.deed] { emit wanted(suggestion, deed); });
+        connect(action, &QAction::triggered, this, [this, row = row_, deed = *item.deed] { emit wanted(row, deed); });
     }
 }
 

@@ -60,10 +60,8 @@ SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {
     if (card) return card;
     card = new SuggestionCard(look_);
     card->hide();
-    connect(card, &SuggestionCard::wanted, this, [this](const Suggestion& suggestion, SuggestionDeed deed) {
-        const auto meant = SuggestionMenu::stillMeant(suggestion, lives_, model_.snapshot->rows);
-        SuggestionMenu::carryOut(model_, meant, deed);
-    });
+    connect(card, &SuggestionCard::wanted, this,
+            [this](const SuggestionRow& row, SuggestionDeed deed) { view_.carryOut(row, deed); });
     connect(card, &SuggestionCard::menuOpened, this, [this] { hold(true); });
     connect(card, &SuggestionCard::menuClosed, this, [this] { hold(false); });
     return card;
@@ -89,7 +87,6 @@ void SuggestionsPage::hold(bool held) {
 void SuggestionsPage::refresh() {
     waiting_ = false;
     if (held_) return;
-    lives_ = SuggestionMenu::livesOf(*model_.suggestions, model_.snapshot->rows);
     const auto sections = view_.sections();
     showHidden_->setEnabled(view_.canShowHidden());
     panes_->setCurrentWidget(sections.empty() ? empty_ : static_cast<QWidget*>(scroll_));

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "app/screens/SuggestionMenu.h"
 #include "app/screens/SuggestionsView.h"
 #include "desktop/Page.h"
 #include "desktop/SuggestionCard.h"
@@ -60,8 +59,6 @@ private:
     QVBoxLayout* column_ = nullptr;
     std::map<Suggestion::Kind, SuggestionCard*> cards_;
     QString subtitle_;
-    /// Of the processes that the shown suggestions are about.
-    SuggestionMenu::Lives lives_;
     bool held_ = false;
     bool waiting_ = false;
     std::vector<QPropertyNotifier> notifiers_;

@@ -49,6 +49,12 @@ void Tray::setWanted(bool wanted) {
     emit shownChanged();
 }
 
+/// An icon that was shown over the bus knows that bus alone: the next host gets a new one.
+void Tray::setBusThere(bool there) {
+    if (hosts_.isOnBus()) icon_.reset();
+    hosts_.setBusThere(there);
+}
+
 void Tray::update() {
     if (!icon_ && isShown()) makeIcon();
     if (icon_) icon_->setVisible(wanted_);

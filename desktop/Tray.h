@@ -27,6 +27,8 @@ public:
 
     /// The user's choice to have an icon at all.
     void setWanted(bool wanted);
+    /// The session bus was lost, or another took its place.
+    void setBusThere(bool there);
     /// There is an icon that the user can see.
     bool isShown() const { return wanted_ && hosts_.present(); }
     /// Where it is; invalid where the host does not tell.

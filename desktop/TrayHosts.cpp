@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace tolvane::desktop {
 
@@ -82,6 +83,17 @@ void TrayHosts::watchBus() {
     bus_.connect(service, path, service, QStringLiteral("StatusNotifierHostRegistered"), this, SLOT(askBus()));
     bus_.connect(service, path, service, QStringLiteral("StatusNotifierHostUnregistered"), this, SLOT(askBus()));
     askBus();
+}
+
+/// The library stays with a connection that is dead: a new one needs a name of its own.
+void TrayHosts::setBusThere(bool there) {
+    delete std::exchange(watcher_, nullptr);
+    leaveBus();
+    if (!there) return;
+    const auto name = QStringLiteral("tray-hosts-%1");
+    QDBusConnection::disconnectFromBus(name.arg(renewals_));
+    bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name.arg(++renewals_));
+    watchBus();
 }
 
 void TrayHosts::leaveBus() { set(false, onServer_); }

@@ -19,6 +19,10 @@ public:
     ~TrayHosts() override;
 
     bool present() const { return onBus_ || onServer_; }
+    /// The host that is present is one of the bus.
+    bool isOnBus() const { return onBus_; }
+    /// The session bus was lost, or another took its place, which has to be asked anew.
+    void setBusThere(bool there);
 
 signals:
     void changed();
@@ -38,6 +42,7 @@ private:
     QDBusServiceWatcher* watcher_ = nullptr;
     bool onBus_ = false;
     bool onServer_ = false;
+    int renewals_ = 0;
     /// Of the X server: the selection that a tray owns, the announcement of a new one, and the owner's window.
     std::uint32_t selection_ = 0, manager_ = 0, owner_ = 0;
 };

@@ -5,8 +5,10 @@
 #include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/AppPreferences.h"
@@ -23,6 +25,7 @@
 #include "platform/macos/dispatch/QuitSignals.h"
 #include "platform/macos/makeMacHost.h"
 #else
+#include "platform/linux/OwnMemory.h"
 #include "platform/linux/QuitSignals.h"
 #include "platform/linux/bus/SingleInstance.h"
 #include "platform/linux/makeLinuxHost.h"
@@ -55,12 +58,15 @@ public:
     static bool isReachable() { return true; }
     static std::optional<int> statusOfSecondStart(const StartUp& /*start*/) { return std::nullopt; }
     static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
+    static Subscription onBus(const std::function<void(bool there)>& /*changed*/) { return {}; }
     /// A place in the Dock and a menu while the window is open, else only the item in the menu bar.
     static void followWindow() {
         new WindowPresence([policy = machost::DockPolicy(machost::appleCalls().runtime)](bool open) mutable {
             policy.setInDock(open);
         });
     }
+    /// The system takes back by itself what it needs.
+    static void giveBackMemory() {}
 
 private:
     Host host_;
@@ -103,7 +109,9 @@ public:
             outside.openFiles(request.files);
         });
     }
+    Subscription onBus(std::function<void(bool there)> changed) { return instance_.onBus(std::move(changed)); }
     static void followWindow() {}
+    static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
 private:
     linuxhost::Environment environment_;
@@ -166,8 +174,10 @@ int run(QApplication& application, Machine& machine, Host host, const StartUp& s
     }
     if (!start.headless && QApplication::platformName() != QLatin1String("offscreen")) {
         Machine::followWindow();
-        program.show(machine.isReachable());
+        auto& shell = program.show(machine.isReachable());
+        QObject::connect(&shell, &Shell::windowGone, &application, [] { Machine::giveBackMemory(); });
     }
+    const auto bus = machine.onBus([&program](bool there) { program.setBusThere(there); });
     const auto requests = machine.forward(program.answer(start.files.paths));
     return QApplication::exec();
 }

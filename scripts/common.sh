@@ -12,7 +12,7 @@ fi
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 say() { printf '%s\n' "$@" >&2; }
-fail() { say "$*"; exit 1; }
+fail() { say "$@"; exit 1; }
 
 # Bare containers have neither a UTF-8 locale nor a home that can be written; both are asked for by what we call.
 case "$(locale charmap 2>/dev/null)" in
@@ -36,30 +36,56 @@ macOptions() {
     echo "-DTOLVANE_BENCH=OFF"
 }
 
-# Ninja's progress: one moving line on a terminal, else a line each tenth of the way; errors pass through.
-# Silent when there was nothing to build.
+# One moving line on a terminal, else a line each tenth of the way: progress DONE TOTAL SINCE TEXT, where SINCE is the
+# value of SECONDS at the start. Guesses how long the rest takes once that can be guessed.
+shownTenth=-1
+progress() {
+    local done=$1 total=$2 passed=$((SECONDS - $3)) text=$4 percent left=
+    percent=$((done * 100 / total))
+    if ((passed >= 10 && percent >= 3 && done < total)); then
+        left=$((passed * (total - done) / done))
+        if ((left >= 90)); then left=", about $(((left + 30) / 60)) min left"; else left=", about $left s left"; fi
+    fi
+    if [ -t 2 ]; then
+        text="$percent%$left  $text"
+        printf '\r\033[K  %s' "${text:0:$((${COLUMNS:-80} - 4))}" >&2
+    elif ((percent / 10 != shownTenth)); then
+        shownTenth=$((percent / 10))
+        say "  $percent%$left"
+    fi
+}
+clearProgress() { [ ! -t 2 ] || printf '\r\033[K' >&2; }
+
+# What Ninja says, cut down to progress; errors pass through. Silent when there was nothing to build.
 showProgress() {
-    local line percent shown=-1 started=
+    local line started='' since=$SECONDS
+    shownTenth=-1
     while IFS= read -r line; do
         if [[ $line == *"Re-checking globbed"* || $line == *"Re-running CMake"* || $line == "-- "* ||
             $line == "ninja: no work to do."* || $line == "ninja: Entering directory"* ]]; then
             continue
-        elif [[ $line =~ ^\[([0-9]+)/([0-9]+)\]\  ]]; then
-            [ -n "$started" ] || say "Building ($1)..."
+        elif [[ $line =~ ^\[([0-9]+)/([0-9]+)\]\ (.*) ]]; then
+            [ -n "$started" ] || say "Building ($1): ${BASH_REMATCH[2]} steps on $(cores) cores..."
             started=yes
-            percent=$((10#${BASH_REMATCH[1]} * 100 / 10#${BASH_REMATCH[2]}))
-            if [ -t 2 ]; then
-                printf '\r\033[K  %s' "${line:0:$((${COLUMNS:-80} - 4))}" >&2
-            elif ((percent / 10 > shown)); then
-                shown=$((percent / 10))
-                say "  $percent% (${BASH_REMATCH[1]} of ${BASH_REMATCH[2]})"
-            fi
+            progress "$((10#${BASH_REMATCH[1]}))" "$((10#${BASH_REMATCH[2]}))" "$since" "${BASH_REMATCH[3]}"
         else
-            [ ! -t 2 ] || [ -z "$started" ] || printf '\r\033[K' >&2
+            [ -z "$started" ] || clearProgress
             say "$line"
         fi
     done
-    [ ! -t 2 ] || [ -z "$started" ] || printf '\r\033[K' >&2
+    if [ -n "$started" ]; then
+        clearProgress
+        ((SECONDS - since < 10)) || say "Built in $(spent $((SECONDS - since)))."
+    fi
+}
+spent() { if (($1 < 90)); then echo "$1 s"; else echo "$(($1 / 60)) min $(($1 % 60)) s"; fi; }
+
+# needRoom FOLDER MEGABYTES WHAT: fails in words while that is still cheap.
+needRoom() {
+    local free
+    free=$(df -Pm "$1" 2>/dev/null | awk 'NR == 2 {print $4}')
+    [[ ! $free =~ ^[0-9]+$ ]] || ((free >= $2)) ||
+        fail "$3 takes about $2 MB, and the disk of $1 has only $free MB left. Make room, then start again."
 }
 
 # configure PRESET: only when it was never done, the presets changed, or the clone has moved.
@@ -71,7 +97,8 @@ configure() {
     fi
     say "Configuring ($1)..."
     [ -z "$home" ] || [ "$home" = "$top" ] || rm -rf "$build"
-    mkdir -p "$build"
+    mkdir -p "$build" 2>/dev/null || fail "$build cannot be written. Clone to a folder of your own, or mend its owner: chown."
+    case "$1" in release) needRoom "$build" 400 "Building the program" ;; *) needRoom "$build" 2000 "Building everything" ;; esac
     log="$build/configure.log"
     ! onMac || mapfile -t options < <(macOptions)
     if ! (cd "$top" && cmake --preset "$1" "${options[@]}") >"$log" 2>&1 </dev/null; then

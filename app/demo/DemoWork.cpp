@@ -84,7 +84,7 @@ ActivityEntry entry(const Deed& deed, std::size_t number, Date now) {
     return made;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string out = "\"";
     for (const char each : text) {
         if (each == '"' || each == '\\') out += '\\';
@@ -95,9 +95,9 @@ std::string quoted(std::string_view text) {
 
 /// One line as the engine's client prints it.
 std::string containerLine(std::string_view id, std::string_view name, std::string_view folder) {
-    return "{\"ID\":" + quoted(id) + ",\"Names\":" + quoted(name) + ",\"State\":\"running\",\"Labels\":" +
-           quoted("com.docker.compose.project=billing-api,com.docker.compose.project.working_dir=" +
-                  std::string(folder)) +
+    return "{\"ID\":" + inQuotes(id) + ",\"Names\":" + inQuotes(name) + ",\"State\":\"running\",\"Labels\":" +
+           inQuotes("com.docker.compose.project=billing-api,com.docker.compose.project.working_dir=" +
+                    std::string(folder)) +
            "}\n";
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/Format.h"
+#include "app/SinceClockWentBack.h"
 #include "app/screens/MenuBarPanel.h"
 #include "core/words/Cores.h"
 
@@ -31,17 +33,33 @@ ValueRow peakRow(const std::vector<LoadPoint>& points, std::string_view locale) 
     return {.label = "Peak", .value = coresOf(peak, locale), .tooltip = "Highest in the last hour"};
 }
 
+/// Too few points are nothing to draw.
+std::vector<LoadPoint> drawn(const std::vector<LoadPoint>& loadHistory) {
+    constexpr std::size_t fewest = 2;
+    auto points = sinceClockWentBack(loadHistory);
+    if (points.size() < fewest) points.clear();
+    return points;
+}
+
+/// For who cannot see the chart: its axes, and where its areas end.
+std::string detailOf(const std::vector<LoadPoint>& chart, std::string_view locale) {
+    if (chart.empty()) return {};
+    const auto figure = [locale](double inCores) { return Format::decimal(inCores, 0, 1, locale); };
+    return "Time, Cores; Efficiency " + figure(chart.back().efficiency) + ", Performance " +
+           figure(chart.back().performance);
+}
+
 }  // namespace
 
 CPUSummary CPUSummary::of(const CPULoad& cpu, const std::vector<LoadPoint>& loadHistory,
                           const std::optional<Line>& busiest, std::string_view locale) {
-    constexpr std::size_t fewestToDraw = 2;
     CPUSummary summary{.headline = "CPU",
                        .busyNow = MenuBarPanel::load(cpu, locale) + " busy now",
-                       .chart = loadHistory.size() >= fewestToDraw ? loadHistory : std::vector<LoadPoint>{},
+                       .chart = drawn(loadHistory),
                        .chartText = "CPU load over the last hour, performance cores stacked on efficiency cores",
                        .chartCaption = "Last hour. Blue: performance cores, grey: efficiency cores.",
                        .rows = partsOf(cpu, locale)};
+    summary.chartDetail = detailOf(summary.chart, locale);
     if (!loadHistory.empty()) summary.rows.push_back(peakRow(loadHistory, locale));
     if (busiest) {
         summary.rows.push_back(

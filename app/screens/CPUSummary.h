@@ -17,10 +17,12 @@ struct CPUSummary {
     std::string headline;
     /// "3.9 of 12 cores busy now"
     std::string busyNow;
-    /// Oldest first; empty while there are too few to draw.
+    /// Oldest first, since the clock was last set back; empty while there are too few to draw.
     std::vector<LoadPoint> chart;
     /// What the chart shows, for its tooltip and for those who cannot see it.
     std::string chartText;
+    /// "Time, Cores; Efficiency 0.4, Performance 2.6", for those who cannot see it; empty without a chart.
+    std::string chartDetail;
     std::string chartCaption;
     std::vector<ValueRow> rows;
 

@@ -115,6 +115,8 @@ HistoryChart MemoryHistoryChart::of(const MomentList& moments, const HistoryDoma
         .title = "Memory",
         .note = "Shaded where macOS reported memory pressure: yellow elevated, red critical.",
         .spoken = "Memory used, compressed and swap over time",
+        .yLabel = "GB",
+        .seriesLabel = "Kind",
         .height = memoryHeight,
         .from = domain.from,
         .to = domain.to,
@@ -137,6 +139,7 @@ HistoryChart MemoryHistoryChart::of(const MomentList& moments, const HistoryDoma
 HistoryChart CPUHistoryChart::of(const MomentList& moments, const HistoryDomain& domain, std::string_view locale) {
     HistoryChart chart{.title = "CPU",
                        .spoken = "CPU load in cores over time, performance cores stacked on efficiency cores",
+                       .yLabel = "Cores",
                        .height = cpuHeight,
                        .from = domain.from,
                        .to = domain.to,

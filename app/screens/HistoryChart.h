@@ -52,6 +52,10 @@ struct HistoryChart {
     std::string note;
     /// What screen readers say.
     std::string spoken;
+    std::string xLabel = "Time";
+    std::string yLabel;
+    /// What the series differ by; empty where they are parts of one figure.
+    std::string seriesLabel;
     /// Of the plot, in pixels.
     int height = 0;
     Date from;

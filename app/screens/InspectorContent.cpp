@@ -79,7 +79,7 @@ std::string Writer::parent() const {
 }
 
 ValueRow Writer::pathRow(std::string label, std::string_view path) const {
-    return {.label = std::move(label), .value = abbreviated(path), .tooltip = std::string(path), .selectable = true};
+    return {.label = std::move(label), .value = abbreviated(path), .tooltip = std::string(path)};
 }
 
 std::string Writer::ports() const {
@@ -91,14 +91,14 @@ std::string Writer::ports() const {
 std::vector<ValueRow> Writer::process() const {
     if (!row_) return {};
     std::vector<ValueRow> rows{
-        {.label = "PID", .value = std::to_string(row_->sample.pid), .selectable = true},
+        {.label = "PID", .value = std::to_string(row_->sample.pid)},
         {.label = "Parent", .value = parent()},
     };
     if (row_->claudeSession) rows.push_back({.label = "Claude session", .value = row_->claudeSession->str()});
     if (row_->project) rows.push_back(pathRow("Project", *row_->project));
     if (row_->sample.cwd) rows.push_back(pathRow("Working folder", *row_->sample.cwd));
-    if (!facts_.ports.empty()) rows.push_back({.label = "Listening on", .value = ports(), .selectable = true});
-    rows.push_back({.label = "Command", .value = row_->sample.commandLine(), .selectable = true});
+    if (!facts_.ports.empty()) rows.push_back({.label = "Listening on", .value = ports()});
+    rows.push_back({.label = "Command", .value = row_->sample.commandLine()});
     return rows;
 }
 

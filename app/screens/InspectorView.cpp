@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/SinceClockWentBack.h"
 #include "app/screens/ForceQuitQuestion.h"
 
 namespace tolvane {
@@ -35,7 +36,7 @@ void InspectorView::readPorts() {
 
 InspectorContent InspectorView::content() const {
     const auto line = line_.value_or(Line{});
-    const auto history = model_.historyFor(line.pids);
+    const auto history = sinceClockWentBack(model_.historyFor(line.pids));
     return InspectorContent::of(line, {.snapshot = *model_.snapshot,
                                        .history = history,
                                        .lowered = *model_.lowered,

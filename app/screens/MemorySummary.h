@@ -21,8 +21,6 @@ struct ValueRow {
     bool warns = false;
     /// Name of a legend mark's colour, "performance" or "efficiency"; empty for a row without a mark.
     std::string mark;
-    /// The value is worth copying: it may be long, wraps, and can be selected.
-    bool selectable = false;
 
     bool operator==(const ValueRow&) const = default;
 };

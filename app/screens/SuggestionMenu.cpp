@@ -1,7 +1,6 @@
 #include "app/screens/SuggestionMenu.h"
 
 #include <QCoroTask>
-#include <set>
 
 namespace tolvane::SuggestionMenu {
 
@@ -34,25 +33,6 @@ std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool include
     items.push_back({"Snooze for a Day", SuggestionDeed::snooze});
     items.push_back({"Ignore", SuggestionDeed::ignore});
     return items;
-}
-
-Lives livesOf(const std::vector<Suggestion>& suggestions, const std::vector<ProcRow>& rows) {
-    std::set<Pid> wanted;
-    for (const auto& each : suggestions) wanted.insert(each.pids.begin(), each.pids.end());
-    Lives lives;
-    for (const auto& row : rows) {
-        if (wanted.contains(row.id())) lives.emplace(row.id(), row.sample.startTime);
-    }
-    return lives;
-}
-
-Suggestion stillMeant(Suggestion suggestion, const Lives& shown, const std::vector<ProcRow>& rows) {
-    const auto now = livesOf({suggestion}, rows);
-    std::erase_if(suggestion.pids, [&](Pid pid) {
-        const auto before = shown.find(pid), present = now.find(pid);
-        return before != shown.end() && present != now.end() && before->second != present->second;
-    });
-    return suggestion;
 }
 
 void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed) {

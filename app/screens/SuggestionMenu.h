@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,9 +22,6 @@ struct SuggestionMenuItem {
 
 namespace SuggestionMenu {
 
-/// When each process started: with its number that names one life.
-using Lives = std::map<Pid, Date>;
-
 inline constexpr std::string_view makeRule = "Make Rule";
 inline constexpr std::string_view makeRuleHelp =
     "Adds a rule in Log Only, so it writes what it would do to Activity first";
@@ -33,10 +29,6 @@ inline constexpr std::string_view makeRuleHelp =
 /// What the main button does, in a word or two.
 std::string primaryLabel(const Suggestion& suggestion);
 std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool includesPrimary);
-/// The present lives of all processes that suggestions are about.
-Lives livesOf(const std::vector<Suggestion>& suggestions, const std::vector<ProcRow>& rows);
-/// Without those of its processes whose number another one has by now.
-Suggestion stillMeant(Suggestion suggestion, const Lives& shown, const std::vector<ProcRow>& rows);
 /// Does it. What ends processes goes on beside the caller.
 void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed);
 

@@ -7,6 +7,8 @@
 
 #include "app/AppModel.h"
 #include "app/screens/EmptyText.h"
+#include "app/screens/SuggestionMenu.h"
+#include "platform/ProcessControl.h"
 
 namespace tolvane {
 
@@ -33,6 +35,8 @@ inline constexpr std::array<SuggestionKindTraits, 6> suggestionKinds = {{
 /// One suggestion as a row shows it.
 struct SuggestionRow {
     Suggestion suggestion;
+    /// Its processes when it was shown: a number that names another one by now is not meant.
+    std::vector<Incarnation> lives;
     /// Memory, or cores for what is busy.
     std::string figure;
     std::string primaryLabel;
@@ -69,6 +73,8 @@ public:
     std::string subtitle() const;
     /// In the order of the kinds, without those that have none.
     std::vector<SuggestionSection> sections() const;
+    /// Does it to those of the row's processes that live on. What ends processes goes on beside the caller.
+    void carryOut(SuggestionRow row, SuggestionDeed deed);
     bool canShowHidden() const { return !model_.hiddenSuggestions->empty(); }
     void showHidden() { model_.hiddenSuggestions.set({}); }
 

@@ -2,10 +2,12 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <concepts>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <map>
 #include <optional>
@@ -55,7 +57,21 @@ bool readInteger(ondemand::value source, Integer& value, Reading& reading) {
     return true;
 }
 
+/// What stands between the quotes of a string without escapes, as most are: taken in place, not copied. None for any
+/// other value; it is to be read yet in any case.
+inline std::optional<std::string_view> plainString(ondemand::value& source) {
+    std::string_view token = source.raw_json_token();
+    token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    if (token.size() < 2 || token.front() != '"' || token.back() != '"') return std::nullopt;
+    if (std::memchr(token.data(), '\\', token.size())) return std::nullopt;
+    return token.substr(1, token.size() - 2);
+}
+
 inline bool readString(ondemand::value source, std::string_view& text, Reading& reading) {
+    if (const auto plain = plainString(source)) {
+        text = *plain;
+        return source.get_raw_json_string().error() == simdjson::SUCCESS || reading.fail("not a string");
+    }
     if (source.get(text) == simdjson::SUCCESS) return true;
     return reading.fail("not a string");
 }
@@ -344,12 +360,25 @@ public:
         reading_.error = {};
         ondemand::document document;
         const simdjson::padded_string_view padded(text, text.size() + simdjson::SIMDJSON_PADDING);
+        if (!hasRoomFor(text.size())) return reading_.fail(simdjson::MEMALLOC);
         if (const auto error = parser_.iterate(padded).get(document)) return reading_.fail(error);
         return readDocument(document, value, reading_) && isAtEnd(document, reading_);
     }
     const Error& error() const { return reading_.error; }
 
 private:
+    /// The library's room for unescaped strings follows its capacity, is not checked, and fits each string once. Those
+    /// of a case are read twice: when the cases are counted, and when one is taken.
+    bool hasRoomFor(std::size_t size) {
+        const std::size_t wanted = timesRead * size;
+        if (parser_.capacity() >= wanted) return true;
+        return parser_.allocate(std::max(wanted, leastRoom), parser_.max_depth()) == simdjson::SUCCESS;
+    }
+
+    static constexpr std::size_t timesRead = 2;
+    /// Most lines of a log fit, so that room is made once.
+    static constexpr std::size_t leastRoom = 4096;
+
     ondemand::parser parser_;
     Reading reading_;
 };

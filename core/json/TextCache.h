@@ -1,12 +1,12 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -25,13 +25,22 @@ public:
 private:
     /// From the length and both ends: enough to spread names, and cheaper than going over all bytes.
     static std::size_t place(std::string_view text) {
-        std::uint64_t begin = 0;
-        std::uint64_t end = 0;
-        const std::size_t size = std::min(text.size(), sizeof begin);
-        std::memcpy(&begin, text.data(), size);
-        std::memcpy(&end, text.data() + text.size() - size, size);
+        const auto [begin, end] = text.size() >= sizeof(std::uint64_t)   ? ends<std::uint64_t>(text)
+                                  : text.size() >= sizeof(std::uint32_t) ? ends<std::uint32_t>(text)
+                                  : text.empty()                         ? std::pair<std::uint64_t, std::uint64_t>()
+                                                                         : ends<std::uint8_t>(text);
         const std::uint64_t mixed = (begin ^ std::rotl(end, 29) ^ text.size()) * 0x9E3779B97F4A7C15U;
         return mixed >> (64U - placeBits);
+    }
+
+    /// Copies of a size that the compiler knows take one instruction each.
+    template <typename Word>
+    static std::pair<std::uint64_t, std::uint64_t> ends(std::string_view text) {
+        Word begin = 0;
+        Word end = 0;
+        std::memcpy(&begin, text.data(), sizeof begin);
+        std::memcpy(&end, text.data() + text.size() - sizeof end, sizeof end);
+        return {begin, end};
     }
 
     static constexpr unsigned placeBits = 9;

@@ -16,6 +16,8 @@ namespace files = std::filesystem;
 constexpr std::string_view linkPrefix = "gitdir: ";
 constexpr std::string_view refPrefix = "ref: ";
 constexpr std::string_view headsPrefix = "refs/heads/";
+/// No branch can have this name: it stands in the head of a repository that keeps its references in a table.
+constexpr std::string_view inTable = ".invalid";
 
 bool isFolder(const files::path& path) {
     std::error_code ignored;
@@ -87,6 +89,7 @@ BranchState read(std::string_view root) {
     if (!head.starts_with(std::string(refPrefix) + std::string(headsPrefix))) return {};
     const auto ref = head.substr(refPrefix.size());
     const auto branch = std::string(ref.substr(headsPrefix.size()));
+    if (branch == inTable) return {};
     const auto common = commonFolder(*folder);
     const bool exists = isFile(common / ref) || isPacked(common, ref);
     return {.branch = branch, .deleted = !exists};

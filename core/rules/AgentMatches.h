@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -19,7 +20,8 @@ public:
     /// `name` is in lower case.
     const std::uint32_t* find(std::string_view name) const;
     std::string_view name(std::uint32_t number) const { return names_[number]; }
-    bool empty() const { return numbers_.empty(); }
+    bool empty() const { return names_.empty(); }
+    std::size_t size() const { return names_.size(); }
 
 private:
     struct TextHash : std::hash<std::string_view> {

@@ -2,201 +2,239 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
-#include <unordered_map>
+#include <utility>
 
 #include "core/Paths.h"
 #include "core/rules/AgentMatches.h"
-#include "core/rules/PidIndex.h"
+#include "core/rules/ProcessTree.h"
 #include "core/rules/SubjectKey.h"
 
 namespace tolvane {
 
 namespace {
 
+using Place = ProcessTree::Place;
+
 AgentSessionTarget targetOf(const Rule& rule) {
     if (const auto* target = std::get_if<AgentSessionTarget>(&rule.target)) return *target;
     return {.names = {"claude"}, .onlyWithoutPrompt = true};
 }
 
+/// What a rule looks for. Rules that look for the same find the same.
 struct Wanted {
-    Ask* ask = nullptr;
     /// Numbers of the names, the most wanted first.
     std::vector<std::uint32_t> names;
     bool onlyWithoutPrompt = false;
+
+    auto operator<=>(const Wanted&) const = default;
 };
 
-struct Label {
-    std::uint32_t row = 0;
-    std::ptrdiff_t rank = 0;
+/// An agent with all that it started.
+struct Session {
+    Place root = 0;
+    /// Number of the name that it is known by.
     std::uint32_t name = 0;
+    std::vector<Pid> pids;
+    std::uint64_t memory = 0;
+    std::uint64_t compressed = 0;
+    Date unusedSince;
 };
-
-/// By which name each matching pid is known; of rows that share a pid the last counts.
-using Labels = std::unordered_map<Pid, Label>;
 
 /// What sessions are found with, the same for all rules: made once per world.
 class AgentWorld {
 public:
-    AgentWorld(const World& world, WorkersByHost workers)
-        : world_(world), workers_(std::move(workers)), rows_(PidIndex::byPid(world.rows)) {
+    AgentWorld(const World& seen, WorkersByHost workers)
+        : world(seen), tree(seen.rows), workers_(std::move(workers)), isHostParent_(seen.rows.size()) {
         for (const auto& [pid, worker] : workers_) {
-            if (const auto* row = rows_.first(pid)) hostParents_.insert(world_.rows[*row].sample.ppid);
+            const auto host = tree.place(pid);
+            const auto parent = host ? tree.parent(*host) : std::nullopt;
+            if (parent) isHostParent_[*parent] = true;
         }
     }
 
-    const ClaudeWorker* worker(Pid pid) const {
-        const auto found = workers_.find(pid);
+    const World& world;
+    const ProcessTree tree;
+
+    const ProcRow& row(Place place) const { return world.rows[place]; }
+    const ClaudeWorker* worker(Place place) const {
+        const auto found = workers_.find(row(place).sample.pid);
         return found == workers_.end() ? nullptr : found->second;
     }
-    const ProcRow* row(Pid pid) const {
-        const auto* position = rows_.first(pid);
-        return position ? &world_.rows[*position] : nullptr;
-    }
-    const std::set<Pid>& hostParents() const { return hostParents_; }
-
-    bool isInsideAnother(Pid pid, const Labels& labels) const;
-    /// The root and what it started, by position; the descent stops at `boundary`.
-    std::vector<std::uint32_t> members(Pid root, const std::set<Pid>& boundary);
+    /// It runs listed workers.
+    bool isHostParent(Place place) const { return isHostParent_[place]; }
 
 private:
-    const World& world_;
     WorkersByHost workers_;
-    PidIndex rows_;
-    std::optional<PidIndex> children_;
-    /// What runs the listed workers.
-    std::set<Pid> hostParents_;
+    std::vector<bool> isHostParent_;
 };
 
-bool AgentWorld::isInsideAnother(Pid pid, const Labels& labels) const {
-    Pid ancestor = row(pid)->sample.ppid;
-    // After as many steps as there are rows a walk goes in a ring and has seen all of it.
-    for (std::size_t step = 0; step < world_.rows.size() && ancestor >= 2 && ancestor != pid; ++step) {
-        const auto* above = row(ancestor);
-        if (!above) return false;
-        if (labels.contains(ancestor)) return true;
-        ancestor = above->sample.ppid;
-    }
-    return false;
-}
-
-std::vector<std::uint32_t> AgentWorld::members(Pid root, const std::set<Pid>& boundary) {
-    if (!children_) children_ = PidIndex::byParent(world_.rows);
-    std::vector<std::uint32_t> members = {*rows_.first(root)};
-    // Each row once: parents can form a ring where a listing caught a pid in two lives.
-    std::vector<bool> taken(world_.rows.size());
-    for (std::size_t next = 0; next < members.size(); ++next) {
-        for (const auto& [parent, child] : children_->all(world_.rows[members[next]].sample.pid)) {
-            if (taken[child] || boundary.contains(world_.rows[child].sample.pid)) continue;
-            taken[child] = true;
-            members.push_back(child);
-        }
-    }
-    return members;
-}
-
-/// The sessions of one rule.
+/// Looks for the sessions of one wanted list after the other; working space is kept between them.
 class SessionSearch {
 public:
-    SessionSearch(const World& world, AgentWorld& agents, const AgentNameSet& names, const Wanted& wanted)
-        : world_(world), agents_(agents), names_(names), wanted_(wanted) {}
+    SessionSearch(const AgentWorld& agents, const std::vector<AgentMatch>& matches)
+        : agents_(agents), matches_(matches), labels_(agents.world.rows.size()), taken_(agents.world.rows.size()) {}
 
-    void run(const std::vector<AgentMatch>& matches) {
-        label(matches);
-        const auto roots = findRoots();
-        auto boundary = agents_.hostParents();
-        boundary.insert(roots.begin(), roots.end());
-        for (const Pid root : roots) {
-            const auto* row = agents_.row(root);
-            if (mayTouch(row->sample, world_)) wanted_.ask->add(session(*row, boundary));
+    /// By ascending pid of their roots.
+    std::vector<Session> sessions(const Wanted& wanted) {
+        label(wanted);
+        const auto roots = findRoots(wanted);
+        for (const Place root : roots) labels_[root].isRoot = true;
+        std::vector<Session> found;
+        for (const Place root : roots) {
+            if (mayTouch(agents_.row(root).sample, agents_.world)) found.push_back(session(root));
         }
+        for (const Place place : labelled_) labels_[place] = {};
+        labelled_.clear();
+        return found;
     }
 
 private:
-    /// Gives each matching row the most wanted of its names.
-    void label(const std::vector<AgentMatch>& matches) {
-        for (const auto& [row, name] : matches) {
-            const auto place = std::ranges::find(wanted_.names, name);
-            if (place == wanted_.names.end()) continue;
-            const Label label{.row = row, .rank = place - wanted_.names.begin(), .name = name};
-            const auto [known, isNew] = labels_.try_emplace(world_.rows[row].sample.pid, label);
-            if (!isNew && (known->second.row != row || label.rank < known->second.rank)) known->second = label;
+    /// By which name a place is known.
+    struct Label {
+        std::uint32_t row = 0;
+        std::uint32_t name = 0;
+        std::ptrdiff_t rank = -1;
+        bool isRoot = false;
+
+        bool isSet() const { return rank >= 0; }
+    };
+
+    /// Gives each matching place the most wanted of its names; of rows that share a pid the last counts.
+    void label(const Wanted& wanted) {
+        for (const auto& [row, name] : matches_) {
+            const auto rank = std::ranges::find(wanted.names, name) - wanted.names.begin();
+            if (static_cast<std::size_t>(rank) == wanted.names.size()) continue;
+            const Place place = agents_.tree.placeOf(row);
+            auto& known = labels_[place];
+            if (!known.isSet()) labelled_.push_back(place);
+            if (!known.isSet() || known.row != row || rank < known.rank) known = {row, name, rank};
         }
     }
 
-    bool isRoot(Pid pid) const {
-        if (agents_.worker(pid)) return true;
-        return !agents_.hostParents().contains(pid) && !agents_.isInsideAnother(pid, labels_);
+    bool isInsideAnother(Place place) const {
+        auto above = agents_.tree.parent(place);
+        // After as many steps as there are rows a walk goes in a ring and has seen all of it.
+        for (std::size_t step = 0; step < labels_.size() && above && above != place; ++step) {
+            if (agents_.row(*above).sample.pid < 2) return false;
+            if (labels_[*above].isSet()) return true;
+            above = agents_.tree.parent(*above);
+        }
+        return false;
     }
 
-    bool isWanted(Pid root) const {
+    bool isRoot(Place place) const {
+        if (agents_.worker(place)) return true;
+        return !agents_.isHostParent(place) && !isInsideAnother(place);
+    }
+
+    bool isWanted(Place root, const Wanted& wanted) const {
+        if (!wanted.onlyWithoutPrompt) return true;
         const auto* worker = agents_.worker(root);
-        return !wanted_.onlyWithoutPrompt || (worker && !worker->hasPrompt);
+        return worker && !worker->hasPrompt;
     }
 
-    std::set<Pid> findRoots() const {
-        std::set<Pid> roots;
-        for (const auto& [pid, label] : labels_) {
-            if (isRoot(pid) && isWanted(pid)) roots.insert(pid);
+    std::vector<Place> findRoots(const Wanted& wanted) const {
+        std::vector<Place> roots;
+        for (const Place place : labelled_) {
+            if (isRoot(place) && isWanted(place, wanted)) roots.push_back(place);
         }
+        std::ranges::sort(roots, {}, [&](Place place) { return agents_.row(place).sample.pid; });
         return roots;
     }
 
-    void addTitle(Decision& decision, const ProcRow& root) const {
-        if (const auto* worker = agents_.worker(root.sample.pid)) {
-            decision.title = "Claude session " + worker->name.value_or(worker->shortID);
-            decision.subjectKey = SubjectKey::worker(worker->shortID);
-            return;
+    /// The root and what it started, by position; the descent stops at other sessions and at what runs listed workers.
+    void findMembers(Place root) {
+        members_.assign(1, root);
+        ++search_;
+        for (std::size_t next = 0; next < members_.size(); ++next) {
+            for (const auto child : agents_.tree.children(agents_.tree.placeOf(members_[next]))) {
+                const Place place = agents_.tree.placeOf(child);
+                // Each row once: parents can form a ring where a listing caught a pid in two lives.
+                if (taken_[child] == search_ || labels_[place].isRoot || agents_.isHostParent(place)) continue;
+                taken_[child] = search_;
+                members_.push_back(child);
+            }
         }
-        decision.title = names_.name(labels_.at(root.sample.pid).name);
-        decision.subjectKey = SubjectKey::agent(root.sample);
-        if (root.sample.cwd) decision.title += " in " + std::string(Paths::lastComponent(*root.sample.cwd));
     }
 
-    Decision session(const ProcRow& root, const std::set<Pid>& boundary) const {
-        Decision decision{.rule = *wanted_.ask->rule, .unusedSince = root.unusedSince};
-        addTitle(decision, root);
-        for (const auto position : agents_.members(root.sample.pid, boundary)) {
-            const auto& row = world_.rows[position];
-            if (!mayTouch(row.sample, world_)) continue;
-            decision.pids.push_back(row.sample.pid);
-            decision.memory += row.sample.footprint;
-            decision.compressed += row.sample.compressed;
-            decision.unusedSince = std::max(decision.unusedSince, row.unusedSince);
+    Session session(Place root) {
+        findMembers(root);
+        Session session{.root = root, .name = labels_[root].name, .unusedSince = agents_.row(root).unusedSince};
+        for (const auto member : members_) {
+            const auto& row = agents_.world.rows[member];
+            if (!mayTouch(row.sample, agents_.world)) continue;
+            session.pids.push_back(row.sample.pid);
+            session.memory += row.sample.footprint;
+            session.compressed += row.sample.compressed;
+            session.unusedSince = std::max(session.unusedSince, row.unusedSince);
         }
-        return decision;
+        return session;
     }
 
-    const World& world_;
-    AgentWorld& agents_;
-    const AgentNameSet& names_;
-    const Wanted& wanted_;
-    Labels labels_;
+    const AgentWorld& agents_;
+    const std::vector<AgentMatch>& matches_;
+    /// By place; those that are set are `labelled_`.
+    std::vector<Label> labels_;
+    std::vector<Place> labelled_;
+    std::vector<std::uint32_t> members_;
+    /// By row: the latest search that took it.
+    std::vector<std::uint32_t> taken_;
+    std::uint32_t search_ = 0;
 };
 
-std::vector<Wanted> wantedSessions(const std::vector<Ask*>& asks, AgentNameSet& names) {
-    std::vector<Wanted> all;
-    for (auto* ask : asks) {
-        const auto target = targetOf(*ask->rule);
-        auto numbers = names.add(target.names);
-        if (!numbers.empty()) all.push_back({ask, std::move(numbers), target.onlyWithoutPrompt});
+Subject subjectOf(const Session& session, const AgentWorld& agents, const AgentNameSet& names) {
+    Subject subject{.pids = session.pids,
+                    .memory = session.memory,
+                    .unusedSince = session.unusedSince,
+                    .compressed = session.compressed};
+    const auto& root = agents.row(session.root);
+    if (const auto* worker = agents.worker(session.root)) {
+        subject.title = "Claude session " + worker->name.value_or(worker->shortID);
+        subject.key = SubjectKey::worker(worker->shortID);
+        return subject;
     }
-    return all;
+    subject.title = names.name(session.name);
+    subject.key = SubjectKey::agent(root.sample);
+    if (root.sample.cwd) subject.title += " in " + std::string(Paths::lastComponent(*root.sample.cwd));
+    return subject;
+}
+
+/// Names that no row goes by make no difference.
+void dropUnmatched(std::vector<Wanted>& wanted, const std::vector<AgentMatch>& matches, std::size_t names) {
+    std::vector<bool> isMatched(names);
+    for (const auto& match : matches) isMatched[match.name] = true;
+    for (auto& one : wanted) std::erase_if(one.names, [&](std::uint32_t name) { return !isMatched[name]; });
 }
 
 }  // namespace
 
 void findAgentSessions(const std::vector<Ask*>& asks, const World& world) {
     AgentNameSet names;
-    const auto wanted = wantedSessions(asks, names);
-    if (wanted.empty()) return;
+    std::vector<Wanted> wanted;
+    for (const auto* ask : asks) {
+        const auto target = targetOf(*ask->rule);
+        wanted.push_back({names.add(target.names), target.onlyWithoutPrompt});
+    }
+    if (names.empty()) return;
     auto workers = workersByHost(world);
     const auto matches = matchAgents(world, workers, names);
     if (matches.empty()) return;
-    AgentWorld agents(world, std::move(workers));
-    for (const auto& one : wanted) SessionSearch(world, agents, names, one).run(matches);
+
+    dropUnmatched(wanted, matches, names.size());
+    const AgentWorld agents(world, std::move(workers));
+    SessionSearch search(agents, matches);
+    std::map<Wanted, std::vector<Session>> known;
+    for (std::size_t index = 0; index < asks.size(); ++index) {
+        const auto [sessions, isNew] = known.try_emplace(wanted[index]);
+        if (isNew) sessions->second = search.sessions(wanted[index]);
+        for (const auto& session : sessions->second) {
+            if (!asks[index]->fits(session.unusedSince, session.memory)) continue;
+            asks[index]->found.push_back(subjectOf(session, agents, names));
+        }
+    }
 }
 
 }  // namespace tolvane

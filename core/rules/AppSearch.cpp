@@ -10,7 +10,7 @@ namespace tolvane {
 
 namespace {
 
-using Apps = std::unordered_map<std::string_view, Decision>;
+using Apps = std::unordered_map<std::string_view, Subject>;
 
 const AppTarget& targetOf(const Ask& ask) { return std::get<AppTarget>(ask.rule->target); }
 
@@ -23,7 +23,7 @@ Apps wantedApps(const std::vector<Ask*>& asks, const World& world) {
     return apps;
 }
 
-void addRow(Decision& app, const ProcRow& row) {
+void addRow(Subject& app, const ProcRow& row) {
     app.unusedSince = app.pids.empty() ? row.unusedSince : std::max(app.unusedSince, row.unusedSince);
     app.pids.push_back(row.sample.pid);
     app.memory += row.sample.footprint;
@@ -49,11 +49,10 @@ void findApps(const std::vector<Ask*>& asks, const World& world) {
         const auto app = apps.find(target.bundleID);
         if (app == apps.end() || app->second.pids.empty()) continue;
         if (!ask->fits(app->second.unusedSince, app->second.memory)) continue;
-        Decision decision = app->second;
-        decision.rule = *ask->rule;
-        decision.subjectKey = SubjectKey::app(target.bundleID);
-        decision.title = target.name;
-        ask->found.push_back(std::move(decision));
+        auto subject = app->second;
+        subject.key = SubjectKey::app(target.bundleID);
+        subject.title = target.name;
+        ask->found.push_back(std::move(subject));
     }
 }
 

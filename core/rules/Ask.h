@@ -2,14 +2,25 @@
 
 #include <cstdint>
 #include <optional>
-#include <utility>
+#include <string>
 #include <vector>
 
-#include "core/rules/Decision.h"
 #include "core/rules/Rule.h"
 #include "core/rules/World.h"
+#include "platform/Date.h"
+#include "platform/Pid.h"
 
 namespace tolvane {
+
+/// What a rule found: a decision before it is one. Most are dropped, since they cool down, and a rule is large to copy.
+struct Subject {
+    std::string key;
+    std::string title;
+    std::vector<Pid> pids;
+    std::uint64_t memory = 0;
+    Date unusedSince;
+    std::uint64_t compressed = 0;
+};
 
 /// One rule that looks for its subjects in a world, and what it found. Refers to its rule.
 struct Ask {
@@ -21,8 +32,8 @@ struct Ask {
     std::uint64_t memory = 0;
     /// Processes of applications are left alone.
     bool sparesApplications = false;
-    /// The subjects that fit, in order.
-    std::vector<Decision> found;
+    /// Those that fit, in order.
+    std::vector<Subject> found;
 
     /// Asks for every subject.
     static Ask all(const Rule& rule);
@@ -31,9 +42,6 @@ struct Ask {
 
     bool fits(Date unusedSince, std::uint64_t bytes) const {
         return bytes >= memory && (!unused || now - unusedSince >= *unused);
-    }
-    void add(Decision decision) {
-        if (fits(decision.unusedSince, decision.memory)) found.push_back(std::move(decision));
     }
 };
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/LowerCase.h"
+#include "core/rules/PatternSet.h"
 #include "core/rules/SubjectKey.h"
 
 namespace tolvane {
@@ -12,22 +13,22 @@ namespace {
 
 struct Wanted {
     Ask* ask = nullptr;
-    /// In lower case, none empty.
-    std::vector<std::string> patterns;
+    /// At least one.
+    std::vector<PatternSet::Number> patterns;
 };
 
-std::vector<std::string> usablePatterns(const CommandTarget& target) {
-    std::vector<std::string> patterns;
+std::vector<PatternSet::Number> usablePatterns(const CommandTarget& target, PatternSet& set) {
+    std::vector<PatternSet::Number> patterns;
     for (const auto& pattern : target.patterns) {
-        if (!pattern.empty()) patterns.push_back(lowerCased(pattern));
+        if (!pattern.empty()) patterns.push_back(set.add(lowerCased(pattern)));
     }
     return patterns;
 }
 
-std::vector<Wanted> wantedCommands(const std::vector<Ask*>& asks) {
+std::vector<Wanted> wantedCommands(const std::vector<Ask*>& asks, PatternSet& set) {
     std::vector<Wanted> all;
     for (auto* ask : asks) {
-        auto patterns = usablePatterns(std::get<CommandTarget>(ask->rule->target));
+        auto patterns = usablePatterns(std::get<CommandTarget>(ask->rule->target), set);
         if (!patterns.empty()) all.push_back({ask, std::move(patterns)});
     }
     return all;
@@ -50,7 +51,8 @@ void assignSearchText(std::string& text, const ProcSample& sample) {
 /// The rows one after the other, with one buffer for all their command lines.
 class CommandPass {
 public:
-    CommandPass(const std::vector<Wanted>& wanted, const World& world) : wanted_(wanted), world_(world) {}
+    CommandPass(const std::vector<Wanted>& wanted, PatternSet& patterns, const World& world)
+        : wanted_(wanted), patterns_(patterns), world_(world) {}
 
     void take(const ProcRow& row) {
         if (!mayTouch(row.sample, world_)) return;
@@ -74,20 +76,23 @@ private:
         if (state_ == State::untested) {
             const bool excluded = row_->sample.isSystem() || isInFront(*row_, world_);
             state_ = excluded ? State::excluded : State::ready;
-            if (!excluded) assignSearchText(text_, row_->sample);
+            if (!excluded) search();
         }
         return state_ == State::ready;
     }
 
-    bool matches(const std::vector<std::string>& patterns) const {
-        return std::ranges::any_of(patterns,
-                                   [&](const auto& pattern) { return text_.find(pattern) != std::string::npos; });
+    void search() {
+        assignSearchText(text_, row_->sample);
+        patterns_.search(text_);
+    }
+
+    bool matches(const std::vector<PatternSet::Number>& patterns) const {
+        return std::ranges::any_of(patterns, [&](PatternSet::Number each) { return patterns_.isFound(each); });
     }
 
     void add(Ask& ask) const {
         const auto& sample = row_->sample;
-        ask.found.push_back({.rule = *ask.rule,
-                             .subjectKey = SubjectKey::process(sample),
+        ask.found.push_back({.key = SubjectKey::process(sample),
                              .title = sample.name.str(),
                              .pids = {sample.pid},
                              .memory = sample.footprint,
@@ -96,6 +101,7 @@ private:
     }
 
     const std::vector<Wanted>& wanted_;
+    PatternSet& patterns_;
     const World& world_;
     const ProcRow* row_ = nullptr;
     State state_ = State::untested;
@@ -105,9 +111,11 @@ private:
 }  // namespace
 
 void findCommands(const std::vector<Ask*>& asks, const World& world) {
-    const auto wanted = wantedCommands(asks);
+    PatternSet patterns;
+    const auto wanted = wantedCommands(asks, patterns);
     if (wanted.empty()) return;
-    CommandPass pass(wanted, world);
+    patterns.prepare();
+    CommandPass pass(wanted, patterns, world);
     for (const auto& row : world.rows) pass.take(row);
 }
 

@@ -1,5 +1,7 @@
 #include "core/rules/RuleEngine.h"
 
+#include <utility>
+
 #include "core/rules/AgentNames.h"
 #include "core/rules/AgentSearch.h"
 #include "core/rules/AppSearch.h"
@@ -42,11 +44,26 @@ void findSubjects(std::vector<Ask>& asks, const World& world) {
     findAgentSessions(agents, world);
 }
 
-bool isCoolingDown(const Decision& decision, Date now, const FiredDates& lastFired) {
-    if (lastFired.empty()) return false;
-    const auto fired = lastFired.find(cooldownKey(decision.rule, decision.subjectKey));
-    if (fired == lastFired.end()) return false;
-    return now - fired->second < (decision.dryRun() ? dryRunCooldown : cooldown);
+void dropCoolingDown(Ask& ask, const FiredDates& lastFired) {
+    if (lastFired.empty() || ask.found.empty()) return;
+    const Seconds span = ask.rule->dryRun ? dryRunCooldown : cooldown;
+    auto key = cooldownKey(*ask.rule, {});
+    const auto prefix = key.size();
+    std::erase_if(ask.found, [&](const Subject& subject) {
+        key.replace(prefix, std::string::npos, subject.key);
+        const auto fired = lastFired.find(key);
+        return fired != lastFired.end() && ask.now - fired->second < span;
+    });
+}
+
+Decision decisionOn(Subject subject, const Rule& rule) {
+    return {.rule = rule,
+            .subjectKey = std::move(subject.key),
+            .title = std::move(subject.title),
+            .pids = std::move(subject.pids),
+            .memory = subject.memory,
+            .unusedSince = subject.unusedSince,
+            .compressed = subject.compressed};
 }
 
 }  // namespace
@@ -55,11 +72,15 @@ std::vector<Decision> decisions(const std::vector<Rule>& rules, const World& wor
                                 const FiredDates& lastFired) {
     auto asks = openAsks(rules, world, now);
     findSubjects(asks, world);
-    std::vector<Decision> due;
+    std::size_t most = 0;
     for (auto& ask : asks) {
-        for (auto& decision : ask.found) {
-            if (!isCoolingDown(decision, now, lastFired)) due.push_back(std::move(decision));
-        }
+        dropCoolingDown(ask, lastFired);
+        most += ask.found.size();
+    }
+    std::vector<Decision> due;
+    due.reserve(most);
+    for (auto& ask : asks) {
+        for (auto& subject : ask.found) due.push_back(decisionOn(std::move(subject), *ask.rule));
     }
     return due;
 }
@@ -67,7 +88,9 @@ std::vector<Decision> decisions(const std::vector<Rule>& rules, const World& wor
 std::vector<Decision> candidates(const Rule& rule, const World& world) {
     std::vector<Ask> asks = {Ask::all(rule)};
     findSubjects(asks, world);
-    return std::move(asks.front().found);
+    std::vector<Decision> all;
+    for (auto& subject : asks.front().found) all.push_back(decisionOn(std::move(subject), rule));
+    return all;
 }
 
 std::string cooldownKey(const Rule& rule, std::string_view subject) {

@@ -44,6 +44,12 @@ public:
         settle();
     }
 
+    /// Calls `change` with every settled entry; its pid must stay.
+    template <typename Function>
+    void forEach(Function change) {
+        std::for_each(entries_.begin(), firstAdded(), change);
+    }
+
     /// Keeps the memory.
     void clear() {
         entries_.clear();

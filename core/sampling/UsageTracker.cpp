@@ -18,6 +18,17 @@ void UsageTracker::noteActivation(std::string_view bundlePath, Date at) {
     apps_[static_cast<std::size_t>(appAt(bundlePath))].lastActivation = at;
 }
 
+void UsageTracker::clockWasSet(Seconds by) {
+    at_ += by;
+    seen_.forEach([by](Seen& seen) {
+        seen.firstSeen += by;
+        seen.lastBusy += by;
+    });
+    for (auto& app : apps_) {
+        if (app.lastActivation != distantPast) app.lastActivation += by;
+    }
+}
+
 std::vector<ProcRow> UsageTracker::update(std::vector<ProcSample>&& samples, Date now) {
     std::vector<ProcRow> rows;
     rows.reserve(samples.size());

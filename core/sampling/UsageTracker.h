@@ -27,6 +27,10 @@ public:
     /// The application came to the front. The latest call holds, whatever the dates say.
     void noteActivation(std::string_view bundlePath, Date at);
 
+    /// Somebody set the clock on by so much, or back: what was dated so far is dated anew, so that nothing seems unused
+    /// for a time that never passed.
+    void clockWasSet(Seconds by);
+
     /// One row for each sample, in the same order, without project and session. A process that the reading missed is
     /// forgotten: when it comes back it is new.
     std::vector<ProcRow> update(std::vector<ProcSample>&& samples, Date now);

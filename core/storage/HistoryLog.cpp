@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 #include "core/history/MomentFields.h"
 #include "core/json/Decode.h"
@@ -35,13 +37,38 @@ struct Kept {
     }
 };
 
+/// Whole seconds of the date that a line begins with, as it is written; none for any other line.
+std::optional<std::int64_t> firstSeconds(std::string_view line) {
+    constexpr std::string_view begin = R"({"date":)";
+    constexpr std::size_t mostDigits = 15;
+    if (!line.starts_with(begin)) return std::nullopt;
+    line.remove_prefix(begin.size());
+    const auto digits = std::min(line.find_first_not_of("0123456789"), line.size());
+    if (digits == 0 || digits > mostDigits) return std::nullopt;
+    std::int64_t seconds = 0;
+    for (const char digit : line.substr(0, digits)) seconds = 10 * seconds + (digit - '0');
+    line.remove_prefix(digits);
+    if (line.starts_with('.')) line.remove_prefix(std::min(line.find_first_not_of("0123456789", 1), line.size()));
+    return line.starts_with(',') ? std::optional(seconds) : std::nullopt;
+}
+
+/// Whether the line is dropped whatever else it holds, so that a history that nobody trimmed for years is passed over
+/// quickly. Of two dates the last would hold, in whatever way its key is written.
+bool isSurelyOld(std::string_view line, Date now, Seconds age) {
+    const auto seconds = firstSeconds(line);
+    if (!seconds || now - Date{Seconds{static_cast<double>(*seconds + 1)}} <= age) return false;
+    const auto rest = line.substr(1 + std::string_view(R"("date")").size());
+    return rest.find("date\"") == std::string_view::npos && rest.find("\\u") == std::string_view::npos;
+}
+
 Kept keepYoungerThan(Files::LineFile& file, Date now, Seconds age) {
     Kept kept;
     json::TextCache texts;
     json::Decoder decoder(&texts);
     while (const auto line = file.next()) {
         Moment moment;
-        if (decoder.decodePadded(line->text, moment) && now - moment.date <= age) {
+        const bool isRead = !isSurelyOld(line->text, now, age) && decoder.decodePadded(line->text, moment);
+        if (isRead && now - moment.date <= age) {
             moment.holders.shrink_to_fit();
             kept.add(std::move(moment), *line);
         } else {

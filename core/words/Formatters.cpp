@@ -27,6 +27,12 @@ LocalizedNumberFormatter rounded(const icu::Locale& locale, const Precision& pre
         .sign(UNUM_SIGN_NEGATIVE);
 }
 
+/// The machine may be in another zone by now.
+void followMachine(icu::DateFormat& format) {
+    auto zone = timeZone({});
+    if (!(format.getTimeZone() == *zone)) format.adoptTimeZone(zone.release());
+}
+
 }  // namespace
 
 Formatters& Formatters::of(std::string_view locale) {
@@ -89,7 +95,10 @@ const icu::RelativeDateTimeFormatter* Formatters::relative() {
 const icu::DateFormat* Formatters::date(DateForm form, std::string_view zone) {
     auto& ofForm = dates_[static_cast<std::size_t>(form)];
     const auto found = ofForm.find(zone);
-    if (found != ofForm.end()) return found->second.get();
+    if (found != ofForm.end()) {
+        if (zone.empty() && found->second) followMachine(*found->second);
+        return found->second.get();
+    }
     auto made = makeDate(form);
     if (made) made->adoptTimeZone(timeZone(zone).release());
     return ofForm.emplace(zone, std::move(made)).first->second.get();

@@ -72,6 +72,7 @@ QString DayChart::daysWithFigures() const {
     for (const auto& each : days_) {
         if (each.memory > 0) parts << words(each.spoken);
     }
+    parts.prepend(words(StatsView::dayAxis) + QStringLiteral(", ") + words(StatsView::freedAxis));
     return parts.join(QStringLiteral("; "));
 }
 

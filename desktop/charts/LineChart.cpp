@@ -96,13 +96,19 @@ QString LineChart::figure(double value) const {
     return words(Format::decimal(value, 0, 1, locale_) + ' ' + shown_.unit);
 }
 
-/// For who cannot see the lines: where they end.
+/// For who cannot see the lines: their axes, and where they end.
 QString LineChart::latestFigures() const {
     QStringList parts;
     for (const auto& each : shown_.series) {
         if (!each.values.empty()) parts << words(each.name) + QLatin1Char(' ') + figure(each.values.back());
     }
-    return parts.join(QStringLiteral(", "));
+    if (parts.isEmpty()) return {};
+    QStringList axes;
+    for (const auto& label : {shown_.xLabel, shown_.yLabel, shown_.seriesLabel}) {
+        if (!label.empty()) axes << words(label);
+    }
+    const auto before = axes.isEmpty() ? QString() : axes.join(QStringLiteral(", ")) + QStringLiteral(": ");
+    return before + parts.join(QStringLiteral(", "));
 }
 
 /// Charts one below the other line up unless one of them has unusually long figures.

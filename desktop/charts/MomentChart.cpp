@@ -53,6 +53,16 @@ std::optional<double> valueAt(const HistoryChart& chart, const HistorySeries& se
     return std::isnan(value) ? std::nullopt : std::optional(value);
 }
 
+/// "Time, GB, Kind: Used, Compressed, Swap; ", for who cannot see them.
+QString axesOf(const HistoryChart& chart) {
+    QStringList names;
+    for (const auto& series : chart.series) names << words(series.name);
+    const auto series = names.join(QStringLiteral(", "));
+    const auto kind = chart.seriesLabel.empty() ? series : words(chart.seriesLabel) + QStringLiteral(": ") + series;
+    return QStringList{words(chart.xLabel), words(chart.yLabel), kind}.join(QStringLiteral(", ")) +
+           QStringLiteral("; ");
+}
+
 }  // namespace
 
 /// Lies over the plot, which draws its own ground and lines in a piece.
@@ -89,8 +99,9 @@ MomentChart::MomentChart(const Look& look, QWidget* parent)
 void MomentChart::show(const HistoryChart& chart, const std::vector<HistoryTick>& marks, const QString& moment) {
     const bool isNew = chart != shown_ || marks != marks_;
     setAccessibleName(words(chart.spoken));
-    if (moment != accessibleDescription()) {
-        setAccessibleDescription(moment);
+    const auto described = axesOf(chart) + moment;
+    if (described != accessibleDescription()) {
+        setAccessibleDescription(described);
         QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&changed);
     }
@@ -288,7 +299,10 @@ void MomentChart::paintBands(QPainter& painter) const {
         const auto& tokens = look_.tokens();
         const auto ground = band.pressure == Pressure::critical ? tokens.bandCritical : tokens.bandElevated;
         const double left = std::max<double>(xAt(band.start), plot.left());
-        painter.fillRect(QRectF(left, plot.top(), xAt(end) - left, plot.height()), faded(ground, bandOpacity));
+        const double right = std::min<double>(xAt(end), plot.left() + plot.width());
+        if (right > left) {
+            painter.fillRect(QRectF(left, plot.top(), right - left, plot.height()), faded(ground, bandOpacity));
+        }
         first = next;
     }
 }

@@ -37,6 +37,7 @@ void CPUBlock::show(const CPUSummary& summary) {
     chart_->show(summary.chart);
     chart_->setToolTip(words(summary.chartText));
     chart_->setAccessibleName(words(summary.chartText));
+    chart_->setAccessibleDescription(words(summary.chartDetail));
     caption_->setText(words(summary.chartCaption));
     rows_->show(summary.rows);
 }

@@ -58,6 +58,7 @@ void ValueRows::show(std::vector<ValueRow> rows) {
     if (rows == rows_) return;
     const int before = heightForWidth(width());
     rows_ = std::move(rows);
+    measuredWidth_.reset();
     setAccessibleName(spoken(rows_));
     if (heightForWidth(width()) != before) updateGeometry();
     update();
@@ -85,10 +86,14 @@ ValueRows::Parts ValueRows::parts(const ValueRow& row, int width) const {
     return parts;
 }
 
+/// Layouts ask several times at every change, and measuring texts is most of what a tick costs here.
 int ValueRows::heightForWidth(int width) const {
+    if (width == measuredWidth_) return measuredHeight_;
     int height = 0;
     for (const auto& row : rows_) height += parts(row, width).lines() * lineHeight() + spacing_;
-    return std::max(0, height - spacing_);
+    measuredWidth_ = width;
+    measuredHeight_ = std::max(0, height - spacing_);
+    return measuredHeight_;
 }
 
 QSize ValueRows::sizeHint() const { return {leastWidth, heightForWidth(std::max(leastWidth, width()))}; }
@@ -101,14 +106,14 @@ void ValueRows::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     int top = 0;
     for (const auto& row : rows_) {
-        paintRow(painter, row, top);
-        top += parts(row, width()).lines() * lineHeight() + spacing_;
+        const auto shown = parts(row, width());
+        paintRow(painter, row, shown, top);
+        top += shown.lines() * lineHeight() + spacing_;
     }
 }
 
-void ValueRows::paintRow(QPainter& painter, const ValueRow& row, int top) const {
+void ValueRows::paintRow(QPainter& painter, const ValueRow& row, const Parts& shown, int top) const {
     const auto& tokens = look_.tokens();
-    const auto shown = parts(row, width());
     const QRect first(0, top, width(), lineHeight());
     const auto placed = [&](QRect part) { return QStyle::visualRect(layoutDirection(), rect(), part); };
     const auto leading = mirrored(layoutDirection(), Qt::AlignLeft);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 #include <vector>
 
 #include "app/screens/MemorySummary.h"
@@ -34,12 +35,15 @@ private:
 
     Parts parts(const ValueRow& row, int width) const;
     int lineHeight() const { return look_.fonts().lineHeight(TextRole::small); }
-    void paintRow(QPainter& painter, const ValueRow& row, int top) const;
+    void paintRow(QPainter& painter, const ValueRow& row, const Parts& shown, int top) const;
     QString tipAt(QPoint position) const;
 
     const Look& look_;
     int spacing_;
     std::vector<ValueRow> rows_;
+    /// The height at the width that was asked for last.
+    mutable std::optional<int> measuredWidth_;
+    mutable int measuredHeight_ = 0;
 };
 
 }  // namespace tolvane::desktop

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "platform/linux/KernelText.h"
 #include "platform/linux/Scan.h"
@@ -33,7 +34,27 @@ void insertRange(std::set<int>& cores, std::string_view range) {
     for (int core = *first; core <= *last; ++core) cores.insert(core);
 }
 
+/// An hour of the usual hundred a second: what goes back by more began anew, as a core that was switched off may.
+constexpr std::int32_t furthestBack = 360'000;
+
+std::uint32_t steady(std::uint32_t before, std::uint32_t now) {
+    const auto step = static_cast<std::int32_t>(now - before);
+    return step < 0 && step > -furthestBack ? before : now;
+}
+
 }  // namespace
+
+void SteadyTicks::settle(std::vector<CoreTicks>& cores) {
+    const std::lock_guard lock(mutex_);
+    for (auto& [core, ticks] : cores) {
+        auto& before = latest_.try_emplace(core, ticks).first->second;
+        ticks = {.user = steady(before.user, ticks.user),
+                 .system = steady(before.system, ticks.system),
+                 .idle = steady(before.idle, ticks.idle),
+                 .nice = steady(before.nice, ticks.nice)};
+        before = ticks;
+    }
+}
 
 std::optional<MachineTicks> parseTicks(std::string_view stat) {
     constexpr std::string_view prefix = "cpu";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -29,6 +31,18 @@ struct MachineTicks {
 /// nice, system, idle, waiting for a disk, interrupts, soft interrupts, stolen, and guests, which user has already.
 /// Waiting is idle, interrupts are system, and what the hypervisor gave to others counts nowhere.
 std::optional<MachineTicks> parseTicks(std::string_view stat);
+
+/// The kernel takes ticks of idleness and of waiting back now and then, having told them apart too early. Counters that
+/// wrap have no way to say so: a tick less reads as eight months more, and a busy core as an idle one. So a counter
+/// that steps back stands still until it is where it was. Any thread.
+class SteadyTicks {
+public:
+    void settle(std::vector<CoreTicks>& cores);
+
+private:
+    std::mutex mutex_;
+    std::map<int, CPUTicks> latest_;
+};
 
 /// The numbers of "0-3,8,10-11".
 std::set<int> parseCoreList(std::string_view text);

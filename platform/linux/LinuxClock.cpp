@@ -132,6 +132,8 @@ Date LinuxClock::now() const {
     return dateFromUnixSeconds(static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / nanosPerSecond);
 }
 
+Seconds LinuxClock::steadyTime() const { return uptime(); }
+
 Subscription LinuxClock::after(Seconds delay, Seconds tolerance, std::function<void()> passed) {
     const Seconds due = uptime() + clamped(delay);
     const std::uint64_t number = waiters_->add(due, due + clamped(tolerance), std::move(passed));

@@ -7,7 +7,7 @@
 namespace tolvane::linuxhost {
 
 /// The machine's wall clock, and one kernel timer for all waiters. The timer runs on the clock that counts sleep too;
-/// it stands still while nobody waits. Needs the event loop of the main thread, but for `now`.
+/// it stands still while nobody waits. Needs the event loop of the main thread, but for `now` and `steadyTime`.
 class LinuxClock : public Clock {
 public:
     LinuxClock();
@@ -16,6 +16,8 @@ public:
     ~LinuxClock() override;
 
     Date now() const override;
+    /// Since the machine was started.
+    Seconds steadyTime() const override;
     Subscription after(Seconds delay, Seconds tolerance, std::function<void()> passed) override;
 
 private:

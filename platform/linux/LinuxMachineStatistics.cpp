@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "platform/linux/CoreReadings.h"
 #include "platform/linux/Files.h"
 #include "platform/linux/KernelText.h"
 #include "platform/linux/PressureReading.h"
@@ -124,8 +123,9 @@ std::optional<CPUTicks> LinuxMachineStatistics::totalTicks() const {
 
 std::optional<std::vector<CPUTicks>> LinuxMachineStatistics::ticksPerCore() const {
     const auto text = stat_.read();
-    const auto ticks = text ? parseTicks(*text) : std::nullopt;
+    auto ticks = text ? parseTicks(*text) : std::nullopt;
     if (!ticks) return std::nullopt;
+    steady_.settle(ticks->cores);
     return efficiencyFirst(ticks->cores, efficiency_);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/MachineStatistics.h"
+#include "platform/linux/CoreReadings.h"
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/MemoryReadings.h"
 
@@ -51,6 +52,8 @@ private:
     KernelFile stat_;
     KernelFile online_;
     std::set<int> efficiency_;
+    /// Mutable, since nobody but who reads ticks can see it.
+    mutable SteadyTicks steady_;
 };
 
 }  // namespace tolvane::linuxhost

@@ -40,7 +40,8 @@ void addDesktop(Host& host, LinuxApplications& applications, const LinuxFolders&
         .windows = windows,
         .launcher = launcher,
         .dateOfTicks = [clock](std::uint64_t ticks) { return clock.dateOfTicks(ticks); }});
-    host.frontmost = std::make_unique<SessionFrontmost>(windows);
+    auto choice = std::make_unique<FrontmostChoice>(windows, bus, environment("XDG_RUNTIME_DIR").value_or("/tmp"));
+    host.frontmost = std::make_unique<SessionFrontmost>(applications, windows, std::move(choice));
     host.notifications = std::make_unique<LinuxNotifications>(bus);
     host.loginItem = std::make_unique<XDGAutostart>(XDGAutostart::placesFor(folders, environment));
     host.desktop = std::make_unique<LinuxDesktop>(bus, launcher, std::move(toolkit.copyText));

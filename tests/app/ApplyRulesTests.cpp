@@ -8,6 +8,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 struct ApplyRulesTest : RuleActsTest {
     Rule idleRule(RuleAction action) {
@@ -144,6 +145,17 @@ TEST_F(ApplyRulesTest, aProcessIsFoundIdleByWhatTheTicksSaw) {
     EXPECT_THAT(outcomes(), ElementsAre("Notified"));
 }
 
+TEST_F(ApplyRulesTest, aClockThatIsSetMakesNobodyIdle) {
+    addWorker(7);
+    fire({idleRule(RuleAction::terminate)});
+    clock.setTo(clock.now() + 24h);
+    clock.advance(60s);
+    EXPECT_THAT(outcomes(), IsEmpty());
+    EXPECT_TRUE(world.find(7));
+    clock.advance(120s);
+    EXPECT_THAT(outcomes(), SizeIs(1));
+}
+
 TEST_F(ApplyRulesTest, theApplicationInFrontIsLeftAlone) {
     addMail(7);
     addInstance();
@@ -162,6 +174,21 @@ TEST_F(ApplyRulesTest, rulesForApplicationsHoldBackWhereNobodyCanTellWhichIsInFr
     fire({mailRule(RuleAction::quit)});
     EXPECT_THAT(outcomes(), IsEmpty());
     EXPECT_EQ(world.instances[0].asked, 0);
+}
+
+TEST_F(ApplyRulesTest, commandsEndNoApplicationWhereNobodyCanTellWhichIsInFront) {
+    addWorker(7);
+    addApp(8, mail).argumentsBlock = fakes::argumentsBlock("/opt/worker", {"/opt/worker"});
+    world.bundleIdentifiers[mail] = "com.example.mail";
+    auto rule = workerRule(RuleAction::terminate);
+    rule.memoryMB = 0;
+    world.canTellFrontmost = false;
+    fire({rule});
+    EXPECT_EQ(world.timesAsked("signal 15 7"), 1U);
+    EXPECT_EQ(world.timesAsked("signal 15 8"), 0U);
+    world.canTellFrontmost = true;
+    world.press();
+    EXPECT_EQ(world.timesAsked("signal 15 8"), 1U);
 }
 
 TEST_F(ApplyRulesTest, thisProgramIsLeftAlone) {

@@ -15,7 +15,6 @@ struct DueDecisionsTest : testing::Test {
     World world{.selfPID = 4242, .uid = me};
     std::map<Pid, Lowered> lowered;
     Date now{Seconds{800'000'000}};
-    bool frontmostIsKnown = true;
 
     void addProcess(Pid pid, std::string_view bundlePath = {}) {
         ProcRow row;
@@ -41,11 +40,7 @@ struct DueDecisionsTest : testing::Test {
     }
     std::vector<Pid> take() {
         std::vector<Pid> pids;
-        for (const auto& decision : due.take({.rules = rules,
-                                              .world = world,
-                                              .lowered = lowered,
-                                              .frontmostIsKnown = frontmostIsKnown,
-                                              .now = now})) {
+        for (const auto& decision : due.take({.rules = rules, .world = world, .lowered = lowered, .now = now})) {
             pids.insert(pids.end(), decision.pids.begin(), decision.pids.end());
         }
         return pids;
@@ -56,6 +51,19 @@ TEST_F(DueDecisionsTest, aDecisionIsTakenOnceUntilItsCooldownPassed) {
     addProcess(7);
     addRule(RuleAction::terminate);
     EXPECT_EQ(take(), std::vector<Pid>{7});
+    now += 599s;
+    EXPECT_TRUE(take().empty());
+    now += 1s;
+    EXPECT_EQ(take(), std::vector<Pid>{7});
+}
+
+TEST_F(DueDecisionsTest, aClockThatWasSetBackHoldsNothingBackForLongerThanACooldown) {
+    addProcess(7);
+    addRule(RuleAction::terminate);
+    EXPECT_EQ(take(), std::vector<Pid>{7});
+    now -= 24h;
+    world.rows.front().unusedSince = now - 7200s;
+    EXPECT_TRUE(take().empty());
     now += 599s;
     EXPECT_TRUE(take().empty());
     now += 1s;
@@ -109,16 +117,16 @@ TEST_F(DueDecisionsTest, twoRulesMayLowerOneSubjectInOneTick) {
 TEST_F(DueDecisionsTest, quittingAnApplicationWaitsUntilTheHostCanTellWhoIsInFront) {
     addProcess(7, "/Applications/Mail.app");
     addRule(RuleAction::quit, AppTarget{.bundleID = "com.example.mail", .name = "Mail"});
-    frontmostIsKnown = false;
+    world.frontmostKnown = false;
     EXPECT_TRUE(take().empty());
-    frontmostIsKnown = true;
+    world.frontmostKnown = true;
     EXPECT_EQ(take(), std::vector<Pid>{7});
 }
 
 TEST_F(DueDecisionsTest, otherRulesDoNotWaitForWhoIsInFront) {
     addProcess(7);
     addRule(RuleAction::terminate);
-    frontmostIsKnown = false;
+    world.frontmostKnown = false;
     EXPECT_EQ(take(), std::vector<Pid>{7});
 }
 

@@ -7,6 +7,7 @@
 #include "core/rules/RuleFile.h"
 #include "core/storage/Store.h"
 #include "tests/app/ModelTest.h"
+#include "tests/fakes/Fixtures.h"
 
 namespace tolvane {
 namespace {
@@ -140,7 +141,7 @@ TEST_F(NoRuleFileTest, nameThatIsNoTextIsRepaired) {
 }
 
 TEST_F(NoRuleFileTest, everyMalformedFileOfACollectionIsRefused) {
-    const std::filesystem::path cases = TOLVANE_FIXTURES "/rules/malformed";
+    const std::filesystem::path cases = fakes::fixtures() + "/rules/malformed";
     std::size_t count = 0;
     for (const auto& each : std::filesystem::directory_iterator(cases)) {
         std::filesystem::copy(each.path(), folder.path());

@@ -79,6 +79,48 @@ TEST_F(SamplerTest, activationsMoveTheUnusedDateOfTheirApplication) {
     EXPECT_EQ(sampled({{.bundlePath = "/Applications/Mail.app", .date = activated}}).rows[0].unusedSince, activated);
 }
 
+TEST_F(SamplerTest, aClockThatIsSetMakesNobodyUnused) {
+    world.add(7, "node");
+    start();
+    const auto first = sampled().date;
+    for (const auto by : {Seconds{86'400}, Seconds{-90'000}}) {
+        fake.clock->setTo(fake.clock->now() + by);
+        fake.clock->advance(5s);
+        sampled();
+    }
+    const auto& latest = snapshots.back();
+    EXPECT_EQ(latest.date, first - 3590s);
+    EXPECT_EQ(latest.rows[0].unusedSince, first - 3600s);
+}
+
+TEST_F(SamplerTest, theSleepOfTheMachineCountsAsUnused) {
+    world.add(7, "node");
+    start();
+    const auto first = sampled().date;
+    fake.clock->jumpTo(first + 8h);
+    EXPECT_EQ(sampled().rows[0].unusedSince, first);
+}
+
+TEST_F(SamplerTest, anActivationAroundTheSettingOfTheClockIsOfNow) {
+    world.add(7, "App").path = Text("/Applications/Mail.app/Contents/MacOS/App");
+    start();
+    const auto before = sampled().date + 1s;
+    fake.clock->setTo(before + 24h);
+    const auto& row = sampled({{.bundlePath = "/Applications/Mail.app", .date = before}}).rows[0];
+    EXPECT_EQ(row.unusedSince, fake.clock->now());
+}
+
+TEST_F(SamplerTest, aClockThatIsKeptRightMovesNothing) {
+    world.add(7, "node");
+    start();
+    const auto first = sampled().date;
+    for (const auto by : {100ms, -100ms, 900ms}) {
+        fake.clock->advance(60s);
+        fake.clock->setTo(fake.clock->now() + by);
+        EXPECT_EQ(sampled().rows[0].unusedSince, first);
+    }
+}
+
 TEST_F(SamplerTest, ofSeveralActivationsTheLastInTheListHolds) {
     world.add(7, "Mail").path = Text("/Applications/Mail.app/Contents/MacOS/Mail");
     start();

@@ -2,12 +2,23 @@
 
 #include "tests/app/AnswerOf.h"
 #include "tests/app/ModelTest.h"
+#include "tests/fakes/ForwardingInspection.h"
 
 namespace tolvane {
 namespace {
 
 using namespace std::chrono_literals;
 using testing::Optional;
+
+/// A reader of which somebody knows how long it lives.
+class Counted : public fakes::ForwardingInspection {
+public:
+    Counted(std::unique_ptr<ProcessInspection> inner, std::shared_ptr<int> life)
+        : ForwardingInspection(std::move(inner)), life_(std::move(life)) {}
+
+private:
+    std::shared_ptr<int> life_;
+};
 
 struct TerminateTest : ModelTest {
     AnswerOf<bool> terminate(std::vector<Pid> pids, bool force = false) {
@@ -159,6 +170,25 @@ TEST_F(TerminateTest, severalCanWaitAtOnce) {
     EXPECT_THAT(second.get(), Optional(true));
     clock.advance(2s);
     EXPECT_THAT(first.get(), Optional(true));
+}
+
+TEST_F(TerminateTest, aWaitKeepsNoReaderOfTheKernel) {
+    world.add(7, "node").endsAfter = std::nullopt;
+    start();
+    std::vector<std::weak_ptr<int>> readers;
+    fake.host.makeInspection = [&readers, make = fake.host.makeInspection] {
+        auto counted = std::make_shared<int>();
+        readers.push_back(counted);
+        return std::make_unique<Counted>(make(), std::move(counted));
+    };
+    const auto inUse = [&] { return std::ranges::count_if(readers, [](const auto& each) { return !each.expired(); }); };
+    const auto answer = terminate({7});
+    EXPECT_FALSE(readers.empty());
+    for (int second = 0; second < 11; ++second) {
+        EXPECT_EQ(inUse(), 0);
+        clock.advance(1s);
+    }
+    EXPECT_THAT(answer.get(), Optional(true));
 }
 
 TEST_F(TerminateTest, aModelThatGoesEndsTheWait) {

@@ -95,6 +95,18 @@ TEST_F(TickTest, aLoweredProcessThatIsUsedGetsItsPriorityBack) {
     EXPECT_TRUE(model->lowered->empty());
 }
 
+TEST_F(TickTest, aLoweredProcessThatIsUsedAfterTheClockWasSetBackGetsItsPriorityBack) {
+    world.add(7, "node");
+    start();
+    ASSERT_TRUE(model->lowerPriority({7}));
+    clock.setTo(clock.now() - 24h);
+    clock.advance(60s);
+    EXPECT_EQ(world.timesAsked("restore 7"), 0U);
+    burn(7, 50, 60s);
+    clock.advance(60s);
+    EXPECT_EQ(world.timesAsked("restore 7"), 1U);
+}
+
 TEST_F(TickTest, aLoweredAppThatComesToTheFrontGetsItsPriorityBack) {
     addApp(7, "/Applications/Mail.app");
     start();
@@ -147,6 +159,16 @@ TEST_F(TickTest, asksForKeptServicesAtTheFirstTickAndEveryFiveMinutes) {
     clock.advance(60s);
     EXPECT_EQ(*model->launchdPIDs, std::set<Pid>{8});
     EXPECT_EQ(*model->launchdChecked, first + 300s);
+}
+
+TEST_F(TickTest, asksForKeptServicesAnewOnceTheClockWasSetBack) {
+    world.managedPIDs = {7};
+    start();
+    world.managedPIDs = {8};
+    clock.setTo(clock.now() - 24h);
+    clock.advance(60s);
+    EXPECT_EQ(*model->launchdPIDs, std::set<Pid>{8});
+    EXPECT_EQ(*model->launchdChecked, clock.now());
 }
 
 TEST_F(TickTest, waitsForTheKeptServicesBesideTheMainThread) {

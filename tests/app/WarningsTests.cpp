@@ -110,6 +110,15 @@ TEST_F(WarningsTest, swapIsToldOfOnceAnHour) {
     EXPECT_EQ(count(), 2U);
 }
 
+TEST_F(WarningsTest, aWarningOfATimeThatHasNotComeHoldsNoneBack) {
+    world.preferences["lastSwapWarning"] = clock.now() + Seconds{86'400.0 * 3650};
+    runFor15Minutes();
+    setSwap(2 * GiB);
+    clock.advance(60s);
+    EXPECT_EQ(count(), 1U);
+    EXPECT_EQ(std::get<Date>(world.preferences.at("lastSwapWarning")), clock.now());
+}
+
 TEST_F(WarningsTest, theHourOutlivesTheProgram) {
     runFor15Minutes();
     setSwap(2 * GiB);
@@ -262,6 +271,13 @@ TEST_F(NoticeTest, oneADayGoesOut) {
     EXPECT_EQ(count(), 2U);
 }
 
+TEST_F(NoticeTest, aNoticeOfATimeThatHasNotComeHoldsNoneBack) {
+    world.preferences["lastSuggestionNotice"] = clock.now() + Seconds{86'400.0 * 3650};
+    idle({2000});
+    pressFor(360s);
+    EXPECT_EQ(count(), 1U);
+}
+
 TEST_F(NoticeTest, theDayOutlivesTheProgramAndTheSpellDoesNot) {
     idle({2000});
     pressFor(360s);
@@ -287,6 +303,14 @@ TEST_F(NoticeTest, turnedOffThereAreNoneButTheSpellGoesOn) {
     EXPECT_FALSE(world.preferences.contains("lastSuggestionNotice"));
     world.preferences.erase("notifyAboutSuggestions");
     clock.advance(60s);
+    EXPECT_EQ(count(), 1U);
+}
+
+TEST_F(NoticeTest, choicesOfAnotherTypeAreNone) {
+    world.preferences["notifyAboutSuggestions"] = std::int64_t{0};
+    world.preferences["lastSuggestionNotice"] = std::string("today");
+    idle({2000});
+    pressFor(360s);
     EXPECT_EQ(count(), 1U);
 }
 

@@ -63,6 +63,29 @@ TEST_F(HistoryPageTest, aClickOnAChartChoosesTheMomentThere) {
     EXPECT_TRUE(memory().accessibleDescription().contains(QStringLiteral("16 GB of 32 GB used")));
 }
 
+TEST_F(HistoryPageTest, chartsTellTheirAxes) {
+    EXPECT_TRUE(memory().accessibleDescription().startsWith("Time, GB, Kind: Used, Compressed, Swap; Latest, "));
+    EXPECT_TRUE(page->cpuChart().accessibleDescription().startsWith("Time, Cores, Efficiency, Performance; Latest, "));
+}
+
+TEST_F(HistoryPageTest, aBandOfTimesThatHaveNotComeStaysInThePlot) {
+    auto moments = *scene.model.moments;
+    for (const double minutes : {1.0, 600.0}) {
+        auto ahead = moment(0);
+        ahead.date = now() + Seconds{60 * minutes};
+        moments.back().pressure = 4;
+        moments.push_back(std::move(ahead));
+    }
+    moments.back().pressure = 4;
+    scene.model.moments.set(std::move(moments));
+    turnLoop();
+    const auto picture = memory().grab().toImage();
+    const auto plot = memory().plotRect();
+    const auto ground = picture.pixelColor(picture.width() - 1, 1);
+    EXPECT_EQ(picture.pixelColor(picture.width() - 1, plot.center().y()), ground);
+    EXPECT_FALSE(memory().shown().bands.empty());
+}
+
 TEST_F(HistoryPageTest, aDragFollowsThePointer) {
     auto& cpu = page->cpuChart();
     drag(cpu, at(cpu, now() - Seconds{7200}), at(cpu, now() - Seconds{3600}));

@@ -89,6 +89,22 @@ TEST_F(MainWindowTest, aBadgeCountsTheRulesThatAreOn) {
     EXPECT_EQ(model->index(3, 0).data(Qt::AccessibleTextRole).toString(), "Rules");
 }
 
+TEST_F(MainWindowTest, aBadgeCountsASuggestionAgainOnceItsSnoozeIsOver) {
+    auto all = screens();
+    all.push_back({AppSection::suggestions, [](QWidget* parent) { return new EmptyPage(parent); }});
+    const MainWindow window(scene.model, scene.look, scene.state, all);
+    const auto* model = window.findChild<Sidebar*>()->model();
+    const auto badge = [model] { return model->index(2, 0).data(Qt::AccessibleTextRole).toString(); };
+    scene.model.suggestions.set({{.id = "idle|a"}, {.id = "idle|b"}});
+    EXPECT_EQ(badge(), "Suggestions, 2");
+    scene.model.hiddenSuggestions.set({{"idle|a", scene.model.snapshot->date + Seconds{60}}});
+    EXPECT_EQ(badge(), "Suggestions, 1");
+    auto later = *scene.model.snapshot;
+    later.date += Seconds{61};
+    scene.model.snapshot.set(std::move(later));
+    EXPECT_EQ(badge(), "Suggestions, 2");
+}
+
 TEST_F(MainWindowTest, aSectionWithoutAScreenLeavesTheOneThatIsShown) {
     MainWindow window(scene.model, scene.look, scene.state, screens());
     window.show();

@@ -11,7 +11,11 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
+#include <algorithm>
+#include <filesystem>
 
+#include "app/screens/MatchesSection.h"
+#include "app/screens/RuleModeTraits.h"
 #include "desktop/MatchesCard.h"
 #include "desktop/NewRuleDialog.h"
 #include "desktop/Words.h"
@@ -21,6 +25,7 @@
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleRules.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane::desktop {
 namespace {
@@ -68,7 +73,20 @@ protected:
     }
     QString shown(std::string_view picker) { return named<PopupPicker>(picker)->currentText(); }
     bool isShown(QWidget* widget) { return widget && widget->isVisible(); }
+    /// Somewhere below the widget stands the text.
+    static bool says(const QWidget& whole, std::string_view text) {
+        return std::ranges::any_of(whole.findChildren<QWidget*>(), [text](const QWidget* each) {
+            return each->isVisible() && each->accessibleName() == words(text);
+        });
+    }
+    bool says(std::string_view text) const { return says(*page, text); }
+    /// This machine has sessions of which it is known if they got a prompt.
+    void listSessions() {
+        scene.fake.world->home = folder.path().string();
+        std::filesystem::create_directories(folder / ".claude/daemon");
+    }
 
+    fakes::TemporaryFolder folder;
     SampleScene scene;
     std::unique_ptr<RulesPage> page;
 };
@@ -191,6 +209,49 @@ TEST_F(RulesPageTest, eachKindShowsItsOwnControls) {
     choose("Applies to", "AI agent sessions");
     EXPECT_TRUE(isShown(named<QLineEdit>("Agent programs")));
     EXPECT_FALSE(isShown(named<Switch>("Only Claude Code sessions that never got a prompt")));
+}
+
+TEST_F(RulesPageTest, saysWhatEachControlIsAbout) {
+    clickRow(0);
+    EXPECT_TRUE(says(traits(rule(0).mode()).explanation));
+    EXPECT_TRUE(says(RuleEditor::commandHint));
+    EXPECT_FALSE(says(RuleEditor::appHint));
+    EXPECT_TRUE(says(RuleEditor::conditionsHeading));
+    EXPECT_TRUE(says(MatchesSection::heading));
+    EXPECT_EQ(named<QLineEdit>("Command contains")->placeholderText(), words(RuleEditor::commandPrompt));
+    choose("Applies to", "An app");
+    EXPECT_TRUE(says(RuleEditor::appHint));
+    choose("Applies to", "AI agent sessions");
+    EXPECT_TRUE(says(RuleEditor::agentHint));
+    EXPECT_FALSE(says(RuleEditor::appHint));
+}
+
+TEST_F(RulesPageTest, saysWhatTheConditionsMean) {
+    clickRow(0);
+    choose("Unused for", "Don't check");
+    choose("Using more than", "Don't check");
+    EXPECT_TRUE(says("Pick at least one condition. Without one the rule never acts."));
+    choose("Using more than", "1 GB");
+    EXPECT_TRUE(
+        says("A process counts as unused while its CPU stays under 1%. Tolvane starts counting when it starts "
+             "watching."));
+    named<Switch>("Only when memory is tight")->click();
+    turnLoop();
+    EXPECT_TRUE(
+        says("A process counts as unused while its CPU stays under 1%. Tolvane starts counting when it starts "
+             "watching. Memory is tight while macOS reports memory pressure, or after swap grew by 512 MB in "
+             "15 minutes."));
+}
+
+TEST_F(RulesPageTest, sessionsWithoutAPromptAreOfferedWhereSessionsAreListed) {
+    listSessions();
+    clickRow(0);
+    EXPECT_FALSE(isShown(named<Switch>("Only Claude Code sessions that never got a prompt")));
+    choose("Applies to", "AI agent sessions");
+    auto* only = named<Switch>("Only Claude Code sessions that never got a prompt");
+    ASSERT_TRUE(isShown(only));
+    only->click();
+    EXPECT_TRUE(std::get<AgentSessionTarget>(rule(0).target).onlyWithoutPrompt);
 }
 
 TEST_F(RulesPageTest, anOpenMenuHoldsItsOrderWhileFiguresChange) {
@@ -415,10 +476,47 @@ TEST_F(NewRuleDialogTest, sessionsNeedNoChoice) {
     watch("AI agent sessions");
     EXPECT_FALSE(dialog->findChild<QLineEdit*>()->isVisible());
     EXPECT_TRUE(button("Add Rule")->isEnabled());
+    EXPECT_FALSE(says(*dialog, NewRuleSheet::noSessions));
     scene.showRows({});
     turnLoop();
     EXPECT_FALSE(dialog->list().isVisible());
+    EXPECT_TRUE(says(*dialog, NewRuleSheet::noSessions));
     EXPECT_TRUE(button("Add Rule")->isEnabled());
+}
+
+TEST_F(NewRuleDialogTest, saysWhatItWouldAdd) {
+    EXPECT_TRUE(says(*dialog, "Choose an app."));
+    choose(0);
+    EXPECT_TRUE(says(*dialog,
+                     "Restart Google Chrome when it grows. Starts in Log Only, so it only writes what it would "
+                     "do to Activity."));
+    watch("A command");
+    EXPECT_TRUE(says(*dialog, "Choose a process or type part of its command line."));
+    EXPECT_EQ(dialog->findChild<QLineEdit*>()->placeholderText(),
+              "Or type part of the command line, like puma or next dev");
+    watch("AI agent sessions");
+    EXPECT_TRUE(says(*dialog,
+                     "Idle AI agent sessions. Starts in Log Only, so it only writes what it would do to "
+                     "Activity."));
+}
+
+TEST_F(NewRuleDialogTest, withoutListedSessionsThereIsNoQuestionOfPrompts) {
+    watch("AI agent sessions");
+    EXPECT_FALSE(isShown(dialog->findChild<Switch*>()));
+    button("Add Rule")->click();
+    EXPECT_FALSE(std::get<AgentSessionTarget>(model().rules->back().target).onlyWithoutPrompt);
+}
+
+TEST_F(NewRuleDialogTest, withListedSessionsThoseWithoutAPromptCanBeWatched) {
+    listSessions();
+    EXPECT_FALSE(isShown(dialog->findChild<Switch*>()));
+    watch("AI agent sessions");
+    auto* only = dialog->findChild<Switch*>();
+    ASSERT_TRUE(isShown(only));
+    only->click();
+    button("Add Rule")->click();
+    EXPECT_EQ(model().rules->back().name, "Claude Code sessions that never got a prompt");
+    EXPECT_EQ(model().rules->back().unusedMinutes, 30);
 }
 
 }  // namespace

@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QDialog>
 #include <QMenu>
+#include <QPointer>
 
+#include "desktop/ProcessesPage.h"
 #include "desktop/Screens.h"
 #include "desktop/SettingsWindow.h"
 #include "desktop/WindowMenu.h"
@@ -66,6 +70,76 @@ TEST_F(ShellTest, aClosedWindowComesBackAtTheSectionItHad) {
     scene.model.windowRequest.set(*scene.model.windowRequest + 1);
     EXPECT_TRUE(shell->isWindowShown());
     EXPECT_EQ(*scene.model.section, AppSection::stats);
+}
+
+TEST_F(ShellTest, aClosedWindowLetsGoOfAllThatItHeld) {
+    make(true).start(false);
+    const QPointer<MainWindow> window = shell->window();
+    int gone = 0;
+    QObject::connect(shell.get(), &Shell::windowGone, shell.get(), [&] { ++gone; });
+    window->close();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window.isNull());
+    EXPECT_EQ(gone, 1);
+    shell->openWindow();
+    EXPECT_TRUE(shell->isWindowShown());
+}
+
+TEST_F(ShellTest, aWindowThatIsOpenedAgainAtOnceStays) {
+    make(true).start(false);
+    const auto* window = shell->window();
+    int gone = 0;
+    QObject::connect(shell.get(), &Shell::windowGone, shell.get(), [&] { ++gone; });
+    shell->window()->close();
+    shell->openWindow();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shell->window(), window);
+    EXPECT_TRUE(shell->isWindowShown());
+    EXPECT_EQ(gone, 0);
+}
+
+TEST_F(ShellTest, aClosedWindowWithAQuestionOpenStays) {
+    make(true).start(false);
+    const QPointer<MainWindow> window = shell->window();
+    (new QDialog(window))->show();
+    window->close();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.isNull());
+}
+
+TEST_F(ShellTest, everySectionOfAWindowThatIsGoneComesBack) {
+    make(true).start(false);
+    for (const auto section : {AppSection::processes, AppSection::projects, AppSection::suggestions,
+                               AppSection::history, AppSection::stats, AppSection::rules, AppSection::activity}) {
+        scene.model.open(section);
+        QCoreApplication::processEvents();
+        shell->window()->close();
+        QCoreApplication::processEvents();
+        ASSERT_EQ(shell->window(), nullptr);
+        scene.showRows(scene.model.snapshot->rows);
+    }
+    shell->openWindow();
+    EXPECT_EQ(*scene.model.section, AppSection::activity);
+    EXPECT_TRUE(shell->isWindowShown());
+}
+
+TEST_F(ShellTest, theTableOfAWindowThatComesBackIsArrangedAsItWasLeft) {
+    make(true).start(false);
+    auto* page = shell->window()->findChild<ProcessesPage*>();
+    const auto group = [&] { return page->table().model()->index(0, 0); };
+    emit page->table().headClicked(0);
+    page->table().expand(group());
+    ASSERT_TRUE(page->table().isExpanded(group()));
+    const auto order = page->view().sortOrder();
+    const auto first = page->table().lineModel().line(group())->id;
+    shell->window()->close();
+    QCoreApplication::processEvents();
+    shell->openWindow();
+    page = shell->window()->findChild<ProcessesPage*>();
+    EXPECT_EQ(page->view().sortOrder(), order);
+    EXPECT_EQ(page->table().lineModel().line(group())->id, first);
+    EXPECT_TRUE(page->table().isExpanded(group()));
+    EXPECT_FALSE(page->table().isExpanded(page->table().model()->index(1, 0)));
 }
 
 TEST_F(ShellTest, withoutATrayItSaysOnceWhereItWent) {

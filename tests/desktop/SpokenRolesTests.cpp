@@ -112,12 +112,25 @@ TEST_F(SpokenRolesTest, chartsTellTheirFigures) {
                 .dates = {Date{Seconds{0}}, Date{Seconds{60}}},
                 .series = {{.name = "Memory", .values = {100, 512}}, {.name = "Compressed", .values = {0, 1.5}}}});
     EXPECT_EQ(lines.accessibleDescription(), "Memory 512 MB, Compressed 1.5 MB");
+    lines.show({.xLabel = "Time",
+                .yLabel = "CPU",
+                .unit = "%",
+                .dates = {Date{Seconds{0}}},
+                .series = {{.name = "CPU", .values = {7.5}}}});
+    EXPECT_EQ(lines.accessibleDescription(), "Time, CPU: CPU 7.5 %");
+    lines.show({.xLabel = "Time",
+                .yLabel = "Memory",
+                .unit = "MB",
+                .seriesLabel = "Kind",
+                .dates = {Date{Seconds{0}}},
+                .series = {{.name = "Memory", .values = {512}}}});
+    EXPECT_EQ(lines.accessibleDescription(), "Time, Memory, Kind: Memory 512 MB");
     auto& days = put<DayChart>(scene.look);
     days.show("Memory freed each day",
               {{.day = Date{Seconds{0}}, .memory = std::uint64_t{1} << 30U, .spoken = "Tuesday, November 17: 1 GB"},
                {.day = Date{Seconds{86'400}}, .spoken = "Wednesday, November 18: Zero KB"}},
               {}, std::nullopt);
-    EXPECT_EQ(days.accessibleDescription(), "Tuesday, November 17: 1 GB");
+    EXPECT_EQ(days.accessibleDescription(), "Day, Freed; Tuesday, November 17: 1 GB");
 }
 
 TEST_F(SpokenRolesTest, aChartWithoutFiguresTellsNone) {

@@ -53,6 +53,16 @@ TEST_F(StatsPageTest, showsTheSums) {
     EXPECT_FALSE(page().isEmptyShown());
 }
 
+TEST_F(StatsPageTest, aTitleWithoutRoomIsTheShortOne) {
+    page().resize(170, 800);
+    turnLoop();
+    EXPECT_TRUE(says("Each day"));
+    EXPECT_EQ(page().chart().accessibleName(), "Memory freed each day");
+    page().resize(860, 800);
+    turnLoop();
+    EXPECT_FALSE(says("Each day"));
+}
+
 TEST_F(StatsPageTest, anotherPeriodIsCountedAnew) {
     page();
     emit page().periodPicker().chosen(1);

@@ -16,12 +16,18 @@ public:
     explicit VirtualClock(Date start = Date{Seconds{800'000'000}}) : now_(start) {}
 
     Date now() const override { return now_; }
+    Seconds steadyTime() const override { return now().time_since_epoch() - setBy_.load(); }
     Subscription after(Seconds delay, Seconds tolerance, std::function<void()> passed) override;
 
     /// Turns the clock; waiters within the span run, those that they set up too.
     void advance(Seconds span);
-    /// Sets the time without running anything: the wall clock jumped.
+    /// Turns the clock without running anything, as a machine that sleeps does.
     void jumpTo(Date date) { now_ = date; }
+    /// Somebody sets the wall clock: no time passes.
+    void setTo(Date date) {
+        setBy_ = setBy_.load() + (date - now());
+        now_ = date;
+    }
     std::size_t waiting() const { return waiters_->size(); }
     /// Delay and tolerance of the latest call to `after`.
     Seconds latestDelay() const { return latestDelay_; }
@@ -42,6 +48,7 @@ private:
     Seconds latestDelay_{0};
     Seconds latestTolerance_{0};
     std::shared_ptr<Waiters> waiters_ = std::make_shared<Waiters>();
+    std::atomic<Seconds> setBy_ = Seconds{0};
 };
 
 }  // namespace tolvane::fakes

@@ -48,6 +48,46 @@ TEST(Ticks, anotherFileIsNone) {
     EXPECT_EQ(parseTicks("cpu0 1 2 3 4\n"), std::nullopt);
 }
 
+namespace {
+
+/// What becomes of a core's idle ticks, reading after reading.
+std::vector<std::uint32_t> idleTicks(const std::vector<std::uint32_t>& read) {
+    SteadyTicks steady;
+    std::vector<std::uint32_t> told;
+    for (const auto idle : read) {
+        std::vector<CoreTicks> cores{{.core = 2, .ticks = {.user = 7, .idle = idle}}};
+        steady.settle(cores);
+        told.push_back(cores.front().ticks.idle);
+    }
+    return told;
+}
+
+}  // namespace
+
+TEST(SteadyTicks, goOnAsTheyAre) { EXPECT_THAT(idleTicks({100, 101, 350}), ElementsAre(100, 101, 350)); }
+
+TEST(SteadyTicks, aStepBackStandsStillUntilItIsMadeUp) {
+    EXPECT_THAT(idleTicks({100, 99, 97, 102}), ElementsAre(100, 100, 100, 102));
+}
+
+TEST(SteadyTicks, passTheirLimitForwardAndBack) {
+    EXPECT_THAT(idleTicks({4'294'967'290U, 4, 4'294'967'295U, 5}), ElementsAre(4'294'967'290U, 4, 4, 5));
+}
+
+TEST(SteadyTicks, aCountThatBeganAnewIsTaken) {
+    EXPECT_THAT(idleTicks({5'000'000, 12, 13}), ElementsAre(5'000'000, 12, 13));
+}
+
+TEST(SteadyTicks, eachCoreHasItsOwn) {
+    SteadyTicks steady;
+    std::vector<CoreTicks> first{{.core = 0, .ticks = {.idle = 50}}, {.core = 1, .ticks = {.idle = 10}}};
+    steady.settle(first);
+    std::vector<CoreTicks> second{{.core = 1, .ticks = {.idle = 11}}, {.core = 0, .ticks = {.idle = 49}}};
+    steady.settle(second);
+    EXPECT_THAT(second,
+                ElementsAre(CoreTicks{.core = 1, .ticks = {.idle = 11}}, CoreTicks{.core = 0, .ticks = {.idle = 50}}));
+}
+
 TEST(CoreList, rangesAndSingleCoresMix) {
     EXPECT_THAT(parseCoreList("0-3,8,10-11\n"), ElementsAre(0, 1, 2, 3, 8, 10, 11));
     EXPECT_THAT(parseCoreList("0"), ElementsAre(0));

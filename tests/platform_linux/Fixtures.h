@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/fakes/Fixtures.h"
+
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -10,7 +12,7 @@ namespace tolvane::linuxhost::testing {
 
 /// The bytes of a recorded file below tests/fixtures/linux/processes.
 inline std::string fixture(const std::string& name) {
-    std::ifstream file(TOLVANE_FIXTURES "/linux/processes/" + name, std::ios::binary);
+    std::ifstream file(fakes::fixtures() + "/linux/processes/" + name, std::ios::binary);
     EXPECT_TRUE(file) << name;
     return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -9,6 +9,7 @@
 #include <optional>
 #include <sstream>
 
+#include "platform/linux/LinuxClockFacts.h"
 #include "tests/platform_linux/EventLoop.h"
 
 namespace tolvane::linuxhost {
@@ -47,6 +48,14 @@ TEST(LinuxClock, tellsTheWallClocksTime) {
     const double now = unixSeconds(LinuxClock().now());
     EXPECT_GE(now, before);
     EXPECT_LE(now, before + 60);
+}
+
+TEST(LinuxClock, tellsASteadyTimeToo) {
+    const LinuxClock clock;
+    const auto first = clock.steadyTime();
+    EXPECT_GT(first, Seconds{0});
+    EXPECT_LE(first, clock.steadyTime());
+    EXPECT_NEAR(clock.steadyTime().count(), uptime().count(), 1);
 }
 
 TEST(LinuxClock, callsBackOnceAndNotEarly) {

@@ -14,7 +14,7 @@ using ::testing::SizeIs;
 namespace {
 
 LinuxMachineStatistics machine(const std::string& name) {
-    const std::string root = std::string(TOLVANE_FIXTURES) + "/linux/" + name;
+    const std::string root = fakes::fixtures() + "/linux/" + name;
     return LinuxMachineStatistics({.proc = root + "/proc", .sys = root + "/sys"});
 }
 
@@ -109,6 +109,15 @@ TEST(LinuxMachineStatistics, aKeptFileIsReadAfreshEachTime) {
     EXPECT_EQ(statistics.memorySize(), 8U * 1024);
     folder.write("proc/meminfo", "MemTotal: 9 kB\n");
     EXPECT_EQ(statistics.memorySize(), 9U * 1024);
+}
+
+TEST(LinuxMachineStatistics, aTickThatTheKernelTakesBackIsNoIdleness) {
+    const TemporaryFolder folder;
+    folder.write("proc/stat", "cpu  9 0 0 50 5\ncpu0 9 0 0 50 5\n");
+    const LinuxMachineStatistics statistics({.proc = folder.at("proc"), .sys = folder.at("sys")});
+    EXPECT_THAT(statistics.ticksPerCore().value(), ElementsAre(CPUTicks{.user = 9, .idle = 55}));
+    folder.write("proc/stat", "cpu  19 0 0 50 4\ncpu0 19 0 0 50 4\n");
+    EXPECT_THAT(statistics.ticksPerCore().value(), ElementsAre(CPUTicks{.user = 19, .idle = 55}));
 }
 
 TEST(LinuxMachineStatistics, theRealMachineAgreesWithTheLibrary) {

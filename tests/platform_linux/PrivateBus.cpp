@@ -70,8 +70,10 @@ FakeService::FakeService(const std::string& address, const std::string& name, st
     interface_ = node->interfaces[0]->name;
     static constexpr GDBusInterfaceVTable table = {
         .method_call = called, .get_property = nullptr, .set_property = nullptr, .padding = {}};
-    registration_ = g_dbus_connection_register_object(connection_.get(), path_.c_str(), node->interfaces[0], &table,
-                                                      this, nullptr, nullptr);
+    for (GDBusInterfaceInfo** each = node->interfaces; *each != nullptr; ++each) {
+        registrations_.push_back(
+            g_dbus_connection_register_object(connection_.get(), path_.c_str(), *each, &table, this, nullptr, nullptr));
+    }
     const Variant taken(g_dbus_connection_call_sync(
         connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
         g_variant_new("(su)", name.c_str(), 4U), nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr));
@@ -80,7 +82,7 @@ FakeService::FakeService(const std::string& address, const std::string& name, st
 
 FakeService::~FakeService() {
     if (!connection_) return;
-    g_dbus_connection_unregister_object(connection_.get(), registration_);
+    for (const unsigned each : registrations_) g_dbus_connection_unregister_object(connection_.get(), each);
     g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);
 }
 
@@ -105,6 +107,12 @@ std::vector<std::string> FakeService::argumentsOf(const std::string& method) con
 void FakeService::emit(const std::string& signal, GVariant* arguments) const {
     g_dbus_connection_emit_signal(connection_.get(), nullptr, path_.c_str(), interface_.c_str(), signal.c_str(),
                                   arguments, nullptr);
+}
+
+void FakeService::call(const SessionBus::Call& call) const {
+    g_dbus_connection_call(connection_.get(), call.destination.c_str(), call.path.c_str(), call.interface.c_str(),
+                           call.method.c_str(), call.arguments.get(), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
+                           nullptr, nullptr);
 }
 
 }  // namespace tolvane::linuxhost::testing

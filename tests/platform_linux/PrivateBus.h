@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/linux/bus/GLibOwned.h"
+#include "platform/linux/bus/SessionBus.h"
 #include "tests/platform_linux/TemporaryFolder.h"
 
 namespace tolvane::linuxhost::testing {
@@ -41,7 +42,7 @@ public:
     /// The answer's tuple; null never answers.
     using Answer = std::function<GVariant*(const std::string& method)>;
 
-    /// `description` is the interface in the bus' own markup.
+    /// `description` is one interface or more in the bus' own markup; signals are of the first.
     FakeService(const std::string& address, const std::string& name, std::string path, const std::string& description,
                 Answer answer);
     FakeService(const FakeService&) = delete;
@@ -51,6 +52,8 @@ public:
     std::vector<Call> calls;
     std::vector<std::string> argumentsOf(const std::string& method) const;
     void emit(const std::string& signal, GVariant* arguments) const;
+    /// Calls another program, without waiting for what comes of it.
+    void call(const SessionBus::Call& call) const;
 
 private:
     static void called(GDBusConnection*, const char*, const char*, const char*, const char* method, GVariant* arguments,
@@ -60,7 +63,7 @@ private:
     std::string path_;
     std::string interface_;
     Answer answer_;
-    unsigned registration_ = 0;
+    std::vector<unsigned> registrations_;
 };
 
 }  // namespace tolvane::linuxhost::testing

@@ -1,6 +1,7 @@
 #include "platform/linux/bus/SessionBus.h"
 
 #include <gmock/gmock.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -52,6 +53,13 @@ FileDescriptor mute(const std::string& path) {
     EXPECT_EQ(::bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     EXPECT_EQ(::listen(listener.get(), 4), 0);
     return listener;
+}
+
+/// Hangs up on whoever has come; false when nobody has.
+bool hasSentAway(const FileDescriptor& door) {
+    pollfd waiting{.fd = door.get(), .events = POLLIN, .revents = 0};
+    if (::poll(&waiting, 1, 0) != 1) return false;
+    return FileDescriptor(::accept(door.get(), nullptr, nullptr)).get() >= 0;
 }
 
 }  // namespace
@@ -144,6 +152,67 @@ TEST(SessionBus, aBusThatDiesAnswersWhatIsUnderWayWithAnError) {
     const auto answer = ask(bus, listNames(), std::chrono::seconds(5));
     ASSERT_TRUE(answer);
     EXPECT_TRUE(answer->hasValue);
+}
+
+TEST(SessionBus, aBusThatDiedIsLookedForUntilItIsBack) {
+    PrivateBus daemon;
+    SessionBus bus(daemon.address());
+    std::vector<bool> connections;
+    int signals = 0;
+    const auto kept = bus.onConnection([&](GDBusConnection* each) { connections.push_back(each != nullptr); });
+    const auto heard = bus.onSignal({.sender = {}, .interface = "org.example.X", .member = "Said", .path = {}},
+                                    [&](const BusSignal&) { ++signals; });
+    bus.whenConnected([](GDBusConnection*) {});
+    EXPECT_TRUE(runUntil([&] { return connections.size() == 1; }));
+    for (int round = 1; round <= 2; ++round) {
+        daemon.die();
+        EXPECT_TRUE(runUntil([&] { return !connections.back(); }));
+        daemon.start();
+        EXPECT_TRUE(runUntil([&] { return connections.back(); }));
+        const testing::FakeService other(
+            daemon.address(), "org.example.Other", "/x",
+            "<node><interface name='org.example.X'><signal name='Said'/></interface></node>",
+            [](const std::string&) { return nullptr; });
+        EXPECT_TRUE(runUntil([&] {
+            other.emit("Said", nullptr);
+            return signals >= round;
+        }));
+    }
+    EXPECT_THAT(connections, ::testing::ElementsAre(true, false, true, false, true));
+}
+
+TEST(SessionBus, aBusThatWasNeverThereIsNotLookedFor) {
+    const TemporaryFolder folder;
+    SessionBus bus("unix:path=" + folder.at("bus"));
+    std::vector<bool> connections;
+    const auto kept = bus.onConnection([&](GDBusConnection* each) { connections.push_back(each != nullptr); });
+    EXPECT_FALSE(ask(bus, listNames(), std::chrono::seconds(5))->hasValue);
+    const FileDescriptor socket = mute(folder.at("bus"));
+    runFor(std::chrono::milliseconds(300));
+    EXPECT_THAT(connections, IsEmpty());
+    EXPECT_FALSE(hasSentAway(socket));
+}
+
+TEST(SessionBus, aBusThatStaysAwayIsLookedForLessAndLess) {
+    PrivateBus daemon;
+    SessionBus bus(daemon.address());
+    bus.whenConnected([](GDBusConnection*) {});
+    EXPECT_TRUE(ask(bus, listNames(), std::chrono::seconds(5))->hasValue);
+    daemon.die();
+    const std::string path = daemon.address().substr(std::string("unix:path=").size());
+    const FileDescriptor door = mute(path);
+    int knocks = 0;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    runUntil(
+        [&] {
+            knocks += hasSentAway(door) ? 1 : 0;
+            return false;
+        },
+        std::chrono::milliseconds(1800));
+    EXPECT_GE(knocks, 2);
+    EXPECT_LE(knocks, 5) << "after 100, 300, 700 and 1500 milliseconds, and a little later each";
+    ::unlink(path.c_str());
 }
 
 TEST(SessionBus, waitingEndsAtItsLimit) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/linux/bus/BusWords.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "tests/platform_linux/ChildProcess.h"
 #include "tests/platform_linux/EventLoop.h"
@@ -26,6 +27,15 @@ protected:
     }
     void listen(SingleInstance& to) {
         subscription = to.onRequest([this](Request request) { told.push_back(std::move(request)); });
+    }
+
+    bool hasName() const {
+        SessionBus other(bus.address());
+        std::optional<std::string> owner;
+        other.call(BusWords::ownerOf(SingleInstance::usualName),
+                   [&](const BusAnswer& answer) { owner = BusWords::textIn(answer.value); });
+        runUntil([&] { return owner.has_value(); });
+        return owner && !owner->empty();
     }
 
     PrivateBus bus;
@@ -77,6 +87,51 @@ TEST_F(SingleInstanceTest, oneThatRunsAndDoesNotAnswerIsTold) {
                              "<arg type='a{sv}' direction='in'/></method></interface></node>",
                              [](const std::string&) { return nullptr; });
     EXPECT_EQ(instance()->settle({}, {}, std::chrono::milliseconds(200)), Outcome::silent);
+}
+
+TEST_F(SingleInstanceTest, afterTheBusWasStartedAgainItIsStillTheOne) {
+    const auto first = instance();
+    EXPECT_EQ(first->settle({}, {}, limit), Outcome::first);
+    listen(*first);
+    for (std::size_t round = 1; round <= 2; ++round) {
+        bus.die();
+        runFor(std::chrono::milliseconds(50));
+        bus.start();
+        EXPECT_TRUE(runUntil([this] { return hasName(); }));
+        EXPECT_EQ(instance()->settle({.files = {"/a"}}, {}, limit), Outcome::handedOver);
+        EXPECT_TRUE(runUntil([&] { return told.size() == round; }));
+    }
+    EXPECT_THAT(told, ElementsAre(Request{.files = {"/a"}}, Request{.files = {"/a"}}));
+}
+
+TEST_F(SingleInstanceTest, theNameComesBackFromAStartThatGotInBetween) {
+    const auto first = instance();
+    first->settle({}, {}, limit);
+    listen(*first);
+    bus.die();
+    bus.start();
+    auto between = instance();
+    EXPECT_EQ(between->settle({}, {}, limit), Outcome::first);
+    // Until it finds that the first one has the folder, and ends.
+    runFor(std::chrono::milliseconds(400));
+    between.reset();
+    EXPECT_TRUE(runUntil([&] {
+        instance()->settle({}, {}, limit);
+        return !told.empty();
+    }));
+}
+
+TEST_F(SingleInstanceTest, oneThatHandedOverTakesNoNameLater) {
+    const auto first = instance();
+    first->settle({}, {}, limit);
+    listen(*first);
+    const auto second = instance();
+    EXPECT_EQ(second->settle({}, {}, limit), Outcome::handedOver);
+    bus.die();
+    bus.start();
+    EXPECT_TRUE(runUntil([this] { return hasName(); }));
+    EXPECT_EQ(instance()->settle({.action = "rules"}, {}, limit), Outcome::handedOver);
+    EXPECT_TRUE(runUntil([&] { return told.size() == 2; }));
 }
 
 TEST_F(SingleInstanceTest, withoutABusItIsAlone) {

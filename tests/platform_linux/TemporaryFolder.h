@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/fakes/Fixtures.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -44,7 +46,7 @@ private:
 
 /// A file of tests/fixtures, as bytes.
 inline std::string fixture(const std::string& name) {
-    std::ifstream file(std::string(TOLVANE_FIXTURES) + "/" + name, std::ios::binary);
+    std::ifstream file(fakes::fixtures() + "/" + name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 

@@ -110,22 +110,26 @@ public:
 private:
     void listen() {
         if (!subscriptions_.empty()) return;
-        on(name, object, name, "ActionInvoked", [this](GVariant* arguments) { invoked(arguments); });
-        on(name, object, name, "NotificationClosed", [this](GVariant* arguments) { closed(arguments); });
-        on(name, object, name, "ActivationToken", [this](GVariant* arguments) { takeToken(arguments); });
+        on("ActionInvoked", &Daemon::invoked);
+        on("NotificationClosed", &Daemon::closed);
+        on("ActivationToken", &Daemon::takeToken);
         // Another daemon can do other things and counts anew.
         subscriptions_.push_back(bus_->onSignal({.sender = "org.freedesktop.DBus",
                                                  .interface = "org.freedesktop.DBus",
                                                  .member = "NameOwnerChanged",
                                                  .path = "/org/freedesktop/DBus",
                                                  .firstArgument = name},
-                                                [this](GVariant*) { forget(); }));
+                                                [this](const BusSignal&) { forget(); }));
+        // The news would have come over the bus that died.
+        subscriptions_.push_back(bus_->onConnection([this](GDBusConnection* connection) {
+            if (connection == nullptr) forget();
+        }));
     }
 
-    void on(const char* sender, const char* path, const char* interface, const char* member,
-            SessionBus::Signalled signalled) {
-        subscriptions_.push_back(bus_->onSignal(
-            {.sender = sender, .interface = interface, .member = member, .path = path}, std::move(signalled)));
+    void on(const char* member, void (Daemon::*heard)(GVariant*)) {
+        subscriptions_.push_back(
+            bus_->onSignal({.sender = name, .interface = name, .member = member, .path = object},
+                           [this, heard](const BusSignal& signal) { (this->*heard)(signal.arguments); }));
     }
 
     void forget() {
@@ -186,7 +190,7 @@ private:
     }
 
     /// Lets the window that the click opens come to the front; the toolkit looks for it there.
-    void takeToken(GVariant* arguments) const {
+    void takeToken(GVariant* arguments) {
         if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(us)")) == FALSE) return;
         std::uint32_t identifier = 0;
         const char* token = nullptr;

@@ -5,6 +5,8 @@
 #include <map>
 #include <vector>
 
+#include "platform/linux/Observers.h"
+
 namespace tolvane::linuxhost {
 
 namespace {
@@ -13,6 +15,10 @@ bool isSocket(const std::string& path) {
     struct stat facts{};
     return ::stat(path.c_str(), &facts) == 0 && S_ISSOCK(facts.st_mode);
 }
+
+/// A bus that is started again is there at once; one that stays away is not worth many questions.
+constexpr unsigned firstLookMilliseconds = 100;
+constexpr int mostLooks = 12;
 
 const char* orNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
@@ -25,7 +31,9 @@ public:
         : address_(std::move(address)), connectLimit_(connectLimit) {}
     State(const State&) = delete;
     State& operator=(const State&) = delete;
-    ~State() { drop(); }
+    ~State() { end(); }
+
+    Observers<GDBusConnection*> connections;
 
     bool hasAddress() const { return !address_.empty(); }
 
@@ -34,7 +42,7 @@ public:
         if (connection_ && g_dbus_connection_is_closed(connection_.get()) != FALSE) lose();
         if (connection_ || address_.empty()) return connected(connection_.get());
         waiting_.push_back(std::move(connected));
-        if (waiting_.size() == 1) connect();
+        if (!cancellable_) connect();
     }
 
     void call(Call call, Answered answered) {
@@ -62,7 +70,8 @@ public:
     }
 
     void end() {
-        if (timeout_ != 0) g_source_remove(std::exchange(timeout_, 0));
+        stop(timeout_);
+        stop(look_);
         if (cancellable_) g_cancellable_cancel(cancellable_.get());
         waiting_.clear();
         drop();
@@ -76,7 +85,12 @@ private:
         unsigned subscription = 0;
     };
 
+    static void stop(unsigned& source) {
+        if (source != 0) g_source_remove(std::exchange(source, 0));
+    }
+
     void connect() {
+        stop(look_);
         cancellable_.reset(g_cancellable_new());
         timeout_ = g_timeout_add(static_cast<unsigned>(connectLimit_.count()), giveUp, this);
         constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
@@ -99,12 +113,16 @@ private:
     }
 
     void settle(GObjectOwned<GDBusConnection> connection) {
-        if (timeout_ != 0) g_source_remove(std::exchange(timeout_, 0));
+        stop(timeout_);
         cancellable_.reset();
         connection_ = std::move(connection);
         if (connection_) {
+            looks_ = 0;
             closed_ = g_signal_connect(connection_.get(), "closed", G_CALLBACK(closed), this);
             for (auto& [number, listener] : listeners_) subscribe(listener);
+            connections.tell(connection_.get());
+        } else if (looks_ > 0) {
+            lookLater();
         }
         const auto waiting = std::exchange(waiting_, {});
         for (const Connected& each : waiting) each(connection_.get());
@@ -113,8 +131,24 @@ private:
     static void closed(GDBusConnection*, int, GError*, void* data) { static_cast<State*>(data)->lose(); }
 
     void lose() {
+        const auto self = shared_from_this();
         for (auto& [number, listener] : listeners_) listener.subscription = 0;
         drop();
+        lookLater();
+        connections.tell(nullptr);
+    }
+
+    /// Only for a bus that was there.
+    void lookLater() {
+        if (look_ != 0 || looks_ == mostLooks) return;
+        look_ = g_timeout_add(firstLookMilliseconds << static_cast<unsigned>(looks_++), lookNow, this);
+    }
+
+    static int lookNow(void* data) {
+        auto* self = static_cast<State*>(data);
+        self->look_ = 0;
+        if (!self->connection_ && !self->cancellable_) self->connect();
+        return G_SOURCE_REMOVE;
     }
 
     void drop() {
@@ -136,11 +170,11 @@ private:
             [](void* data) { delete static_cast<std::shared_ptr<Signalled>*>(data); });
     }
 
-    static void signalled(GDBusConnection*, const char*, const char*, const char*, const char*, GVariant* arguments,
-                          void* data) {
+    static void signalled(GDBusConnection*, const char* sender, const char* path, const char*, const char*,
+                          GVariant* arguments, void* data) {
         // Kept over a call-back that ends the subscription.
         const auto called = *static_cast<std::shared_ptr<Signalled>*>(data);
-        (*called)(arguments);
+        (*called)({.sender = sender == nullptr ? "" : sender, .path = path, .arguments = arguments});
     }
 
     static void send(GDBusConnection* connection, const Call& call, const Answered& answered) {
@@ -170,6 +204,9 @@ private:
     std::uint64_t last_ = 0;
     unsigned long closed_ = 0;
     unsigned timeout_ = 0;
+    unsigned look_ = 0;
+    /// How often a bus that was lost has been looked for.
+    int looks_ = 0;
 };
 
 SessionBus::SessionBus(std::string address, std::chrono::milliseconds connectLimit)
@@ -189,6 +226,8 @@ bool SessionBus::hasAddress() const { return state_->hasAddress(); }
 void SessionBus::whenConnected(Connected connected) { state_->whenConnected(std::move(connected)); }
 
 void SessionBus::call(Call call, Answered answered) { state_->call(std::move(call), std::move(answered)); }
+
+Subscription SessionBus::onConnection(Connected connected) { return state_->connections.add(std::move(connected)); }
 
 Subscription SessionBus::onSignal(Source source, Signalled signalled) {
     const std::uint64_t number = state_->listen(std::move(source), std::move(signalled));

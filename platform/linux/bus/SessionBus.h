@@ -20,14 +20,25 @@ struct BusAnswer {
     bool timedOut = false;
 };
 
-/// The user's message bus. Nothing here waits but `within`: calls answer from the event loop, each within its limit,
-/// and a bus that is missing, silent or gone answers with an error. A bus that comes back is used from the next call
-/// on. Main thread; Qt's event loop drives it through GLib's main context, and nothing wakes while the bus is quiet.
+/// What was told to all, the sender's until the call-back returns.
+struct BusSignal {
+    /// The unique name of whoever told it.
+    const char* sender;
+    const char* path;
+    GVariant* arguments;
+};
+
+/// The user's message bus, or another one that is reached in the same way. Nothing here waits but `within`: calls
+/// answer from the event loop, each within its limit, and a bus that is missing, silent or gone answers with an error.
+/// Main thread; Qt's event loop drives it through GLib's main context, and nothing wakes while the bus is quiet.
+///
+/// A bus that dies is looked for again at its address: after a tenth of a second, then after twice as long each time,
+/// twelve times in all, which is some seven minutes. After that the next call looks for it.
 class SessionBus {
 public:
     using Connected = std::function<void(GDBusConnection* connection)>;
     using Answered = std::function<void(const BusAnswer& answer)>;
-    using Signalled = std::function<void(GVariant* arguments)>;
+    using Signalled = std::function<void(const BusSignal& signal)>;
 
     struct Call {
         std::string destination;
@@ -63,6 +74,9 @@ public:
     /// With null when the bus cannot be reached. May call back at once.
     void whenConnected(Connected connected);
     void call(Call call, Answered answered);
+    /// Tells of each connection that is made from now on, and with null that one was lost. What was given to the old
+    /// one, names and objects, has to be given to the new one.
+    Subscription onConnection(Connected connected);
     /// Lasts over a bus that goes and comes back.
     Subscription onSignal(Source source, Signalled signalled);
 

@@ -23,8 +23,9 @@ constexpr const char* description =
     "<method name='ActivateAction'><arg type='s' direction='in'/><arg type='av' direction='in'/>"
     "<arg type='a{sv}' direction='in'/></method>"
     "</interface></node>";
-/// Not in the queue of those who wait for the name.
+/// Not in the queue of those who wait for the name; or in it.
 constexpr std::uint32_t doNotQueue = 4;
+constexpr std::uint32_t queue = 0;
 constexpr std::uint32_t primaryOwner = 1;
 constexpr std::uint32_t alreadyOwner = 4;
 
@@ -93,9 +94,7 @@ public:
         : bus_(std::move(bus)), name_(std::move(name)), path_(objectPathOf(name_)) {}
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
-    ~Object() {
-        if (registration_ != 0) g_dbus_connection_unregister_object(connection_.get(), registration_);
-    }
+    ~Object() { withdraw(); }
 
     std::optional<Outcome> outcome;
 
@@ -111,7 +110,9 @@ public:
     }
 
     void end(Outcome settled) {
-        if (!outcome) outcome = settled;
+        if (outcome) return;
+        outcome = settled;
+        if (settled == Outcome::first) keepName();
     }
 
     Subscription onRequest(std::function<void(Request)> requested) {
@@ -122,6 +123,11 @@ public:
             for (const Request& early : std::exchange(self->early_, {})) self->requests_.tell(early);
         });
         return subscription;
+    }
+
+    Subscription onBus(std::function<void(bool)> changed) {
+        return bus_->onConnection(
+            [changed = std::move(changed)](GDBusConnection* connection) { changed(connection != nullptr); });
     }
 
 private:
@@ -136,6 +142,27 @@ private:
                 .mayStart = false};
     }
 
+    /// The bus may die and another take its place, which knows nothing of us.
+    void keepName() {
+        renewals_ = bus_->onConnection([this](GDBusConnection* connection) {
+            withdraw();
+            if (connection == nullptr) return;
+            registerObject(connection);
+            // A start in between may have the name until it has found our folder taken.
+            bus_->call(requestOfName(queue), [](const BusAnswer&) {});
+        });
+    }
+
+    void withdraw() {
+        if (registration_ != 0) g_dbus_connection_unregister_object(connection_.get(), std::exchange(registration_, 0));
+        connection_.reset();
+    }
+
+    SessionBus::Call requestOfName(std::uint32_t flags) const {
+        return callOf("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+                      taken(g_variant_new("(su)", name_.c_str(), flags)));
+    }
+
     void registerObject(GDBusConnection* connection) {
         const GLibOwned<GDBusNodeInfo> node(g_dbus_node_info_new_for_xml(description, nullptr));
         static constexpr GDBusInterfaceVTable table = {
@@ -146,9 +173,7 @@ private:
     }
 
     void takeName(const Request& request, const std::string& token) {
-        auto call = callOf("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-                           taken(g_variant_new("(su)", name_.c_str(), doNotQueue)));
-        bus_->call(std::move(call), [weak = weak_from_this(), request, token](const BusAnswer& answer) {
+        bus_->call(requestOfName(doNotQueue), [weak = weak_from_this(), request, token](const BusAnswer& answer) {
             const auto self = weak.lock();
             if (!self) return;
             if (answer.value == nullptr) return self->end(Outcome::alone);
@@ -189,6 +214,7 @@ private:
     int attempts_ = 0;
     std::vector<Request> early_;
     Observers<Request> requests_;
+    Subscription renewals_;
 };
 
 SingleInstance::SingleInstance(std::shared_ptr<SessionBus> bus, std::string name)
@@ -205,5 +231,7 @@ Outcome SingleInstance::settle(const Request& request, const std::string& token,
 Subscription SingleInstance::onRequest(std::function<void(Request)> requested) {
     return object_->onRequest(std::move(requested));
 }
+
+Subscription SingleInstance::onBus(std::function<void(bool)> changed) { return object_->onBus(std::move(changed)); }
 
 }  // namespace tolvane::linuxhost

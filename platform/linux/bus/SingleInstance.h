@@ -15,7 +15,7 @@ class SessionBus;
 
 /// One running program for the session: the first owns its name on the bus and answers there as an
 /// org.freedesktop.Application, so that desktops can start it, hand it files and name its actions; a later one hands
-/// over what it was started with. Main thread.
+/// over what it was started with. A bus that is started again gives the first its name back. Main thread.
 class SingleInstance {
 public:
     /// What somebody wants of the running program; nothing of both is to be seen.
@@ -51,6 +51,8 @@ public:
                    std::chrono::milliseconds limit = std::chrono::seconds(5));
     /// Tells of each request from outside. The first one to subscribe hears of what came before, from the event loop.
     Subscription onRequest(std::function<void(Request)> requested);
+    /// Tells when the bus is lost, and when another takes its place: what else was on it has to be renewed then.
+    Subscription onBus(std::function<void(bool there)> changed);
 
 private:
     class Object;

@@ -12,35 +12,35 @@ constexpr std::chrono::milliseconds longestMove{500};
 
 }  // namespace
 
-SessionFrontmost::SessionFrontmost(std::shared_ptr<WindowSession> session, std::string proc)
-    : session_(std::move(session)), proc_(std::move(proc)) {}
+SessionFrontmost::SessionFrontmost(LinuxApplications& applications, std::shared_ptr<OtherWindows> windows,
+                                   std::unique_ptr<FrontmostChoice> choice, std::string proc)
+    : applications_(applications), windows_(std::move(windows)), choice_(std::move(choice)), proc_(std::move(proc)) {}
 
 SessionFrontmost::~SessionFrontmost() = default;
 
-bool SessionFrontmost::canTell() const {
-    if (session_->wayland()) return true;
-    const XDisplay* display = session_->x11();
-    return !session_->isWayland() && display != nullptr && display->tellsActive();
-}
+bool SessionFrontmost::canTell() const { return windows_->canTell() && choice_->teller() != nullptr; }
 
-std::optional<Text> SessionFrontmost::bundlePathOfX11() const {
-    const XDisplay* display = session_->x11();
-    const auto window = display == nullptr || session_->isWayland() ? std::nullopt : display->active();
-    const auto pid = window ? display->owner(*window) : std::nullopt;
-    return pid ? session_->applications().bundlePath(*pid, executableOf(proc_, *pid)) : std::nullopt;
+/// The kernel's word on a process goes before what a window says of itself.
+std::optional<Text> SessionFrontmost::bundlePathOf(const FrontWindow& window) const {
+    if (window.pid) {
+        if (auto path = applications_.bundlePath(*window.pid, executableOf(proc_, *window.pid))) return path;
+    }
+    for (const std::string& name : window.names) {
+        if (auto path = applications_.pathOfWindow(name)) return path;
+    }
+    return std::nullopt;
 }
 
 std::optional<Text> SessionFrontmost::bundlePath() const {
-    const auto toplevels = session_->wayland();
-    if (!toplevels) return bundlePathOfX11();
-    const auto application = toplevels->activeApplication();
-    return application ? session_->applications().pathOfWindow(*application) : std::nullopt;
+    const FrontmostSource* source = choice_->teller();
+    const auto window = source == nullptr ? std::nullopt : source->inFront();
+    return window ? bundlePathOf(*window) : std::nullopt;
 }
 
 std::optional<FrontmostApplication> SessionFrontmost::current() const {
     const auto path = bundlePath();
     if (!path) return std::nullopt;
-    const auto identifier = session_->applications().bundleIdentifier(path->view());
+    const auto identifier = applications_.bundleIdentifier(path->view());
     return FrontmostApplication{
         .bundlePath = path->str(),
         .bundleIdentifier = identifier ? std::optional(identifier->str()) : std::nullopt,
@@ -48,32 +48,11 @@ std::optional<FrontmostApplication> SessionFrontmost::current() const {
 }
 
 Subscription SessionFrontmost::onActivation(std::function<void(std::string)> activated) {
-    watch();
-    return observers_.add(std::move(activated));
-}
-
-void SessionFrontmost::watch() {
-    if (std::exchange(isWatching_, true)) return;
-    if (const auto toplevels = session_->wayland()) {
-        toplevels_ = toplevels->onChange([this] { look(); });
-    } else if (!session_->isWayland() && session_->x11() != nullptr) {
-        watchX11();
+    if (!std::exchange(isWatching_, true)) {
+        changes_ = choice_->onChange([this] { look(); });
+        last_ = bundlePath();
     }
-    last_ = bundlePath();
-}
-
-/// Events come over a connection of their own: a question on the same one could swallow them.
-void SessionFrontmost::watchX11() {
-    events_ = session_->connectX11();
-    if (!events_) return;
-    notifier_ = std::make_unique<QSocketNotifier>(events_->descriptor(), QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { readX11(); });
-    events_->watchActive();
-}
-
-void SessionFrontmost::readX11() {
-    if (events_->readEvents()) look();
-    if (!events_->isAlive()) notifier_->setEnabled(false);
+    return observers_.add(std::move(activated));
 }
 
 /// An application that keeps the front while its windows change is not told again. Window managers have nobody in front

@@ -1,23 +1,28 @@
 #pragma once
 
-#include <QSocketNotifier>
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "platform/Applications.h"
+#include "platform/linux/LinuxApplications.h"
 #include "platform/linux/Observers.h"
-#include "platform/linux/windows/WindowSession.h"
+#include "platform/linux/windows/FrontmostChoice.h"
+#include "platform/linux/windows/OtherWindows.h"
 
 namespace tolvane::linuxhost {
 
-/// Who is in front, from whoever tells in this session: the X server with its window manager, or a Wayland compositor
-/// that offers its list of windows. Others keep it to themselves, and then this cannot tell. News come as events of the
-/// display server; nothing wakes meanwhile. Main thread, with its event loop.
+/// Which application is in front, from whoever tells in this session which window is (see FrontmostChoice). News come
+/// as events; nothing wakes meanwhile. Main thread, with its event loop.
+///
+/// Whether it can tell decides whether applications are quit by rules. Where other programs' windows cannot be asked to
+/// close, a quit would reach nobody: there it says that it cannot, and still names whom it knows.
 class SessionFrontmost : public Frontmost {
 public:
-    explicit SessionFrontmost(std::shared_ptr<WindowSession> session, std::string proc = "/proc");
+    /// `applications` outlives this.
+    SessionFrontmost(LinuxApplications& applications, std::shared_ptr<OtherWindows> windows,
+                     std::unique_ptr<FrontmostChoice> choice, std::string proc = "/proc");
     ~SessionFrontmost() override;
 
     bool canTell() const override;
@@ -26,21 +31,18 @@ public:
 
 private:
     std::optional<Text> bundlePath() const;
-    std::optional<Text> bundlePathOfX11() const;
-    void watch();
-    void watchX11();
-    void readX11();
+    std::optional<Text> bundlePathOf(const FrontWindow& window) const;
     void look();
 
-    std::shared_ptr<WindowSession> session_;
+    LinuxApplications& applications_;
+    std::shared_ptr<OtherWindows> windows_;
+    std::unique_ptr<FrontmostChoice> choice_;
     std::string proc_;
     Observers<std::string> observers_;
-    bool isWatching_ = false;
     std::optional<Text> last_;
     std::optional<std::chrono::steady_clock::time_point> nobodySince_;
-    std::unique_ptr<XDisplay> events_;
-    std::unique_ptr<QSocketNotifier> notifier_;
-    Subscription toplevels_;
+    bool isWatching_ = false;
+    Subscription changes_;
 };
 
 }  // namespace tolvane::linuxhost

@@ -26,7 +26,6 @@ public:
     /// Null where the session is none of Wayland, or does not tell about other programs' windows.
     std::shared_ptr<WaylandToplevels> wayland();
     bool isWayland() const { return isWayland_; }
-    LinuxApplications& applications() const { return applications_; }
 
     bool canTell() override;
     bool any(const WindowOwner& owner) override;

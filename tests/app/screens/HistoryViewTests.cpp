@@ -146,6 +146,14 @@ TEST_F(HistoryViewTest, theMemoryChartShowsThreeSeriesInGB) {
     EXPECT_THAT(chart.series[2].values, ElementsAre(0.5, 0.5));
 }
 
+TEST_F(HistoryViewTest, theMemoryChartNamesItsAxes) {
+    show({moment(Seconds{60})});
+    const auto chart = content().memory;
+    EXPECT_EQ(chart.xLabel, "Time");
+    EXPECT_EQ(chart.yLabel, "GB");
+    EXPECT_EQ(chart.seriesLabel, "Kind");
+}
+
 TEST_F(HistoryViewTest, theMemoryAxisHasRoundLabels) {
     show({moment(Seconds{60}, 21 * GiB + GiB / 2)});
     std::vector<std::string> labels;
@@ -168,6 +176,9 @@ TEST_F(HistoryViewTest, theCPUChartStacksPerformanceOnEfficiency) {
     EXPECT_EQ(chart.title, "CPU");
     EXPECT_EQ(chart.note, "");
     EXPECT_EQ(chart.spoken, "CPU load in cores over time, performance cores stacked on efficiency cores");
+    EXPECT_EQ(chart.xLabel, "Time");
+    EXPECT_EQ(chart.yLabel, "Cores");
+    EXPECT_EQ(chart.seriesLabel, "");
     EXPECT_EQ(chart.height, 110);
     ASSERT_THAT(chart.series, SizeIs(2));
     EXPECT_EQ(chart.series[0].name, "Efficiency");
@@ -211,6 +222,24 @@ TEST_F(HistoryViewTest, timesStandAtRoundDistances) {
         history.setRange(range);
         EXPECT_THAT(history.content()->times, SizeIs(7));
     }
+}
+
+TEST_F(HistoryViewTest, timesOfADayWithAnotherNumberOfHoursAreThoseOfTheClockThere) {
+    const auto labelsUntil = [this](double unixTime) {
+        clock.jumpTo(dateFromUnixSeconds(unixTime));
+        auto latest = moment(Seconds{0});
+        latest.date = clock.now();
+        show({latest});
+        auto history = view();
+        history.setRange(HistoryRange::day);
+        const auto shown = history.content().value();
+        std::vector<std::string> labels;
+        for (const auto& tick : shown.times) labels.push_back(tick.label);
+        return labels;
+    };
+    // Noon in Berlin, on the Sundays on which summer time ends and begins.
+    EXPECT_THAT(labelsUntil(1'792'926'000), ElementsAre("13:00", "17:00", "21:00", "01:00", "04:00", "08:00", "12:00"));
+    EXPECT_THAT(labelsUntil(1'774'778'400), ElementsAre("11:00", "15:00", "19:00", "23:00", "04:00", "08:00", "12:00"));
 }
 
 TEST_F(HistoryViewTest, bandsStandWhereThereWasPressure) {

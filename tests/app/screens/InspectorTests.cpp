@@ -129,7 +129,6 @@ TEST_F(InspectorTest, describesAProcess) {
     EXPECT_EQ(named(content.process, "PID").value, "4711");
     EXPECT_EQ(named(content.process, "Parent").value, "zsh (100)");
     EXPECT_EQ(named(content.process, "Command").value, "node server.js");
-    EXPECT_TRUE(named(content.process, "Command").selectable);
 }
 
 TEST_F(InspectorTest, saysWhereAProcessBelongsWhenThatIsKnown) {

@@ -13,6 +13,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 struct InspectorViewTest : ModelTest {
     InspectorViewTest() {
@@ -116,6 +117,20 @@ TEST_F(InspectorViewTest, drawsWhatTheModelRemembers) {
     ASSERT_TRUE(chart);
     EXPECT_THAT(chart->series[0].values, ElementsAre(3, 3));
     EXPECT_EQ(chart->accessibleText, "Memory of node over the last 10 min");
+}
+
+TEST_F(InspectorViewTest, drawsWhatCameSinceTheClockWasSetBack) {
+    view->show(line(0));
+    model->history.update([&](ProcessHistory& history) {
+        for (const double at : {7200.0, 7260.0, 0.0, 60.0, 120.0}) {
+            const ProcessHistory::Reading reading{.pid = 7, .footprint = (at > 3600 ? 9 : 3) * MiB};
+            history.record(std::span(&reading, 1), Date{Seconds{800'000'000 + at}});
+        }
+    });
+    const auto content = view->content();
+    EXPECT_THAT(content.memoryChart.value().series[0].values, ElementsAre(3, 3, 3));
+    EXPECT_EQ(content.memoryChart.value().accessibleText, "Memory of node over the last 2 min");
+    EXPECT_THAT(content.cpuChart.value().dates, SizeIs(3));
 }
 
 }  // namespace

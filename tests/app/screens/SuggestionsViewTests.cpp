@@ -4,7 +4,6 @@
 
 #include "app/screens/SuggestionMenu.h"
 #include "tests/app/ModelTest.h"
-#include "tests/fakes/Rows.h"
 
 namespace tolvane {
 namespace {
@@ -128,17 +127,6 @@ TEST_F(SuggestionsViewTest, thePrimaryLabelFollowsKindAndAction) {
     EXPECT_EQ(SuggestionMenu::primaryLabel(suggestion("a", Kind::leftRunning)), "Stop");
 }
 
-TEST_F(SuggestionsViewTest, whoTookOverANumberIsNotMeant) {
-    auto stays = fakes::row(10, "node"), ends = fakes::row(11, "node");
-    Suggestion suggestion;
-    suggestion.pids = {10, 11};
-    const auto lives = SuggestionMenu::livesOf({suggestion}, {stays, ends});
-    EXPECT_EQ(lives.size(), 2U);
-    EXPECT_EQ(SuggestionMenu::stillMeant(suggestion, lives, {stays, ends}).pids, (std::vector<Pid>{10, 11}));
-    ends.sample.startTime += Seconds{60};
-    EXPECT_EQ(SuggestionMenu::stillMeant(suggestion, lives, {stays, ends}).pids, (std::vector<Pid>{10}));
-}
-
 TEST_F(SuggestionsViewTest, theMenuOfAnApplicationOffersToQuitIt) {
     EXPECT_THAT(titles(ofApp(), true),
                 ElementsAre("Restart", "Quit Notes", "Make Rule", "", "Snooze for a Day", "Ignore"));
@@ -182,6 +170,23 @@ TEST_F(SuggestionsViewTest, makingARuleAddsIt) {
 TEST_F(SuggestionsViewTest, actingTakesTheRowAwayAtOnce) {
     model->suggestions.set({suggestion("a", Kind::leftRunning)});
     SuggestionMenu::carryOut(*model, model->suggestions->front(), SuggestionDeed::lowerPriority);
+    EXPECT_THAT(*model->suggestions, IsEmpty());
+}
+
+TEST_F(SuggestionsViewTest, whatLivesOnIsMeantAndANewcomerUnderItsNumberIsNot) {
+    auto snapshot = *model->snapshot;
+    const Pid stays = snapshot.rows[0].id();
+    const Pid goes = snapshot.rows[1].id();
+    auto both = suggestion("a", Kind::leftRunning);
+    both.pids = {stays, goes};
+    model->suggestions.set({both});
+    auto shown = view();
+    const auto row = shown.sections().front().rows.front();
+    snapshot.rows[1].sample.startTime += Seconds{1};
+    model->snapshot.set(snapshot);
+    shown.carryOut(row, SuggestionDeed::lowerPriority);
+    EXPECT_EQ(world.timesAsked("lower " + std::to_string(stays)), 1U);
+    EXPECT_EQ(world.timesAsked("lower " + std::to_string(goes)), 0U);
     EXPECT_THAT(*model->suggestions, IsEmpty());
 }
 

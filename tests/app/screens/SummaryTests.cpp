@@ -179,6 +179,25 @@ TEST(CPUSummary, drawsNothingOfFewerThanTwoPoints) {
     EXPECT_THAT(CPUSummary::of(load(), {}, {}, "en_US").chart, IsEmpty());
 }
 
+TEST(CPUSummary, drawsWhatCameSinceTheClockWasSetBack) {
+    auto points = hour();
+    const auto last = points.back();
+    points.insert(points.begin(), {{.date = last.date + Seconds{7200}, .performance = 9},
+                                   {.date = last.date + Seconds{7205}, .performance = 9}});
+    const auto summary = CPUSummary::of(load(), points, {}, "en_US");
+    EXPECT_EQ(summary.chart, hour());
+    EXPECT_EQ(summary.rows[2].value, "9 cores");
+    points.push_back({.date = last.date - Seconds{60}});
+    EXPECT_THAT(CPUSummary::of(load(), points, {}, "en_US").chart, IsEmpty());
+}
+
+TEST(CPUSummary, tellsItsAxesAndWhereItsAreasEnd) {
+    auto points = hour();
+    points.back() = {.date = points.back().date, .performance = 2.64, .efficiency = 0.4};
+    EXPECT_EQ(CPUSummary::of(load(), points, {}, "en_US").chartDetail, "Time, Cores; Efficiency 0.4, Performance 2.6");
+    EXPECT_EQ(CPUSummary::of(load(), {}, {}, "en_US").chartDetail, "");
+}
+
 TEST(CPUSummary, explainsItsChart) {
     const auto summary = CPUSummary::of(load(), hour(), {}, "en_US");
     EXPECT_EQ(summary.chartText, "CPU load over the last hour, performance cores stacked on efficiency cores");

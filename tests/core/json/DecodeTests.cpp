@@ -310,5 +310,30 @@ TEST_P(RoundTrip, givesEqualRecords) {
 INSTANTIATE_TEST_SUITE_P(Styles, RoundTrip, ::testing::Values(json::Style::compact, json::Style::pretty),
                          [](const auto& info) { return info.param == json::Style::compact ? "compact" : "pretty"; });
 
+/// The strings of a target are read twice, which together is more than the document is long.
+TEST(Decode, aTargetOfManyPatternsIsReadWhole) {
+    CommandTarget target;
+    for (int number = 0; number < 20'000; ++number) {
+        target.patterns.push_back("node_modules/.bin/tool" + std::to_string(number) + "/with \"quotes\"");
+    }
+    Rule rule;
+    rule.target = target;
+    const auto back = decode<Rule>(*json::encode(rule));
+    ASSERT_TRUE(back);
+    EXPECT_EQ(*back, rule);
+}
+
+TEST(Decode, stringsWithAndWithoutEscapesAreReadAlike) {
+    const auto plain = decode<ActivityEntry>(entryWith(R"(,"subjectKey" : "a b" )"));
+    const auto escaped = decode<ActivityEntry>(entryWith(R"(,"subjectKey" : "a\u0020b" )"));
+    ASSERT_TRUE(plain && escaped);
+    EXPECT_EQ(plain->subjectKey, Text("a b"));
+    EXPECT_EQ(plain->subjectKey, escaped->subjectKey);
+    EXPECT_FALSE(decode<ActivityEntry>(entryWith(R"(,"subjectKey":"a"b)")));
+    EXPECT_FALSE(decode<ActivityEntry>(entryWith(R"(,"subjectKey":"a" "b")")));
+    EXPECT_FALSE(decode<ActivityEntry>(entryWith(R"(,"subjectKey":")")));
+    EXPECT_FALSE(decode<ActivityEntry>(entryWith(R"(,"subjectKey":[])")));
+}
+
 }  // namespace
 }  // namespace tolvane

@@ -43,6 +43,12 @@ TEST_F(GitBranchFiles, aFolderOfTheRefsNameIsNotTheRef) {
     EXPECT_EQ(read(), (BranchState{.branch = "feature", .deleted = true}));
 }
 
+TEST_F(GitBranchFiles, aRepositoryThatKeepsItsRefsInATableHasNoKnownBranch) {
+    folder.write("repo/.git/HEAD", "ref: refs/heads/.invalid\n");
+    folder.write("repo/.git/refs/heads", "this repository uses the reftable format\n");
+    EXPECT_EQ(read(), nothing);
+}
+
 TEST_F(GitBranchFiles, aDetachedHeadHasNoBranch) {
     folder.write("repo/.git/HEAD", "9a4f1c5b8d1e2f3a4b5c6d7e8f901234567890ab\n");
     EXPECT_EQ(read(), nothing);

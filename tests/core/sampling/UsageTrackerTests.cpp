@@ -120,6 +120,19 @@ TEST_F(UsageTrackerTest, aClockThatWentBackGivesNoRates) {
     EXPECT_DOUBLE_EQ(update(sampleOf(10, 2 * second), noon).cpuPercent, 50);
 }
 
+TEST_F(UsageTrackerTest, aClockThatIsSetMakesNobodyOlder) {
+    for (const double hours : {26.0, -26.0}) {
+        const Seconds by{3600 * hours};
+        UsageTracker kept(*host.host.applications);
+        kept.update({sampleOf(10)}, noon);
+        kept.update({sampleOf(10, second)}, noon + Seconds{2});
+        kept.clockWasSet(by);
+        const auto row = kept.update({sampleOf(10, second + second / 100)}, noon + Seconds{4} + by).front();
+        EXPECT_DOUBLE_EQ(row.cpuPercent, 0.5);
+        EXPECT_EQ(row.unusedSince, noon + Seconds{2} + by);
+    }
+}
+
 TEST_F(UsageTrackerTest, aReusedPidIsNew) {
     update(sampleOf(10), noon);
     auto other = sampleOf(10, 50 * second);
@@ -220,6 +233,22 @@ TEST_F(UsageTrackerApps, aBundleWithoutIdentifierIsAskedOnce) {
     EXPECT_EQ(update(mailSample(), noon + Seconds{2}).bundleID, std::nullopt);
     EXPECT_EQ(update(mailSample(11), noon + Seconds{4}).bundleID, std::nullopt);
     EXPECT_EQ(world.timesAsked("bundleIdentifier /Applications/Mail.app"), 1U);
+}
+
+TEST_F(UsageTrackerApps, activationsMoveWithTheClockThatIsSet) {
+    const std::string mail = "/Applications/Mail.app";
+    const auto sample = sampleOf(10, 0, mail + "/Contents/MacOS/Mail");
+    update(sample, noon);
+    tracker.noteActivation(mail, noon + Seconds{1});
+    tracker.clockWasSet(Seconds{86'400});
+    EXPECT_EQ(update(sample, noon + Seconds{86'402}).unusedSince, noon + Seconds{86'401});
+}
+
+TEST_F(UsageTrackerApps, anApplicationThatNeverCameToTheFrontStaysSo) {
+    const auto sample = sampleOf(10, 0, "/Applications/Mail.app/Contents/MacOS/Mail");
+    update(sample, noon);
+    tracker.clockWasSet(Seconds{86'400});
+    EXPECT_EQ(update(sample, noon + Seconds{86'402}).unusedSince, noon + Seconds{86'400});
 }
 
 TEST_F(UsageTrackerApps, activationCountsForAllProcessesOfTheBundle) {

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <limits>
 
+#include "core/history/MomentFields.h"
 #include "core/json/Encode.h"
 #include "core/rules/RulesDocument.h"
 #include "core/storage/ActivityFields.h"
@@ -121,6 +122,23 @@ TEST(BadDisk, aFileOfAGigabyteOfNothingCostsNoMemory) {
     store.saveRules({});
     EXPECT_THAT(store.loadRules(), IsEmpty());
     EXPECT_EQ(std::filesystem::file_size(store.directory + "/rules.json.damaged"), std::uintmax_t{gigabyte});
+}
+
+TEST(BadDisk, aHistoryThatNobodyTrimmedForYearsCostsNoMemory) {
+    const fakes::TemporaryFolder folder;
+    const Store store(folder / "Tolvane");
+    constexpr std::size_t lines = 300'000;
+    const auto old = *json::encode(Moment{.date = now - Seconds{100'000'000}}) + "\n";
+    std::string text;
+    text.reserve(lines * old.size());
+    for (std::size_t number = 0; number < lines; ++number) text += old;
+    const auto young = *json::encode(Moment{.date = now - Seconds{60}}) + "\n";
+    folder.write("Tolvane/history.jsonl", young + text + young);
+    text = {};
+    const auto before = mostMemory();
+    EXPECT_THAT(store.loadHistory(now), SizeIs(2));
+    EXPECT_LT(mostMemory() - before, 20'000);
+    EXPECT_EQ(content(folder / "Tolvane/history.jsonl"), young + young);
 }
 
 TEST(BadDisk, aLineThatNeverEndsIsPassedOver) {

@@ -349,6 +349,22 @@ TEST_F(StoreTest, aMomentOfExactlyADayIsKept) {
     EXPECT_EQ(content("history.jsonl"), line(moment(86400, 2)));
 }
 
+/// A line that begins with an old date is passed over without a look at the rest, where that can change nothing.
+TEST_F(StoreTest, momentsThatOnlyLookOldAreKept) {
+    const auto withFirst = [](std::string_view first, std::string_view last) {
+        return "{\"date\":" + std::string(first) +
+               ",\"total\":1,\"used\":2,\"compressed\":3,\"swapUsed\":4,\"pressure\":1,\"cpu\":0.5,\"cores\":8,"
+               "\"holders\":[]" +
+               std::string(last) + "}\n";
+    };
+    put("history.jsonl", withFirst("1", ",\"date\":799999990") + withFirst("2.5", ",\"d\\u0061te\":799999990") +
+                             withFirst("8e8", "") + withFirst("0.8E9", "") + withFirst("799913600", ""));
+    EXPECT_THAT(store_.loadHistory(now), SizeIs(5));
+    put("history.jsonl", withFirst("1", "") + withFirst("799913599.999999", "") + withFirst("1", ",\"other\":1") +
+                             withFirst("-1", "") + withFirst("799913600", ""));
+    EXPECT_THAT(store_.loadHistory(now), SizeIs(1));
+}
+
 TEST_F(StoreTest, aHistoryWithNothingToDropIsNotTouched) {
     put("history.jsonl", "\n" + line(moment(10)) + "\n\n" + line(moment(5)));
     const auto before = inode("history.jsonl");

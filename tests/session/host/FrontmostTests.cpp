@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "tests/platform_linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
@@ -15,13 +16,36 @@ using testing::Desk;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// How often this process was taken up again after it had waited.
+/// How often this process was taken up again after it had waited, all its threads together.
 long long wakeUps() {
-    std::ifstream file("/proc/self/status");
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("voluntary_ctxt_switches:")) return std::stoll(line.substr(24));
+    long long count = 0;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream file(thread.path() / "status");
+        for (std::string line; std::getline(file, line);) {
+            if (line.starts_with("voluntary_ctxt_switches:")) count += std::stoll(line.substr(24));
+        }
     }
-    return -1;
+    return count;
+}
+
+/// Of two seconds that end with an alarm of the test's own, with nothing else to do for the loop.
+long long wakeUpsOfTwoSeconds() {
+    QTimer alarm;
+    bool isOver = false;
+    QObject::connect(&alarm, &QTimer::timeout, [&] { isOver = true; });
+    alarm.setSingleShot(true);
+    alarm.start(2000);
+    const auto before = wakeUps();
+    while (!isOver) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return wakeUps() - before;
+}
+
+/// Of the quietest among some spans. What was on its way, the start of a daemon above all, falls into the first ones;
+/// what comes again and again falls into each.
+long long fewestWakeUps(int spans) {
+    auto fewest = wakeUpsOfTwoSeconds();
+    for (int count = 1; count < spans && fewest > 1; ++count) fewest = std::min(fewest, wakeUpsOfTwoSeconds());
+    return fewest;
 }
 
 struct FrontmostTest : ::testing::Test {
@@ -106,15 +130,13 @@ TEST_F(FrontmostTest, aQuietDesktopCostsNoWakeUps) {
     const auto clicks = desk.host.notifications->onClick([](const auto&) {});
     desk.host.notifications->post({.identifier = "1", .title = "t", .body = "b"});
     runFor(std::chrono::milliseconds(500));
-    // Without a timer of the test's own: the loop must have nothing to do but this one alarm.
-    QTimer alarm;
-    bool isOver = false;
-    QObject::connect(&alarm, &QTimer::timeout, [&] { isOver = true; });
-    alarm.setSingleShot(true);
-    alarm.start(2000);
-    const auto before = wakeUps();
-    while (!isOver) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    EXPECT_LE(wakeUps() - before, 3);
+    EXPECT_LE(fewestWakeUps(5), 2);
+}
+
+TEST(WakeUps, whatComesTwiceASecondIsSeenInEverySpan) {
+    QTimer timer;
+    timer.start(500);
+    EXPECT_GE(fewestWakeUps(2), 4);
 }
 
 }  // namespace tolvane::linuxhost

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/linux/bus/SessionBus.h"
+#include "platform/linux/windows/FrontmostSource.h"
+
+namespace tolvane::linuxhost {
+
+/// The program whose window was activated last, as programs tell it to screen readers. It is heard only where the user
+/// has accessibility switched on: this does not switch it on. Programs that do not speak to screen
+/// readers are not seen, so that between the end of one window's turn and the next one's beginning nobody can tell.
+class AccessibilityFrontmost : public FrontmostSource {
+public:
+    explicit AccessibilityFrontmost(std::shared_ptr<SessionBus> bus);
+    AccessibilityFrontmost(const AccessibilityFrontmost&) = delete;
+    AccessibilityFrontmost& operator=(const AccessibilityFrontmost&) = delete;
+    ~AccessibilityFrontmost() override;
+
+    bool canTell() const override;
+    std::optional<FrontWindow> inFront() const override;
+    Subscription onChange(std::function<void()> changed) override;
+
+private:
+    class Link;
+    std::shared_ptr<Link> link_;
+};
+
+}  // namespace tolvane::linuxhost

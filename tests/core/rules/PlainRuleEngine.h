@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "core/rules/RuleEngine.h"
+
+/// What the engine means, step by step and rule by rule, without a thought of speed: tests compare with it.
+namespace tolvane::plain {
+
+std::vector<Decision> candidates(const Rule& rule, const World& world);
+std::vector<Decision> decisions(const std::vector<Rule>& rules, const World& world, Date now,
+                                const RuleEngine::FiredDates& lastFired);
+
+}  // namespace tolvane::plain

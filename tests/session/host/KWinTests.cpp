@@ -1,0 +1,70 @@
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+#include <cstdlib>
+
+#include "platform/linux/makeLinuxHost.h"
+#include "tests/platform_linux/EventLoop.h"
+#include "tests/session/host/Editor.h"
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+using testing::Editor;
+using ::testing::ElementsAre;
+using ::testing::SizeIs;
+
+constexpr auto startLimit = std::chrono::seconds(30);
+
+std::string inFront(const Host& host) {
+    const auto front = host.frontmost->current();
+    return front ? front->bundleIdentifier.value_or("no identifier") : "nobody";
+}
+
+bool scriptIsLoaded() {
+    return ::system(
+               "gdbus call --session --dest org.kde.KWin --object-path /Scripting --method "
+               "org.kde.kwin.Scripting.isScriptLoaded dev.tolvane.Tolvane.frontmost | grep -q true") == 0;
+}
+
+}  // namespace
+
+TEST(KWin, itsScriptTellsWhoIsInFrontWithin200MillisecondsAndGoesAtTheEnd) {
+    Editor editor("org.example.Editor");
+    Editor viewer("org.example.Viewer");
+    {
+        const Host host = makeLinuxHost(processEnvironment(), {});
+        std::vector<std::string> told;
+        const auto kept = host.frontmost->onActivation([&](std::string path) { told.push_back(std::move(path)); });
+        EXPECT_TRUE(runUntil([&] { return host.frontmost->canTell(); }));
+        EXPECT_TRUE(scriptIsLoaded());
+        EXPECT_EQ(inFront(host), "nobody");
+        editor.start();
+        EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Editor"; }, startLimit)) << inFront(host);
+        viewer.start();
+        EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Viewer"; }, startLimit)) << inFront(host);
+        viewer.end();
+        QElapsedTimer elapsed;
+        elapsed.start();
+        EXPECT_TRUE(runUntil([&] { return told.size() == 3; }));
+        EXPECT_LT(elapsed.elapsed(), 200);
+        EXPECT_THAT(told, ElementsAre(editor.entry, viewer.entry, editor.entry));
+    }
+    EXPECT_FALSE(scriptIsLoaded());
+}
+
+TEST(KWin, itsWindowsAreNotClosedForOthers) {
+    Editor editor("org.example.Editor");
+    const Host host = makeLinuxHost(processEnvironment(), {});
+    const auto kept = host.frontmost->onActivation([](const std::string&) {});
+    editor.start();
+    EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Editor"; }, startLimit)) << inFront(host);
+    const auto running = host.running->withBundleIdentifier("org.example.Editor");
+    ASSERT_THAT(running, SizeIs(1));
+    running.front()->terminate();
+    runFor(std::chrono::seconds(6));
+    EXPECT_FALSE(running.front()->isTerminated()) << "who cannot see windows asks nobody";
+}
+
+}  // namespace tolvane::linuxhost
