@@ -99,6 +99,8 @@ QCoro::Task<> AppModel::stop(ProjectGroup group) {
     const auto ids = idsOf(Docker::containersIn(*containers, group.root));
     co_await terminate(pidsStillMeant(group, snapshot->rows), false);
     if (cancellation.stop_requested()) co_return;
+    // Whoever looks sees at once what came of it.
+    if (d_->windowVisible) d_->restartLoop();
     const auto performed = co_await d_->performOnContainers("stop", ids);
     if (!performed) co_return;
     auto left = *containers;
@@ -125,6 +127,8 @@ QCoro::Task<> AppModel::startAgain(ParkedProject project) {
     const auto dockerStarted = co_await d_->performOnContainers("start", project.containers);
     if (!dockerStarted) co_return;
     parked.set(without(*parked, project.root));
+    // Whoever looks sees at once what came of it.
+    if (d_->windowVisible) d_->restartLoop();
     if (failed.empty() && *dockerStarted) co_return;
     const auto body = failed.empty()
                           ? "Docker did not start its containers."

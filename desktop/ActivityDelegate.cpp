@@ -8,6 +8,7 @@
 #include "desktop/ActivityModel.h"
 #include "desktop/look/StyleViews.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -50,7 +51,7 @@ void ActivityDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->setFont(font(index.column()));
     painter->setPen(index.data(ActivityModel::dryRunRole).toBool() ? tokens.text2 : tokens.text);
     drawLine(*painter, rect, painter->fontMetrics().elidedText(text, Qt::ElideRight, rect.width()),
-             mirrored(option.direction, trailing ? Qt::AlignRight : Qt::AlignLeft));
+             trailing ? Qt::Alignment(Qt::AlignRight) : mirrored(option.direction, Qt::AlignLeft));
     painter->restore();
 }
 
@@ -66,7 +67,7 @@ bool ActivityDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, con
         QToolTip::hideText();
         return false;
     }
-    QToolTip::showText(event->globalPos(), text, view);
+    showTip(event->globalPos(), text, view);
     return true;
 }
 

@@ -1,9 +1,6 @@
 #include "desktop/ActivityTable.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 #include <utility>
@@ -46,7 +43,7 @@ protected:
         painter->setFont(look_.fonts().font(TextRole::caption));
         painter->setPen(look_.tokens().text2);
         drawLine(*painter, ActivityDelegate::cellText(head, section, layoutDirection()), title,
-                 mirrored(layoutDirection(), trailing ? Qt::AlignRight : Qt::AlignLeft));
+                 trailing ? Qt::Alignment(Qt::AlignRight) : mirrored(layoutDirection(), Qt::AlignLeft));
         painter->restore();
     }
 
@@ -146,26 +143,6 @@ void ActivityTable::drawBranches(QPainter*, const QRect&, const QModelIndex&) co
 void ActivityTable::resizeEvent(QResizeEvent* event) {
     RowTree::resizeEvent(event);
     fitColumns();
-}
-
-void ActivityTable::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy)) return copySelected();
-    RowTree::keyPressEvent(event);
-}
-
-/// One line an entry, its cells apart by tabs, as spreadsheets take them.
-void ActivityTable::copySelected() const {
-    auto rows = selectionModel()->selectedRows();
-    std::ranges::sort(rows, {}, &QModelIndex::row);
-    QStringList lines;
-    for (const auto& row : rows) {
-        QStringList cells;
-        for (int column = 0; column < model_->columnCount(); ++column) {
-            cells << row.siblingAtColumn(column).data().toString();
-        }
-        lines << cells.join(QLatin1Char('\t'));
-    }
-    if (!lines.isEmpty()) QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
 }  // namespace tolvane::desktop

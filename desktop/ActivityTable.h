@@ -30,13 +30,11 @@ signals:
 protected:
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
     void resizeEvent(QResizeEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildHeader();
     void fitColumns();
     int usualWidth(int column) const;
-    void copySelected() const;
 
     const Look& look_;
     const ActivityView& view_;

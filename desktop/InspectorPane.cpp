@@ -48,6 +48,14 @@ QWidget* block(std::initializer_list<QWidget*> parts) {
     return block;
 }
 
+/// Lowering and restoring are two sides of one button.
+bool isSameButton(ProcessAction before, ProcessAction now) {
+    const auto side = [](ProcessAction action) {
+        return action == ProcessAction::restorePriority ? ProcessAction::lowerPriority : action;
+    };
+    return side(before) == side(now);
+}
+
 bool isDestructive(ProcessAction action) { return action == ProcessAction::forceQuit; }
 
 }  // namespace
@@ -163,10 +171,20 @@ void InspectorPane::show(const SelectionInspector& selection) {
     stack_->setCurrentIndex(1);
 }
 
+/// Who was just pressed keeps the keyboard.
+std::optional<ProcessAction> InspectorPane::focusedAction() const {
+    for (int number = 0; number < buttons_->count(); ++number) {
+        const auto* button = buttons_->itemAt(number)->widget();
+        if (button->hasFocus()) return shownButtons_[static_cast<std::size_t>(number)].action;
+    }
+    return std::nullopt;
+}
+
 /// The last two share a row, so that what ends a process stands together.
 void InspectorPane::showButtons(const std::vector<InspectorButton>& buttons) {
     footer_->setVisible(!buttons.empty());
     if (buttons == shownButtons_) return;
+    const auto held = focusedAction();
     shownButtons_ = buttons;
     while (auto* item = buttons_->takeAt(0)) {
         delete item->widget();
@@ -184,6 +202,7 @@ void InspectorPane::showButtons(const std::vector<InspectorButton>& buttons) {
         const bool paired = number + 2 >= count && count > 1;
         buttons_->addWidget(button, std::min(number, std::max(0, count - 2)), paired && number + 1 == count ? 1 : 0, 1,
                             paired ? 1 : 2);
+        if (held && isSameButton(*held, each.action)) button->setFocus(Qt::OtherFocusReason);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,7 @@ signals:
 
 private:
     QWidget* buildSubject();
+    std::optional<ProcessAction> focusedAction() const;
     void showButtons(const std::vector<InspectorButton>& buttons);
     void showCommand(std::vector<ValueRow>& process);
 

@@ -10,6 +10,7 @@
 #include "desktop/Words.h"
 #include "desktop/look/StyleViews.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -124,13 +125,19 @@ void LineDelegate::paintFigure(QPainter& painter, const QStyleOptionViewItem& op
 bool LineDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                              const QModelIndex& index) {
     const auto* line = model_.line(index);
-    if (!line || index.column() != 0 || nameParts(*line, option.rect).isWhole) {
+    QStringList parts;
+    if (line && index.column() == 0) {
+        if (!nameParts(*line, option.rect).isWhole) {
+            parts << words(line->title);
+            if (line->detail) parts << words(*line->detail);
+        }
+        if (const auto remark = remark_ ? remark_(*line) : std::string(); !remark.empty()) parts << words(remark);
+    }
+    if (parts.isEmpty()) {
         QToolTip::hideText();
         return false;
     }
-    const auto title = words(line->title);
-    QToolTip::showText(event->globalPos(), line->detail ? title + QLatin1Char('\n') + words(*line->detail) : title,
-                       view);
+    showTip(event->globalPos(), parts.join(QLatin1Char('\n')), view);
     return true;
 }
 

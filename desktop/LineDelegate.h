@@ -2,6 +2,9 @@
 
 #include <QAbstractItemDelegate>
 #include <QString>
+#include <functional>
+#include <string>
+#include <utility>
 
 #include "app/Line.h"
 #include "desktop/look/Look.h"
@@ -9,6 +12,9 @@
 namespace tolvane::desktop {
 
 class LineModel;
+
+/// What more there is to tell of a line; empty for nothing.
+using LineRemark = std::function<std::string(const Line&)>;
 
 /// How much of a line's second text stands behind its title.
 struct LineDetail {
@@ -29,10 +35,12 @@ public:
 
     /// The column that the table is ordered by; its figures speak up.
     void setSortedColumn(int column) { sortedColumn_ = column; }
+    /// Part of the names' tooltips.
+    void setRemark(LineRemark remark) { remark_ = std::move(remark); }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    /// The tooltip tells what the cell had no room for.
+    /// The tooltip tells what the cell had no room for, and the remark.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
@@ -49,6 +57,7 @@ private:
 
     const Look& look_;
     const LineModel& model_;
+    LineRemark remark_;
     int sortedColumn_ = -1;
     QFont titleFont_, detailFont_, figureFont_;
 };

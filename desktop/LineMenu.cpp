@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "desktop/Words.h"
+#include "desktop/look/MenuWords.h"
 
 namespace tolvane::desktop {
 
@@ -16,8 +17,7 @@ std::optional<ProcessAction> askMenu(const Look& look, const std::vector<Process
         if (item.isDivider()) {
             menu.addSeparator();
         } else {
-            /// A name may hold what would be an accelerator.
-            auto* entry = menu.addAction(words(item.title).replace('&', QStringLiteral("&&")));
+            auto* entry = menu.addAction(menuWords(words(item.title)));
             entry->setData(static_cast<int>(*item.action));
             entry->setEnabled(item.enabled);
         }

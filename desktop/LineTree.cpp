@@ -157,14 +157,15 @@ void LineTree::setSorting(int column, bool ascending) {
     viewport()->update();
 }
 
+/// The menu that the other button opens keeps the release for itself, and holds the rows on its own.
 void LineTree::mousePressEvent(QMouseEvent* event) {
-    pressed_ = true;
+    pressed_ = event->button() == Qt::LeftButton;
     RowTree::mousePressEvent(event);
 }
 
 void LineTree::mouseReleaseEvent(QMouseEvent* event) {
     RowTree::mouseReleaseEvent(event);
-    pressed_ = event->buttons() != Qt::NoButton;
+    pressed_ = event->buttons().testFlag(Qt::LeftButton);
     if (!pressed_ && holds_ == 0 && waiting_) take(*std::exchange(waiting_, std::nullopt));
 }
 

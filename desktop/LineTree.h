@@ -36,6 +36,8 @@ public:
     void setDisclosedIds(std::set<std::string> ids) { expandedIds_ = std::move(ids); }
 
     void setSorting(int column, bool ascending);
+    /// What the tooltip of a name tells beside it.
+    void setRemark(LineRemark remark) { delegate_->setRemark(std::move(remark)); }
 
     /// Rows stay where they are until as many calls with false came as with true.
     void hold(bool held);

@@ -3,6 +3,8 @@
 #include <QHBoxLayout>
 
 #include "desktop/Words.h"
+#include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/Tag.h"
 
@@ -15,7 +17,7 @@ constexpr int leading = 12, trailing = 10;
 
 QHBoxLayout* lineOf(QWidget* row, const Look& look) {
     auto* line = new QHBoxLayout(row);
-    line->setContentsMargins(leading, 0, trailing, 0);
+    line->setContentsMargins(mirrored(row->layoutDirection(), {leading, 0, trailing, 0}));
     line->setSpacing(Sizes::gap + 2);
     row->setMinimumHeight(look.fonts().height(TextRole::body, rowHeight, 16));
     return line;
@@ -41,6 +43,8 @@ public:
         title_->setText(words(match.title));
         detail_->setText(words(match.detail));
         tag_->show(words(match.tag()), match.isDue ? TagKind::orange : TagKind::plain);
+        setToolTip(tip(words(match.lastDeed)));
+        setAccessibleDescription(words(match.lastDeed));
     }
 
 private:

@@ -23,6 +23,8 @@ namespace {
 constexpr int sheetWidth = 520;
 constexpr int margin = 20;
 constexpr int listHeight = 230;
+/// A typed pattern becomes part of the rule's name.
+constexpr int mostLines = 3, usualLines = 2;
 
 std::vector<QString> kindTitles() {
     std::vector<QString> titles;
@@ -87,6 +89,9 @@ void NewRuleDialog::buildControls() {
     typed_->setAccessibleName(words(NewRuleSheet::typedPrompt));
     withoutPrompt_ = new Switch(look_, words(RuleEditor::withoutPromptLabel));
     line_ = new ParagraphLabel(look_, TextRole::small, &Tokens::text2);
+    line_->setMostLines(mostLines);
+    // The buttons below do not move under the pointer when something is chosen.
+    line_->setMinimumHeight(usualLines * look_.fonts().lineHeight(TextRole::small));
     cancel_ = new QPushButton(words(NewRuleSheet::cancel));
     cancel_->setAutoDefault(false);
     add_ = new QPushButton(words(NewRuleSheet::addRule));

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "desktop/Words.h"
+#include "desktop/look/TextLine.h"
 #include "desktop/parts/Hairline.h"
 #include "desktop/parts/Measured.h"
 
@@ -88,7 +89,7 @@ QWidget* PanelView::buildLargest() {
     head->addWidget(label(look_, TextRole::headline, &Tokens::text, MenuBarPanel::largestTitle), 1);
     for (const auto title : {MenuBarPanel::unusedColumn, MenuBarPanel::memoryColumn}) {
         auto* name = label(look_, TextRole::small, &Tokens::text2, title);
-        name->setAlignment(Qt::AlignRight);
+        name->setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
         name->setFixedWidth(look_.fonts().scaled(MenuBarPanel::columnWidth));
         head->addWidget(name);
     }
@@ -173,7 +174,7 @@ void PanelView::showLargest(const std::vector<PanelLine>& lines) {
     rows.reserve(lines.size());
     for (const auto& line : lines) {
         rows.push_back({.bundlePath = line.bundlePath,
-                        .title = words(line.title),
+                        .title = oneLine(words(line.title)),
                         .tag = {},
                         .quietFigure = words(line.unusedFor),
                         .figure = words(line.memory)});
@@ -186,7 +187,7 @@ void PanelView::showSuggestions(const MenuBarPanel& panel) {
     rows.reserve(panel.suggestions.size());
     for (const auto& each : panel.suggestions) {
         rows.push_back({.bundlePath = each.bundlePath,
-                        .title = words(each.title),
+                        .title = oneLine(words(each.title)),
                         .tag = words(each.tag),
                         .quietFigure = {},
                         .figure = words(each.figure)});

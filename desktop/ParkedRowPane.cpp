@@ -9,6 +9,7 @@
 #include "desktop/ProjectRowShape.h"
 #include "desktop/Words.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/parts/GivingRow.h"
 #include "desktop/parts/LineIcon.h"
 
 namespace tolvane::desktop {
@@ -16,6 +17,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int whenGap = 12;
+constexpr int leastTitle = 90;
 constexpr int buttonsGap = 16;
 /// Icon and button stand beside the first two lines, however many follow.
 constexpr int twoLines = 38;
@@ -41,14 +43,12 @@ ParkedRowPane::ParkedRowPane(const Look& look, QWidget* parent)
 }
 
 QVBoxLayout* ParkedRowPane::buildTexts() {
-    auto* line = new QHBoxLayout;
-    line->setSpacing(whenGap);
-    line->addWidget(title_);
-    line->addWidget(when_);
-    line->addStretch(1);
+    auto* line = new GivingRow(this);
+    line->add(title_, 0, 0, look_.fonts().scaled(leastTitle));
+    line->add(when_, whenGap, 1);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
-    texts->addLayout(line);
+    texts->addWidget(line);
     commandColumn_->setSpacing(1);
     texts->addLayout(commandColumn_);
     texts->addWidget(containers_);

@@ -7,6 +7,8 @@
 #include <set>
 #include <utility>
 
+#include "app/screens/ForceQuitQuestion.h"
+#include "app/screens/LineRows.h"
 #include "desktop/LineMenu.h"
 #include "desktop/Words.h"
 #include "desktop/parts/HairlineSplitter.h"
@@ -125,6 +127,11 @@ void ProcessesPage::connectControls() {
     connect(tree_, &LineTree::headClicked, this, &ProcessesPage::sortByColumn);
     connect(tree_, &LineTree::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
     connect(tree_, &LineTree::selectedIdsChanged, this, [this] { model_.selectedLines.set(tree_->selectedIds()); });
+    // Ten of one name are told apart by what they run.
+    tree_->setRemark([this](const Line& line) {
+        const auto* row = LineRows::own(line, model_.snapshot->rows);
+        return row ? row->sample.commandLine() : std::string();
+    });
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
     connect(new QShortcut(QKeySequence::Delete, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
@@ -246,7 +253,8 @@ void ProcessesPage::askForceQuit(const std::vector<Line>& lines) {
     const auto question = view_.forceQuitQuestion();
     if (!question) return;
     inspected_.confirmForceQuit = lines.size() == 1;
-    auto* dialog = QuestionDialog::ask(look_, *question, window());
+    auto* dialog =
+        QuestionDialog::ask(look_, *question, window(), words(ForceQuitQuestion::extent(lines, view_.locale())));
     connect(dialog, &QDialog::finished, this, [this](int answer) {
         inspected_.confirmForceQuit = false;
         if (answer == QDialog::Accepted) {

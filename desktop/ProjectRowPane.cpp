@@ -18,6 +18,7 @@ constexpr int branchGap = 9, markGap = 12;
 constexpr int figuresGap = 4, buttonsGap = 16;
 /// Room that a title and its details want at 100 % text.
 constexpr int leastTexts = 260;
+constexpr int leastTitle = 90;
 
 }  // namespace
 
@@ -42,19 +43,19 @@ ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
             [this] { emit menuWanted(more_->mapToGlobal(more_->rect().bottomLeft())); });
 }
 
-/// The branch gives way first: the mark tells more, and the title most.
+/// The branch gives way first. A title keeps enough to be known by, so that the mark can be read.
 GivingRow* ProjectRowPane::buildFirstLine() {
     auto* line = new GivingRow(this);
-    line->add(title_, 0, 2);
+    line->add(title_, 0, 1, look_.fonts().scaled(leastTitle));
     line->add(branch_, branchGap, 0);
-    line->add(mark_, markGap, 1);
+    line->add(mark_, markGap, 2);
     return line;
 }
 
 QWidget* ProjectRowPane::buildFigures() {
     auto* figures = new QWidget(this);
     auto* row = new QHBoxLayout(figures);
-    row->setContentsMargins(figuresGap, 0, 0, 0);
+    row->setContentsMargins(mirrored(layoutDirection(), {figuresGap, 0, 0, 0}));
     row->setSpacing(0);
     row->addStretch(1);
     for (auto* figure : figures_) row->addWidget(figure);
@@ -89,8 +90,10 @@ void ProjectRowPane::buildRow() {
 /// Large text has its figures below, so that the words keep their room.
 void ProjectRowPane::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    const int others = figuresRow_->sizeHint().width() + park_->width() + more_->width() + buttonsGap;
+    int others = figuresGap + park_->width() + more_->width() + buttonsGap;
+    for (const auto* figure : figures_) others += figure->usualWidth();
     const bool beside = width() - others >= look_.fonts().scaled(leastTexts);
+    for (auto* figure : figures_) figure->setTight(!beside);
     middle_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
@@ -101,6 +104,7 @@ void ProjectRowPane::show(ProjectRow row) {
     branch_->show(ProjectsView::branchIcon, oneLine(words(row_.branch)));
     mark_->show(row_.mark ? row_.mark->icon : std::string_view(), row_.mark ? words(row_.mark->text) : QString());
     details_->setText(words(row_.detail));
+    park_->setEnabled(!row_.isEnding);
     for (std::size_t index = 0; index < figures_.size(); ++index) {
         figures_[index]->show(words(row_.figures[index].title), words(row_.figures[index].value));
     }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "desktop/Words.h"
+#include "desktop/look/MenuWords.h"
 #include "desktop/parts/EmptyState.h"
 #include "desktop/parts/QuestionDialog.h"
 
@@ -147,8 +148,7 @@ void ProjectsPage::showParked() {
 void ProjectsPage::addRunningRow() {
     auto* row = new ProjectRowPane(look_);
     connect(row, &ProjectRowPane::parkWanted, this, [this, row] { askToPark(row->row().project); });
-    connect(row, &ProjectRowPane::menuWanted, this,
-            [this, row](QPoint place) { openRunningMenu(row->row().project, place); });
+    connect(row, &ProjectRowPane::menuWanted, this, [this, row](QPoint place) { openRunningMenu(row->row(), place); });
     running_.card->addRow(row);
 }
 
@@ -173,7 +173,10 @@ void ProjectsPage::ask(const Question& question, bool destructive) {
     auto* dialog = QuestionDialog::ask(look_, question, window());
     dialog->action().setProperty("destructive", destructive);
     dialog->action().update();
-    connect(dialog, &QDialog::accepted, this, [this] { view_.confirm(); });
+    connect(dialog, &QDialog::accepted, this, [this] {
+        view_.confirm();
+        refreshLater();
+    });
     connect(dialog, &QDialog::rejected, this, [this] { view_.cancel(); });
 }
 
@@ -186,20 +189,24 @@ QMenu* ProjectsPage::newMenu() {
 }
 
 /// What it acts on was settled when it opened.
-void ProjectsPage::openRunningMenu(const ProjectGroup& project, QPoint place) {
+void ProjectsPage::openRunningMenu(const ProjectRow& row, QPoint place) {
+    const auto project = row.project;
     auto* menu = newMenu();
-    menu->addAction(words(ProjectsView::stopLabel), this, [this, project] { askToStop(project); });
-    menu->addAction(words(ProjectsView::revealLabel), this, [this, project] { view_.showFolder(project); });
+    auto* stop =
+        menu->addAction(menuWords(words(ProjectsView::stopLabel)), this, [this, project] { askToStop(project); });
+    stop->setEnabled(!row.isEnding);
+    menu->addAction(menuWords(words(ProjectsView::revealLabel)), this, [this, project] { view_.showFolder(project); });
     menu->popup(place);
 }
 
 void ProjectsPage::openParkedMenu(const ParkedRow& row, QPoint place) {
     auto* menu = newMenu();
     const auto project = row.project;
-    auto* log = menu->addAction(words(ProjectsView::logLabel), this, [this, project] { view_.showLog(project); });
+    auto* log =
+        menu->addAction(menuWords(words(ProjectsView::logLabel)), this, [this, project] { view_.showLog(project); });
     log->setEnabled(row.hasLog);
     menu->addSeparator();
-    menu->addAction(words(ProjectsView::forgetLabel), this, [this, project] { view_.forget(project); });
+    menu->addAction(menuWords(words(ProjectsView::forgetLabel)), this, [this, project] { view_.forget(project); });
     menu->popup(place);
 }
 

@@ -65,7 +65,7 @@ private:
     void askToStop(const ProjectGroup& project);
     void ask(const Question& question, bool destructive);
     QMenu* newMenu();
-    void openRunningMenu(const ProjectGroup& project, QPoint place);
+    void openRunningMenu(const ProjectRow& row, QPoint place);
     void openParkedMenu(const ParkedRow& row, QPoint place);
 
     const Look& look_;

@@ -3,12 +3,12 @@
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/Words.h"
 #include "desktop/look/StyleViews.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 #include "desktop/parts/Paragraph.h"
 #include "desktop/parts/Tag.h"
 
@@ -109,7 +109,7 @@ bool RuleDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     add(look_.fonts().font(TextRole::body, QFont::Medium), words(row.name), room);
     const int tag = TagShape::size(look_.fonts(), words(row.mode)).width() + Sizes::gap;
     add(look_.fonts().figures(TextRole::small), words(row.status.value_or("")), room - tag);
-    QToolTip::showText(event->globalPos(), lines.join('\n'), view);
+    showTip(event->globalPos(), lines.join('\n'), view);
     return true;
 }
 

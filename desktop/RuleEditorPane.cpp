@@ -12,6 +12,7 @@
 #include "app/screens/RuleStatus.h"
 #include "desktop/MatchesCard.h"
 #include "desktop/Words.h"
+#include "desktop/look/TextLine.h"
 #include "desktop/parts/Card.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/FormRow.h"
@@ -134,7 +135,7 @@ void RuleEditorPane::buildForm() {
     agentsRow_->setHint(words(RuleEditor::agentHint));
 
     auto* column = new QVBoxLayout(form_);
-    column->setContentsMargins(leading, above, Sizes::margin, Sizes::margin);
+    column->setContentsMargins(mirrored(layoutDirection(), {leading, above, Sizes::margin, Sizes::margin}));
     column->setSpacing(0);
     const auto add = [column](QWidget* part, int before) {
         column->addSpacing(before);
@@ -212,7 +213,10 @@ void RuleEditorPane::refresh() {
     showConditions(*rule);
     showAction(*rule);
     const auto now = model_.snapshot->date;
-    matches_->show(MatchesSection::of(RuleStatus::of(*rule, model_.world(), now), now, locale_));
+    const auto status = RuleStatus::of(*rule, model_.world(), now);
+    auto matches = MatchesSection::of(status, now, locale_);
+    matches.addDeeds(*rule, status, *model_.activity, now, locale_);
+    matches_->show(matches);
 }
 
 void RuleEditorPane::showTarget(const Rule& rule) {
@@ -253,7 +257,8 @@ void RuleEditorPane::showAction(const Rule& rule) {
 void RuleEditorPane::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
     const int spare = std::max(0, viewport()->width() - look_.fonts().scaled(widest));
-    form_->layout()->setContentsMargins(leading, above, std::max(Sizes::margin, spare), Sizes::margin);
+    form_->layout()->setContentsMargins(
+        mirrored(layoutDirection(), {leading, above, std::max(Sizes::margin, spare), Sizes::margin}));
 }
 
 }  // namespace tolvane::desktop

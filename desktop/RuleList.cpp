@@ -68,11 +68,12 @@ void RuleList::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void RuleList::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Delete && current()) {
-        emit deleteWanted();
-    } else {
-        QListView::keyPressEvent(event);
-    }
+    const bool wantsMenu = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+    if (event->key() == Qt::Key_Delete && current()) return emit deleteWanted();
+    if (event->key() == Qt::Key_Escape && current()) return clearSelection();
+    // Few keyboards have a key for menus.
+    if (wantsMenu && current()) return emit menuWanted(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
+    QListView::keyPressEvent(event);
 }
 
 }  // namespace tolvane::desktop

@@ -14,6 +14,7 @@
 #include "app/screens/RulesView.h"
 #include "desktop/NewRuleDialog.h"
 #include "desktop/Words.h"
+#include "desktop/look/MenuWords.h"
 #include "desktop/parts/EmptyState.h"
 #include "desktop/parts/HairlineSplitter.h"
 #include "desktop/parts/ParagraphLabel.h"
@@ -66,6 +67,8 @@ std::vector<QWidget*> RulesPage::controls() { return {add_, share_}; }
 
 void RulesPage::buildControls() {
     add_->setIcon(look_.icons().get(RulesView::addIcon));
+    const int icon = look_.fonts().scaled(Sizes::icon);
+    add_->setIconSize({icon, icon});
     add_->setAutoDefault(false);
     add_->setToolTip(QKeySequence(QKeySequence::New).toString(QKeySequence::NativeText));
     for (auto* control : controls()) control->hide();
@@ -164,9 +167,11 @@ void RulesPage::openSheet() {
 }
 
 void RulesPage::fillShareMenu(QMenu& menu) {
-    auto* import = menu.addAction(words(MainView::importRules), this, [this] { model_.importing.set(true); });
+    auto* import =
+        menu.addAction(menuWords(words(MainView::importRules)), this, [this] { model_.importing.set(true); });
     import->setShortcut(QKeySequence::Open);
-    auto* all = menu.addAction(words(MainView::exportRules), this, [this] { model_.exporting.set(*model_.rules); });
+    auto* all =
+        menu.addAction(menuWords(words(MainView::exportRules)), this, [this] { model_.exporting.set(*model_.rules); });
     all->setShortcut(QKeySequence::Save);
     all->setEnabled(MainView::canExport(*model_.rules));
 }
@@ -178,8 +183,8 @@ void RulesPage::openRowMenu(QPoint place) {
     QMenu menu(this);
     menu.setStyleSheet(look_.menuSheet());
     menu.setFont(look_.fonts().font(TextRole::body));
-    const auto* exportIt = menu.addAction(words(RulesView::exportRow));
-    const auto* deleteIt = menu.addAction(words(RulesView::deleteRow));
+    const auto* exportIt = menu.addAction(menuWords(words(RulesView::exportRow)));
+    const auto* deleteIt = menu.addAction(menuWords(words(RulesView::deleteRow)));
     const auto* chosen = menu.exec(place);
     if (chosen == exportIt) model_.exporting.set(RulesView::rulesOf(model_, {*rule}));
     if (chosen == deleteIt) model_.deleteRules({*rule});

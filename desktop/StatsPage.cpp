@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "desktop/Words.h"
+#include "desktop/look/Tip.h"
 #include "desktop/parts/EmptyState.h"
 #include "desktop/parts/Measured.h"
 
@@ -184,7 +185,7 @@ void StatsPage::showWould(const std::optional<WouldHaveFreed>& would) {
     showRule_->setText(
         metrics.elidedText(label, Qt::ElideRight, look_.fonts().scaled(most)).replace('&', QStringLiteral("&&")));
     showRule_->setAccessibleName(label);
-    showRule_->setToolTip(showRule_->text() == label ? QString() : label);
+    showRule_->setToolTip(showRule_->text() == label ? QString() : tip(label));
     showRule_->setVisible(would->rule.has_value());
 }
 

@@ -26,7 +26,7 @@ void SubjectHead::show(const QString& title, const QString& detail, const std::o
     detail_->setVisible(!detail.isEmpty());
     bundlePath_ = bundlePath;
     hasIcon_ = hasIcon;
-    const int icon = hasIcon ? Sizes::listIcon + Sizes::gap : 0;
+    const int icon = hasIcon ? iconSize() + Sizes::gap : 0;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     layout()->setContentsMargins(mirrored ? 0 : icon, 0, mirrored ? icon : 0, 0);
     update();
@@ -35,7 +35,7 @@ void SubjectHead::show(const QString& title, const QString& detail, const std::o
 void SubjectHead::paintEvent(QPaintEvent*) {
     if (!hasIcon_) return;
     QPainter painter(this);
-    const QRect place(0, (height() - Sizes::listIcon) / 2, Sizes::listIcon, Sizes::listIcon);
+    const QRect place(0, (height() - iconSize()) / 2, iconSize(), iconSize());
     const auto icon = QStyle::visualRect(layoutDirection(), rect(), place);
     if (bundlePath_) {
         look_.appIcons().paint(painter, *bundlePath_, title_->text(), icon);

@@ -23,6 +23,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    int iconSize() const { return look_.fonts().scaled(Sizes::listIcon); }
+
     const Look& look_;
     ElidedLabel *title_, *detail_;
     std::optional<std::string> bundlePath_;

@@ -7,6 +7,7 @@
 #include "desktop/Words.h"
 #include "desktop/look/StyleViews.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -45,7 +46,7 @@ QVariant SuggestionModel::data(const QModelIndex& index, int role) const {
     const auto& shown = entry(index.row());
     if (role == Qt::DisplayRole) return words(shown.title);
     if (role == Qt::AccessibleTextRole) return words(shown.title + ", " + shown.detail);
-    if (role == Qt::ToolTipRole) return words(shown.title + "\n" + shown.detail);
+    if (role == Qt::ToolTipRole) return tip(words(shown.title + "\n" + shown.detail));
     return {};
 }
 
@@ -64,14 +65,15 @@ void SuggestionDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const auto& fonts = look_.fonts();
     painter->save();
     auto ground = option;
-    ground.rect = option.rect.adjusted(inset, 0, -Sizes::scrollSpace, 0);
+    const QRect reading = option.rect.adjusted(inset, 0, -Sizes::scrollSpace, 0);
+    ground.rect = QStyle::visualRect(option.direction, option.rect, reading);
     ground.state.setFlag(QStyle::State_Active, option.widget && option.widget->isActiveWindow());
     StyleViews::drawRow(*painter, ground, ground.rect, Sizes::controlRadius, tokens);
     if (option.state.testFlag(QStyle::State_HasFocus)) StyleViews::drawFocus(*painter, ground, tokens);
 
     const auto placed = [&](QRect rect) { return QStyle::visualRect(option.direction, option.rect, rect); };
     const int side = fonts.scaled(iconSide);
-    const QRect icon(ground.rect.left() + leading, option.rect.center().y() - side / 2, side, side);
+    const QRect icon(reading.left() + leading, option.rect.center().y() - side / 2, side, side);
     if (entry.bundlePath) {
         look_.appIcons().paint(*painter, *entry.bundlePath, words(entry.title), placed(icon));
     } else {
@@ -80,7 +82,7 @@ void SuggestionDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const int body = fonts.lineHeight(TextRole::body);
     const int small = fonts.lineHeight(TextRole::small);
     QRect line(icon.right() + 1 + iconGap, option.rect.top() + (option.rect.height() - body - small) / 2, 0, body);
-    line.setRight(ground.rect.right() - leading);
+    line.setRight(reading.right() - leading);
     const auto draw = [&](const QFont& font, QColor colour, const std::string& text) {
         painter->setFont(font);
         painter->setPen(colour);

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "desktop/Words.h"
+#include "desktop/look/MenuWords.h"
 #include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop {
@@ -17,6 +18,9 @@ namespace {
 
 constexpr int sideMargin = 14, upperMargin = 8;
 constexpr int figureGap = 28;
+/// Room that a title and its evidence want at 100 % text.
+constexpr int leastTexts = 150;
+constexpr int mostEvidenceLines = 6;
 
 }  // namespace
 
@@ -30,6 +34,7 @@ SuggestionRowView::SuggestionRowView(const Look& look, QWidget* parent)
       makeRule_(new QPushButton(words(SuggestionMenu::makeRule))),
       action_(new SplitButton(look)) {
     buildLayout();
+    evidence_->setMostLines(mostEvidenceLines);
     makeRule_->setToolTip(words(SuggestionMenu::makeRuleHelp));
     makeRule_->setAutoDefault(false);
     makeRule_->setFixedHeight(action_->sizeHint().height());
@@ -45,7 +50,7 @@ SuggestionRowView::SuggestionRowView(const Look& look, QWidget* parent)
 void SuggestionRowView::buildLayout() {
     title_->setFont(look_.fonts().font(TextRole::body, QFont::Medium));
     figure_->setFigures(true);
-    figure_->setAlignment(Qt::AlignRight);
+    figure_->setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
     const QFontMetrics metrics(look_.fonts().figures(TextRole::body));
     figure_->setFixedWidth(metrics.horizontalAdvance(QStringLiteral("888.8 cores")));
 
@@ -61,15 +66,27 @@ void SuggestionRowView::buildLayout() {
     buttons->addStretch(1);
     buttons->addWidget(makeRule_);
     buttons->addWidget(action_);
-    auto* whole = new QHBoxLayout(this);
-    whole->setContentsMargins(sideMargin, upperMargin, sideMargin, upperMargin);
-    whole->setSpacing(0);
-    whole->addSpacing(iconSize() + Sizes::wideGap);
-    whole->addLayout(texts, 1);
-    whole->addSpacing(Sizes::wideGap);
-    whole->addWidget(figure_);
-    whole->addSpacing(figureGap);
-    whole->addWidget(buttons_);
+    auto* means = new QHBoxLayout;
+    means->setSpacing(figureGap);
+    means->addStretch(1);
+    means->addWidget(figure_);
+    means->addWidget(buttons_);
+    whole_ = new QBoxLayout(QBoxLayout::LeftToRight, this);
+    whole_->setContentsMargins(
+        mirrored(layoutDirection(), {sideMargin + iconSize() + Sizes::wideGap, upperMargin, sideMargin, upperMargin}));
+    whole_->setSpacing(Sizes::wideGap);
+    whole_->addLayout(texts, 1);
+    whole_->addLayout(means);
+}
+
+/// Large text has its figure and buttons below, so that the words keep their room.
+void SuggestionRowView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int icon = iconSize() + Sizes::wideGap;
+    const int others = icon + figure_->width() + figureGap + buttonsWidth() + 2 * sideMargin + Sizes::wideGap;
+    const bool beside = width() - others >= look_.fonts().scaled(leastTexts);
+    whole_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    whole_->setSpacing(beside ? Sizes::wideGap : Sizes::step);
 }
 
 void SuggestionRowView::show(const SuggestionRow& row) {
@@ -115,8 +132,7 @@ void SuggestionRowView::fill(QMenu& menu, bool includesPrimary) {
             menu.addSeparator();
             continue;
         }
-        /// A name may hold what would be an accelerator.
-        auto* action = menu.addAction(oneLine(words(item.title)).replace('&', QStringLiteral("&&")));
+        auto* action = menu.addAction(menuWords(words(item.title)));
         connect(action, &QAction::triggered, this, [this, row = row_, deed = *item.deed] { emit wanted(row, deed); });
     }
 }

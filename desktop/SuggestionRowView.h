@@ -9,6 +9,7 @@
 #include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/SplitButton.h"
 
+class QBoxLayout;
 class QMenu;
 class QPushButton;
 
@@ -40,6 +41,7 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void buildLayout();
@@ -52,6 +54,7 @@ private:
     ParagraphLabel* evidence_;
     ElidedLabel* figure_;
     QWidget* buttons_;
+    QBoxLayout* whole_ = nullptr;
     QPushButton* makeRule_;
     SplitButton* action_;
 };

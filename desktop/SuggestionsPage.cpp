@@ -29,6 +29,8 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
                             words(SuggestionsView::empty.sentence))),
       scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)) {
     showHidden_->setToolTip(words(SuggestionsView::showHiddenHelp));
+    const int icon = look.fonts().scaled(Sizes::icon);
+    showHidden_->setIconSize({icon, icon});
     showHidden_->setAutoDefault(false);
     showHidden_->hide();
     connect(showHidden_, &QPushButton::clicked, this, [this] { view_.showHidden(); });

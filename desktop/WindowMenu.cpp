@@ -8,6 +8,8 @@
 #include "app/screens/SettingsView.h"
 #include "app/screens/Shortcuts.h"
 #include "desktop/Words.h"
+#include "desktop/look/MenuWords.h"
+#include "desktop/parts/HoverEnd.h"
 
 namespace tolvane::desktop {
 
@@ -31,13 +33,14 @@ WindowMenu::WindowMenu(AppModel& model, const Look& look, QWidget* window)
     window_->addAction(key);
     connect(key, &QAction::triggered, this, &WindowMenu::open);
     connect(button_, &QToolButton::clicked, this, &WindowMenu::open);
+    connect(menu_.get(), &QMenu::aboutToHide, button_, [this] { endHover(*button_); }, Qt::QueuedConnection);
 }
 
 WindowMenu::~WindowMenu() = default;
 
 /// The window has the action too, so that its shortcut works while the menu is closed.
 QAction* WindowMenu::add(std::string_view text, const QKeySequence& keys) {
-    auto* action = menu_->addAction(words(text));
+    auto* action = menu_->addAction(menuWords(words(text)));
     action->setShortcut(keys);
     action->setShortcutVisibleInContextMenu(true);
     window_->addAction(action);

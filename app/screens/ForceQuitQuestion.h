@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -10,5 +11,7 @@
 namespace tolvane::ForceQuitQuestion {
 
 Question of(const std::vector<Line>& lines, std::string_view locale);
+/// "6 processes": how much a line stands for. Empty where each is one process.
+std::string extent(const std::vector<Line>& lines, std::string_view locale);
 
 }  // namespace tolvane::ForceQuitQuestion

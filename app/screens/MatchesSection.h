@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/screens/RuleStatus.h"
+#include "core/storage/ActivityEntry.h"
 
 namespace tolvane {
 
@@ -21,6 +22,8 @@ struct MatchesSection {
         std::string title;
         std::string detail;
         bool isDue = false;
+        /// "Would terminate at 2:41 PM": why the rule leaves it alone for now. Empty when it does not.
+        std::string lastDeed = {};
 
         std::string_view tag() const { return isDue ? pastLimit : withinLimit; }
         bool operator==(const Row&) const = default;
@@ -32,6 +35,9 @@ struct MatchesSection {
     std::optional<std::string> more;
 
     static MatchesSection of(const RuleStatus& status, Date now, std::string_view locale);
+    /// Adds to the rows what the rule did to each within its cool-down. `activity` is newest first.
+    void addDeeds(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity, Date now,
+                  std::string_view locale);
 
     bool operator==(const MatchesSection&) const = default;
 };

@@ -137,7 +137,8 @@ ProjectRow ProjectsView::rowOf(ProjectGroup group) const {
                    .branch = branch.state.branch.value_or(""),
                    .mark = ProjectRow::markOf(branch),
                    .detail = ProjectRow::details(group, *model_.ports, *model_.containers, locale_),
-                   .figures = ProjectRow::figuresOf(group, model_.snapshot->date, locale_)};
+                   .figures = ProjectRow::figuresOf(group, model_.snapshot->date, locale_),
+                   .isEnding = ending_->contains(group.root)};
     row.project = std::move(group);
     return row;
 }
@@ -192,8 +193,20 @@ void ProjectsView::cancel() {
 void ProjectsView::confirm() {
     const auto stopped = std::exchange(confirmStop_, std::nullopt);
     const auto parked = std::exchange(confirmPark_, std::nullopt);
-    if (stopped) static_cast<void>(model_.stop(*stopped));
-    if (parked) static_cast<void>(model_.park(*parked));
+    if (stopped) static_cast<void>(end(&model_, *stopped, false, ending_));
+    if (parked) static_cast<void>(end(&model_, *parked, true, ending_));
+}
+
+/// What becomes of it shows in the next sample, which may come before or after the end of this.
+QCoro::Task<void> ProjectsView::end(AppModel* model, ProjectGroup group, bool parks, std::shared_ptr<Roots> ending) {
+    const auto root = group.root;
+    ending->insert(root);
+    if (parks) {
+        co_await model->park(std::move(group));
+    } else {
+        co_await model->stop(std::move(group));
+    }
+    ending->erase(root);
 }
 
 void ProjectsView::startAgain(const ParkedProject& project) { static_cast<void>(model_.startAgain(project)); }

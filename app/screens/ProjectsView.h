@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,8 @@ struct ProjectRow {
     std::optional<ProjectMark> mark;
     std::string detail;
     std::array<ProjectFigure, 3> figures;
+    /// It was told to stop, and is about to.
+    bool isEnding = false;
 
     bool operator==(const ProjectRow&) const = default;
 
@@ -134,6 +137,9 @@ public:
                                    const std::vector<Container>& containers, std::string_view locale);
 
 private:
+    using Roots = std::set<std::string, std::less<>>;
+
+    static QCoro::Task<void> end(AppModel* model, ProjectGroup group, bool parks, std::shared_ptr<Roots> ending);
     ProjectRow rowOf(ProjectGroup group) const;
     ParkedRow rowOf(const ParkedProject& project) const;
 
@@ -145,6 +151,8 @@ private:
     CancelSource standing_;
     /// A reading is under way, perhaps one from before the screen was left.
     std::shared_ptr<bool> reading_ = std::make_shared<bool>(false);
+    /// Roots of what is being stopped.
+    std::shared_ptr<Roots> ending_ = std::make_shared<Roots>();
 };
 
 }  // namespace tolvane

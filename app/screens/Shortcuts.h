@@ -22,7 +22,7 @@ namespace Shortcuts {
 
 inline constexpr std::string_view title = "Keyboard Shortcuts";
 
-inline constexpr std::array<ShortcutGroup, 4> groups = {{
+inline constexpr std::array<ShortcutGroup, 5> groups = {{
     {"Everywhere",
      {{{"Ctrl+1", "Processes, and so on to Ctrl+7 in the order of the sidebar"},
        {"Ctrl+,", "Settings"},
@@ -35,7 +35,9 @@ inline constexpr std::array<ShortcutGroup, 4> groups = {{
        {"Esc", "Leave the search, the selection or the dialog"},
        {"Ctrl+C", "Copy what is selected"},
        {"Ctrl+A", "Select all"},
-       {"Shift+F10", "Menu of what is selected"}}}},
+       {"Shift+F10", "Menu of what is selected"},
+       {"Del", "Force Quit…"}}}},
+    {"In the inspector", {{{"Ctrl+Shift+Q", "Quit"}, {"Ctrl+Shift+F", "Force Quit"}}}},
     {"In rules",
      {{{"Ctrl+N", "Add Rule"},
        {"Ctrl+O", "Import Rules…"},

@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -15,6 +14,7 @@
 #include "desktop/look/Palette.h"
 #include "desktop/look/SpokenRoles.h"
 #include "desktop/look/StyleControls.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -249,7 +249,7 @@ bool DayChart::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const auto day = dayAt(help->pos());
-    QToolTip::showText(help->globalPos(), day ? words(days_[*day].spoken) : QString(), this);
+    showTip(help->globalPos(), day ? words(days_[*day].spoken) : QString(), this);
     return true;
 }
 

@@ -11,6 +11,7 @@
 #include "desktop/charts/RoundTicks.h"
 #include "desktop/look/SpokenRoles.h"
 #include "desktop/look/StyleControls.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -66,7 +67,7 @@ void LineChart::show(const InspectorChart& chart) {
     plot_->yAxis->setRange(0, top_ * (1 + 1.0 / plotHeight_));
     setAccessibleName(words(chart.accessibleText));
     setAccessibleDescription(latestFigures());
-    setToolTip(words(chart.accessibleText));
+    setToolTip(tip(words(chart.accessibleText)));
     if (resized) updateGeometry();
     place();
     dress();

@@ -1,10 +1,17 @@
 #include "desktop/look/StyleControls.h"
 
+#include <algorithm>
+
 #include "desktop/look/Palette.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop::StyleControls {
 
 namespace {
+
+constexpr int iconGap = 6;
+/// A label that has hardly room comes this near to the edge.
+constexpr int leastSide = 4;
 
 bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }
 
@@ -46,6 +53,26 @@ void drawButton(QPainter& painter, const QStyleOptionButton& option, const Token
     drawShape(painter, option.rect, Sizes::controlRadius, buttonGround(option, tokens), edge);
 }
 
+void drawButtonLabel(QPainter& painter, const QStyleOptionButton& option) {
+    const auto label = QString(option.text).replace(QStringLiteral("&&"), QStringLiteral("&"));
+    const bool hasIcon = !option.icon.isNull();
+    const int icon = hasIcon ? option.iconSize.width() : 0;
+    const int gap = hasIcon && !label.isEmpty() ? iconGap : 0;
+    const int room = option.rect.width() - 2 * leastSide - icon - gap;
+    const auto shown = option.fontMetrics.elidedText(label, Qt::ElideRight, std::max(0, room));
+    const int words = option.fontMetrics.horizontalAdvance(shown);
+    const QRect whole(option.rect.left() + (option.rect.width() - icon - gap - words) / 2, option.rect.top(),
+                      icon + gap + words, option.rect.height());
+    const auto placed = [&](QRect part) { return QStyle::visualRect(option.direction, whole, part); };
+    if (hasIcon) {
+        const bool enabled = has(option, QStyle::State_Enabled);
+        const QRect place(whole.left(), whole.top(), icon, whole.height());
+        option.icon.paint(&painter, placed(place), Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+    }
+    painter.setPen(option.palette.color(QPalette::ButtonText));
+    drawLine(painter, placed(whole.adjusted(icon + gap, 0, 0, 0)), shown, Qt::AlignHCenter);
+}
+
 void drawToolButton(QPainter& painter, const QStyleOption& option, const Tokens& tokens) {
     if (has(option, QStyle::State_On)) {
         const bool active = has(option, QStyle::State_Active);
@@ -66,7 +93,8 @@ void drawField(QPainter& painter, const QStyleOption& option, const Tokens& toke
 
 void drawCheckBox(QPainter& painter, const QStyleOption& option, const Look& look) {
     const auto& tokens = look.tokens();
-    QRect box(0, 0, Sizes::checkBox, Sizes::checkBox);
+    const int side = look.fonts().scaled(Sizes::checkBox);
+    QRect box(0, 0, side, side);
     box.moveCenter(option.rect.center());
     const bool enabled = has(option, QStyle::State_Enabled);
     if (!has(option, QStyle::State_On)) {

@@ -12,6 +12,8 @@ namespace tolvane::desktop::StyleControls {
 void drawShape(QPainter& painter, QRect rect, double radius, QColor ground, QColor edge);
 
 void drawButton(QPainter& painter, const QStyleOptionButton& option, const Tokens& tokens, bool destructive);
+/// Its icon and its words in the middle, the words as they read by themselves.
+void drawButtonLabel(QPainter& painter, const QStyleOptionButton& option);
 /// The words of a filled button are white.
 bool isFilled(const QStyleOptionButton& option);
 void drawToolButton(QPainter& painter, const QStyleOption& option, const Tokens& tokens);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMargins>
 #include <QPainter>
 #include <QString>
 #include <QStyle>
@@ -19,6 +20,12 @@ inline void drawLine(QPainter& painter, QRect rect, const QString& text, Qt::Ali
 /// Left becomes right in a window that runs from right to left.
 inline Qt::Alignment mirrored(Qt::LayoutDirection direction, Qt::Alignment alignment) {
     return QStyle::visualAlignment(direction, alignment);
+}
+
+/// Layouts mirror what they hold, but not their margins.
+inline QMargins mirrored(Qt::LayoutDirection direction, QMargins margins) {
+    if (direction == Qt::LeftToRight) return margins;
+    return {margins.right(), margins.top(), margins.left(), margins.bottom()};
 }
 
 /// Names may hold anything; what has no picture becomes a blank, so that a line stays a line.

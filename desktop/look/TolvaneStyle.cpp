@@ -25,7 +25,7 @@ struct Metric {
     int pixels;
 };
 
-constexpr std::array<Metric, 19> metrics = {{
+constexpr std::array<Metric, 17> metrics = {{
     {QStyle::PM_ScrollBarExtent, Sizes::scrollSpace},
     {QStyle::PM_ScrollBarSliderMin, Sizes::margin},
     /// Views reach under their scroll bars, which have no ground of their own.
@@ -38,8 +38,6 @@ constexpr std::array<Metric, 19> metrics = {{
     {QStyle::PM_MenuButtonIndicator, Sizes::menuPart},
     {QStyle::PM_ListViewIconSize, Sizes::icon},
     {QStyle::PM_TreeViewIndentation, Sizes::treeIndent},
-    {QStyle::PM_IndicatorWidth, Sizes::checkBox},
-    {QStyle::PM_IndicatorHeight, Sizes::checkBox},
     {QStyle::PM_CheckBoxLabelSpacing, Sizes::gap},
     {QStyle::PM_ButtonShiftHorizontal, 0},
     {QStyle::PM_ButtonShiftVertical, 0},
@@ -161,7 +159,7 @@ void TolvaneStyle::drawControl(ControlElement element, const QStyleOption* optio
             if (enabled && !StyleControls::isFilled(label) && isDestructive(widget)) {
                 label.palette.setColor(QPalette::ButtonText, tokens.redText);
             }
-            return QProxyStyle::drawControl(element, &label, painter, widget);
+            return StyleControls::drawButtonLabel(*painter, label);
         }
         case CE_FocusFrame: {
             const auto* frame = qobject_cast<const QFocusFrame*>(widget);
@@ -220,6 +218,7 @@ QSize TolvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
 int TolvaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin) return 1 + look_.tokens().focusWidth;
     if (metric == PM_ScrollView_ScrollBarOverlap && keepsClearOfBars(widget)) return 0;
+    if (metric == PM_IndicatorWidth || metric == PM_IndicatorHeight) return look_.fonts().scaled(Sizes::checkBox);
     for (const auto& each : metrics) {
         if (each.metric == metric) return each.pixels;
     }

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int margin = 20;
 constexpr int widest = 420;
+constexpr int mostLines = 12;
 
 }  // namespace
 
@@ -23,6 +24,7 @@ AlertDialog::AlertDialog(const Look& look, const QString& sentence, const QStrin
     setAccessibleName(sentence);
     auto* words = new ParagraphLabel(look, TextRole::headline, &Tokens::text);
     words->setText(sentence);
+    words->setMostLines(mostLines);
     words->setMinimumWidth(look.fonts().scaled(widest) - 2 * margin);
     auto* button = new QPushButton(dismiss);
     button->setDefault(true);

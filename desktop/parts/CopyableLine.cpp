@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -18,6 +19,8 @@ CopyableLine::CopyableLine(const Look& look, QWidget* parent) : QLineEdit(parent
     setReadOnly(true);
     setFrame(false);
     setProperty("bare", true);
+    // Beside its title, whichever way the command reads.
+    setAlignment(mirrored(layoutDirection(), Qt::AlignLeft));
     setFont(look.fonts().fixed());
     setTextMargins(-innerMargin, 0, -innerMargin, 0);
     auto colours = palette();
@@ -59,7 +62,7 @@ void CopyableLine::resizeEvent(QResizeEvent* event) {
 void CopyableLine::fit() {
     const auto shown = fontMetrics().elidedText(whole_, Qt::ElideMiddle, width());
     setText(shown);
-    setToolTip(shown == whole_ ? QString() : whole_);
+    setToolTip(shown == whole_ ? QString() : tip(whole_));
     setCursorPosition(0);
 }
 

@@ -4,9 +4,9 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -17,9 +17,10 @@ ElidedLabel::ElidedLabel(const Look& look, TextRole role, QColor Tokens::* colou
 }
 
 void ElidedLabel::setText(const QString& text) {
-    if (text == text_) return;
-    text_ = text;
-    setAccessibleName(text);
+    const auto line = oneLine(text);
+    if (line == text_) return;
+    text_ = line;
+    setAccessibleName(line);
     updateGeometry();
     update();
 }
@@ -69,7 +70,7 @@ bool ElidedLabel::event(QEvent* event) {
         event->ignore();
         return true;
     }
-    QToolTip::showText(help->globalPos(), tip, this);
+    showTip(help->globalPos(), tip, this);
     return true;
 }
 

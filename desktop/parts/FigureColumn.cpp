@@ -3,6 +3,8 @@
 #include <QFontMetrics>
 #include <QVBoxLayout>
 
+#include "desktop/look/TextLine.h"
+
 namespace tolvane::desktop {
 
 FigureColumn::FigureColumn(const Look& look, const QString& widestSample, QWidget* parent)
@@ -11,15 +13,21 @@ FigureColumn::FigureColumn(const Look& look, const QString& widestSample, QWidge
       value_(new ElidedLabel(look, TextRole::body, &Tokens::text, this)) {
     value_->setFigures(true);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    // A figure beyond all expectation stays clear of its neighbour.
+    column->setContentsMargins(mirrored(layoutDirection(), {Sizes::columnGap, 0, 0, 0}));
     column->setSpacing(0);
     for (auto* label : {title_, value_}) {
-        label->setAlignment(Qt::AlignRight);
+        label->setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
         column->addWidget(label);
     }
     const QFontMetrics metrics(look.fonts().figures(TextRole::body));
-    setMinimumWidth(metrics.horizontalAdvance(widestSample) + Sizes::columnGap);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    usual_ = metrics.horizontalAdvance(widestSample) + Sizes::columnGap;
+    setTight(false);
+}
+
+void FigureColumn::setTight(bool tight) {
+    setMinimumWidth(tight ? 0 : usual_);
+    setSizePolicy(tight ? QSizePolicy::Preferred : QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 void FigureColumn::show(const QString& title, const QString& value) {

@@ -17,10 +17,14 @@ public:
 
     void show(const QString& title, const QString& value);
     using QWidget::show;
+    /// Where room is short: as wide as what it holds, or less.
+    void setTight(bool tight);
+    int usualWidth() const { return usual_; }
 
 private:
     ElidedLabel* title_;
     ElidedLabel* value_;
+    int usual_ = 0;
 };
 
 }  // namespace tolvane::desktop

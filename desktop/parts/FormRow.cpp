@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "desktop/look/TextLine.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/ParagraphLabel.h"
 
@@ -33,7 +34,7 @@ FormRow::FormRow(const Look& look, const QString& label, QWidget* control, Fit f
     line_->addWidget(label_, fit == Fit::wide ? 0 : 1);
     line_->addWidget(control, fit == Fit::wide ? 1 : 0);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(leading, Sizes::step, trailing, Sizes::step);
+    column->setContentsMargins(mirrored(layoutDirection(), {leading, Sizes::step, trailing, Sizes::step}));
     column->setSpacing(Sizes::step);
     column->addLayout(line_);
     column->addWidget(hint_);
@@ -44,7 +45,8 @@ FormRow::FormRow(const Look& look, const QString& label, QWidget* control, Fit f
 void FormRow::setHint(const QString& hint) {
     hint_->setText(hint);
     hint_->setVisible(!hint.isEmpty());
-    layout()->setContentsMargins(leading, Sizes::step, trailing, hint.isEmpty() ? Sizes::step : hintBelow);
+    layout()->setContentsMargins(
+        mirrored(layoutDirection(), {leading, Sizes::step, trailing, hint.isEmpty() ? Sizes::step : hintBelow}));
 }
 
 QSize FormRow::minimumSizeHint() const {

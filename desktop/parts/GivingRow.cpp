@@ -6,9 +6,9 @@
 
 namespace tolvane::desktop {
 
-void GivingRow::add(QWidget* widget, int gap, int rank) {
+void GivingRow::add(QWidget* widget, int gap, int rank, int keeps) {
     widget->setParent(this);
-    parts_.push_back({.widget = widget, .gap = gap, .rank = rank});
+    parts_.push_back({.widget = widget, .gap = gap, .rank = rank, .keeps = keeps});
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
@@ -43,20 +43,28 @@ bool GivingRow::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-void GivingRow::arrange() {
-    const auto parts = shown();
+std::vector<int> GivingRow::widths(const std::vector<Part>& parts) const {
     std::vector<int> widths;
     for (const auto& part : parts) widths.push_back(part.widget->sizeHint().width());
     std::vector<std::size_t> order(parts.size());
     for (std::size_t index = 0; index < order.size(); ++index) order[index] = index;
     std::ranges::sort(order, {}, [&parts](std::size_t index) { return parts[index].rank; });
     int missing = sizeHint().width() - width();
-    for (const auto index : order) {
-        const int least = std::min(parts[index].widget->minimumSizeHint().width(), widths[index]);
-        const int given = std::clamp(missing, 0, widths[index] - least);
-        widths[index] -= given;
-        missing -= given;
+    for (const bool allOfIt : {false, true}) {
+        for (const auto index : order) {
+            const auto& part = parts[index];
+            const int least = std::max(part.widget->minimumSizeHint().width(), allOfIt ? 0 : part.keeps);
+            const int given = std::clamp(missing, 0, std::max(0, widths[index] - least));
+            widths[index] -= given;
+            missing -= given;
+        }
     }
+    return widths;
+}
+
+void GivingRow::arrange() {
+    const auto parts = shown();
+    const auto widths = this->widths(parts);
     int left = 0;
     for (std::size_t index = 0; index < parts.size(); ++index) {
         left += parts[index].gap;

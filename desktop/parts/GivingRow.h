@@ -5,16 +5,17 @@
 
 namespace tolvane::desktop {
 
-/// Widgets side by side, each as wide as it likes to be. Where room is short they give way one after the other, down
-/// to the least that each can do with: first the one of the lowest rank.
+/// Widgets side by side, each as wide as it likes to be. Where room is short they give way one after the other, first
+/// the one of the lowest rank: each down to the room that it keeps, and only when that is not enough down to the least
+/// that it can do with.
 class GivingRow : public QWidget {
     Q_OBJECT
 
 public:
     using QWidget::QWidget;
 
-    /// Takes the widget over. `gap` stands before it while it is shown.
-    void add(QWidget* widget, int gap, int rank);
+    /// Takes the widget over. `gap` stands before it while it is shown; of its own width it `keeps` that much.
+    void add(QWidget* widget, int gap, int rank, int keeps = 0);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -28,9 +29,11 @@ private:
         QWidget* widget = nullptr;
         int gap = 0;
         int rank = 0;
+        int keeps = 0;
     };
 
     std::vector<Part> shown() const;
+    std::vector<int> widths(const std::vector<Part>& parts) const;
     void arrange();
 
     std::vector<Part> parts_;

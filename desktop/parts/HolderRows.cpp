@@ -3,12 +3,12 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "desktop/Words.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -79,10 +79,17 @@ void HolderRows::paintEvent(QPaintEvent*) {
 }
 
 /// Before mirroring.
-QRect HolderRows::titleRect(const Row& row, QRect place) const {
-    const QFontMetrics figures(look_.fonts().figures(TextRole::body));
+QRect HolderRows::titleRect(QRect place) const {
     const int indent = hasIcons_ ? iconSize() + Sizes::gap : 0;
-    return place.adjusted(indent, 0, -figures.horizontalAdvance(row.figure) - figureGap, 0);
+    return place.adjusted(indent, 0, -figureWidth() - figureGap, 0);
+}
+
+/// Of the column that they stand in.
+int HolderRows::figureWidth() const {
+    const QFontMetrics figures(look_.fonts().figures(TextRole::body));
+    int widest = 0;
+    for (const auto& row : rows_) widest = std::max(widest, figures.horizontalAdvance(row.figure));
+    return widest;
 }
 
 void HolderRows::paintRow(QPainter& painter, const Row& row, QRect place) const {
@@ -96,14 +103,14 @@ void HolderRows::paintRow(QPainter& painter, const Row& row, QRect place) const 
             look_.icons().paint(painter, "terminal", tokens.text2, shown(icon));
         }
     }
-    const auto room = titleRect(row, place);
+    const auto room = titleRect(place);
     painter.setFont(look_.fonts().font(TextRole::body));
     painter.setPen(tokens.text);
     drawLine(painter, shown(room), painter.fontMetrics().elidedText(row.title, Qt::ElideRight, room.width()),
              mirrored(layoutDirection(), Qt::AlignLeft));
     painter.setFont(look_.fonts().figures(TextRole::body));
     painter.setPen(hasIcons_ ? tokens.text : tokens.text2);
-    drawLine(painter, place, row.figure, mirrored(layoutDirection(), Qt::AlignRight));
+    drawLine(painter, shown(place.adjusted(place.width() - figureWidth(), 0, 0, 0)), row.figure, Qt::AlignRight);
 }
 
 bool HolderRows::event(QEvent* event) {
@@ -114,10 +121,10 @@ bool HolderRows::event(QEvent* event) {
     if (number >= 0 && number < static_cast<int>(rows_.size())) {
         const auto& row = rows_[static_cast<std::size_t>(number)];
         const QFontMetrics metrics(look_.fonts().font(TextRole::body));
-        const bool isCut = metrics.horizontalAdvance(row.title) > titleRect(row, rect()).width();
+        const bool isCut = metrics.horizontalAdvance(row.title) > titleRect(rect()).width();
         if (isCut) tip = row.title;
     }
-    QToolTip::showText(help->globalPos(), tip, this);
+    showTip(help->globalPos(), tip, this);
     return true;
 }
 

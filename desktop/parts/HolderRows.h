@@ -39,7 +39,8 @@ private:
     int headHeight() const;
     int rowHeight() const;
     int iconSize() const { return look_.fonts().scaled(Sizes::icon); }
-    QRect titleRect(const Row& row, QRect place) const;
+    int figureWidth() const;
+    QRect titleRect(QRect place) const;
     void paintRow(QPainter& painter, const Row& row, QRect place) const;
 
     const Look& look_;

@@ -5,6 +5,7 @@
 #include <QStyleOptionButton>
 
 #include "desktop/look/StyleControls.h"
+#include "desktop/parts/HoverEnd.h"
 
 namespace tolvane::desktop {
 
@@ -38,6 +39,7 @@ void MenuButton::open() {
     emit opening(&menu);
     const int aligned = layoutDirection() == Qt::RightToLeft ? 0 : width() - menu.sizeHint().width();
     menu.exec(mapToGlobal(QPoint(aligned, height() + Sizes::step)));
+    endHover(*this);
 }
 
 void MenuButton::paintEvent(QPaintEvent*) {

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 
+#include "desktop/look/TextLine.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/IconButton.h"
 
@@ -17,7 +18,8 @@ NoticeBar::NoticeBar(const Look& look, QWidget* parent)
       close_(new IconButton(look, "xmark", tr("Close"), this)) {
     auto* row = new QHBoxLayout(this);
     // In line with the names of the table below.
-    row->setContentsMargins(Sizes::margin + Sizes::icon + Sizes::gap, Sizes::step, Sizes::step, Sizes::step + 1);
+    row->setContentsMargins(mirrored(
+        layoutDirection(), {Sizes::margin + Sizes::icon + Sizes::gap, Sizes::step, Sizes::step, Sizes::step + 1}));
     row->setSpacing(Sizes::gap);
     row->addWidget(sentence_, 1);
     row->addWidget(close_);

@@ -3,11 +3,11 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -91,7 +91,7 @@ void PanelRows::paintRow(QPainter& painter, const PanelRow& row, QRect rect) con
     const auto& tokens = look_.tokens();
     const auto direction = layoutDirection();
     const auto placed = [&](QRect part) { return QStyle::visualRect(direction, rect, part); };
-    const auto leading = mirrored(direction, Qt::AlignLeft), trailing = mirrored(direction, Qt::AlignRight);
+    const auto leading = mirrored(direction, Qt::AlignLeft);
     paintIcon(painter, row, rect);
     auto title = titleRect(row, rect);
     if (!row.tag.isEmpty()) {
@@ -109,9 +109,10 @@ void PanelRows::paintRow(QPainter& painter, const PanelRow& row, QRect rect) con
     drawLine(painter, placed(title), painter.fontMetrics().elidedText(row.title, Qt::ElideRight, title.width()),
              leading);
     painter.setFont(fonts.figures(TextRole::small));
-    drawLine(painter, placed(rect), row.figure, trailing);
+    const QRect figure(rect.right() + 1 - columnWidth(), rect.top(), columnWidth(), rect.height());
+    drawLine(painter, placed(figure), row.figure, Qt::AlignRight);
     painter.setPen(tokens.text2);
-    drawLine(painter, placed(quietRect(rect)), row.quietFigure, trailing);
+    drawLine(painter, placed(quietRect(rect)), row.quietFigure, Qt::AlignRight);
 }
 
 QString PanelRows::tipAt(QPoint position) const {
@@ -128,7 +129,7 @@ QString PanelRows::tipAt(QPoint position) const {
 bool PanelRows::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), tipAt(help->pos()), this);
+    showTip(help->globalPos(), tipAt(help->pos()), this);
     return true;
 }
 

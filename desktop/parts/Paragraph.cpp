@@ -20,16 +20,34 @@ Paragraph::Paragraph(const QString& text, const Fonts& fonts, TextRole role, int
     layout_.endLayout();
 }
 
+QString Paragraph::withoutMiddle(const QString& text, const Fonts& fonts, TextRole role, int width, int lines) {
+    const QFontMetrics metrics(fonts.font(role));
+    const auto average = std::max(1, metrics.averageCharWidth());
+    const auto usual = static_cast<qsizetype>(lines) * std::max(1, width) / average;
+    // Text of the narrowest letters; what is longer never fits.
+    const auto most = std::min<qsizetype>(text.size(), 5 * usual + 1);
+    const auto kept = [&text](qsizetype count) {
+        return count >= text.size() ? text : text.left(count - count / 3) + QChar(0x2026) + text.right(count / 3);
+    };
+    const auto fits = [&](qsizetype count) { return Paragraph(kept(count), fonts, role, width).lines() <= lines; };
+    if (fits(most)) return kept(most);
+    qsizetype least = 0, tooMany = most;
+    while (tooMany - least > 1) {
+        const auto middle = least + (tooMany - least) / 2;
+        (fits(middle) ? least : tooMany) = middle;
+    }
+    return kept(least);
+}
+
 void Paragraph::draw(QPainter& painter, QPoint topLeft, QColor colour, Qt::Alignment alignment) const {
     painter.save();
     painter.setPen(colour);
     for (int index = 0; index < lines_; ++index) {
         const auto line = layout_.lineAt(index);
         const double room = width_ - line.naturalTextWidth();
-        /// Lines that read from right to left start at the right by themselves.
-        const bool startsRight = layout_.text().isRightToLeft();
-        double shift = alignment.testFlag(Qt::AlignHCenter) ? room / 2 : alignment.testFlag(Qt::AlignRight) ? room : 0;
-        if (startsRight) shift -= room;
+        const double shift = alignment.testFlag(Qt::AlignHCenter) ? room / 2
+                             : alignment.testFlag(Qt::AlignRight) ? room
+                                                                  : 0;
         line.draw(&painter, QPointF(topLeft) + QPointF(shift, 0));
     }
     painter.restore();

@@ -17,6 +17,9 @@ public:
     /// `width` in device-independent pixels.
     Paragraph(const QString& text, const Fonts& fonts, TextRole role, int width);
 
+    /// As much of the text as stands in `lines` lines, an ellipsis in place of its middle.
+    static QString withoutMiddle(const QString& text, const Fonts& fonts, TextRole role, int width, int lines);
+
     int height() const { return lines_ * lineHeight_; }
     int lines() const { return lines_; }
     void draw(QPainter& painter, QPoint topLeft, QColor colour, Qt::Alignment alignment = Qt::AlignLeft) const;

@@ -1,8 +1,11 @@
 #include "desktop/parts/ParagraphLabel.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
 
+#include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 #include "desktop/parts/Paragraph.h"
 
 namespace tolvane::desktop {
@@ -21,21 +24,46 @@ ParagraphLabel::ParagraphLabel(const Look& look, TextRole role, QColor Tokens::*
 }
 
 void ParagraphLabel::setText(const QString& text) {
-    if (text == text_) return;
-    text_ = text;
+    const auto line = oneLine(text);
+    if (line == text_) return;
+    text_ = line;
+    shownWidth_ = -1;
     setAccessibleName(text);
     updateGeometry();
     update();
 }
 
-int ParagraphLabel::heightForWidth(int width) const { return Paragraph(text_, look_.fonts(), role_, width).height(); }
+void ParagraphLabel::setMostLines(int lines) {
+    mostLines_ = lines;
+    shownWidth_ = -1;
+    updateGeometry();
+}
+
+const QString& ParagraphLabel::shownAt(int width) const {
+    if (mostLines_ == 0) return text_;
+    if (width == shownWidth_) return shown_;
+    shown_ = Paragraph::withoutMiddle(text_, look_.fonts(), role_, width, mostLines_);
+    shownWidth_ = width;
+    return shown_;
+}
+
+int ParagraphLabel::heightForWidth(int width) const {
+    return Paragraph(shownAt(width), look_.fonts(), role_, width).height();
+}
 
 QSize ParagraphLabel::sizeHint() const { return {usualWidth, heightForWidth(usualWidth)}; }
 
 void ParagraphLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Paragraph(text_, look_.fonts(), role_, width())
+    Paragraph(shownAt(width()), look_.fonts(), role_, width())
         .draw(painter, {}, look_.tokens().*colour_, QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
+}
+
+bool ParagraphLabel::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || mostLines_ == 0) return QWidget::event(event);
+    const bool isCut = shownAt(width()).size() < text_.size();
+    showTip(static_cast<QHelpEvent*>(event)->globalPos(), isCut ? text_ : QString(), this);
+    return true;
 }
 
 }  // namespace tolvane::desktop

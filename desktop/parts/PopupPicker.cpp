@@ -5,9 +5,12 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "desktop/look/MenuWords.h"
 #include "desktop/look/Palette.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
+#include "desktop/parts/HoverEnd.h"
 
 namespace tolvane::desktop {
 
@@ -36,8 +39,8 @@ void PopupPicker::show(const QStringList& choices, int chosen) {
     }
     setCurrentIndex(chosen);
     updateGeometry();
-    setToolTip(fontMetrics().horizontalAdvance(currentText()) > width() - 2 * padding - chevron ? currentText()
-                                                                                                : QString());
+    const bool isCut = fontMetrics().horizontalAdvance(currentText()) > width() - 2 * padding - chevron;
+    setToolTip(isCut ? tip(currentText()) : QString());
     update();
 }
 
@@ -60,7 +63,7 @@ void PopupPicker::showPopup() {
     menu.setMinimumWidth(width());
     auto* group = new QActionGroup(&menu);
     for (int index = 0; index < count(); ++index) {
-        auto* action = menu.addAction(itemText(index).replace('&', QStringLiteral("&&")));
+        auto* action = menu.addAction(menuWords(itemText(index)));
         action->setCheckable(true);
         action->setData(index);
         action->setChecked(index == currentIndex());
@@ -69,6 +72,7 @@ void PopupPicker::showPopup() {
     if (auto* current = group->checkedAction()) menu.setActiveAction(current);
     const auto* chosen = menu.exec(mapToGlobal(QPoint(0, height())));
     menu_ = nullptr;
+    endHover(*this);
     if (!chosen) return;
     setCurrentIndex(chosen->data().toInt());
     emit activated(currentIndex());

@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 
 #include "desktop/Words.h"
+#include "desktop/look/MenuWords.h"
+#include "desktop/look/TextLine.h"
 #include "desktop/parts/ParagraphLabel.h"
 
 namespace tolvane::desktop {
@@ -16,36 +18,40 @@ constexpr int margin = 20;
 constexpr int textWidth = 320;
 constexpr int iconGap = 16;
 
-/// A name may hold what would be a mnemonic.
-QString label(const std::string& text) { return words(text).replace('&', QStringLiteral("&&")); }
+/// A question names what it is about, which may be of any length.
+constexpr int mostTitleLines = 4, mostMessageLines = 10;
 
 }  // namespace
 
-QuestionDialog* QuestionDialog::ask(const Look& look, const Question& question, QWidget* parent) {
-    auto* dialog = new QuestionDialog(look, question, parent);
+QuestionDialog* QuestionDialog::ask(const Look& look, const Question& question, QWidget* parent, const QString& note) {
+    auto* dialog = new QuestionDialog(look, question, note, parent);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
     return dialog;
 }
 
-QuestionDialog::QuestionDialog(const Look& look, const Question& question, QWidget* parent)
+QuestionDialog::QuestionDialog(const Look& look, const Question& question, const QString& note, QWidget* parent)
     : QDialog(parent),
       look_(look),
       cancel_(new QPushButton(tr("Cancel"), this)),
-      action_(new QPushButton(label(question.action), this)) {
+      action_(new QPushButton(menuWords(words(question.action)), this)) {
     setWindowTitle(words(question.action));
     setAccessibleName(words(question.title));
-    setAccessibleDescription(words(question.message));
+    setAccessibleDescription(note.isEmpty() ? words(question.message)
+                                            : words(question.message) + QLatin1Char(' ') + note);
     setWindowModality(Qt::WindowModal);
     auto* title = new ParagraphLabel(look, TextRole::headline, &Tokens::text, this);
     title->setText(words(question.title));
+    title->setMostLines(mostTitleLines);
     title->setMinimumWidth(look.fonts().scaled(textWidth));
     auto* texts = new QVBoxLayout;
     texts->setSpacing(Sizes::step);
     texts->addWidget(title);
-    if (!question.message.empty()) {
+    for (const auto& text : {words(question.message), note}) {
+        if (text.isEmpty()) continue;
         auto* message = new ParagraphLabel(look, TextRole::small, &Tokens::text2, this);
-        message->setText(words(question.message));
+        message->setText(text);
+        message->setMostLines(mostMessageLines);
         texts->addWidget(message);
     }
     auto* buttons = new QHBoxLayout;
@@ -54,7 +60,8 @@ QuestionDialog::QuestionDialog(const Look& look, const Question& question, QWidg
     buttons->addWidget(cancel_);
     buttons->addWidget(action_);
     auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(margin + Sizes::questionIcon + iconGap, margin, margin, margin);
+    whole->setContentsMargins(
+        mirrored(layoutDirection(), QMargins(margin + Sizes::questionIcon + iconGap, margin, margin, margin)));
     whole->setSpacing(margin);
     whole->setSizeConstraint(QLayout::SetFixedSize);
     whole->addLayout(texts);

@@ -16,7 +16,8 @@ class QuestionDialog : public QDialog {
 
 public:
     /// `look` outlives the dialog. Shows itself, modal to the window of `parent`; `accepted` tells of a yes.
-    static QuestionDialog* ask(const Look& look, const Question& question, QWidget* parent);
+    /// `note` stands below the message.
+    static QuestionDialog* ask(const Look& look, const Question& question, QWidget* parent, const QString& note = {});
 
     QPushButton& action() const { return *action_; }
     QPushButton& cancel() const { return *cancel_; }
@@ -25,7 +26,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QuestionDialog(const Look& look, const Question& question, QWidget* parent);
+    QuestionDialog(const Look& look, const Question& question, const QString& note, QWidget* parent);
 
     const Look& look_;
     QPushButton* cancel_;

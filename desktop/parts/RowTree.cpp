@@ -1,9 +1,14 @@
 #include "desktop/parts/RowTree.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHoverEvent>
+#include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "desktop/look/StyleViews.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop {
 
@@ -34,6 +39,27 @@ void RowTree::setHovered(const QModelIndex& row) {
     if (hovered_ == row) return;
     hovered_ = row;
     viewport()->update();
+}
+
+void RowTree::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) return copySelected();
+    if (event->key() == Qt::Key_Escape && selectionModel()->hasSelection()) return clearSelection();
+    QTreeView::keyPressEvent(event);
+}
+
+/// One line a row, its cells apart by tabs, as spreadsheets take them.
+void RowTree::copySelected() const {
+    auto rows = selectionModel()->selectedRows();
+    std::ranges::sort(rows, {}, [this](const QModelIndex& row) { return visualRect(row).top(); });
+    QStringList lines;
+    for (const auto& row : rows) {
+        QStringList cells;
+        for (int column = 0; column < model()->columnCount(); ++column) {
+            cells << oneLine(row.siblingAtColumn(column).data().toString());
+        }
+        lines << cells.join(QLatin1Char('\t'));
+    }
+    if (!lines.isEmpty()) QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
 bool RowTree::viewportEvent(QEvent* event) {

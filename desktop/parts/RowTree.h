@@ -19,8 +19,11 @@ public:
 protected:
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool viewportEvent(QEvent* event) override;
+    /// Copies what is selected; Escape selects nothing.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void copySelected() const;
     void setHovered(const QModelIndex& row);
     QRect rowRect(const QModelIndex& index) const;
 

@@ -3,13 +3,13 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "desktop/Words.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -79,8 +79,10 @@ void RuleBars::paintBar(QPainter& painter, const StatsBar& bar, QRect row) const
              painter.fontMetrics().elidedText(oneLine(words(bar.rule)), Qt::ElideRight, name.width()),
              mirrored(layoutDirection(), Qt::AlignLeft));
     painter.setFont(look_.fonts().figures(TextRole::small));
-    drawLine(painter, placed(row), words(bar.figure), mirrored(layoutDirection(), Qt::AlignRight));
-    const int room = std::max(0, row.width() - names - figureWidth());
+    const int figures = figureWidth() - nameGap;
+    const QRect figure(row.right() + 1 - figures, row.top(), figures, row.height());
+    drawLine(painter, placed(figure), words(bar.figure), Qt::AlignRight);
+    const int room = std::max(0, row.width() - names - figures - nameGap);
     if (!(bar.share > 0) || room <= 0) return;
     const int length = std::clamp(static_cast<int>(room * bar.share), leastBar, std::max(leastBar, room));
     const QRect shape(row.left() + names, row.center().y() - barHeight / 2 + 1, length, barHeight);
@@ -94,7 +96,7 @@ bool RuleBars::event(QEvent* event) {
     const QFontMetrics metrics(look_.fonts().font(TextRole::body));
     const bool isCut =
         row < bars_.size() && metrics.horizontalAdvance(oneLine(words(bars_[row].rule))) > nameWidth() - nameGap;
-    QToolTip::showText(help->globalPos(), isCut ? words(bars_[row].rule) : QString(), this);
+    showTip(help->globalPos(), isCut ? words(bars_[row].rule) : QString(), this);
     return true;
 }
 

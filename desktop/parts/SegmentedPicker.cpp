@@ -5,6 +5,7 @@
 #include <QRadioButton>
 
 #include "desktop/look/StyleControls.h"
+#include "desktop/look/TextLine.h"
 
 namespace tolvane::desktop {
 
@@ -36,7 +37,7 @@ protected:
         if (isChecked()) StyleControls::drawShape(painter, rect(), Sizes::rowRadius, tokens.control, tokens.border);
         painter.setFont(isChecked() ? wideFont() : look_.fonts().font(TextRole::small));
         painter.setPen(!isEnabled() ? tokens.disabled : isChecked() || underMouse() ? tokens.text : tokens.text2);
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+        drawLine(painter, rect(), text(), Qt::AlignHCenter);
     }
 
 private:

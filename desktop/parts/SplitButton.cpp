@@ -9,6 +9,7 @@
 #include "desktop/look/Palette.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/parts/HoverEnd.h"
 
 namespace tolvane::desktop {
 
@@ -41,7 +42,11 @@ SplitButton::SplitButton(const Look& look, QWidget* parent) : QToolButton(parent
         emit opening(menu_);
     });
     // What was chosen is told after the menu has gone.
-    connect(menu_, &QMenu::aboutToHide, this, [this] { emit closed(); }, Qt::QueuedConnection);
+    const auto end = [this] {
+        endHover(*this);
+        emit closed();
+    };
+    connect(menu_, &QMenu::aboutToHide, this, end, Qt::QueuedConnection);
 }
 
 void SplitButton::setLabel(const QString& label) {

@@ -3,13 +3,13 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
 #include "desktop/Words.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -71,17 +71,18 @@ ValueRows::Parts ValueRows::parts(const ValueRow& row, int width) const {
     parts.leading = row.mark.empty() ? 0 : markSpace;
     const auto value = oneLine(words(row.value));
     const auto remark = words(row.remark);
-    const int label = parts.leading + labels.horizontalAdvance(words(row.label)) + labelGap;
+    const auto title = oneLine(words(row.label));
+    const int label = parts.leading + labels.horizontalAdvance(title) + labelGap;
     const int valueWidth = figures.horizontalAdvance(value);
     parts.remarkWidth = remark.isEmpty() ? 0 : figures.horizontalAdvance(remark) + remarkGap;
     const bool allFits = label + valueWidth + parts.remarkWidth <= width;
     parts.valueLine = label + valueWidth <= width ? 0 : 1;
     const bool remarkFits = allFits || (parts.valueLine == 1 && valueWidth + parts.remarkWidth <= width);
     parts.remarkLine = parts.valueLine + (remark.isEmpty() || remarkFits ? 0 : 1);
-    parts.label = labels.elidedText(words(row.label), Qt::ElideRight, width - parts.leading);
+    parts.label = labels.elidedText(title, Qt::ElideRight, width - parts.leading);
     parts.value = figures.elidedText(value, Qt::ElideMiddle, width);
     parts.remark = parts.remarkLine == parts.valueLine ? remark : figures.elidedText(remark, Qt::ElideRight, width);
-    parts.isWhole = parts.value == value && parts.label == words(row.label);
+    parts.isWhole = parts.value == value && parts.label == title;
     return parts;
 }
 
@@ -140,7 +141,8 @@ QString ValueRows::tipAt(QPoint position) const {
         if (position.y() >= top && position.y() < bottom) {
             auto tip = words(row.tooltip);
             if (shown.isWhole) return tip;
-            return tip.isEmpty() ? words(row.value) : words(row.value) + QStringLiteral("\n\n") + tip;
+            const auto whole = words(row.label) + QLatin1Char('\n') + words(row.value);
+            return tip.isEmpty() ? whole : whole + QStringLiteral("\n\n") + tip;
         }
         top = bottom;
     }
@@ -150,7 +152,7 @@ QString ValueRows::tipAt(QPoint position) const {
 bool ValueRows::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), tipAt(help->pos()), this);
+    showTip(help->globalPos(), tipAt(help->pos()), this);
     return true;
 }
 

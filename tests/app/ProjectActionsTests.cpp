@@ -45,6 +45,24 @@ TEST_F(ProjectActions, stopEndsEveryProcessOfTheProjectAndNoOther) {
     EXPECT_THAT(*model->parked, IsEmpty());
 }
 
+TEST_F(ProjectActions, whoLooksOnSeesAtOnceWhatStopped) {
+    start();
+    world.showWindow(true);
+    const auto before = ticks();
+    stop(group(shop));
+    clock.advance(Seconds{1});
+    EXPECT_GT(ticks(), before);
+    EXPECT_TRUE(group(shop).rows.empty());
+}
+
+TEST_F(ProjectActions, withoutAWindowTheNextSampleComesInItsTime) {
+    start();
+    const auto before = ticks();
+    stop(group(shop));
+    clock.advance(Seconds{11});
+    EXPECT_EQ(ticks(), before);
+}
+
 TEST_F(ProjectActions, stopKillsWhatIgnoresTheSignal) {
     world.find(12)->endsAfter.reset();
     start();

@@ -1,13 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QApplication>
 #include <QRadioButton>
+#include <memory>
 
 #include "desktop/LineDelegate.h"
 #include "desktop/look/TextLine.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/Gauge.h"
+#include "desktop/parts/GivingRow.h"
 #include "desktop/parts/Paragraph.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/QuestionDialog.h"
 #include "desktop/parts/SegmentedPicker.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
@@ -67,6 +72,42 @@ TEST_F(PartsTest, labelsGiveWayWhenThereIsNoRoom) {
     EXPECT_TRUE(label.isElided());
     label.resize(label.sizeHint());
     EXPECT_FALSE(label.isElided());
+}
+
+TEST_F(PartsTest, whatGivesWayKeepsItsRoomFirst) {
+    GivingRow row;
+    auto* title = new ElidedLabel(scene.look, TextRole::body, &Tokens::text);
+    auto* mark = new ElidedLabel(scene.look, TextRole::body, &Tokens::text);
+    title->setText(QString(200, 'm'));
+    mark->setText("Branch deleted, safe to stop");
+    row.add(title, 0, 0, 90);
+    row.add(mark, 8, 1);
+    row.resize(90 + 8 + mark->sizeHint().width(), 20);
+    row.show();
+    turnLoop();
+    EXPECT_EQ(title->width(), 90);
+    EXPECT_FALSE(mark->isElided());
+    row.resize(150, 20);
+    turnLoop();
+    EXPECT_EQ(title->width(), 90);
+    EXPECT_TRUE(mark->isElided());
+}
+
+TEST_F(PartsTest, aQuestionsIconStandsBesideItsWordsInEitherDirection) {
+    const Question question{
+        .title = "Force quit node?", .message = "Unsaved work will be lost.", .action = "Force Quit"};
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        const std::unique_ptr<QuestionDialog> dialog(QuestionDialog::ask(scene.look, question, nullptr, "3 processes"));
+        turnLoop();
+        const auto labels = dialog->findChildren<ParagraphLabel*>();
+        ASSERT_EQ(labels.size(), 3);
+        constexpr int iconRoom = 20 + Sizes::questionIcon;
+        const QRect icon(direction == Qt::LeftToRight ? 0 : dialog->width() - iconRoom, 0, iconRoom, dialog->height());
+        for (const auto* label : labels) EXPECT_FALSE(label->geometry().intersects(icon));
+        EXPECT_TRUE(dialog->accessibleDescription().endsWith("3 processes"));
+    }
+    QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(PartsTest, paragraphsKeepTheLineHeightOfTheScale) {

@@ -3,13 +3,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcutEvent>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/Words.h"
@@ -96,6 +100,40 @@ TEST_F(ProcessesPageTest, selectionGoesBothWays) {
     scene.model.selectedLines.set({"pid:391"});
     EXPECT_TRUE(table().selectionModel()->isSelected(row("pid:391")));
     EXPECT_FALSE(table().selectionModel()->isSelected(row("pid:48120")));
+}
+
+TEST_F(ProcessesPageTest, escapeSelectsNothing) {
+    clickRow(row("pid:48120"));
+    type(table(), Qt::Key_Escape);
+    EXPECT_THAT(*scene.model.selectedLines, IsEmpty());
+}
+
+TEST_F(ProcessesPageTest, theNameOfAProcessTellsItsCommand) {
+    const auto place = table().visualRect(row("pid:48120")).center();
+    QHelpEvent help(QEvent::ToolTip, place, table().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(table().viewport(), &help);
+    const auto shown = bytes(QToolTip::text());
+    QToolTip::hideText();
+    EXPECT_TRUE(shown.ends_with("/Applications/Xcode.app/Contents/MacOS/Xcode --port 5173")) << shown;
+}
+
+TEST_F(ProcessesPageTest, aMenuThatKeptTheReleaseOfItsButtonLeavesTheTableAlive) {
+    const auto place = table().visualRect(row("pid:48120")).center();
+    sendMouse(*table().viewport(), QEvent::MouseButtonPress, place, Qt::RightButton, Qt::RightButton);
+    page->searchField().setText("WindowServer");
+    turnLoop();
+    EXPECT_EQ(rows().lines().size(), 1U);
+    EXPECT_EQ(title(0), "WindowServer");
+}
+
+TEST_F(ProcessesPageTest, copyingTakesTheSelectedRowsFromTheTopDown) {
+    clickRow(row("pid:391"));
+    clickRow(row("pid:48120"), Qt::ControlModifier);
+    type(table(), Qt::Key_C, {}, Qt::ControlModifier);
+    const auto lines = QApplication::clipboard()->text().split('\n');
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_TRUE(lines[0].startsWith("Xcode\t3.64 GB\t")) << bytes(lines[0]);
+    EXPECT_TRUE(lines[1].startsWith("WindowServer\t")) << bytes(lines[1]);
 }
 
 TEST_F(ProcessesPageTest, selectionFollowsItsProcessThroughTicks) {

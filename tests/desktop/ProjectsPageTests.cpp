@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "desktop/look/Tip.h"
 #include "desktop/parts/QuestionDialog.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -101,6 +102,18 @@ TEST_F(ProjectsPageTest, tellsTheToolbarOfAnotherSubtitle) {
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(ProjectsPageTest, whatIsBeingParkedCannotBeParkedAgain) {
+    auto& shown = page().runningRow(0);
+    auto row = shown.row();
+    EXPECT_TRUE(shown.parkButton().isEnabled());
+    row.isEnding = true;
+    shown.show(row);
+    EXPECT_FALSE(shown.parkButton().isEnabled());
+    row.isEnding = false;
+    shown.show(row);
+    EXPECT_TRUE(shown.parkButton().isEnabled());
+}
+
 TEST_F(ProjectsPageTest, parksAfterAQuestion) {
     const auto root = page().shown().running.front().project.root;
     const auto title = titles().front();
@@ -183,7 +196,7 @@ TEST_F(ProjectsPageTest, aCommandCanBeCopiedWhole) {
     line->setWhole(whole);
     EXPECT_NE(line->text(), whole);
     EXPECT_TRUE(line->text().endsWith(QStringLiteral("--end"))) << "cut in the middle";
-    EXPECT_EQ(line->toolTip(), whole);
+    EXPECT_EQ(line->toolTip(), tip(whole));
     line->setFocus();
     turn();
     if (line->hasFocus()) EXPECT_EQ(line->text(), whole);

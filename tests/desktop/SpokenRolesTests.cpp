@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QApplication>
 #include <QSplitter>
 #include <QSplitterHandle>
 #include <cstdint>
@@ -17,6 +18,7 @@
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/Headline.h"
 #include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/PopupPicker.h"
 #include "desktop/parts/SegmentedPicker.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -47,6 +49,31 @@ TEST_F(SpokenRolesTest, aDrawnTextIsTextWithItsWords) {
     EXPECT_EQ(spoken(line).text(QAccessible::Name), "One line");
     EXPECT_EQ(spoken(paragraph).role(), QAccessible::StaticText);
     EXPECT_EQ(spoken(paragraph).text(QAccessible::Name), "Several lines");
+}
+
+TEST_F(SpokenRolesTest, aPickerTellsWhatIsChosenAndWhatFor) {
+    auto& picker = put<PopupPicker>(scene.look, "Unused for");
+    picker.show({"15 minutes", "1 hour"}, 1);
+    EXPECT_EQ(spoken(picker).role(), QAccessible::ComboBox);
+    EXPECT_EQ(spoken(picker).text(QAccessible::Name), "Unused for: 1 hour");
+    EXPECT_EQ(spoken(picker).text(QAccessible::Value), "1 hour");
+}
+
+TEST_F(SpokenRolesTest, whatPopsUpIsPartOfTheProgram) {
+    auto* program = QAccessible::queryAccessibleInterface(qApp);
+    QWidget popup(nullptr, Qt::Popup);
+    popup.setAccessibleName("Tolvane");
+    const int before = program->childCount();
+    popup.show();
+    ASSERT_EQ(program->childCount(), before + 1);
+    auto* told = program->child(before);
+    ASSERT_NE(told, nullptr);
+    EXPECT_EQ(told->object(), &popup);
+    EXPECT_EQ(told->role(), QAccessible::Dialog);
+    EXPECT_EQ(program->indexOfChild(told), before);
+    popup.hide();
+    EXPECT_EQ(program->childCount(), before);
+    EXPECT_EQ(program->child(before), nullptr);
 }
 
 TEST_F(SpokenRolesTest, aTextBecomesOneWhenItGetsItsWords) {

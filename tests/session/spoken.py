@@ -17,7 +17,8 @@ SKIPPED = 77
 LEAVES = ("label", "push button", "radio button", "check box", "list item", "table cell", "table column header", "text",
           "separator", "chart")
 TABLES = ("tree", "table")
-WINDOWS = ("frame", "dialog")
+CELLS = ("table cell", "table column header")
+WINDOWS = ("frame", "dialog", "popup menu")
 
 
 def within(seconds, condition):
@@ -121,7 +122,7 @@ class Program:
     def look(self, role, name, inside=None):
         """The first node of a role whose name is, or fulfils, `name`; None when there is none."""
         fits = name if callable(name) else lambda text: text == name
-        passed_over = {"table cell": LEAVES}.get(role, (*LEAVES, *TABLES))
+        passed_over = LEAVES if role in CELLS else (*LEAVES, *TABLES)
         if role in WINDOWS:
             passed_over = (*passed_over, *WINDOWS)
         for node, its_role in self.showing(inside, within=lambda each: each not in passed_over):
@@ -131,6 +132,18 @@ class Program:
             except self.glib.Error:
                 continue
         return None
+
+    def every(self, role, name=None, inside=None):
+        """All that show of a role, and of a name when one is given."""
+        passed_over = LEAVES if role in CELLS else (*LEAVES, *TABLES)
+        found = []
+        for node, its_role in self.showing(inside, within=lambda each: each not in passed_over):
+            try:
+                if its_role == role and name in (None, node.get_name()):
+                    found.append(node)
+            except self.glib.Error:
+                continue
+        return found
 
     def find(self, role, name, inside=None, seconds=15):
         """Waits for it to show."""
@@ -142,9 +155,12 @@ class Program:
     def place(self, node):
         return node.get_extents(self.atspi.CoordType.SCREEN)
 
-    def click(self, node):
+    def click(self, node, button=1):
         place = self.place(node)
-        xdotool("mousemove", place.x + place.width // 2, place.y + place.height // 2, "click", 1)
+        xdotool("mousemove", place.x + place.width // 2, place.y + place.height // 2, "click", button)
+
+    def right_click(self, node):
+        self.click(node, 3)
 
     def nameless(self):
         """The controls that a person can reach and a screen reader cannot tell. An empty cell is told by its head."""

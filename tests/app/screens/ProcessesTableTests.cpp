@@ -233,5 +233,14 @@ TEST(ForceQuit, asksAboutSeveral) {
     EXPECT_EQ(question.message, "Unsaved work in any of them will be lost.");
 }
 
+TEST(ForceQuit, tellsHowManyProcessesAGroupIs) {
+    const Line one{.title = "node", .pids = {4}};
+    const Line group{.title = "Slack", .pids = {1, 2, 3}};
+    EXPECT_EQ(ForceQuitQuestion::extent({one}, "en_US"), "");
+    EXPECT_EQ(ForceQuitQuestion::extent({one, one}, "en_US"), "");
+    EXPECT_EQ(ForceQuitQuestion::extent({group}, "en_US"), "3 processes");
+    EXPECT_EQ(ForceQuitQuestion::extent({one, group}, "en_US"), "4 processes");
+}
+
 }  // namespace
 }  // namespace tolvane

@@ -259,6 +259,18 @@ TEST_F(ProjectsViewTest, asksBeforeItParks) {
     EXPECT_EQ(world.find(12), nullptr);
 }
 
+TEST_F(ProjectsViewTest, aProjectThatIsToldToStopIsShownSoUntilItHas) {
+    world.find(12)->endsAfter.reset();
+    open();
+    EXPECT_FALSE(view->content().running.at(0).isEnding);
+    view->askPark(running(0));
+    view->confirm();
+    EXPECT_TRUE(view->content().running.at(0).isEnding);
+    EXPECT_FALSE(view->content().running.at(1).isEnding);
+    clock.advance(Seconds{12});
+    for (const auto& row : view->content().running) EXPECT_FALSE(row.isEnding) << row.title;
+}
+
 TEST_F(ProjectsViewTest, startsAgainAndForgets) {
     open();
     parkShop();

@@ -59,6 +59,32 @@ TEST_F(RulesViewTest, coolDownsAreNoPartOfTheQuestion) {
     EXPECT_EQ(rows()[0].status, "1 match running, 1 past the limit");
 }
 
+TEST_F(RulesViewTest, aMatchTellsWhatTheRuleDidToItWithinItsCoolDown) {
+    showRows({puma(10, 90), puma(11, 90)});
+    const auto key = status().matches.front().subjectKey;
+    const auto entry = [&](double ago) {
+        return ActivityEntry{.id = UUID::random(),
+                             .date = now - Seconds{ago},
+                             .ruleName = "Idle puma",
+                             .subject = "puma",
+                             .outcome = "Would terminate",
+                             .dryRun = true,
+                             .subjectKey = Text(key)};
+    };
+    const auto deeds = [&](const std::vector<ActivityEntry>& activity) {
+        auto list = matches();
+        list.addDeeds(first(), status(), activity, now, locale);
+        return std::pair(list.rows.at(0).lastDeed, list.rows.at(1).lastDeed);
+    };
+    EXPECT_THAT(deeds({entry(60)}).first, ::testing::StartsWith("Would terminate at "));
+    EXPECT_EQ(deeds({entry(60)}).second, "");
+    EXPECT_EQ(deeds({entry(601)}).first, "");
+    auto other = entry(60);
+    other.ruleName = "Another";
+    EXPECT_EQ(deeds({other}).first, "");
+    EXPECT_EQ(deeds({}).first, "");
+}
+
 TEST_F(RulesViewTest, aRuleWithoutAConditionHasMatchesButNoneIsDue) {
     auto rule = first();
     rule.unusedMinutes.reset();
