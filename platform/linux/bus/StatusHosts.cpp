@@ -42,7 +42,7 @@ public:
         }
         news_.push_back(bus_->onConnection([this](GDBusConnection* connection) {
             if (connection == nullptr) return lose();
-            ask();
+            if (std::exchange(isLost_, false)) ask();
         }));
         ask();
     }
@@ -66,6 +66,7 @@ private:
     }
 
     void lose() {
+        isLost_ = true;
         if (present_) ++losses_;
         set(false);
     }
@@ -77,6 +78,7 @@ private:
     std::shared_ptr<SessionBus> bus_;
     std::function<void()> changed_;
     bool present_ = false;
+    bool isLost_ = false;
     int losses_ = 0;
     std::vector<Subscription> news_;
 };

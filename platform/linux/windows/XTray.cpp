@@ -14,10 +14,12 @@ XTray::XTray(std::shared_ptr<XEvents> events, std::function<void()> changed)
     look();
 }
 
+/// Its end is told to those who listen to it; it may have come before.
 void XTray::look() {
-    owner_ = events_->ownerOf(selection_);
-    // Its end is told to those who listen to it.
-    if (owner_ != 0) events_->listenTo(owner_, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    do {
+        owner_ = events_->ownerOf(selection_);
+        if (owner_ != 0) events_->listenTo(owner_, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    } while (owner_ != 0 && events_->ownerOf(selection_) != owner_);
 }
 
 bool XTray::concerns(const xcb_generic_event_t* event) const {
