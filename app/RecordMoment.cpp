@@ -1,8 +1,7 @@
-#include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "app/AppModelPrivate.h"
+#include "app/MomentOf.h"
 
 namespace tolvane {
 
@@ -10,72 +9,6 @@ namespace {
 
 constexpr Seconds leastGap{55.0};
 constexpr Seconds momentsSpan{86'400.0};
-constexpr std::size_t largestKept = 25;
-/// A line below the largest is kept from this percent of a core on, so that a busy small process is on record too.
-constexpr double busyPercent = 10.0;
-
-/// The texts of the latest moment, to be used again: from minute to minute nearly all stay.
-class KnownTexts {
-public:
-    explicit KnownTexts(const std::vector<Moment>& moments) {
-        if (moments.empty()) return;
-        for (const auto& holder : moments.back().holders) {
-            add(holder.key);
-            add(holder.title);
-            if (holder.bundlePath) add(*holder.bundlePath);
-        }
-    }
-
-    Text text(std::string_view wanted) const {
-        const auto known = texts_.find(wanted);
-        return known == texts_.end() ? Text(wanted) : known->second;
-    }
-
-private:
-    void add(const Text& text) { texts_.try_emplace(text, text); }
-
-    /// The keys are views of the values, which hold their bytes.
-    std::unordered_map<std::string_view, Text> texts_;
-};
-
-Holder holder(const Line& line, const KnownTexts& texts) {
-    return {.key = texts.text(line.id),
-            .title = texts.text(line.title),
-            .bundlePath = line.bundlePath ? std::optional(texts.text(*line.bundlePath)) : std::nullopt,
-            .memory = line.memory,
-            .compressed = line.compressed,
-            .cpu = line.cpu,
-            .started = line.started,
-            .swapIns = line.swapIns};
-}
-
-std::vector<Holder> holders(const Snapshot& snapshot, const LineNames& names, const KnownTexts& texts) {
-    auto lines = Line::build(snapshot.rows, Grouping::apps, snapshot.memory.compressionRatio, names);
-    Line::sort(lines, {{.field = LineField::memory, .ascending = false}});
-    std::vector<Holder> holders;
-    for (std::size_t place = 0; place < lines.size(); ++place) {
-        if (place < largestKept || lines[place].cpu >= busyPercent) holders.push_back(holder(lines[place], texts));
-    }
-    holders.shrink_to_fit();
-    return holders;
-}
-
-Moment moment(const Snapshot& snapshot, std::vector<Holder> holders) {
-    const auto& memory = snapshot.memory;
-    const auto& cpu = snapshot.cpu;
-    return {.date = snapshot.date,
-            .total = memory.total,
-            .used = memory.used(),
-            .compressed = memory.compressed,
-            .swapUsed = memory.swapUsed,
-            .pressure = static_cast<std::int64_t>(memory.pressure),
-            .cpu = cpu.user + cpu.system,
-            .cores = cpu.cores,
-            .holders = std::move(holders),
-            .performance = cpu.performance,
-            .efficiency = cpu.efficiency,
-            .swapIns = memory.swapIns};
-}
 
 }  // namespace
 
@@ -83,7 +16,7 @@ void AppModel::Private::recordMoment() {
     const auto& now = *model.snapshot;
     const Date last = model.moments->empty() ? distantPast : model.moments->back().date;
     if (now.date - last < leastGap) return;
-    auto latest = moment(now, holders(now, names, KnownTexts(*model.moments)));
+    auto latest = momentOf(now, names, *model.moments);
     model.moments.update([&](std::vector<Moment>& moments) {
         std::erase_if(moments, [&](const Moment& each) { return now.date - each.date > momentsSpan; });
         moments.push_back(std::move(latest));

@@ -4,11 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "app/MomentOf.h"
 #include "app/Observed.h"
 #include "app/ProcessHistory.h"
 #include "app/Snapshot.h"
 #include "core/advisor/Advisor.h"
 #include "core/history/HistoryMath.h"
+#include "core/storage/Store.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 // What the main thread does at every tick once a sample has come: it takes the snapshot, records the recent readings
 // and the tracks, and judges swap over a day of moments. Time per process is the figure to watch.
@@ -91,6 +94,26 @@ void recordHistory(benchmark::State& state) {
     perProcess(state);
 }
 
+/// Once a minute: who holds most, kept behind a full day of earlier moments, the oldest of which goes, and written.
+void recordMoment(benchmark::State& state) {
+    Machine machine(static_cast<std::size_t>(state.range(0)));
+    const LineNames names{.application = [](std::string_view path) { return std::string(path); }, .home = "/home/ada"};
+    const auto next = machine.sample();
+    Observed<std::vector<Moment>> moments;
+    moments.set(aDay());
+    const fakes::TemporaryFolder folder;
+    Store store(folder / "Tolvane");
+    for (auto _ : state) {
+        auto latest = momentOf(next, names, *moments);
+        moments.update([&](std::vector<Moment>& each) {
+            each.erase(each.begin());
+            each.push_back(std::move(latest));
+        });
+        store.append(moments->back());
+    }
+    perProcess(state);
+}
+
 void judgeSwap(benchmark::State& state) {
     const auto moments = aDay();
     for (auto _ : state) {
@@ -119,6 +142,7 @@ void copyRows(benchmark::State& state) {
 
 BENCHMARK(takeSnapshot)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(recordHistory)->Arg(300)->Arg(1000)->Arg(5000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(recordMoment)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(judgeSwap)->Unit(benchmark::kMicrosecond);
 BENCHMARK(recordTracks)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 /// What a world for rules and advice costs.
