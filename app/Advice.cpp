@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "app/AppModelPrivate.h"
+#include "app/Outcome.h"
+#include "app/QuitWait.h"
 #include "core/advisor/AdviceScene.h"
 #include "core/advisor/Simulators.h"
 #include "core/sampling/ProcessReader.h"
@@ -48,27 +50,39 @@ void AppModel::hide(const Suggestion& suggestion, Date until) {
     hiddenSuggestions.set(std::move(hidden));
 }
 
-QCoro::Task<> AppModel::act(Suggestion suggestion, std::optional<RuleAction> action) {
+QCoro::Task<std::optional<Outcome>> AppModel::act(Suggestion suggestion, std::optional<RuleAction> action) {
     auto others = *suggestions;
     std::erase_if(others, [&](const Suggestion& each) { return each.id == suggestion.id; });
     suggestions.set(std::move(others));
+    const auto cancellation = d_->tasks.token();
+    auto failure = co_await d_->actOn(std::move(suggestion), action);
+    co_return cancellation.stop_requested() ? std::nullopt : std::move(failure);
+}
 
+QCoro::Task<std::optional<Outcome>> AppModel::Private::actOn(Suggestion suggestion, std::optional<RuleAction> action) {
+    const auto& subject = suggestion.title;
     switch (action.value_or(suggestion.action)) {
         case RuleAction::notify:
             break;
         case RuleAction::terminate:
-            co_await terminate(std::move(suggestion.pids), false);
-            break;
-        case RuleAction::quit:
-            for (const auto& application : runningApps(suggestion.pids)) application->terminate();
-            break;
-        case RuleAction::relaunch:
-            co_await relaunch(std::move(suggestion.pids));
-            break;
+            if (co_await model.terminate(suggestion.pids, false)) break;
+            co_return Outcome::of(Deed::stillRunning, subject);
+        case RuleAction::quit: {
+            auto apps = model.runningApps(suggestion.pids);
+            if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
+            if (co_await quitAndWait(*host.clock, std::move(apps), quitRounds, tasks.token())) break;
+            co_return Outcome::of(Deed::askedToQuit, subject);
+        }
+        case RuleAction::relaunch: {
+            auto outcome = Outcome::ofRelaunch(co_await model.relaunch(suggestion.pids), subject);
+            if (outcome.deed == Deed::relaunched) break;
+            co_return outcome;
+        }
         case RuleAction::lowerPriority:
-            lowerPriority(suggestion.pids);
-            break;
+            if (model.lowerPriority(suggestion.pids)) break;
+            co_return Outcome::of(Deed::notLowered, subject);
     }
+    co_return std::nullopt;
 }
 
 }  // namespace tolvane

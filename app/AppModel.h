@@ -13,6 +13,7 @@
 #include "app/HistoryPoint.h"
 #include "app/Line.h"
 #include "app/Observed.h"
+#include "app/Outcome.h"
 #include "app/ProcessHistory.h"
 #include "app/Snapshot.h"
 #include "core/advisor/Suggestion.h"
@@ -147,8 +148,8 @@ public:
 
     std::vector<Suggestion> visibleSuggestions() const;
     void hide(const Suggestion& suggestion, Date until);
-    /// Does the suggestion's own action, or the given one.
-    QCoro::Task<void> act(Suggestion suggestion, std::optional<RuleAction> action = std::nullopt);
+    /// Does the suggestion's own action, or the given one. Gives what did not come off.
+    QCoro::Task<std::optional<Outcome>> act(Suggestion suggestion, std::optional<RuleAction> action = std::nullopt);
 
     // Projects.
 

@@ -70,6 +70,7 @@ struct AppModel::Private {
 
     // Advice.cpp
     void giveAdvice();
+    QCoro::Task<std::optional<Outcome>> actOn(Suggestion suggestion, std::optional<RuleAction> action);
     std::map<Pid, std::vector<int>> listeningPorts(const std::vector<Pid>& pids);
 
     // Warnings.cpp

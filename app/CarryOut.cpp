@@ -12,8 +12,6 @@ namespace tolvane {
 
 namespace {
 
-/// Ten seconds; an application that asks its user something is not waited for any longer.
-constexpr int quitRounds = 20;
 /// A restarted application has loaded what it needs by then.
 constexpr Seconds readBackDelay{60};
 

@@ -12,6 +12,9 @@ namespace tolvane {
 
 using RunningApps = std::vector<std::shared_ptr<RunningApplication>>;
 
+/// Ten seconds: an application that asks its user something is not waited for any longer.
+inline constexpr int quitRounds = 20;
+
 /// True also when there are none.
 bool allTerminated(const RunningApps& apps);
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/screens/ProcessDeeds.h"
 #include "desktop/Words.h"
 #include "desktop/parts/EmptyState.h"
 
@@ -21,10 +22,12 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
     : Page(parent),
       model_(model),
       look_(look),
-      view_(model, std::move(locale)),
+      notice_(new NoticeBar(look)),
+      view_(model, std::move(locale),
+            [this](const Outcome& outcome) { notice_->tell(words(ProcessDeeds::sentenceOf(outcome))); }),
       showHidden_(new QPushButton(look.icons().get(SuggestionsView::showHiddenIcon),
                                   words(SuggestionsView::showHiddenLabel), this)),
-      panes_(new QStackedLayout(this)),
+      panes_(new QStackedLayout),
       empty_(new EmptyState(look, SuggestionsView::empty.icon, words(SuggestionsView::empty.title),
                             words(SuggestionsView::empty.sentence))),
       scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)) {
@@ -37,6 +40,11 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
     buildColumn();
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(notice_);
+    column->addLayout(panes_, 1);
     connectModel();
 }
 
@@ -60,8 +68,10 @@ SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {
     if (card) return card;
     card = new SuggestionCard(look_);
     card->hide();
-    connect(card, &SuggestionCard::wanted, this,
-            [this](const SuggestionRow& row, SuggestionDeed deed) { view_.carryOut(row, deed); });
+    connect(card, &SuggestionCard::wanted, this, [this](const SuggestionRow& row, SuggestionDeed deed) {
+        notice_->hide();
+        view_.carryOut(row, deed);
+    });
     connect(card, &SuggestionCard::menuOpened, this, [this] { hold(true); });
     connect(card, &SuggestionCard::menuClosed, this, [this] { hold(false); });
     return card;

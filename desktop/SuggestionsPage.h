@@ -9,6 +9,7 @@
 #include "desktop/Page.h"
 #include "desktop/SuggestionCard.h"
 #include "desktop/look/Look.h"
+#include "desktop/parts/NoticeBar.h"
 #include "desktop/parts/ScrolledColumn.h"
 
 class QPushButton;
@@ -34,6 +35,7 @@ public:
     std::vector<SuggestionCard*> cards() const;
     QPushButton& showHiddenButton() const { return *showHidden_; }
     bool isEmptyShown() const;
+    NoticeBar& notice() const { return *notice_; }
     /// Shows what the model holds now.
     void refresh();
 
@@ -51,6 +53,7 @@ private:
 
     AppModel& model_;
     const Look& look_;
+    NoticeBar* notice_;
     SuggestionsView view_;
     QPushButton* showHidden_;
     QStackedLayout* panes_;

@@ -11,8 +11,6 @@ namespace tolvane {
 
 namespace {
 
-/// As long as a rule waits for an application to quit.
-constexpr int quitRounds = 20;
 /// After a kill: enough for the kernel to clear away what is large.
 constexpr Seconds untilCleared{1.0};
 

@@ -35,17 +35,14 @@ std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool include
     return items;
 }
 
-void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed) {
+QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggestion, SuggestionDeed deed) {
     switch (deed) {
         case SuggestionDeed::primary:
-            static_cast<void>(model.act(suggestion));
-            break;
+            co_return co_await model.act(std::move(suggestion));
         case SuggestionDeed::quit:
-            static_cast<void>(model.act(suggestion, RuleAction::quit));
-            break;
+            co_return co_await model.act(std::move(suggestion), RuleAction::quit);
         case SuggestionDeed::lowerPriority:
-            static_cast<void>(model.act(suggestion, RuleAction::lowerPriority));
-            break;
+            co_return co_await model.act(std::move(suggestion), RuleAction::lowerPriority);
         case SuggestionDeed::makeRule:
             if (suggestion.rule) model.addRule(*suggestion.rule);
             break;
@@ -56,6 +53,7 @@ void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed
             model.hide(suggestion, distantFuture);
             break;
     }
+    co_return std::nullopt;
 }
 
 }  // namespace tolvane::SuggestionMenu

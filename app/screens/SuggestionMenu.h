@@ -1,11 +1,13 @@
 #pragma once
 
+#include <QCoroTask>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/AppModel.h"
+#include "app/Outcome.h"
 
 namespace tolvane {
 
@@ -29,8 +31,8 @@ inline constexpr std::string_view makeRuleHelp =
 /// What the main button does, in a word or two.
 std::string primaryLabel(const Suggestion& suggestion);
 std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool includesPrimary);
-/// Does it. What ends processes goes on beside the caller.
-void carryOut(AppModel& model, const Suggestion& suggestion, SuggestionDeed deed);
+/// Does it. What ends processes goes on beside the caller. Gives what did not come off.
+QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggestion, SuggestionDeed deed);
 
 }  // namespace SuggestionMenu
 

@@ -50,7 +50,8 @@ bool SuggestionRow::looksLike(const SuggestionRow& other) const {
            a.rule.has_value() == b.rule.has_value() && figure == other.figure && primaryLabel == other.primaryLabel;
 }
 
-SuggestionsView::SuggestionsView(AppModel& model, std::string locale) : model_(model), locale_(std::move(locale)) {}
+SuggestionsView::SuggestionsView(AppModel& model, std::string locale, Told failed)
+    : model_(model), locale_(std::move(locale)), failed_(std::make_shared<Told>(std::move(failed))) {}
 
 std::string SuggestionsView::subtitle() const {
     const auto visible = model_.visibleSuggestions();
@@ -86,7 +87,13 @@ void SuggestionsView::carryOut(SuggestionRow row, SuggestionDeed deed) {
         const Incarnation now{.pid = pid, .startTime = starts.at(pid)};
         return std::ranges::find(row.lives, now) == row.lives.end();
     });
-    SuggestionMenu::carryOut(model_, row.suggestion, deed);
+    static_cast<void>(tellFailure(SuggestionMenu::carryOut(model_, std::move(row.suggestion), deed), failed_));
+}
+
+QCoro::Task<> SuggestionsView::tellFailure(QCoro::Task<std::optional<Outcome>> deed, std::weak_ptr<Told> failed) {
+    const auto outcome = co_await deed;
+    const auto told = failed.lock();
+    if (outcome && told && *told) (*told)(*outcome);
 }
 
 }  // namespace tolvane

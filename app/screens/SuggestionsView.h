@@ -1,11 +1,16 @@
 #pragma once
 
+#include <QCoroTask>
 #include <array>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/AppModel.h"
+#include "app/Outcome.h"
 #include "app/screens/EmptyText.h"
 #include "app/screens/SuggestionMenu.h"
 #include "platform/ProcessControl.h"
@@ -66,8 +71,11 @@ public:
         "background, and idle apps holding memory. Growth shows up after two hours of watching.",
         "checkmark.circle"};
 
-    /// `model` outlives the view. `locale` is an ICU identifier.
-    SuggestionsView(AppModel& model, std::string locale);
+    using Told = std::function<void(const Outcome&)>;
+
+    /// `model` outlives the view. `locale` is an ICU identifier. What does not come off is told, as long as the view
+    /// lives.
+    SuggestionsView(AppModel& model, std::string locale, Told failed = {});
 
     /// "8.41 GB in 7 suggestions"; empty without any.
     std::string subtitle() const;
@@ -79,8 +87,11 @@ public:
     void showHidden() { model_.hiddenSuggestions.set({}); }
 
 private:
+    static QCoro::Task<> tellFailure(QCoro::Task<std::optional<Outcome>> deed, std::weak_ptr<Told> failed);
+
     AppModel& model_;
     std::string locale_;
+    std::shared_ptr<Told> failed_;
 };
 
 }  // namespace tolvane

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 #include <QCoroTask>
+#include <optional>
+#include <vector>
 
 #include "tests/app/ModelTest.h"
 
@@ -184,6 +186,67 @@ TEST_F(AdviceModelTest, aGivenActionTakesThePlaceOfTheSuggestionsOwn) {
     EXPECT_EQ(world.timesAsked("lower 7"), 1U);
     EXPECT_TRUE(model->lowered->contains(7));
     EXPECT_EQ(world.timesAsked("signal 15 7"), 0U);
+}
+
+/// What acts on suggestions gave back, in the order in which they ended.
+struct SuggestionDeedTest : AdviceModelTest {
+    std::vector<std::optional<Outcome>> ended;
+
+    static QCoro::Task<> keep(QCoro::Task<std::optional<Outcome>> deed, std::vector<std::optional<Outcome>>* ended) {
+        ended->push_back(co_await deed);
+    }
+    void act(RuleAction action) { keep(model->act(suggestionOfSeven(), action), &ended); }
+    static Suggestion suggestionOfSeven() {
+        auto made = suggestion("a", {7});
+        made.title = "Notes";
+        return made;
+    }
+};
+
+TEST_F(SuggestionDeedTest, whatComesOffGivesNothingBack) {
+    addNotes();
+    world.find(7)->endsAfter = 1s;
+    start();
+    act(RuleAction::lowerPriority);
+    act(RuleAction::quit);
+    act(RuleAction::terminate);
+    clock.advance(60s);
+    EXPECT_THAT(ended, ElementsAre(std::nullopt, std::nullopt, std::nullopt));
+}
+
+TEST_F(SuggestionDeedTest, aProcessThatStaysIsGivenBack) {
+    world.add(7, "node");
+    world.shielded = {7};
+    start();
+    act(RuleAction::terminate);
+    clock.advance(9s);
+    EXPECT_THAT(ended, IsEmpty());
+    clock.advance(2s);
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::stillRunning, "Notes")));
+}
+
+TEST_F(SuggestionDeedTest, anApplicationThatStaysIsGivenBack) {
+    addNotes();
+    world.instances.front().quitsAfter = std::nullopt;
+    start();
+    act(RuleAction::quit);
+    act(RuleAction::relaunch);
+    clock.advance(31s);
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::askedToQuit, "Notes"),
+                                   Outcome::ofRelaunch("Did not quit, it may have unsaved changes", "Notes")));
+}
+
+TEST_F(SuggestionDeedTest, anApplicationThatIsGoneIsGivenBack) {
+    world.add(7, "node");
+    start();
+    act(RuleAction::quit);
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::notRunning, "Notes")));
+}
+
+TEST_F(SuggestionDeedTest, aPriorityThatStaysIsGivenBack) {
+    start();
+    act(RuleAction::lowerPriority);
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::notLowered, "Notes")));
 }
 
 TEST_F(AdviceModelTest, actingWritesNoEntryOfItsOwn) {

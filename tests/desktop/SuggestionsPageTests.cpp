@@ -111,6 +111,17 @@ TEST_F(SuggestionsPageTest, theMainButtonBearsItsLabelAndActs) {
     EXPECT_EQ(page->subtitle(), QStringLiteral("1 GB in 1 suggestion"));
 }
 
+TEST_F(SuggestionsPageTest, whatDoesNotComeOffIsSaidUntilTheNextDeed) {
+    EXPECT_FALSE(page->notice().isVisible());
+    auto* menu = (openContextMenu(row(1)), openMenu());
+    ASSERT_NE(menu, nullptr);
+    trigger(*menu, QStringLiteral("Quit Notes"));
+    ASSERT_TRUE(page->notice().isVisible());
+    EXPECT_EQ(page->notice().sentence(), QStringLiteral("Notes was not running."));
+    row(0).actionButton().click();
+    EXPECT_FALSE(page->notice().isVisible());
+}
+
 TEST_F(SuggestionsPageTest, theContextMenuOffersEverything) {
     openContextMenu(row(1));
     auto* menu = openMenu();
