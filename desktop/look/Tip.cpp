@@ -53,7 +53,7 @@ QString tip(const QString& text) {
         lines.resize(mostLines);
         lines.last() += QChar(0x2026);
     }
-    const auto plain = lines.join(QLatin1Char('\n'));
+    auto plain = lines.join(QLatin1Char('\n'));
     if (!Qt::mightBeRichText(plain)) return plain;
     return QStringLiteral("<p style='white-space:pre'>") + plain.toHtmlEscaped() + QStringLiteral("</p>");
 }
