@@ -43,7 +43,8 @@ std::optional<SymbolPicture> MacSymbols::picture(std::string_view name, int pixe
     const Pool pool(*runtime_);
     const Id symbol = symbolNamed(*runtime_, name, pixels);
     const auto size = within(runtime_->send<Size>(symbol, "size"), pixels);
-    if (!(size.width > 0 && size.height > 0)) return std::nullopt;
+    const bool isThere = size.width > 0 && size.height > 0;
+    if (!isThere) return std::nullopt;
     const Id png = pngOf(*runtime_, symbol, size);
     if (png == nullptr) return std::nullopt;
     return SymbolPicture{.png = Foundation::bytes(*runtime_, png), .width = size.width, .height = size.height};
