@@ -1,6 +1,5 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
-#include <simdjson.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -10,6 +9,7 @@
 
 #include "core/ZoneCalendar.h"
 #include "core/json/Encode.h"
+#include "core/json/Simdjson.h"
 #include "core/storage/ActivityFields.h"
 #include "core/storage/ActivityStats.h"
 #include "core/storage/Store.h"

@@ -35,8 +35,6 @@ function(tolvane_tests name folder)
   add_executable(${name} ${sources})
   # Code that runs once is not worth optimising: that would take longer than running it.
   target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS} $<$<CONFIG:Debug>:-O0>)
-  # Without optimisation the reader of JSON would get more members than in the code that is tested.
-  target_compile_definitions(${name} PRIVATE SIMDJSON_DEVELOPMENT_CHECKS=0)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gmock)
   tolvane_precompile(${name} ${TOLVANE_TEST_HEADERS})
   include(GoogleTest)

@@ -1,10 +1,10 @@
 #include "core/TextFile.h"
 
-#include <simdjson.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+#include "core/json/Simdjson.h"
 
 namespace tolvane {
 

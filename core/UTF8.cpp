@@ -1,7 +1,8 @@
 #include "core/UTF8.h"
 
-#include <simdjson.h>
 #include <unicode/utf8.h>
+
+#include "core/json/Simdjson.h"
 
 namespace tolvane::UTF8 {
 

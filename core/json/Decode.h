@@ -1,7 +1,5 @@
 #pragma once
 
-#include <simdjson.h>
-
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -23,6 +21,7 @@
 #include "core/json/Error.h"
 #include "core/json/Fields.h"
 #include "core/json/Reading.h"
+#include "core/json/Simdjson.h"
 #include "core/json/TextCache.h"
 #include "platform/Date.h"
 #include "platform/Text.h"

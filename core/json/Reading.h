@@ -1,12 +1,11 @@
 #pragma once
 
-#include <simdjson.h>
-
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 #include "core/json/Error.h"
+#include "core/json/Simdjson.h"
 
 namespace tolvane::json {
 

@@ -1,9 +1,8 @@
 #include "core/projects/Docker.h"
 
-#include <simdjson.h>
-
 #include <utility>
 
+#include "core/json/Simdjson.h"
 #include "core/projects/Run.h"
 
 namespace tolvane::Docker {

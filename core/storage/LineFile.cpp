@@ -1,9 +1,9 @@
 #include "core/storage/LineFile.h"
 
-#include <simdjson.h>
-
 #include <cstring>
 #include <utility>
+
+#include "core/json/Simdjson.h"
 
 namespace tolvane::Files {
 
