@@ -5,8 +5,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <span>
+
+#include "platform/linux/windows/XReply.h"
 
 namespace tolvane::linuxhost {
 
@@ -20,17 +21,6 @@ constexpr std::array propertyNames = {
 };
 /// Numbers of 32 bits; more windows than that nobody has open.
 constexpr std::uint32_t longestProperty = 65536;
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, Free>;
-
-template <typename Reply>
-Owned<Reply> owned(Reply* reply) {
-    return Owned<Reply>(reply);
-}
 
 }  // namespace
 

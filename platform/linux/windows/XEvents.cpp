@@ -1,24 +1,10 @@
 #include "platform/linux/windows/XEvents.h"
 
-#include <cstdlib>
 #include <utility>
 
+#include "platform/linux/windows/XReply.h"
+
 namespace tolvane::linuxhost {
-
-namespace {
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, Free>;
-
-template <typename Reply>
-Owned<Reply> owned(Reply* reply) {
-    return Owned<Reply>(reply);
-}
-
-}  // namespace
 
 XEvents::~XEvents() {
     notifier_.reset();

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdlib>
+#include <memory>
+
+namespace tolvane::linuxhost {
+
+struct FreeReply {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+/// An answer or event of the display server, freed when it goes.
+template <typename Reply>
+using Owned = std::unique_ptr<Reply, FreeReply>;
+
+template <typename Reply>
+Owned<Reply> owned(Reply* reply) {
+    return Owned<Reply>(reply);
+}
+
+}  // namespace tolvane::linuxhost
