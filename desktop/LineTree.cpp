@@ -12,18 +12,6 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// Keeps the scroll bar below the heads.
-class HeadSpace : public QWidget {
-public:
-    HeadSpace(const QHeaderView& header, QWidget* parent) : QWidget(parent), header_(header) {
-        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    }
-    QSize sizeHint() const override { return {0, header_.sizeHint().height()}; }
-
-private:
-    const QHeaderView& header_;
-};
-
 const ProcessColumnTraits& column(int number) { return processColumns[static_cast<std::size_t>(number)]; }
 
 }  // namespace
@@ -73,7 +61,6 @@ void LineTree::buildHeader() {
     header_->setSectionResizeMode(QHeaderView::Fixed);
     header_->setSectionsClickable(true);
     header_->setSortIndicatorShown(true);
-    addScrollBarWidget(new HeadSpace(*header_, this), Qt::AlignTop);
     connect(header_, &QHeaderView::sectionClicked, this, [this](int clicked) {
         /// The toolkit has already moved its arrow to whatever was clicked.
         header_->setSortIndicator(sortedColumn_, sortOrder_);

@@ -194,6 +194,13 @@ TEST_F(ProcessesPageTest, scrollingSurvivesTicks) {
     EXPECT_EQ(table().verticalScrollBar()->value(), 333);
 }
 
+TEST_F(ProcessesPageTest, theScrollBarBeginsRightBelowTheHeads) {
+    tick(fakes::SampleCast::crowd(600, 0, scene.model.snapshot->date));
+    const auto* bar = table().verticalScrollBar();
+    ASSERT_TRUE(bar->isVisible());
+    EXPECT_NEAR(bar->mapTo(&table(), QPoint()).y(), table().header()->geometry().bottom(), 2);
+}
+
 TEST_F(ProcessesPageTest, rowsStandStillWhileTheButtonIsDown) {
     const auto at = table().visualRect(row("pid:48120")).center();
     press(*table().viewport(), at);
