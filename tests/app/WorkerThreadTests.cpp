@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <latch>
 #include <vector>
@@ -55,6 +56,15 @@ TEST(WorkerThread, aJobMaySubmitTheNextOnceItIsTold) {
     };
     worker.submit([] {}, next);
     EXPECT_TRUE(waitUntil([&] { return told == 50; }));
+}
+
+TEST(WorkerThread, severalTellTheSameThreadAtOnce) {
+    std::array<WorkerThread, 4> workers;
+    int told = 0;
+    for (int number = 0; number < 500; ++number) {
+        for (WorkerThread& worker : workers) worker.submit([] {}, [&] { ++told; });
+    }
+    EXPECT_TRUE(waitUntil([&] { return told == 2000; }));
 }
 
 TEST(WorkerThread, letsGoOfWhatAJobHoldsBeforeItTells) {
