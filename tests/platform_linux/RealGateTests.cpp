@@ -24,8 +24,9 @@ class OwnGroup {
 public:
     explicit OwnGroup(const std::string& name) {
         const std::string mounts = contentOf("/proc/self/mounts");
-        path_ = std::string(cgroupMount(mounts)) + "/tolvane-test-" + std::to_string(::getpid()) + "-" + name;
-        made_ = ::mkdir(path_.c_str(), 0755) == 0;
+        const auto mount = cgroupMount(mounts);
+        path_ = std::string(mount) + "/tolvane-test-" + std::to_string(::getpid()) + "-" + name;
+        made_ = !mount.empty() && ::mkdir(path_.c_str(), 0755) == 0;
     }
     ~OwnGroup() {
         if (made_) eventually([this] { return ::rmdir(path_.c_str()) == 0; });
@@ -34,9 +35,10 @@ public:
     OwnGroup& operator=(const OwnGroup&) = delete;
 
     bool take(pid_t pid) const {
+        if (!made_) return false;
         std::ofstream file(path_ + "/cgroup.procs");
         file << pid << std::flush;
-        return made_ && file.good();
+        return file.good();
     }
 
 private:
