@@ -38,13 +38,14 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
     showHidden_->hide();
     connect(showHidden_, &QPushButton::clicked, this, [this] { view_.showHidden(); });
     buildColumn();
-    panes_->addWidget(scroll_);
-    panes_->addWidget(empty_);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(notice_);
     column->addLayout(panes_, 1);
+    // Not before: a pane without a parent would be shown as a window of its own.
+    panes_->addWidget(scroll_);
+    panes_->addWidget(empty_);
     connectModel();
 }
 

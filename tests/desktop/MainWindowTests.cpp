@@ -1,11 +1,14 @@
 #include "desktop/MainWindow.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPointer>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "desktop/DesktopWindows.h"
 #include "desktop/ProcessesPage.h"
@@ -21,6 +24,19 @@ class EmptyPage : public Page {
 public:
     using Page::Page;
     std::vector<QWidget*> controls() override { return {}; }
+};
+
+/// What is shown from now on that is in no other window, if only for a moment.
+class WindowsShown : public QObject {
+public:
+    WindowsShown() { QApplication::instance()->installEventFilter(this); }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        const auto* widget = qobject_cast<QWidget*>(object);
+        if (event->type() == QEvent::Show && widget && widget->isWindow())
+            names.emplace_back(widget->metaObject()->className());
+        return false;
+    }
+    std::vector<std::string> names;
 };
 
 class MainWindowTest : public ::testing::Test {
@@ -66,6 +82,19 @@ TEST_F(MainWindowTest, makesAScreenWhenItIsFirstShown) {
     scene.model.section.set(AppSection::processes);
     scene.model.section.set(AppSection::rules);
     EXPECT_EQ(made, 1);
+}
+
+TEST_F(MainWindowTest, noSectionShowsAWindowOfItsOwnWhileItIsMade) {
+    MainWindow window(scene.model, scene.look, scene.state,
+                      allScreens(scene.model, scene.look, scene.state, "en_US"));
+    window.show();
+    turnLoop();
+    WindowsShown others;
+    for (const auto& section : appSections) {
+        scene.model.section.set(section.section);
+        turnLoop();
+    }
+    EXPECT_THAT(others.names, ::testing::IsEmpty());
 }
 
 TEST_F(MainWindowTest, theSidebarAndTheModelFollowEachOther) {
