@@ -11,6 +11,7 @@
 #include <xcb/xcb.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
