@@ -20,7 +20,8 @@ struct BSDRecord {
     /// Short name, invalid UTF-8 repaired; empty when the kernel has none.
     Text name;
     Date startTime;
-    /// Moves when the process runs another program under the same pid and start time; 0 where the host cannot tell.
+    /// Moves when the process runs another program under the same pid and start time, or shows its arguments anew; 0
+    /// where the host cannot tell.
     std::uint64_t programStamp = 0;
 
     bool operator==(const BSDRecord&) const = default;

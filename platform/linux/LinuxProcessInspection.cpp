@@ -144,7 +144,7 @@ std::optional<BSDRecord> LinuxProcessInspection::bsdRecord(Pid pid) {
                      .uid = entry->uid,
                      .name = entry->name,
                      .startTime = options_.clock.dateOfTicks(entry->startTicks),
-                     .programStamp = entry->execStamp};
+                     .programStamp = entry->execStamp + entry->titleStamp};
 }
 
 std::optional<UsageRecord> LinuxProcessInspection::usage(Pid pid) {
@@ -184,12 +184,13 @@ std::optional<bool> LinuxProcessInspection::belongsToSystem(Pid pid) {
 }
 
 std::optional<std::string> LinuxProcessInspection::argumentsBlock(Pid pid) {
-    const ProcEntry* entry = answered(pid);
+    ProcEntry* entry = answered(pid);
     if (!entry || entry->kernelThread) return std::nullopt;
     const auto bytes = reader_.arguments(pid);
     if (!bytes) return std::nullopt;
     const auto words = splitArguments(*bytes);
     const bool title = isTitle(words, entry->executable);
+    entry->titled = title;
     environment_.clear();
     if (title || entry->readApart) files_.readWhole(PidPath(pid, "environ"), environment_);
     const std::string_view environment = entry->readApart ? std::string_view(environment_) : std::string_view{};

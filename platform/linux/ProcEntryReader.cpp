@@ -90,6 +90,8 @@ bool ProcEntryReader::applyProgram(ProcEntry& entry, const ProcStat& stat) {
     const bool another = replace(entry.execStamp, stat.execStamp);
     const bool renamed = entry.comm.view() != stat.comm;
     if (renamed) assign(entry.comm, stat.comm);
+    // What names itself anew writes a new title too: npm is "npm" before it is "npm run dev".
+    if (renamed && std::exchange(entry.titled, false)) ++entry.titleStamp;
     if (renamed && entry.kernelThread) entry.name = entry.comm;
     return another || renamed;
 }

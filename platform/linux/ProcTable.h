@@ -25,6 +25,8 @@ struct ProcEntry {
     std::uint64_t residentPages = 0;
     std::uint64_t minorFaults = 0;
     std::uint64_t execStamp = 0;
+    /// How often it was renamed while a title stood in place of its arguments.
+    std::uint64_t titleStamp = 0;
     std::uint64_t footprint = 0;
     std::uint64_t swapped = 0;
     /// The highest footprint that we saw.
@@ -57,6 +59,8 @@ struct ProcEntry {
     /// `reportedParent` and `system` have to be worked out anew.
     bool parentStale = true;
     bool systemStale = true;
+    /// A title stood where its arguments were last asked for.
+    bool titled = false;
     /// The latest reading was one of its own, outside the order of a sweep.
     bool readApart = false;
 

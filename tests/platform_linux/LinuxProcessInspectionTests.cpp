@@ -59,6 +59,42 @@ TEST(LinuxProcessInspection, theListIsAscendingAndHoldsOnlyPids) {
     EXPECT_THAT(proc.inspection()->allPids(), ElementsAre(5, 41, 300));
 }
 
+TEST(LinuxProcessInspection, aTitleThatChangesIsReadAnew) {
+    MockProc proc;
+    const auto shown = [&](const std::string& title) {
+        proc.put({.pid = 20, .comm = title, .executable = "/usr/bin/node", .arguments = title + std::string(8, '\0')});
+    };
+    shown("web");
+    const auto inspection = proc.inspection();
+    Sweeper sweeper(*inspection);
+    sweeper.sweep();
+    EXPECT_NE(sweeper.arguments[20]->find(std::string("\0web\0", 5)), std::string::npos);
+    for (const std::string title : {"web serve", "web serve all"}) {
+        shown(title);
+        sweeper.sweep();
+        EXPECT_NE(sweeper.arguments[20]->find('\0' + title + '\0'), std::string::npos);
+    }
+}
+
+TEST(LinuxProcessInspection, aTitleDoesNotTakeThePlaceOfArgumentsThatWereSeen) {
+    MockProc proc;
+    MockProcess server{.pid = 20,
+                       .comm = "node",
+                       .executable = "/usr/bin/node",
+                       .arguments = std::string("node\0server.js\0", 15)};
+    proc.put(server);
+    const auto inspection = proc.inspection();
+    Sweeper sweeper(*inspection);
+    sweeper.sweep();
+    const auto seen = sweeper.arguments[20];
+    server.comm = "my server";
+    server.arguments = "my server" + std::string(8, '\0');
+    proc.put(server);
+    sweeper.sweep();
+    EXPECT_EQ(sweeper.readings[20].bsd->name, "my server");
+    EXPECT_EQ(sweeper.arguments[20], seen);
+}
+
 TEST(LinuxProcessInspection, aFolderThatCannotBeListedGivesNothing) {
     MockProc proc;
     auto options = proc.options();
