@@ -1,5 +1,6 @@
 #include "desktop/parts/RowTree.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHoverEvent>
@@ -12,7 +13,17 @@
 
 namespace tolvane::desktop {
 
-RowTree::RowTree(const Look& look, QWidget* parent) : QTreeView(parent), look_(look) {}
+RowTree::RowTree(const Look& look, QWidget* parent) : QTreeView(parent), look_(look) {
+    connect(this, &QTreeView::expanded, this, &RowTree::tellScreenReaders);
+    connect(this, &QTreeView::collapsed, this, &RowTree::tellScreenReaders);
+}
+
+/// Newer toolkits remember the cell at each number, and would go on to tell of rows that closed.
+void RowTree::tellScreenReaders() {
+    if (!QAccessible::isActive()) return;
+    QAccessibleTableModelChangeEvent event(this, QAccessibleTableModelChangeEvent::ModelReset);
+    QAccessible::updateAccessibility(&event);
+}
 
 QRect RowTree::rowRect(const QModelIndex& index) const {
     auto rect = visualRect(index.siblingAtColumn(0));

@@ -24,6 +24,7 @@ protected:
 
 private:
     void copySelected() const;
+    void tellScreenReaders();
     void setHovered(const QModelIndex& row);
     QRect rowRect(const QModelIndex& index) const;
 

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QLibraryInfo>
 #include <cstdlib>
 #include <ctime>
 
@@ -20,6 +21,8 @@ QImage settled(QWidget& widget) {
 class GoldenPicturesTest : public ::testing::TestWithParam<bool> {};
 
 TEST_P(GoldenPicturesTest, showEveryScreenAsItWasKept) {
+    // Another one comes with another edition of the typeface, whose words are wider.
+    if (QLibraryInfo::version().minorVersion() != 4) GTEST_SKIP() << "the pictures were kept with Qt 6.4";
     const bool dark = GetParam();
     DemoScene scene({.dark = dark});
     MainWindow window(scene.model, scene.look, scene.state, allScreens(scene.model, scene.look, scene.state, "en_US"));

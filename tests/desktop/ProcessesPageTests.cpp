@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
@@ -230,6 +231,23 @@ TEST_F(ProcessesPageTest, aDisclosedGroupOpensAndClosesByKeys) {
     type(table(), Qt::Key_Left);
     type(table(), Qt::Key_Left);
     EXPECT_FALSE(table().isExpanded(row("cmd:node")));
+}
+
+TEST_F(ProcessesPageTest, screenReadersAreToldOfTheRowsThatAreOpen) {
+    QAccessible::setActive(true);
+    const auto told = [&] {
+        auto* tree = QAccessible::queryAccessibleInterface(&table());
+        QStringList names;
+        for (int number = 0; number < tree->childCount(); ++number)
+            names << tree->child(number)->text(QAccessible::Name);
+        return names;
+    };
+    const auto before = told();
+    table().expand(row("cmd:ruby"));
+    EXPECT_GT(told().size(), before.size());
+    table().collapse(row("cmd:ruby"));
+    EXPECT_EQ(told(), before);
+    QAccessible::setActive(false);
 }
 
 TEST_F(ProcessesPageTest, typingANameGoesToIt) {

@@ -18,6 +18,8 @@ LEAVES = ("label", "push button", "radio button", "check box", "list item", "tab
           "separator", "chart")
 TABLES = ("tree", "table")
 CELLS = ("table cell", "table column header")
+# Newer buses of screen readers have shorter names.
+RENAMED = {"button": "push button"}
 WINDOWS = ("frame", "dialog", "popup menu")
 
 
@@ -105,7 +107,8 @@ class Program:
             node = node or self.root()
             if not node:
                 return
-            role = node.get_role_name()
+            said = node.get_role_name()
+            role = RENAMED.get(said, said)
             children = node.get_child_count() if within(role) else 0
         except self.glib.Error:
             return
