@@ -85,8 +85,7 @@ TEST_F(MainWindowTest, makesAScreenWhenItIsFirstShown) {
 }
 
 TEST_F(MainWindowTest, noSectionShowsAWindowOfItsOwnWhileItIsMade) {
-    MainWindow window(scene.model, scene.look, scene.state,
-                      allScreens(scene.model, scene.look, scene.state, "en_US"));
+    MainWindow window(scene.model, scene.look, scene.state, allScreens(scene.model, scene.look, scene.state, "en_US"));
     window.show();
     turnLoop();
     WindowsShown others;

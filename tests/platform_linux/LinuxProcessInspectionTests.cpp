@@ -78,10 +78,8 @@ TEST(LinuxProcessInspection, aTitleThatChangesIsReadAnew) {
 
 TEST(LinuxProcessInspection, aTitleDoesNotTakeThePlaceOfArgumentsThatWereSeen) {
     MockProc proc;
-    MockProcess server{.pid = 20,
-                       .comm = "node",
-                       .executable = "/usr/bin/node",
-                       .arguments = std::string("node\0server.js\0", 15)};
+    MockProcess server{
+        .pid = 20, .comm = "node", .executable = "/usr/bin/node", .arguments = std::string("node\0server.js\0", 15)};
     proc.put(server);
     const auto inspection = proc.inspection();
     Sweeper sweeper(*inspection);
