@@ -18,8 +18,8 @@ LEAVES = ("label", "push button", "radio button", "check box", "list item", "tab
           "separator", "chart")
 TABLES = ("tree", "table")
 CELLS = ("table cell", "table column header")
-# Newer buses of screen readers have shorter names.
-RENAMED = {"button": "push button"}
+# Newer buses and toolkits have other names.
+RENAMED = {"button": "push button", "push button menu": "push button"}
 WINDOWS = ("frame", "dialog", "popup menu")
 
 
