@@ -4,17 +4,27 @@
 #include <QtGlobal>
 #include <atomic>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 
 namespace tolvane::desktop {
 
 namespace {
 
-/// The only state that the end of the process can reach; null while there is nothing to do.
-std::atomic<const std::function<void()>*> present = nullptr;
+/// A broken connection is heard of on two of the toolkit's threads, and either ends the process: neither may before it
+/// is done. The deed may itself be told.
+std::recursive_mutex doing;
+/// The only state that the end of the process can reach; null while there is nothing to do. Of who holds `doing`.
+const std::function<void()>* present = nullptr;
 
 void doIt() {
-    if (const auto* deed = present.exchange(nullptr)) (*deed)();
+    const std::lock_guard lock(doing);
+    if (const auto* deed = std::exchange(present, nullptr)) (*deed)();
+}
+
+void expect(const std::function<void()>* deed) {
+    const std::lock_guard lock(doing);
+    present = deed;
 }
 
 /// Whoever heard the toolkit's messages before.
@@ -29,13 +39,13 @@ void hear(QtMsgType type, const QMessageLogContext& where, const QString& messag
 
 LastDeed::LastDeed(std::function<void()> deed) : deed_(std::move(deed)) {
     static const bool isAsked = std::atexit(&doIt) == 0;
-    if (isAsked) present = &deed_;
+    if (isAsked) expect(&deed_);
     passOn = qInstallMessageHandler(&hear);
 }
 
 LastDeed::~LastDeed() {
     qInstallMessageHandler(passOn);
-    present = nullptr;
+    expect(nullptr);
 }
 
 }  // namespace tolvane::desktop

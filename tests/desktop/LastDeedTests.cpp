@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QtGlobal>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 
 namespace tolvane::desktop {
 namespace {
@@ -58,6 +60,19 @@ TEST(LastDeed, isDoneAtTheWarningThatACompositorIsGone) {
     }
     qWarning("The Wayland connection broke. Did the Wayland compositor die?");
     EXPECT_EQ(done, 1);
+}
+
+TEST(LastDeed, nobodyWhoHearsOfTheEndGoesOnBeforeItIsDone) {
+    const auto hear = [] { qWarning("The Wayland connection broke. Did the Wayland compositor die?"); };
+    std::future<void> other;
+    bool wentOn = false;
+    const LastDeed deed([&] {
+        other = std::async(std::launch::async, hear);
+        wentOn = other.wait_for(std::chrono::milliseconds(100)) == std::future_status::ready;
+    });
+    hear();
+    EXPECT_FALSE(wentOn);
+    other.get();
 }
 
 }  // namespace
