@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "app/MomentOf.h"
-#include "app/Observed.h"
-#include "app/ProcessHistory.h"
-#include "app/Snapshot.h"
+#include "app/model/DayMoment.h"
+#include "app/model/Observed.h"
+#include "app/sampling/ProcessHistory.h"
+#include "app/sampling/Snapshot.h"
 #include "core/advisor/Advisor.h"
 #include "core/history/HistoryMath.h"
 #include "core/storage/Store.h"
@@ -97,7 +97,7 @@ void recordHistory(benchmark::State& state) {
 /// Once a minute: who holds most, kept behind a full day of earlier moments, the oldest of which goes, and written.
 void recordMoment(benchmark::State& state) {
     Machine machine(static_cast<std::size_t>(state.range(0)));
-    const LineNames names{.application = [](std::string_view path) { return std::string(path); }, .home = "/home/ada"};
+    const RowNames names{.application = [](std::string_view path) { return std::string(path); }, .home = "/home/ada"};
     const auto next = machine.sample();
     Observed<std::vector<Moment>> moments;
     moments.set(aDay());

@@ -103,13 +103,13 @@ private:
 /// Bundles as folders, as the paths of the crowd say.
 class FolderApplications : public Applications {
 public:
-    std::optional<Text> bundlePath(Pid, std::string_view executable) override {
+    std::optional<Text> appPath(Pid, std::string_view executable) override {
         const auto end = executable.find(".app/");
         if (end == std::string_view::npos) return std::nullopt;
         return Text(executable.substr(0, end + 4));
     }
-    std::optional<Text> bundleIdentifier(std::string_view bundlePath) override { return Text(bundlePath); }
-    std::string displayName(std::string_view bundlePath) override { return std::string(bundlePath); }
+    std::optional<Text> appID(std::string_view appPath) override { return Text(appPath); }
+    std::string displayName(std::string_view appPath) override { return std::string(appPath); }
     std::string iconName(std::string_view) override { return {}; }
 };
 

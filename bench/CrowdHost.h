@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "app/Executor.h"
+#include "app/tasks/Executor.h"
 #include "platform/Host.h"
 #include "platform/Windows.h"
 

@@ -1,8 +1,8 @@
 #include "bench/Floor.h"
 
-#include "platform/linux/KernelText.h"
-#include "platform/linux/ProcStat.h"
-#include "platform/linux/Scan.h"
+#include "platform/linux/processes/ProcStat.h"
+#include "platform/linux/text/KernelText.h"
+#include "platform/linux/text/Scan.h"
 
 namespace tolvane::bench {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Pid.h"
-#include "platform/linux/ProcFiles.h"
+#include "base/Pid.h"
+#include "platform/linux/processes/ProcFiles.h"
 
 namespace tolvane::bench {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "app/Format.h"
-#include "app/Line.h"
-#include "app/screens/ProcessesView.h"
+#include "app/rows/Format.h"
+#include "app/rows/TableRow.h"
+#include "app/screens/processes/ProcessesView.h"
 
 /// What a redraw of the processes table costs: folding, sorting and searching the rows of one tick, and the words of
 /// its cells. Arguments are the number of processes and the grouping.
@@ -33,7 +33,7 @@ ProcRow madeUpRow(int number) {
     row.sample.compressed = row.sample.footprint / 3;
     row.cpuPercent = number % 17 == 0 ? number % 90 : 0;
     row.unusedSince = Date{Seconds{799'000'000.0 - number}};
-    if (number % 3 == 0) row.appBundlePath = Text("/Applications/App" + std::to_string(number % 60) + ".app");
+    if (number % 3 == 0) row.appPath = Text("/Applications/App" + std::to_string(number % 60) + ".app");
     if (number % 5 == 1) row.project = Text("/home/ada/src/project" + std::to_string(number % 20));
     if (number % 40 == 2) row.claudeSession = Text("session " + std::to_string(number % 7));
     return row;
@@ -46,15 +46,15 @@ Snapshot snapshotOf(std::int64_t count) {
     return snapshot;
 }
 
-const LineNames names{.application = [](std::string_view path) { return std::string(path.substr(14)); },
-                      .home = "/home/ada"};
+const RowNames names{.application = [](std::string_view path) { return std::string(path.substr(14)); },
+                     .home = "/home/ada"};
 
-const std::vector<LineOrder> byMemory = {LineOrder{}};
+const std::vector<RowOrder> byMemory = {RowOrder{}};
 
 void build(benchmark::State& state) {
     const auto snapshot = snapshotOf(state.range(0));
     const auto grouping = static_cast<Grouping>(state.range(1));
-    for (auto _ : state) benchmark::DoNotOptimize(Line::build(snapshot.rows, grouping, 2.5, names));
+    for (auto _ : state) benchmark::DoNotOptimize(TableRow::build(snapshot.rows, grouping, 2.5, names));
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
@@ -79,7 +79,7 @@ void selectAll(benchmark::State& state) {
     const auto lines = ProcessesView::linesOf(snapshotOf(state.range(0)), Grouping::apps, "", byMemory, names, locale);
     std::set<std::string> ids;
     for (const auto& line : lines) ids.insert(line.id);
-    for (auto _ : state) benchmark::DoNotOptimize(Line::selected(ids, lines));
+    for (auto _ : state) benchmark::DoNotOptimize(TableRow::selected(ids, lines));
 }
 
 /// The cells of the forty lines that a window shows.

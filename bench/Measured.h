@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Date.h"
+#include "base/Date.h"
 
 namespace tolvane::bench {
 

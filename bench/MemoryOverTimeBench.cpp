@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/AppModel.h"
+#include "app/model/AppModel.h"
 #include "bench/CrowdHost.h"
 #include "core/advisor/AdviceScene.h"
 #include "core/advisor/Advisor.h"
@@ -33,8 +33,8 @@ ProcRow rowOf(Pid pid) {
     row.sample.footprint = (70 + static_cast<std::uint64_t>(pid) % 100) * megabyte;
     row.unusedSince = start - Seconds{static_cast<double>(pid % 5000)};
     if (pid % 5 == 0) {
-        row.appBundlePath = Text("/Applications/App" + std::to_string(pid % 30) + ".app");
-        row.bundleID = Text("org.example.app" + std::to_string(pid % 30));
+        row.appPath = Text("/Applications/App" + std::to_string(pid % 30) + ".app");
+        row.appID = Text("org.example.app" + std::to_string(pid % 30));
     } else if (pid % 2 == 0) {
         row.project = Text(project);
     }

@@ -28,7 +28,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/ProcCgroup.h"
+#include "platform/linux/processes/ProcCgroup.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include <iterator>
 #include <string>
 
-#include "platform/linux/CommandLine.h"
-#include "platform/linux/ListeningSockets.h"
-#include "platform/linux/MemoryMoves.h"
-#include "platform/linux/ProcCgroup.h"
-#include "platform/linux/ProcStat.h"
-#include "platform/linux/ProcStatus.h"
+#include "platform/linux/processes/CommandLine.h"
+#include "platform/linux/processes/ListeningSockets.h"
+#include "platform/linux/processes/MemoryMoves.h"
+#include "platform/linux/processes/ProcCgroup.h"
+#include "platform/linux/processes/ProcStat.h"
+#include "platform/linux/processes/ProcStatus.h"
 
 /// The pure part of reading a process: it should stay far below the microseconds that the kernel takes to write the
 /// same text.

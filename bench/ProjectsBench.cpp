@@ -15,9 +15,9 @@
 #include "core/projects/GitBranch.h"
 #include "core/projects/Projects.h"
 #include "core/sampling/ProcessReader.h"
-#include "platform/linux/LinuxChildProcesses.h"
-#include "platform/linux/LinuxProcessInspection.h"
-#include "platform/linux/LinuxServiceManager.h"
+#include "platform/linux/acts/LinuxChildProcesses.h"
+#include "platform/linux/processes/LinuxProcessInspection.h"
+#include "platform/linux/processes/LinuxServiceManager.h"
 
 // What the projects screen costs: grouping on the main thread at each look, and in the background every 15 seconds the
 // branches (one git per repository is nearly all of it), the ports, and which services are kept.

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/AppModel.h"
+#include "app/model/AppModel.h"
 #include "bench/CrowdHost.h"
 #include "bench/Measured.h"
 #include "bench/MixedRules.h"

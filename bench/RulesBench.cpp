@@ -35,7 +35,7 @@ ProcRow rowOf(Pid pid) {
     row.sample.startTime = now - Seconds{3600.0 + pid};
     row.sample.footprint = (number % 200) * megabyte;
     row.unusedSince = now - Seconds{static_cast<double>(number % 3600)};
-    if (number % 7 == 0) row.bundleID = Text("org.example.app" + std::to_string(number % 30));
+    if (number % 7 == 0) row.appID = Text("org.example.app" + std::to_string(number % 30));
     return row;
 }
 

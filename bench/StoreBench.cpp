@@ -7,12 +7,12 @@
 #include <random>
 #include <string>
 
-#include "core/ZoneCalendar.h"
+#include "base/Simdjson.h"
 #include "core/json/Encode.h"
-#include "core/json/Simdjson.h"
 #include "core/storage/ActivityFields.h"
 #include "core/storage/ActivityStats.h"
 #include "core/storage/Store.h"
+#include "core/words/ZoneCalendar.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 // What the log costs at start, with a million lines of 330 bytes, beside the bare reader that takes all fields and

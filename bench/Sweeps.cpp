@@ -20,7 +20,7 @@
 #include "bench/Floor.h"
 #include "bench/Measured.h"
 #include "core/sampling/ProcessReader.h"
-#include "platform/linux/LinuxProcessInspection.h"
+#include "platform/linux/processes/LinuxProcessInspection.h"
 
 namespace tolvane::bench {
 namespace {

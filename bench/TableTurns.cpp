@@ -14,11 +14,11 @@
 #include <string>
 #include <vector>
 
-#include "app/AppModel.h"
+#include "app/model/AppModel.h"
 #include "bench/CrowdHost.h"
-#include "desktop/MainWindow.h"
-#include "desktop/ProcessesPage.h"
-#include "desktop/Screens.h"
+#include "desktop/processes/ProcessesPage.h"
+#include "desktop/program/Screens.h"
+#include "desktop/window/MainWindow.h"
 
 namespace {
 

@@ -6,9 +6,10 @@
 #include <cstdlib>
 #include <functional>
 
-#include "app/AppModel.h"
-#include "platform/linux/QuitSignals.h"
+#include "app/model/AppModel.h"
+#include "app/preferences/LayeredPreferences.h"
 #include "platform/linux/makeLinuxHost.h"
+#include "platform/linux/session/QuitSignals.h"
 
 namespace {
 
@@ -35,7 +36,8 @@ private:
 
 int main(int argc, char** argv) {
     const long interval = argc > 1 ? std::atol(argv[1]) : 1;
-    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), {{"openInterval", std::int64_t{interval}}});
+    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(),
+                                         LayeredPreferences::layer({{"openInterval", std::int64_t{interval}}}));
     QCoreApplication application(argc, argv);
     OneWindow window(interval > 0);
     const AppModel model(host, window, false);

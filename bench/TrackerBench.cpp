@@ -7,7 +7,7 @@
 
 #include "core/projects/ProjectLabels.h"
 #include "core/rules/ClaudeWorker.h"
-#include "core/sampling/SessionLabels.h"
+#include "core/rules/SessionLabels.h"
 #include "core/sampling/UsageTracker.h"
 
 // What a tick costs after the processes are read: comparing readings, naming sessions, naming projects.
@@ -19,13 +19,13 @@ namespace {
 /// As on hosts whose applications are folders; costs next to nothing itself.
 class Bundles : public Applications {
 public:
-    std::optional<Text> bundlePath(Pid, std::string_view executable) override {
+    std::optional<Text> appPath(Pid, std::string_view executable) override {
         const auto found = executable.find(".app/");
         if (found == std::string_view::npos) return std::nullopt;
         return Text(executable.substr(0, found + 4));
     }
-    std::optional<Text> bundleIdentifier(std::string_view bundlePath) override { return Text(bundlePath); }
-    std::string displayName(std::string_view bundlePath) override { return std::string(bundlePath); }
+    std::optional<Text> appID(std::string_view appPath) override { return Text(appPath); }
+    std::string displayName(std::string_view appPath) override { return std::string(appPath); }
     std::string iconName(std::string_view) override { return {}; }
 };
 

@@ -17,9 +17,10 @@
 #include <string>
 #include <vector>
 
+#include "app/preferences/LayeredPreferences.h"
 #include "bench/Turns.h"
-#include "desktop/ProcessesPage.h"
-#include "desktop/Program.h"
+#include "desktop/processes/ProcessesPage.h"
+#include "desktop/program/Program.h"
 #include "platform/linux/makeLinuxHost.h"
 
 namespace {
@@ -155,7 +156,8 @@ int argument(int argc, char** argv, int place, int otherwise) {
 int main(int argc, char** argv) {
     const int ticks = argument(argc, argv, 1, 30), interval = argument(argc, argv, 2, 2);
     const int longTicks = argument(argc, argv, 3, 0) / interval;
-    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(), {{"openInterval", std::int64_t{interval}}});
+    auto host = linuxhost::makeLinuxHost(linuxhost::processEnvironment(),
+                                         LayeredPreferences::layer({{"openInterval", std::int64_t{interval}}}));
     host.locale = "en_US";
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Pid.h"
-#include "platform/Subscription.h"
-#include "platform/Text.h"
+#include "base/Pid.h"
+#include "base/Subscription.h"
+#include "base/Text.h"
 
 namespace tolvane {
 
@@ -19,19 +19,19 @@ public:
     virtual ~Applications() = default;
 
     /// The application that the process belongs to; none for what runs on its own, in a terminal included.
-    virtual std::optional<Text> bundlePath(Pid pid, std::string_view executable) = 0;
+    virtual std::optional<Text> appPath(Pid pid, std::string_view executable) = 0;
     /// The identifier that rules know the application by; none when the path is no application.
-    virtual std::optional<Text> bundleIdentifier(std::string_view bundlePath) = 0;
+    virtual std::optional<Text> appID(std::string_view appPath) = 0;
     /// In the user's language; the last path component for what is no application.
-    virtual std::string displayName(std::string_view bundlePath) = 0;
+    virtual std::string displayName(std::string_view appPath) = 0;
     /// An icon theme's name or an image's absolute path; empty when it has none.
-    virtual std::string iconName(std::string_view bundlePath) = 0;
+    virtual std::string iconName(std::string_view appPath) = 0;
 };
 
 /// The application that the user looks at.
 struct FrontmostApplication {
-    std::string bundlePath;
-    std::optional<std::string> bundleIdentifier;
+    std::string appPath;
+    std::optional<std::string> appID;
 
     bool operator==(const FrontmostApplication&) const = default;
 };
@@ -46,7 +46,7 @@ public:
     /// None when nothing is in front, or when it is no application with a bundle.
     virtual std::optional<FrontmostApplication> current() const = 0;
     /// Calls back with the bundle path of each application that comes to the front.
-    virtual Subscription onActivation(std::function<void(std::string bundlePath)> activated) = 0;
+    virtual Subscription onActivation(std::function<void(std::string appPath)> activated) = 0;
 };
 
 }  // namespace tolvane

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "platform/Date.h"
-#include "platform/Subscription.h"
+#include "base/Date.h"
+#include "base/Subscription.h"
 
 namespace tolvane {
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "base/Pid.h"
 #include "platform/Applications.h"
 #include "platform/ChildProcesses.h"
 #include "platform/Clock.h"
@@ -15,7 +16,6 @@
 #include "platform/MachineStatistics.h"
 #include "platform/MemoryPressure.h"
 #include "platform/Notifications.h"
-#include "platform/Pid.h"
 #include "platform/Preferences.h"
 #include "platform/ProcessControl.h"
 #include "platform/ProcessInspection.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Subscription.h"
+#include "base/Subscription.h"
 
 namespace tolvane {
 

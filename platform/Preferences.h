@@ -7,7 +7,7 @@
 #include <string_view>
 #include <variant>
 
-#include "platform/Date.h"
+#include "base/Date.h"
 
 namespace tolvane {
 
@@ -33,5 +33,8 @@ public:
     /// True unless a false is stored.
     bool unlessTurnedOff(std::string_view key) const { return get<bool>(key).value_or(true); }
 };
+
+/// Lays values for this run over the stored preferences; null leaves them as they are stored.
+using PreferencesLayer = std::function<std::unique_ptr<Preferences>(std::unique_ptr<Preferences> stored)>;
 
 }  // namespace tolvane

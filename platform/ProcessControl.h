@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Date.h"
-#include "platform/Pid.h"
+#include "base/Date.h"
+#include "base/Pid.h"
 
 namespace tolvane {
 

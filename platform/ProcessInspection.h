@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Date.h"
-#include "platform/Pid.h"
-#include "platform/Text.h"
+#include "base/Date.h"
+#include "base/Pid.h"
+#include "base/Text.h"
 
 namespace tolvane {
 

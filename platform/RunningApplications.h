@@ -20,7 +20,7 @@ public:
     virtual void forceTerminate() = 0;
     virtual bool isTerminated() const = 0;
     /// The installed application that it is an instance of; none where the host does not know.
-    virtual std::optional<std::string> bundlePath() const = 0;
+    virtual std::optional<std::string> appPath() const = 0;
 };
 
 /// Applications that run, and starting them. Main thread; no call blocks for longer than a round trip to the desktop,
@@ -33,9 +33,9 @@ public:
     virtual ~RunningApplications() = default;
 
     /// All running instances of this user, whoever started them; empty when there are none.
-    virtual std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) = 0;
+    virtual std::vector<std::shared_ptr<RunningApplication>> withAppID(std::string_view identifier) = 0;
     /// Starts it without bringing it to the front, and tells once. It never asks the user anything.
-    virtual void openInBackground(const std::string& bundlePath, Opened opened) = 0;
+    virtual void openInBackground(const std::string& appPath, Opened opened) = 0;
 };
 
 }  // namespace tolvane

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/Subscription.h"
+#include "base/Subscription.h"
 
 namespace tolvane {
 

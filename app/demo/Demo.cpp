@@ -55,8 +55,8 @@ ProcRow row(const Proc& proc, Date now) {
     row.cpuPercent = proc.cpu;
     row.perfPercent = proc.cpu * 0.7;
     row.unusedSince = now - Seconds{proc.unusedMinutes * secondsPerMinute};
-    row.appBundlePath = text(proc.bundle);
-    row.bundleID = text(proc.bundleID);
+    row.appPath = text(proc.bundle);
+    row.appID = text(proc.appID);
     row.project = text(proc.project);
     row.claudeSession = text(proc.session);
     return row;
@@ -90,7 +90,7 @@ State state(Date now, const Place& place) {
     made.branches = branches(place);
     made.ports = ports();
     made.swapGrowth = static_cast<std::int64_t>(bytes(310));
-    made.selectedLines = {"project:" + Roots::in(place).atlas};
+    made.selectedRows = {"project:" + Roots::in(place).atlas};
     return made;
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "app/ProcessHistory.h"
-#include "app/Snapshot.h"
+#include "app/sampling/ProcessHistory.h"
+#include "app/sampling/Snapshot.h"
 #include "core/advisor/Advisor.h"
 #include "core/history/Moment.h"
 #include "core/projects/BranchState.h"
@@ -57,7 +57,7 @@ struct Proc {
     double startedHours = 1;
     /// Of the application that it belongs to.
     std::optional<std::string> bundle;
-    std::optional<std::string> bundleID;
+    std::optional<std::string> appID;
     std::optional<std::string> project;
     /// Of the agent that it belongs to.
     std::optional<std::string> session;
@@ -79,7 +79,7 @@ struct State {
     std::map<std::string, ProjectBranch> branches;
     std::map<Pid, std::vector<int>> ports;
     std::int64_t swapGrowth = 0;
-    std::set<std::string> selectedLines;
+    std::set<std::string> selectedRows;
 
     bool operator==(const State&) const = default;
 };

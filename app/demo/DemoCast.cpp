@@ -61,18 +61,13 @@ private:
         return procs_.emplace_back(std::move(proc));
     }
 
-    Proc& app(Pid pid, Pid ppid, const std::string& application, const std::string& name, const std::string& bundleID,
+    Proc& app(Pid pid, Pid ppid, const std::string& application, const std::string& name, const std::string& appID,
               const Figures& figures, const std::string& folder = "/Applications/") {
         const auto bundle = folder + application + ".app";
         const auto path = bundle + "/Contents/MacOS/" + name;
-        return add({.pid = pid,
-                    .ppid = ppid,
-                    .name = name,
-                    .path = path,
-                    .args = {path},
-                    .bundle = bundle,
-                    .bundleID = bundleID},
-                   figures);
+        return add(
+            {.pid = pid, .ppid = ppid, .name = name, .path = path, .args = {path}, .bundle = bundle, .appID = appID},
+            figures);
     }
 
     Proc& tool(Pid pid, Pid ppid, const std::string& path, std::vector<std::string> args,

@@ -3,9 +3,9 @@
 #include <map>
 #include <utility>
 
-#include "app/PreferencesOfThisRun.h"
 #include "app/demo/Demo.h"
-#include "core/Paths.h"
+#include "app/preferences/RunPreferences.h"
+#include "base/Paths.h"
 
 namespace tolvane::Demo {
 
@@ -42,18 +42,16 @@ class CastApplications : public Applications {
 public:
     explicit CastApplications(const Place& place) {
         for (const auto& proc : processes(place)) {
-            if (proc.bundle && proc.bundleID) identifiers_.insert_or_assign(*proc.bundle, *proc.bundleID);
+            if (proc.bundle && proc.appID) identifiers_.insert_or_assign(*proc.bundle, *proc.appID);
         }
     }
 
-    std::optional<Text> bundlePath(Pid, std::string_view) override { return std::nullopt; }
-    std::optional<Text> bundleIdentifier(std::string_view bundlePath) override {
-        const auto found = identifiers_.find(bundlePath);
+    std::optional<Text> appPath(Pid, std::string_view) override { return std::nullopt; }
+    std::optional<Text> appID(std::string_view appPath) override {
+        const auto found = identifiers_.find(appPath);
         return found == identifiers_.end() ? std::nullopt : std::optional(Text(found->second));
     }
-    std::string displayName(std::string_view bundlePath) override {
-        return std::string(Paths::lastComponent(bundlePath));
-    }
+    std::string displayName(std::string_view appPath) override { return std::string(Paths::lastComponent(appPath)); }
     std::string iconName(std::string_view) override { return {}; }
 
 private:
@@ -62,7 +60,7 @@ private:
 
 class NoneRunning : public RunningApplications {
 public:
-    std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view) override { return {}; }
+    std::vector<std::shared_ptr<RunningApplication>> withAppID(std::string_view) override { return {}; }
     void openInBackground(const std::string&, Opened opened) override { opened(std::nullopt); }
 };
 
@@ -71,7 +69,7 @@ class CastFrontmost : public Frontmost {
 public:
     bool canTell() const override { return true; }
     std::optional<FrontmostApplication> current() const override {
-        return FrontmostApplication{.bundlePath = "/Applications/Xcode.app", .bundleIdentifier = "com.apple.dt.Xcode"};
+        return FrontmostApplication{.appPath = "/Applications/Xcode.app", .appID = "com.apple.dt.Xcode"};
     }
     Subscription onActivation(std::function<void(std::string)>) override { return {}; }
 };
@@ -108,7 +106,7 @@ Host inertHost(Host host) {
     host.control = std::make_unique<NoControl>();
     host.applications = std::make_unique<CastApplications>(Place{.home = host.folders->home(), .uid = host.uid});
     host.folders = std::make_unique<DemoFolders>(std::move(host.folders));
-    host.preferences = std::make_unique<PreferencesOfThisRun>(std::move(host.preferences));
+    host.preferences = std::make_unique<RunPreferences>(std::move(host.preferences));
     host.running = std::make_unique<NoneRunning>();
     host.frontmost = std::make_unique<CastFrontmost>();
     host.services = std::make_unique<NoServices>();

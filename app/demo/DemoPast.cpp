@@ -4,8 +4,8 @@
 #include <span>
 #include <utility>
 
-#include "app/Line.h"
 #include "app/demo/Demo.h"
+#include "app/rows/TableRow.h"
 
 namespace tolvane::Demo {
 
@@ -85,14 +85,14 @@ struct Group {
 std::vector<Group> groups(const std::vector<Proc>& procs, Date now) {
     std::vector<ProcRow> rows;
     for (const auto& proc : procs) rows.push_back(row(proc, now));
-    const LineNames names{.application =
-                              [](std::string_view bundlePath) {
-                                  const auto name = bundlePath.substr(bundlePath.rfind('/') + 1);
-                                  return std::string(name.substr(0, name.rfind(".app")));
-                              },
-                          .home = {}};
-    auto lines = Line::build(rows, Grouping::apps, memory().compressionRatio, names);
-    Line::sort(lines, {{.field = LineField::memory, .ascending = false}});
+    const RowNames names{.application =
+                             [](std::string_view appPath) {
+                                 const auto name = appPath.substr(appPath.rfind('/') + 1);
+                                 return std::string(name.substr(0, name.rfind(".app")));
+                             },
+                         .home = {}};
+    auto lines = TableRow::build(rows, Grouping::apps, memory().compressionRatio, names);
+    TableRow::sort(lines, {{.field = RowField::memory, .ascending = false}});
     std::vector<Group> made;
     for (auto& line : lines) {
         std::vector<const Proc*> members;
@@ -101,7 +101,7 @@ std::vector<Group> groups(const std::vector<Proc>& procs, Date now) {
         }
         Holder holder{.key = Text(line.id),
                       .title = Text(line.title),
-                      .bundlePath = line.bundlePath ? std::optional(Text(*line.bundlePath)) : std::nullopt,
+                      .appPath = line.appPath ? std::optional(Text(*line.appPath)) : std::nullopt,
                       .started = line.started,
                       .swapIns = 0};
         made.push_back({.holder = std::move(holder), .members = std::move(members)});

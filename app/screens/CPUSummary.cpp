@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "app/Format.h"
-#include "app/SinceClockWentBack.h"
-#include "app/screens/MenuBarPanel.h"
+#include "app/rows/Format.h"
+#include "app/sampling/ClockSetBack.h"
 #include "core/words/Cores.h"
 
 namespace tolvane {
@@ -17,10 +16,10 @@ std::vector<ValueRow> partsOf(const CPULoad& cpu, std::string_view locale) {
     if (cpu.efficiencyCores > 0) {
         const int performanceCores = cpu.cores - cpu.efficiencyCores;
         return {{.label = "Performance",
-                 .value = MenuBarPanel::part(cpu.performance, performanceCores, locale),
+                 .value = CPUSummary::part(cpu.performance, performanceCores, locale),
                  .mark = "performance"},
                 {.label = "Efficiency",
-                 .value = MenuBarPanel::part(cpu.efficiency, cpu.efficiencyCores, locale),
+                 .value = CPUSummary::part(cpu.efficiency, cpu.efficiencyCores, locale),
                  .mark = "efficiency"}};
     }
     return {{.label = "User", .value = coresOf(cpu.user * cpu.cores, locale)},
@@ -51,10 +50,18 @@ std::string detailOf(const std::vector<LoadPoint>& chart, std::string_view local
 
 }  // namespace
 
+std::string CPUSummary::load(const CPULoad& cpu, std::string_view locale) {
+    return part((cpu.user + cpu.system) * cpu.cores, cpu.cores, locale);
+}
+
+std::string CPUSummary::part(double share, int count, std::string_view locale) {
+    return Format::decimal(share, 1, 1, locale) + " of " + std::to_string(count) + " cores";
+}
+
 CPUSummary CPUSummary::of(const CPULoad& cpu, const std::vector<LoadPoint>& loadHistory,
-                          const std::optional<Line>& busiest, std::string_view locale) {
+                          const std::optional<TableRow>& busiest, std::string_view locale) {
     CPUSummary summary{.headline = "CPU",
-                       .busyNow = MenuBarPanel::load(cpu, locale) + " busy now",
+                       .busyNow = load(cpu, locale) + " busy now",
                        .chart = drawn(loadHistory),
                        .chartText = "CPU load over the last hour, performance cores stacked on efficiency cores",
                        .chartCaption = "Last hour. Blue: performance cores, grey: efficiency cores.",

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/HistoryPoint.h"
-#include "app/Line.h"
+#include "app/rows/TableRow.h"
+#include "app/sampling/HistoryPoint.h"
 #include "app/screens/MemorySummary.h"
 #include "core/sampling/CPULoad.h"
 
@@ -29,7 +29,11 @@ struct CPUSummary {
     bool operator==(const CPUSummary&) const = default;
 
     static CPUSummary of(const CPULoad& cpu, const std::vector<LoadPoint>& loadHistory,
-                         const std::optional<Line>& busiest, std::string_view locale);
+                         const std::optional<TableRow>& busiest, std::string_view locale);
+    /// "3.9 of 12 cores"
+    static std::string load(const CPULoad& cpu, std::string_view locale);
+    /// The same of a part of the cores.
+    static std::string part(double share, int count, std::string_view locale);
 };
 
 }  // namespace tolvane

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/Format.h"
+#include "app/rows/Format.h"
 #include "core/history/HistoryMath.h"
 
 namespace tolvane {

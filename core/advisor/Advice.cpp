@@ -21,13 +21,13 @@ bool isAgent(const ProcSample& sample, std::string& scratch) {
 }
 
 bool isInFront(const ProcRow& row, const World& world) {
-    return row.bundleID && world.frontmostBundleID && *row.bundleID == *world.frontmostBundleID;
+    return row.appID && world.frontmostAppID && *row.appID == *world.frontmostAppID;
 }
 
 bool isEligible(const ProcRow& row, const World& world, std::string& scratch) {
     if (!mayTouch(row.sample, world) || row.sample.isSystem() || row.claudeSession) return false;
-    if (row.bundleID) return !isInFront(row, world);
-    return row.appBundlePath || !isAgent(row.sample, scratch);
+    if (row.appID) return !isInFront(row, world);
+    return row.appPath || !isAgent(row.sample, scratch);
 }
 
 }  // namespace
@@ -37,7 +37,7 @@ Advice::Advice(const AdviceScene& asked, const Advisor& tracks) : scene(asked), 
     for (const auto& row : scene.world.rows) {
         if (!isEligible(row, scene.world, scratch)) continue;
         eligible_.push_back(&row);
-        if (!row.appBundlePath) loose_.push_back(&row);
+        if (!row.appPath) loose_.push_back(&row);
     }
 }
 

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Date.h"
 #include "core/rules/World.h"
 #include "core/sampling/SystemMemory.h"
-#include "platform/Date.h"
 
 namespace tolvane {
 

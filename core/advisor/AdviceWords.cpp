@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/Paths.h"
+#include "base/Paths.h"
 #include "core/words/Words.h"
 
 namespace tolvane::AdviceWords {
@@ -13,11 +13,11 @@ namespace {
 constexpr Seconds shortestSpan{60};
 
 std::string appName(const ProcRow& row) {
-    return std::string(Paths::withoutExtension(Paths::lastComponent(*row.appBundlePath)));
+    return std::string(Paths::withoutExtension(Paths::lastComponent(*row.appPath)));
 }
 
 RuleTarget targetOf(const ProcRow& row) {
-    if (row.bundleID && row.appBundlePath) return AppTarget{row.bundleID->str(), appName(row)};
+    if (row.appID && row.appPath) return AppTarget{row.appID->str(), appName(row)};
     return CommandTarget{{std::string(row.sample.ruleMatch())}};
 }
 
@@ -41,9 +41,9 @@ std::string label(const ProcRow& row) {
     return text;
 }
 
-std::string name(const ProcRow& row) { return row.appBundlePath ? appName(row) : label(row); }
+std::string name(const ProcRow& row) { return row.appPath ? appName(row) : label(row); }
 
-std::string groupName(const ProcRow& row) { return row.bundleID ? row.bundleID->str() : key(row); }
+std::string groupName(const ProcRow& row) { return row.appID ? row.appID->str() : key(row); }
 
 std::vector<Pid> pids(RowSpan rows) {
     std::vector<Pid> found;
@@ -87,7 +87,7 @@ Rule proposed(std::string name, const ProcRow& row, const Conditions& conditions
             .target = targetOf(row),
             .unusedMinutes = conditions.unusedMinutes,
             .memoryMB = conditions.memoryMB,
-            .action = row.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+            .action = row.appID ? RuleAction::relaunch : RuleAction::terminate,
             .onlyWhenTight = std::nullopt};
 }
 

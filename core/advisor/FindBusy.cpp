@@ -16,15 +16,15 @@ constexpr Seconds grace{900};
 constexpr std::size_t leastDates = 4;
 
 void appendGroup(const ProcRow& row, std::string& text) {
-    if (row.bundleID) {
-        text.append("app|").append(row.bundleID->view());
+    if (row.appID) {
+        text.append("app|").append(row.appID->view());
     } else {
         text.append("pid|").append(std::to_string(row.id()));
     }
 }
 
 std::optional<Advisor::Busy> busyTime(RowSpan rows, const Advice& advice) {
-    if (rows.front()->bundleID && AdviceWords::idleTime(rows, advice.scene.now) < grace) return std::nullopt;
+    if (rows.front()->appID && AdviceWords::idleTime(rows, advice.scene.now) < grace) return std::nullopt;
     std::vector<const Advisor::CPUTrack*> tracks;
     for (const auto* row : rows) {
         const auto track = advice.advisor.cpuTracks.find(row->id());
@@ -35,7 +35,7 @@ std::optional<Advisor::Busy> busyTime(RowSpan rows, const Advice& advice) {
 }
 
 std::string ending(const ProcRow& first) {
-    if (first.bundleID) return " while in the background.";
+    if (first.appID) return " while in the background.";
     return first.sample.ppid == 1 && first.project ? ". Its terminal is gone." : ".";
 }
 
@@ -50,11 +50,11 @@ void addBusy(Advice& advice, RowSpan rows, const Advisor::Busy& busy) {
     advice.add({.id = "busy|" + AdviceWords::groupName(first),
                 .kind = Suggestion::Kind::busy,
                 .title = AdviceWords::name(first),
-                .bundlePath = first.appBundlePath ? std::optional(first.appBundlePath->str()) : std::nullopt,
+                .appPath = first.appPath ? std::optional(first.appPath->str()) : std::nullopt,
                 .pids = AdviceWords::pids(rows),
                 .memory = AdviceWords::footprint(rows),
                 .evidence = evidenceOf(busy, first, advice),
-                .action = first.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                .action = first.appID ? RuleAction::relaunch : RuleAction::terminate,
                 .rule = std::nullopt,
                 .cpu = busy.percent});
 }

@@ -43,7 +43,7 @@ void addCopies(Advice& advice, const RowList& copies) {
     advice.add({.id = "duplicate|" + AdviceWords::key(*newest),
                 .kind = Suggestion::Kind::duplicate,
                 .title = AdviceWords::label(*newest),
-                .bundlePath = std::nullopt,
+                .appPath = std::nullopt,
                 .pids = AdviceWords::pids(others),
                 .memory = AdviceWords::footprint(others),
                 .evidence = evidenceOf(copies, advice),

@@ -22,10 +22,10 @@ std::optional<Advisor::Growth> growthOf(const ProcRow& row, const Advisor& advis
 
 /// The whole application, though it is one of its processes that grows.
 RowList groupOf(const ProcRow& row, const RowList& eligible) {
-    if (!row.bundleID) return {&row};
+    if (!row.appID) return {&row};
     RowList group;
     std::ranges::copy_if(eligible, std::back_inserter(group),
-                         [&](const ProcRow* each) { return each->bundleID == row.bundleID; });
+                         [&](const ProcRow* each) { return each->appID == row.appID; });
     return group;
 }
 
@@ -44,15 +44,15 @@ void addGrowing(Advice& advice, const ProcRow& row, const Advisor::Growth& growt
     const auto group = groupOf(row, advice.eligible());
     const auto memory = AdviceWords::footprint(group);
     const auto name = AdviceWords::name(row);
-    const std::string verb = row.bundleID ? "Restart " : "Stop ";
+    const std::string verb = row.appID ? "Restart " : "Stop ";
     advice.add({.id = "growing|" + AdviceWords::groupName(row),
                 .kind = Suggestion::Kind::growing,
                 .title = name,
-                .bundlePath = row.appBundlePath ? std::optional(row.appBundlePath->str()) : std::nullopt,
+                .appPath = row.appPath ? std::optional(row.appPath->str()) : std::nullopt,
                 .pids = AdviceWords::pids(group),
                 .memory = memory,
                 .evidence = evidenceOf(growth, advice.scene),
-                .action = row.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                .action = row.appID ? RuleAction::relaunch : RuleAction::terminate,
                 .rule = AdviceWords::proposed(verb + name + " when it grows", row, {.memoryMB = limitFor(memory)}),
                 .cpu = std::nullopt});
 }

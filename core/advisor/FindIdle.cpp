@@ -18,8 +18,8 @@ constexpr Seconds leastIdle{7200};
 constexpr std::int64_t ruleMinutes = 120;
 
 void appendGroup(const ProcRow& row, std::string& text) {
-    if (row.bundleID) {
-        text.append("app|").append(row.bundleID->view());
+    if (row.appID) {
+        text.append("app|").append(row.appID->view());
     } else {
         AdviceWords::appendKey(row, text);
     }
@@ -57,18 +57,18 @@ void addIdle(Advice& advice, const RowGroups::Group& group) {
     const bool compressed = isMostlyCompressed(holding, scene.memory);
     const auto size = AdviceWords::bytes(holding.size, scene);
     const auto name = AdviceWords::name(first);
-    const std::string verb = first.bundleID ? "Restart " : "Stop ";
+    const std::string verb = first.appID ? "Restart " : "Stop ";
     const std::string unused = "Unused for " + AdviceWords::duration(holding.idle, scene) + ", ";
     advice.add({.id = "idle|" + std::string(group.key),
                 .kind = Suggestion::Kind::idle,
                 .title = name,
-                .bundlePath = first.appBundlePath ? std::optional(first.appBundlePath->str()) : std::nullopt,
+                .appPath = first.appPath ? std::optional(first.appPath->str()) : std::nullopt,
                 .pids = AdviceWords::pids(group.rows),
                 .memory = holding.size,
                 .evidence = unused + (compressed ? "with " + AdviceWords::bytes(holding.compressed, scene) +
                                                        " of its " + size + " compressed."
                                                  : "using " + size + "."),
-                .action = first.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                .action = first.appID ? RuleAction::relaunch : RuleAction::terminate,
                 .rule = AdviceWords::proposed(verb + name + " when idle", first,
                                               {.unusedMinutes = compressed ? ruleMinutesWhenTight : ruleMinutes}),
                 .cpu = std::nullopt});

@@ -33,7 +33,7 @@ void addServer(Advice& advice, const RowGroups::Group& group) {
     advice.add({.id = "left|" + std::string(group.key),
                 .kind = Suggestion::Kind::leftRunning,
                 .title = label,
-                .bundlePath = std::nullopt,
+                .appPath = std::nullopt,
                 .pids = AdviceWords::pids(group.rows),
                 .memory = AdviceWords::footprint(group.rows),
                 .evidence = "Its terminal is gone. Listening on " +

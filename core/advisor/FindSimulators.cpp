@@ -36,7 +36,7 @@ void addDevice(Advice& advice, const std::string& device, const RowList& members
     advice.add({.id = "simulator|" + device,
                 .kind = Suggestion::Kind::simulator,
                 .title = titleOf(device, scene),
-                .bundlePath = std::nullopt,
+                .appPath = std::nullopt,
                 .pids = AdviceWords::pids(members),
                 .memory = AdviceWords::footprint(members),
                 .evidence = "Its " + std::to_string(members.size()) + " processes have been idle for " +
@@ -50,7 +50,7 @@ void addDevice(Advice& advice, const std::string& device, const RowList& members
 
 void findSimulators(Advice& advice) {
     const auto& world = advice.scene.world;
-    if (world.frontmostBundleID == Simulators::bundleID) return;
+    if (world.frontmostAppID == Simulators::appID) return;
     std::optional<ChildIndex> children;
     for (const auto* row : advice.eligible()) {
         if (row->sample.name != Simulators::processName) continue;

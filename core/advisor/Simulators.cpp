@@ -1,6 +1,6 @@
 #include "core/advisor/Simulators.h"
 
-#include "core/UUID.h"
+#include "base/UUID.h"
 
 namespace tolvane::Simulators {
 

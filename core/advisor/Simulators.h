@@ -4,14 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "base/Text.h"
 #include "platform/PropertyLists.h"
-#include "platform/Text.h"
 
 /// The simulated devices that a developer's tools boot. Any thread.
 namespace tolvane::Simulators {
 
 /// The application that shows them.
-inline constexpr std::string_view bundleID = "com.apple.iphonesimulator";
+inline constexpr std::string_view appID = "com.apple.iphonesimulator";
 /// The process below which all of a device's own run.
 inline constexpr std::string_view processName = "launchd_sim";
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/Pid.h"
 #include "core/rules/Rule.h"
-#include "platform/Pid.h"
 
 namespace tolvane {
 
@@ -18,7 +18,7 @@ struct Suggestion {
     std::string id;
     Kind kind = Kind::idle;
     std::string title;
-    std::optional<std::string> bundlePath;
+    std::optional<std::string> appPath;
     /// What the action hits, ascending.
     std::vector<Pid> pids;
     /// Bytes to be won.

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Date.h"
-#include "platform/Text.h"
+#include "base/Date.h"
+#include "base/Text.h"
 
 namespace tolvane {
 
@@ -15,7 +15,7 @@ struct Holder {
     /// Identity of the row across moments.
     Text key;
     Text title;
-    std::optional<Text> bundlePath = std::nullopt;
+    std::optional<Text> appPath = std::nullopt;
     std::uint64_t memory = 0;
     std::uint64_t compressed = 0;
     /// Percent of one core.

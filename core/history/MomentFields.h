@@ -10,7 +10,7 @@ namespace tolvane::json {
 template <>
 struct Fields<Holder> {
     static constexpr auto fields =
-        std::tuple(Field{"key", &Holder::key}, Field{"title", &Holder::title}, Field{"bundlePath", &Holder::bundlePath},
+        std::tuple(Field{"key", &Holder::key}, Field{"title", &Holder::title}, Field{"bundlePath", &Holder::appPath},
                    Field{"memory", &Holder::memory}, Field{"compressed", &Holder::compressed},
                    Field{"cpu", &Holder::cpu}, Field{"started", &Holder::started}, Field{"swapIns", &Holder::swapIns});
 };

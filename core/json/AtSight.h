@@ -12,11 +12,11 @@
 #include <system_error>
 #include <utility>
 
-#include "core/UUID.h"
+#include "base/Date.h"
+#include "base/Text.h"
+#include "base/UUID.h"
 #include "core/json/Fields.h"
 #include "core/json/TextCache.h"
-#include "platform/Date.h"
-#include "platform/Text.h"
 
 namespace tolvane::json {
 

@@ -16,15 +16,15 @@
 #include <variant>
 #include <vector>
 
-#include "core/Result.h"
-#include "core/UUID.h"
+#include "base/Date.h"
+#include "base/Result.h"
+#include "base/Simdjson.h"
+#include "base/Text.h"
+#include "base/UUID.h"
 #include "core/json/Error.h"
 #include "core/json/Fields.h"
 #include "core/json/Reading.h"
-#include "core/json/Simdjson.h"
 #include "core/json/TextCache.h"
-#include "platform/Date.h"
-#include "platform/Text.h"
 
 /// Reads records in one forward pass. Unknown keys are checked and ignored; of a repeated key the last holds; null
 /// under an optional key is absent. For .cpp files only: the library's header is large.

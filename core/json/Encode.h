@@ -7,10 +7,10 @@
 #include <variant>
 #include <vector>
 
-#include "core/UUID.h"
+#include "base/Date.h"
+#include "base/UUID.h"
 #include "core/json/Fields.h"
 #include "core/json/Writer.h"
-#include "platform/Date.h"
 
 namespace tolvane::json {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 namespace tolvane::json {
 

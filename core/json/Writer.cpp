@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "core/Decimal.h"
-#include "core/UTF8.h"
+#include "base/Decimal.h"
+#include "base/UTF8.h"
 
 namespace tolvane::json {
 

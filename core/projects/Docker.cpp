@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "core/json/Simdjson.h"
+#include "base/Simdjson.h"
 #include "core/projects/Run.h"
 
 namespace tolvane::Docker {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "core/TextFile.h"
+#include "base/files/TextFile.h"
 #include "core/projects/Run.h"
 
 namespace tolvane::GitBranch {

@@ -3,8 +3,8 @@
 #include <set>
 #include <string_view>
 
+#include "base/Pid.h"
 #include "platform/ChildProcesses.h"
-#include "platform/Pid.h"
 #include "platform/ServiceManager.h"
 
 /// Which processes the host's service manager keeps alive, so that projects leave them alone.

@@ -6,7 +6,7 @@ void ProjectLabels::apply(std::vector<ProcRow>& rows) {
     ++sweep_;
     for (auto& row : rows) {
         row.project.reset();
-        if (row.sample.cwd && !row.appBundlePath) row.project = projectOf(row.id(), *row.sample.cwd);
+        if (row.sample.cwd && !row.appPath) row.project = projectOf(row.id(), *row.sample.cwd);
     }
     answers_.settleWithout([&](const Answer& answer) { return answer.sweep != sweep_; });
 }

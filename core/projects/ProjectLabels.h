@@ -4,10 +4,10 @@
 #include <optional>
 #include <vector>
 
+#include "base/Text.h"
 #include "core/projects/ProjectRoots.h"
 #include "core/sampling/PidTable.h"
 #include "core/sampling/ProcRow.h"
-#include "platform/Text.h"
 
 namespace tolvane {
 

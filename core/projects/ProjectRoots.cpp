@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "core/Paths.h"
+#include "base/Paths.h"
 
 namespace tolvane {
 

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 namespace tolvane {
 

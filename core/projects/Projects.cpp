@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "core/LowerCase.h"
+#include "base/LowerCase.h"
 #include "core/projects/Ancestry.h"
 #include "core/rules/AgentNames.h"
 #include "core/rules/Rule.h"

@@ -1,6 +1,6 @@
 #include "core/projects/Run.h"
 
-#include "core/UTF8.h"
+#include "base/UTF8.h"
 
 namespace tolvane {
 

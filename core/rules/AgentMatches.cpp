@@ -1,6 +1,6 @@
 #include "core/rules/AgentMatches.h"
 
-#include "core/LowerCase.h"
+#include "base/LowerCase.h"
 #include "core/rules/AgentNames.h"
 
 namespace tolvane {
@@ -44,7 +44,7 @@ std::vector<AgentMatch> matchAgents(const World& world, const WorkersByHost& wor
     std::string scratch;
     for (std::uint32_t index = 0; index < world.rows.size(); ++index) {
         const auto& row = world.rows[index];
-        if (row.appBundlePath && !workers.contains(row.sample.pid)) continue;
+        if (row.appPath && !workers.contains(row.sample.pid)) continue;
         eachAgentName(row.sample, scratch, [&](std::string_view name) {
             if (const auto* number = wanted.find(name)) matches.push_back({index, *number});
         });

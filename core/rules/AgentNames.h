@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/LowerCase.h"
-#include "core/Paths.h"
+#include "base/LowerCase.h"
+#include "base/Paths.h"
 #include "core/sampling/ProcSample.h"
 
 namespace tolvane {

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "core/Paths.h"
+#include "base/Paths.h"
 #include "core/rules/AgentMatches.h"
 #include "core/rules/ProcessTree.h"
 #include "core/rules/SubjectKey.h"

@@ -18,7 +18,7 @@ Apps wantedApps(const std::vector<Ask*>& asks, const World& world) {
     Apps apps;
     for (const auto* ask : asks) {
         const auto& target = targetOf(*ask);
-        if (world.frontmostBundleID != target.bundleID) apps.try_emplace(target.bundleID);
+        if (world.frontmostAppID != target.appID) apps.try_emplace(target.appID);
     }
     return apps;
 }
@@ -32,8 +32,8 @@ void addRow(Subject& app, const ProcRow& row) {
 
 void addRows(Apps& apps, const World& world) {
     for (const auto& row : world.rows) {
-        if (!row.bundleID || !mayTouch(row.sample, world)) continue;
-        const auto app = apps.find(row.bundleID->view());
+        if (!row.appID || !mayTouch(row.sample, world)) continue;
+        const auto app = apps.find(row.appID->view());
         if (app != apps.end()) addRow(app->second, row);
     }
 }
@@ -46,11 +46,11 @@ void findApps(const std::vector<Ask*>& asks, const World& world) {
     addRows(apps, world);
     for (auto* ask : asks) {
         const auto& target = targetOf(*ask);
-        const auto app = apps.find(target.bundleID);
+        const auto app = apps.find(target.appID);
         if (app == apps.end() || app->second.pids.empty()) continue;
         if (!ask->fits(app->second.unusedSince, app->second.memory)) continue;
         auto subject = app->second;
-        subject.key = SubjectKey::app(target.bundleID);
+        subject.key = SubjectKey::app(target.appID);
         subject.title = target.name;
         ask->found.push_back(std::move(subject));
     }

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "base/Date.h"
+#include "base/Pid.h"
 #include "core/rules/Rule.h"
 #include "core/rules/World.h"
-#include "platform/Date.h"
-#include "platform/Pid.h"
 
 namespace tolvane {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <tuple>
 
+#include "base/files/Files.h"
 #include "core/json/Decode.h"
-#include "core/storage/Files.h"
 
 namespace tolvane {
 

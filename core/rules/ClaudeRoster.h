@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Result.h"
+#include "base/Result.h"
 #include "core/json/Error.h"
 #include "core/rules/ClaudeWorker.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Pid.h"
+#include "base/Pid.h"
 
 namespace tolvane {
 

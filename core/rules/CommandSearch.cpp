@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "core/LowerCase.h"
+#include "base/LowerCase.h"
 #include "core/rules/PatternSet.h"
 #include "core/rules/SubjectKey.h"
 
@@ -35,7 +35,7 @@ std::vector<Wanted> wantedCommands(const std::vector<Ask*>& asks, PatternSet& se
 }
 
 bool isInFront(const ProcRow& row, const World& world) {
-    return row.bundleID && world.frontmostBundleID && *row.bundleID == *world.frontmostBundleID;
+    return row.appID && world.frontmostAppID && *row.appID == *world.frontmostAppID;
 }
 
 /// What patterns are looked for in: the command line in lower case.
@@ -69,7 +69,7 @@ private:
     enum class State { untested, excluded, ready };
 
     bool fits(const Ask& ask) const {
-        return ask.fits(row_->unusedSince, row_->sample.footprint) && !(ask.sparesApplications && row_->bundleID);
+        return ask.fits(row_->unusedSince, row_->sample.footprint) && !(ask.sparesApplications && row_->appID);
     }
 
     bool prepared() {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Date.h"
+#include "base/Pid.h"
 #include "core/rules/Rule.h"
-#include "platform/Date.h"
-#include "platform/Pid.h"
 
 namespace tolvane {
 

@@ -6,8 +6,8 @@
 #include <span>
 #include <vector>
 
+#include "base/Pid.h"
 #include "core/sampling/ProcRow.h"
-#include "platform/Pid.h"
 
 namespace tolvane {
 

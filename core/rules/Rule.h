@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "core/UUID.h"
+#include "base/UUID.h"
 #include "core/rules/RuleAction.h"
 #include "core/rules/RuleMode.h"
 
@@ -16,7 +16,7 @@ namespace tolvane {
 
 /// One application, with all its processes as one subject.
 struct AppTarget {
-    std::string bundleID;
+    std::string appID;
     std::string name;
     bool operator==(const AppTarget&) const = default;
 };

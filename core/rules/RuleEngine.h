@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Date.h"
 #include "core/rules/Decision.h"
 #include "core/rules/Rule.h"
 #include "core/rules/World.h"
-#include "platform/Date.h"
 
 /// Turns rules and a moment of the machine into what is due. Pure: it touches no process and reads no clock.
 namespace tolvane::RuleEngine {

@@ -23,7 +23,7 @@ struct Texts<RuleAction> {
 
 template <>
 struct Fields<AppTarget> {
-    static constexpr auto fields = std::tuple(Field{"bundleID", &AppTarget::bundleID}, Field{"name", &AppTarget::name});
+    static constexpr auto fields = std::tuple(Field{"bundleID", &AppTarget::appID}, Field{"name", &AppTarget::name});
 };
 template <>
 struct Fields<CommandTarget> {

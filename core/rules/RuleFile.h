@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Result.h"
+#include "base/Result.h"
 #include "core/json/Error.h"
 #include "core/rules/Rule.h"
 

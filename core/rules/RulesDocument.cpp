@@ -5,11 +5,11 @@
 #include <system_error>
 #include <utility>
 
-#include "core/Paths.h"
-#include "core/UTF8.h"
+#include "base/Paths.h"
+#include "base/UTF8.h"
+#include "base/files/Files.h"
+#include "base/files/Replacement.h"
 #include "core/rules/RuleFile.h"
-#include "core/storage/Files.h"
-#include "core/storage/Replacement.h"
 
 namespace tolvane {
 

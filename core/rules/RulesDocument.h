@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Result.h"
+#include "base/Result.h"
 #include "core/rules/Rule.h"
 
 namespace tolvane {

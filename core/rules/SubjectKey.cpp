@@ -1,6 +1,6 @@
 #include "core/rules/SubjectKey.h"
 
-#include "core/Decimal.h"
+#include "base/Decimal.h"
 
 namespace tolvane::SubjectKey {
 
@@ -13,7 +13,7 @@ std::string incarnation(std::string_view prefix, const ProcSample& sample) {
 
 }  // namespace
 
-std::string app(std::string_view bundleID) { return "app:" + std::string(bundleID); }
+std::string app(std::string_view appID) { return "app:" + std::string(appID); }
 std::string process(const ProcSample& sample) { return incarnation("pid:", sample); }
 std::string agent(const ProcSample& sample) { return incarnation("agent:", sample); }
 std::string worker(std::string_view shortID) { return "claude:" + std::string(shortID); }

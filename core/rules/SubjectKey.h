@@ -9,7 +9,7 @@
 namespace tolvane::SubjectKey {
 
 /// "app:com.example.app"
-std::string app(std::string_view bundleID);
+std::string app(std::string_view appID);
 /// "pid:4711:1778307200.25"
 std::string process(const ProcSample& sample);
 /// "agent:4711:1778307200.25"

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "base/Pid.h"
 #include "core/rules/ClaudeWorker.h"
 #include "core/sampling/ProcRow.h"
-#include "platform/Pid.h"
 
 namespace tolvane {
 
@@ -15,7 +15,7 @@ namespace tolvane {
 struct World {
     /// All processes, in the reader's order.
     std::vector<ProcRow> rows;
-    std::optional<std::string> frontmostBundleID;
+    std::optional<std::string> frontmostAppID;
     std::vector<ClaudeWorker> claudeWorkers;
     /// This program's own process.
     Pid selfPID = 0;

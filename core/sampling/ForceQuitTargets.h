@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/Pid.h"
+#include "base/Pid.h"
 
 namespace tolvane {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Date.h"
+#include "base/Date.h"
 
 namespace tolvane {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Pid.h"
+#include "base/Pid.h"
 
 namespace tolvane {
 

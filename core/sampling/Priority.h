@@ -3,9 +3,9 @@
 #include <map>
 #include <vector>
 
+#include "base/Pid.h"
 #include "core/sampling/Lowered.h"
 #include "core/sampling/ProcRow.h"
-#include "platform/Pid.h"
 #include "platform/ProcessControl.h"
 
 /// Background priority as a loan: what was lowered is given back once it is used again.

@@ -16,8 +16,8 @@ struct ProcRow {
     /// Since when nothing used it.
     Date unusedSince;
     /// The application that it belongs to.
-    std::optional<Text> appBundlePath = std::nullopt;
-    std::optional<Text> bundleID = std::nullopt;
+    std::optional<Text> appPath = std::nullopt;
+    std::optional<Text> appID = std::nullopt;
     /// Root folder of the project that its working folder lies in; only outside applications.
     std::optional<Text> project = std::nullopt;
     /// Label of the agent session that it belongs to.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/Paths.h"
+#include "base/Paths.h"
 #include "platform/SystemPaths.h"
 
 namespace tolvane {

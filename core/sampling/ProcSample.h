@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Date.h"
-#include "platform/Pid.h"
-#include "platform/Text.h"
+#include "base/Date.h"
+#include "base/Pid.h"
+#include "base/Text.h"
 
 namespace tolvane {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "core/UTF8.h"
+#include "base/UTF8.h"
 
 namespace tolvane {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 namespace tolvane {
 

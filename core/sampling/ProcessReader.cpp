@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "core/Paths.h"
+#include "base/Paths.h"
 #include "core/sampling/ChildIndex.h"
 #include "core/sampling/ProcStrings.h"
 

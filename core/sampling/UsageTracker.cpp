@@ -14,8 +14,8 @@ double percentBetween(std::uint64_t from, std::uint64_t to, Seconds span) {
 
 }  // namespace
 
-void UsageTracker::noteActivation(std::string_view bundlePath, Date at) {
-    apps_[static_cast<std::size_t>(appAt(bundlePath))].lastActivation = at;
+void UsageTracker::noteActivation(std::string_view appPath, Date at) {
+    apps_[static_cast<std::size_t>(appAt(appPath))].lastActivation = at;
 }
 
 void UsageTracker::clockWasSet(Seconds by) {
@@ -67,25 +67,25 @@ void UsageTracker::compare(ProcRow& row, Date now) {
 /// the host is asked once more at the second reading of a life, and whenever another executable runs.
 UsageTracker::AppIndex UsageTracker::appOf(const ProcSample& sample, const Seen* before) {
     if (before && before->firstSeen != at_ && before->path == sample.path) return before->app;
-    const auto bundlePath = applications_.bundlePath(sample.pid, sample.path);
-    return bundlePath ? appAt(*bundlePath) : noApp;
+    const auto appPath = applications_.appPath(sample.pid, sample.path);
+    return appPath ? appAt(*appPath) : noApp;
 }
 
-UsageTracker::AppIndex UsageTracker::appAt(std::string_view bundlePath) {
-    const auto known = appIndex_.find(bundlePath);
+UsageTracker::AppIndex UsageTracker::appAt(std::string_view appPath) {
+    const auto known = appIndex_.find(appPath);
     if (known != appIndex_.end()) return known->second;
     const auto index = static_cast<AppIndex>(apps_.size());
-    apps_.push_back({.bundlePath = bundlePath});
-    appIndex_.emplace(bundlePath, index);
+    apps_.push_back({.appPath = appPath});
+    appIndex_.emplace(appPath, index);
     return index;
 }
 
 void UsageTracker::fillApp(ProcRow& row, AppIndex index) {
     auto& app = apps_[static_cast<std::size_t>(index)];
-    if (!std::exchange(app.asked, true)) app.bundleID = applications_.bundleIdentifier(app.bundlePath);
+    if (!std::exchange(app.asked, true)) app.appID = applications_.appID(app.appPath);
     row.unusedSince = std::max(row.unusedSince, app.lastActivation);
-    row.appBundlePath = app.bundlePath;
-    row.bundleID = app.bundleID;
+    row.appPath = app.appPath;
+    row.appID = app.appID;
 }
 
 }  // namespace tolvane

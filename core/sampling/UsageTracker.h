@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Date.h"
 #include "core/sampling/PidTable.h"
 #include "core/sampling/ProcRow.h"
 #include "core/sampling/ProcSample.h"
 #include "platform/Applications.h"
-#include "platform/Date.h"
 
 namespace tolvane {
 
@@ -25,7 +25,7 @@ public:
     explicit UsageTracker(Applications& applications) : applications_(applications) {}
 
     /// The application came to the front. The latest call holds, whatever the dates say.
-    void noteActivation(std::string_view bundlePath, Date at);
+    void noteActivation(std::string_view appPath, Date at);
 
     /// Somebody set the clock on by so much, or back: what was dated so far is dated anew, so that nothing seems unused
     /// for a time that never passed.
@@ -40,11 +40,11 @@ private:
     static constexpr AppIndex noApp = -1;
 
     struct App {
-        Text bundlePath;
+        Text appPath;
         Date lastActivation = distantPast;
         /// Whether the host was asked for the identifier; it is asked once, also when it knows none.
         bool asked = false;
-        std::optional<Text> bundleID = std::nullopt;
+        std::optional<Text> appID = std::nullopt;
     };
 
     /// The latest reading of one life of a process.
@@ -62,7 +62,7 @@ private:
 
     void compare(ProcRow& row, Date now);
     AppIndex appOf(const ProcSample& sample, const Seen* before);
-    AppIndex appAt(std::string_view bundlePath);
+    AppIndex appAt(std::string_view appPath);
     void fillApp(ProcRow& row, AppIndex index);
 
     Applications& applications_;

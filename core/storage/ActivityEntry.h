@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "core/UUID.h"
-#include "platform/Date.h"
-#include "platform/Text.h"
+#include "base/Date.h"
+#include "base/Text.h"
+#include "base/UUID.h"
 
 namespace tolvane {
 

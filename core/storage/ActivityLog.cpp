@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "base/files/LineFile.h"
 #include "core/json/AtSight.h"
 #include "core/json/Decode.h"
 #include "core/json/TextCache.h"
 #include "core/storage/ActivityFields.h"
-#include "core/storage/LineFile.h"
 
 namespace tolvane {
 

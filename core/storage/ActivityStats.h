@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "core/Calendar.h"
+#include "base/Date.h"
+#include "base/Text.h"
 #include "core/storage/ActivityEntry.h"
-#include "platform/Date.h"
-#include "platform/Text.h"
+#include "core/words/Calendar.h"
 
 namespace tolvane {
 

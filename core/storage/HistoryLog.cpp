@@ -5,11 +5,11 @@
 #include <optional>
 #include <string_view>
 
+#include "base/files/LineFile.h"
+#include "base/files/Replacement.h"
 #include "core/history/MomentFields.h"
 #include "core/json/Decode.h"
 #include "core/json/TextCache.h"
-#include "core/storage/LineFile.h"
-#include "core/storage/Replacement.h"
 
 namespace tolvane {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "base/Date.h"
 #include "core/history/Moment.h"
-#include "platform/Date.h"
 
 namespace tolvane {
 

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "base/files/Files.h"
+#include "base/files/Replacement.h"
 #include "core/history/MomentFields.h"
 #include "core/json/Decode.h"
 #include "core/json/Encode.h"
@@ -12,9 +14,7 @@
 #include "core/rules/RuleFields.h"
 #include "core/storage/ActivityFields.h"
 #include "core/storage/ActivityLog.h"
-#include "core/storage/Files.h"
 #include "core/storage/HistoryLog.h"
-#include "core/storage/Replacement.h"
 
 namespace tolvane {
 

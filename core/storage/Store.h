@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "base/Date.h"
 #include "core/history/Moment.h"
 #include "core/projects/ParkedProject.h"
 #include "core/rules/Rule.h"
 #include "core/storage/ActivityEntry.h"
-#include "platform/Date.h"
 
 namespace tolvane {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Date.h"
+#include "base/Date.h"
 
 /// Dates in words, in a locale and a time zone. `zone` is an identifier such as "Europe/Berlin"; the empty one is the
 /// machine's own. Callable from any thread.

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Date.h"
+#include "base/Date.h"
 
 /// Numbers, sizes, times and lists in words. `locale` is an ICU identifier such as "en_US"; one that is not installed
 /// falls back to what ICU has nearest. Units of size are text in one language, their numbers are the locale's.

@@ -8,11 +8,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "desktop/Words.h"
 #include "desktop/charts/ChartTokens.h"
 #include "desktop/charts/RoundedBars.h"
+#include "desktop/look/AccessibleRoles.h"
 #include "desktop/look/Palette.h"
-#include "desktop/look/SpokenRoles.h"
+#include "desktop/look/QtText.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/Tip.h"
 
@@ -34,7 +34,7 @@ constexpr double quietShare = 0.7;
 }  // namespace
 
 DayChart::DayChart(const Look& look, QWidget* parent) : QWidget(parent), look_(look), plot_(new QCustomPlot(this)) {
-    speakAs(*this, QAccessible::Chart);
+    setAccessibleRole(*this, QAccessible::Chart);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     plot_->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -58,7 +58,7 @@ void DayChart::show(const QString& title, const std::vector<StatsDay>& days, con
     ticks_ = ticks;
     selected_ = selected;
     const auto chosen = selectedDay();
-    setAccessibleName(chosen ? title_ + QStringLiteral(", ") + words(days_[*chosen].spoken) : title_);
+    setAccessibleName(chosen ? title_ + QStringLiteral(", ") + qtText(days_[*chosen].spoken) : title_);
     setAccessibleDescription(daysWithFigures());
     setBars();
     dress();
@@ -70,9 +70,9 @@ void DayChart::show(const QString& title, const std::vector<StatsDay>& days, con
 QString DayChart::daysWithFigures() const {
     QStringList parts;
     for (const auto& each : days_) {
-        if (each.memory > 0) parts << words(each.spoken);
+        if (each.memory > 0) parts << qtText(each.spoken);
     }
-    parts.prepend(words(StatsView::dayAxis) + QStringLiteral(", ") + words(StatsView::freedAxis));
+    parts.prepend(qtText(StatsView::dayAxis) + QStringLiteral(", ") + qtText(StatsView::freedAxis));
     return parts.join(QStringLiteral("; "));
 }
 
@@ -108,7 +108,7 @@ void DayChart::setBars() {
     figure_->setVisible(chosen.has_value());
     if (!chosen) return;
     const auto& day = days_[*chosen];
-    figure_->setText(words(day.figure));
+    figure_->setText(qtText(day.figure));
     figure_->position->setCoords(static_cast<double>(*chosen), static_cast<double>(day.memory));
 }
 
@@ -131,7 +131,7 @@ void DayChart::dress() {
 int DayChart::axisWidth() const {
     const QFontMetrics metrics(look_.fonts().figures(TextRole::caption));
     int width = 0;
-    for (const auto& tick : ticks_) width = std::max(width, metrics.horizontalAdvance(words(tick.label)));
+    for (const auto& tick : ticks_) width = std::max(width, metrics.horizontalAdvance(qtText(tick.label)));
     return width + figureGap;
 }
 
@@ -173,7 +173,7 @@ void DayChart::paintFigures(QPainter& painter) const {
     for (const auto& tick : ticks_) {
         const int y = plot.bottom() - 1 - static_cast<int>(tick.value / top * (plot.height() - 2));
         painter.drawText(QRect(0, y - lineHeight() / 2, axisWidth() - figureGap, lineHeight()),
-                         Qt::AlignRight | Qt::AlignVCenter, words(tick.label));
+                         Qt::AlignRight | Qt::AlignVCenter, qtText(tick.label));
     }
 }
 
@@ -181,7 +181,7 @@ void DayChart::paintFigures(QPainter& painter) const {
 void DayChart::paintDays(QPainter& painter) const {
     const QFontMetrics metrics(look_.fonts().figures(TextRole::caption, QFont::DemiBold));
     int widest = 0;
-    for (const auto& day : days_) widest = std::max(widest, metrics.horizontalAdvance(words(day.label)));
+    for (const auto& day : days_) widest = std::max(widest, metrics.horizontalAdvance(qtText(day.label)));
     const auto every = std::max<std::size_t>(
         1, static_cast<std::size_t>(std::ceil((widest + labelDistance) / std::max(slotWidth(), 0.01))));
     const auto selected = selectedDay();
@@ -197,7 +197,7 @@ void DayChart::paintDays(QPainter& painter) const {
         if (room.right() > width()) room.moveRight(width() - 1);
         painter.setFont(look_.fonts().figures(TextRole::caption, isSelected ? QFont::DemiBold : QFont::Normal));
         painter.setPen(isSelected ? look_.tokens().text : look_.tokens().text2);
-        painter.drawText(room, Qt::AlignCenter | Qt::TextDontClip, words(days_[day].label));
+        painter.drawText(room, Qt::AlignCenter | Qt::TextDontClip, qtText(days_[day].label));
     }
 }
 
@@ -249,7 +249,7 @@ bool DayChart::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const auto day = dayAt(help->pos());
-    showTip(help->globalPos(), day ? words(days_[*day].spoken) : QString(), this);
+    showTip(help->globalPos(), day ? qtText(days_[*day].spoken) : QString(), this);
     return true;
 }
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/screens/StatsView.h"
+#include "app/screens/stats/StatsView.h"
 #include "desktop/look/Look.h"
 
 class QCustomPlot;

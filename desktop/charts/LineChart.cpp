@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/Format.h"
+#include "app/rows/Format.h"
 #include "core/words/DateWords.h"
-#include "desktop/Words.h"
 #include "desktop/charts/ChartTokens.h"
 #include "desktop/charts/RoundTicks.h"
-#include "desktop/look/SpokenRoles.h"
+#include "desktop/look/AccessibleRoles.h"
+#include "desktop/look/QtText.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/Tip.h"
 
@@ -36,7 +36,7 @@ QVector<double> times(const std::vector<Date>& dates) {
 
 LineChart::LineChart(const Look& look, std::string locale, int plotHeight, QWidget* parent)
     : QWidget(parent), look_(look), locale_(std::move(locale)), plotHeight_(plotHeight), plot_(new QCustomPlot(this)) {
-    speakAs(*this, QAccessible::Chart);
+    setAccessibleRole(*this, QAccessible::Chart);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     plot_->setAttribute(Qt::WA_TransparentForMouseEvents);
     makeQuiet(*plot_);
@@ -65,9 +65,9 @@ void LineChart::show(const InspectorChart& chart) {
     if (!dates.isEmpty()) plot_->xAxis->setRange(dates.front(), std::max(dates.back(), dates.front() + 1));
     /// The highest line lies inside the plot with its whole width.
     plot_->yAxis->setRange(0, top_ * (1 + 1.0 / plotHeight_));
-    setAccessibleName(words(chart.accessibleText));
+    setAccessibleName(qtText(chart.accessibleText));
     setAccessibleDescription(latestFigures());
-    setToolTip(tip(words(chart.accessibleText)));
+    setToolTip(tip(qtText(chart.accessibleText)));
     if (resized) updateGeometry();
     place();
     dress();
@@ -93,19 +93,19 @@ void LineChart::dress() {
 }
 
 QString LineChart::figure(double value) const {
-    return words(Format::decimal(value, 0, 1, locale_) + ' ' + shown_.unit);
+    return qtText(Format::decimal(value, 0, 1, locale_) + ' ' + shown_.unit);
 }
 
 /// For who cannot see the lines: their axes, and where they end.
 QString LineChart::latestFigures() const {
     QStringList parts;
     for (const auto& each : shown_.series) {
-        if (!each.values.empty()) parts << words(each.name) + QLatin1Char(' ') + figure(each.values.back());
+        if (!each.values.empty()) parts << qtText(each.name) + QLatin1Char(' ') + figure(each.values.back());
     }
     if (parts.isEmpty()) return {};
     QStringList axes;
     for (const auto& label : {shown_.xLabel, shown_.yLabel, shown_.seriesLabel}) {
-        if (!label.empty()) axes << words(label);
+        if (!label.empty()) axes << qtText(label);
     }
     const auto before = axes.isEmpty() ? QString() : axes.join(QStringLiteral(", ")) + QStringLiteral(": ");
     return before + parts.join(QStringLiteral(", "));
@@ -159,7 +159,7 @@ void LineChart::paintTimes(QPainter& painter) const {
     const auto plot = plotRect();
     const QRect line(plot.left(), plot.bottom() + timesGap, plot.width(), captionHeight());
     const auto first = shown_.dates.front(), last = shown_.dates.back();
-    const auto text = [&](Date date) { return words(DateWords::time(date, locale_)); };
+    const auto text = [&](Date date) { return qtText(DateWords::time(date, locale_)); };
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, text(last));
     if (text(first) == text(last)) return;
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, text(first));
@@ -175,7 +175,7 @@ void LineChart::paintLegend(QPainter& painter) const {
     for (std::size_t series = 0; series < shown_.series.size(); ++series) {
         const QRect mark(x, top + (captionHeight() - markHeight) / 2 + 1, markWidth, markHeight);
         StyleControls::drawShape(painter, mark, markHeight / 2.0, colour(series), {});
-        const auto name = words(shown_.series[series].name);
+        const auto name = qtText(shown_.series[series].name);
         x += markWidth + markGap;
         painter.drawText(QRect(x, top, metrics.horizontalAdvance(name) + 1, captionHeight()), Qt::AlignVCenter, name);
         x += metrics.horizontalAdvance(name) + entryGap;

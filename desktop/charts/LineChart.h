@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <string>
 
-#include "app/screens/InspectorContent.h"
+#include "app/screens/processes/InspectorContent.h"
 #include "desktop/look/Look.h"
 
 class QCustomPlot;

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "desktop/charts/ChartTokens.h"
-#include "desktop/look/SpokenRoles.h"
+#include "desktop/look/AccessibleRoles.h"
 
 namespace tolvane::desktop {
 
@@ -19,7 +19,7 @@ constexpr double headroom = 1.15;
 }  // namespace
 
 LoadChart::LoadChart(const Look& look, QWidget* parent) : QWidget(parent), look_(look), plot_(new QCustomPlot(this)) {
-    speakAs(*this, QAccessible::Chart);
+    setAccessibleRole(*this, QAccessible::Chart);
     setFixedHeight(chartHeight);
     auto* whole = new QHBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/HistoryPoint.h"
+#include "app/sampling/HistoryPoint.h"
 #include "desktop/look/Look.h"
 
 class QCustomPlot;

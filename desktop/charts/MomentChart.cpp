@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "desktop/Words.h"
 #include "desktop/charts/ChartTokens.h"
+#include "desktop/look/AccessibleRoles.h"
 #include "desktop/look/Palette.h"
-#include "desktop/look/SpokenRoles.h"
+#include "desktop/look/Paragraph.h"
+#include "desktop/look/QtText.h"
 #include "desktop/look/StyleControls.h"
-#include "desktop/parts/Paragraph.h"
 
 namespace tolvane::desktop {
 
@@ -56,10 +56,10 @@ std::optional<double> valueAt(const HistoryChart& chart, const HistorySeries& se
 /// "Time, GB, Kind: Used, Compressed, Swap; ", for who cannot see them.
 QString axesOf(const HistoryChart& chart) {
     QStringList names;
-    for (const auto& series : chart.series) names << words(series.name);
+    for (const auto& series : chart.series) names << qtText(series.name);
     const auto series = names.join(QStringLiteral(", "));
-    const auto kind = chart.seriesLabel.empty() ? series : words(chart.seriesLabel) + QStringLiteral(": ") + series;
-    return QStringList{words(chart.xLabel), words(chart.yLabel), kind}.join(QStringLiteral(", ")) +
+    const auto kind = chart.seriesLabel.empty() ? series : qtText(chart.seriesLabel) + QStringLiteral(": ") + series;
+    return QStringList{qtText(chart.xLabel), qtText(chart.yLabel), kind}.join(QStringLiteral(", ")) +
            QStringLiteral("; ");
 }
 
@@ -84,7 +84,7 @@ private:
 
 MomentChart::MomentChart(const Look& look, QWidget* parent)
     : QWidget(parent), look_(look), plot_(new QCustomPlot(this)), rule_(new Rule(*this)) {
-    speakAs(*this, QAccessible::Chart);
+    setAccessibleRole(*this, QAccessible::Chart);
     setFocusPolicy(Qt::StrongFocus);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
@@ -98,7 +98,7 @@ MomentChart::MomentChart(const Look& look, QWidget* parent)
 
 void MomentChart::show(const HistoryChart& chart, const std::vector<HistoryTick>& marks, const QString& moment) {
     const bool isNew = chart != shown_ || marks != marks_;
-    setAccessibleName(words(chart.spoken));
+    setAccessibleName(qtText(chart.spoken));
     const auto described = axesOf(chart) + moment;
     if (described != accessibleDescription()) {
         setAccessibleDescription(described);
@@ -178,20 +178,20 @@ int MomentChart::legendWidth() const {
     const QFontMetrics metrics(look_.fonts().font(TextRole::caption));
     int width = 0;
     for (const auto& series : shown_.series) {
-        width += markWidth(series.kind) + legendMarkGap + metrics.horizontalAdvance(words(series.name)) + legendGap;
+        width += markWidth(series.kind) + legendMarkGap + metrics.horizontalAdvance(qtText(series.name)) + legendGap;
     }
     return width;
 }
 
 bool MomentChart::legendBelow(int width) const {
     const QFontMetrics metrics(look_.fonts().font(TextRole::headline));
-    return metrics.horizontalAdvance(words(shown_.title)) + legendGap + legendWidth() > width;
+    return metrics.horizontalAdvance(qtText(shown_.title)) + legendGap + legendWidth() > width;
 }
 
 int MomentChart::plotTop(int width) const {
     int top = line(TextRole::headline);
     if (!shown_.note.empty()) {
-        top += Paragraph(words(shown_.note), look_.fonts(), TextRole::small, std::max(1, width)).height();
+        top += Paragraph(qtText(shown_.note), look_.fonts(), TextRole::small, std::max(1, width)).height();
     }
     if (legendBelow(width)) top += line(TextRole::caption) + Sizes::step;
     return top + std::max(plotGap, line(TextRole::caption) / 2);
@@ -209,7 +209,7 @@ QSize MomentChart::sizeHint() const {
 int MomentChart::axisWidth() const {
     const QFontMetrics metrics(look_.fonts().figures(TextRole::caption));
     int widest = metrics.horizontalAdvance(QStringLiteral("88 GB"));
-    for (const auto& tick : shown_.ticks) widest = std::max(widest, metrics.horizontalAdvance(words(tick.label)));
+    for (const auto& tick : shown_.ticks) widest = std::max(widest, metrics.horizontalAdvance(qtText(tick.label)));
     return widest + figureGap;
 }
 
@@ -255,9 +255,9 @@ void MomentChart::paintHead(QPainter& painter) const {
     painter.setPen(look_.tokens().text);
     const auto alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
     painter.drawText(QRect(0, 0, width(), line(TextRole::headline)), static_cast<int>(alignment | Qt::AlignAbsolute),
-                     words(shown_.title));
+                     qtText(shown_.title));
     if (shown_.note.empty()) return;
-    const Paragraph note(words(shown_.note), look_.fonts(), TextRole::small, std::max(1, width()));
+    const Paragraph note(qtText(shown_.note), look_.fonts(), TextRole::small, std::max(1, width()));
     note.draw(painter, QPoint(0, line(TextRole::headline)), look_.tokens().text2, alignment);
 }
 
@@ -278,7 +278,7 @@ void MomentChart::paintLegend(QPainter& painter) const {
             painter.drawLine(x, middle, x + legendLine, middle);
         }
         x += markWidth(series.kind) + legendMarkGap;
-        const auto name = words(series.name);
+        const auto name = qtText(series.name);
         painter.setPen(look_.tokens().text2);
         painter.drawText(QRect(x, top, width(), line(TextRole::caption)), Qt::AlignLeft | Qt::AlignVCenter, name);
         x += painter.fontMetrics().horizontalAdvance(name) + legendGap;
@@ -313,7 +313,7 @@ void MomentChart::paintFigures(QPainter& painter) const {
     for (const auto& tick : shown_.ticks) {
         const int y = plot.top() + plot.height() - 1 - static_cast<int>(tick.value / shown_.top * (plot.height() - 2));
         painter.drawText(QRect(0, y - height / 2, axisWidth() - figureGap, height), Qt::AlignRight | Qt::AlignVCenter,
-                         words(tick.label));
+                         qtText(tick.label));
     }
 }
 
@@ -323,7 +323,7 @@ void MomentChart::paintTimes(QPainter& painter) const {
     const auto plot = plotRect();
     int widest = 0;
     for (const auto& mark : marks_) {
-        widest = std::max(widest, painter.fontMetrics().horizontalAdvance(words(mark.label)));
+        widest = std::max(widest, painter.fontMetrics().horizontalAdvance(qtText(mark.label)));
     }
     std::size_t every = 1;
     const auto distance = plot.width() / static_cast<int>(marks_.size() - 1);
@@ -342,7 +342,7 @@ void MomentChart::paintTimes(QPainter& painter) const {
             alignment = Qt::AlignRight;
         }
         painter.drawText(room, static_cast<int>(alignment | Qt::AlignVCenter) | Qt::TextDontClip,
-                         words(marks_[number].label));
+                         qtText(marks_[number].label));
     }
 }
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/screens/HistoryChart.h"
+#include "app/screens/history/HistoryChart.h"
 #include "desktop/look/Look.h"
 
 class QCustomPlot;

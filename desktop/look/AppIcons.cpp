@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <cstdint>
 
-#include "desktop/Words.h"
+#include "desktop/look/QtText.h"
 #include "desktop/look/Tokens.h"
 
 namespace tolvane::desktop {
@@ -28,7 +28,7 @@ QString initial(const QString& title) {
 
 QIcon load(const std::string& name) {
     if (name.empty()) return {};
-    const auto text = words(name);
+    const auto text = qtText(name);
     if (!QFileInfo(text).isAbsolute()) return QIcon::fromTheme(text);
     const QIcon icon(text);
     return icon.pixmap(Sizes::icon).isNull() ? QIcon() : icon;
@@ -38,26 +38,26 @@ QIcon load(const std::string& name) {
 
 AppIcons::AppIcons(Applications& applications, const Fonts& fonts) : applications_(applications), fonts_(fonts) {}
 
-const QIcon& AppIcons::icon(std::string_view bundlePath) const {
-    const auto key = words(bundlePath);
+const QIcon& AppIcons::icon(std::string_view appPath) const {
+    const auto key = qtText(appPath);
     if (const auto found = cache_.constFind(key); found != cache_.constEnd()) return *found;
-    return *cache_.insert(key, load(applications_.iconName(bundlePath)));
+    return *cache_.insert(key, load(applications_.iconName(appPath)));
 }
 
-void AppIcons::paint(QPainter& painter, std::string_view bundlePath, const QString& title, QRect rect) const {
-    const auto& found = icon(bundlePath);
+void AppIcons::paint(QPainter& painter, std::string_view appPath, const QString& title, QRect rect) const {
+    const auto& found = icon(appPath);
     if (found.isNull()) {
-        paintTile(painter, bundlePath, title, rect);
+        paintTile(painter, appPath, title, rect);
     } else {
         found.paint(&painter, rect);
     }
 }
 
-void AppIcons::paintTile(QPainter& painter, std::string_view bundlePath, const QString& title, QRect rect) const {
+void AppIcons::paintTile(QPainter& painter, std::string_view appPath, const QString& title, QRect rect) const {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(tileGrounds[hash(bundlePath) % tileGrounds.size()]);
+    painter.setBrush(tileGrounds[hash(appPath) % tileGrounds.size()]);
     painter.drawRoundedRect(rect, Sizes::tileRadius, Sizes::tileRadius);
     auto font = fonts_.font(TextRole::caption, QFont::DemiBold);
     font.setPointSizeF(font.pointSizeF() / fonts_.factor() * rect.height() / 18.5);

@@ -20,12 +20,12 @@ public:
     AppIcons(Applications& applications, const Fonts& fonts);
 
     /// `title` gives the tile its letter.
-    void paint(QPainter& painter, std::string_view bundlePath, const QString& title, QRect rect) const;
+    void paint(QPainter& painter, std::string_view appPath, const QString& title, QRect rect) const;
     /// Null when the application has none that can be loaded.
-    const QIcon& icon(std::string_view bundlePath) const;
+    const QIcon& icon(std::string_view appPath) const;
 
 private:
-    void paintTile(QPainter& painter, std::string_view bundlePath, const QString& title, QRect rect) const;
+    void paintTile(QPainter& painter, std::string_view appPath, const QString& title, QRect rect) const;
 
     Applications& applications_;
     const Fonts& fonts_;

@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QToolTip>
 
+#include "desktop/look/AccessibleRoles.h"
 #include "desktop/look/Palette.h"
-#include "desktop/look/SpokenRoles.h"
 #include "desktop/look/TolvaneStyle.h"
 
 namespace tolvane::desktop {
@@ -21,7 +21,7 @@ Look::~Look() {
 }
 
 void Look::install() {
-    installSpokenRoles();
+    installAccessibleRoles();
     style_ = new TolvaneStyle(*this);
     QApplication::setStyle(style_);
     QApplication::setFont(fonts_.font(TextRole::body));

@@ -2,7 +2,7 @@
 
 #include <QVBoxLayout>
 
-#include "desktop/Words.h"
+#include "desktop/look/QtText.h"
 
 namespace tolvane::desktop {
 
@@ -32,13 +32,13 @@ CPUBlock::CPUBlock(const Look& look, QWidget* parent)
 void CPUBlock::show(const CPUSummary& summary) {
     if (summary == shown_) return;
     shown_ = summary;
-    headline_->show(words(summary.headline), words(summary.busyNow));
+    headline_->show(qtText(summary.headline), qtText(summary.busyNow));
     past_->setVisible(!summary.chart.empty());
     chart_->show(summary.chart);
-    chart_->setToolTip(words(summary.chartText));
-    chart_->setAccessibleName(words(summary.chartText));
-    chart_->setAccessibleDescription(words(summary.chartDetail));
-    caption_->setText(words(summary.chartCaption));
+    chart_->setToolTip(qtText(summary.chartText));
+    chart_->setAccessibleName(qtText(summary.chartText));
+    chart_->setAccessibleDescription(qtText(summary.chartDetail));
+    caption_->setText(qtText(summary.chartCaption));
     rows_->show(summary.rows);
 }
 

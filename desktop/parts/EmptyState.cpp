@@ -4,7 +4,7 @@
 #include <QTextLayout>
 #include <algorithm>
 
-#include "desktop/parts/Paragraph.h"
+#include "desktop/look/Paragraph.h"
 
 namespace tolvane::desktop {
 

@@ -2,7 +2,7 @@
 
 #include <QVBoxLayout>
 
-#include "desktop/Words.h"
+#include "desktop/look/QtText.h"
 #include "desktop/parts/LevelColours.h"
 
 namespace tolvane::desktop {
@@ -28,8 +28,8 @@ MemoryBlock::MemoryBlock(const Look& look, QWidget* parent)
 void MemoryBlock::show(const MemorySummary& summary) {
     if (summary == shown_) return;
     shown_ = summary;
-    headline_->show(words(summary.headline), words(summary.pressureText), words(summary.pressureTooltip));
-    gauge_->setAccessibleName(words(summary.gaugeAccessibleText));
+    headline_->show(qtText(summary.headline), qtText(summary.pressureText), qtText(summary.pressureTooltip));
+    gauge_->setAccessibleName(qtText(summary.gaugeAccessibleText));
     rows_->show(summary.rows);
     dress();
 }

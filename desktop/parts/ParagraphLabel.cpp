@@ -4,9 +4,9 @@
 #include <QPainter>
 #include <QStyle>
 
+#include "desktop/look/Paragraph.h"
 #include "desktop/look/TextLine.h"
 #include "desktop/look/Tip.h"
-#include "desktop/parts/Paragraph.h"
 
 namespace tolvane::desktop {
 

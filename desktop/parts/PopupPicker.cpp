@@ -5,7 +5,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 
-#include "desktop/look/MenuWords.h"
+#include "desktop/look/MenuText.h"
 #include "desktop/look/Palette.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
@@ -63,7 +63,7 @@ void PopupPicker::showPopup() {
     menu.setMinimumWidth(width());
     auto* group = new QActionGroup(&menu);
     for (int index = 0; index < count(); ++index) {
-        auto* action = menu.addAction(menuWords(itemText(index)));
+        auto* action = menu.addAction(menuText(itemText(index)));
         action->setCheckable(true);
         action->setData(index);
         action->setChecked(index == currentIndex());

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "desktop/Words.h"
-#include "desktop/look/MenuWords.h"
+#include "desktop/look/MenuText.h"
+#include "desktop/look/QtText.h"
 #include "desktop/look/TextLine.h"
 #include "desktop/parts/ParagraphLabel.h"
 
@@ -34,20 +34,20 @@ QuestionDialog::QuestionDialog(const Look& look, const Question& question, const
     : QDialog(parent),
       look_(look),
       cancel_(new QPushButton(tr("Cancel"), this)),
-      action_(new QPushButton(menuWords(words(question.action)), this)) {
-    setWindowTitle(words(question.action));
-    setAccessibleName(words(question.title));
-    setAccessibleDescription(note.isEmpty() ? words(question.message)
-                                            : words(question.message) + QLatin1Char(' ') + note);
+      action_(new QPushButton(menuText(qtText(question.action)), this)) {
+    setWindowTitle(qtText(question.action));
+    setAccessibleName(qtText(question.title));
+    setAccessibleDescription(note.isEmpty() ? qtText(question.message)
+                                            : qtText(question.message) + QLatin1Char(' ') + note);
     setWindowModality(Qt::WindowModal);
     auto* title = new ParagraphLabel(look, TextRole::headline, &Tokens::text, this);
-    title->setText(words(question.title));
+    title->setText(qtText(question.title));
     title->setMostLines(mostTitleLines);
     title->setMinimumWidth(look.fonts().scaled(textWidth));
     auto* texts = new QVBoxLayout;
     texts->setSpacing(Sizes::step);
     texts->addWidget(title);
-    for (const auto& text : {words(question.message), note}) {
+    for (const auto& text : {qtText(question.message), note}) {
         if (text.isEmpty()) continue;
         auto* message = new ParagraphLabel(look, TextRole::small, &Tokens::text2, this);
         message->setText(text);

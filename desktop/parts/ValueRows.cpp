@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "desktop/Words.h"
+#include "desktop/look/QtText.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
 #include "desktop/look/Tip.h"
@@ -24,8 +24,8 @@ constexpr int leastWidth = 140;
 QString spoken(const std::vector<ValueRow>& rows) {
     QStringList parts;
     for (const auto& row : rows) {
-        auto part = words(row.label) + QLatin1Char(' ') + words(row.value);
-        if (!row.remark.empty()) part += QLatin1Char(' ') + words(row.remark);
+        auto part = qtText(row.label) + QLatin1Char(' ') + qtText(row.value);
+        if (!row.remark.empty()) part += QLatin1Char(' ') + qtText(row.remark);
         parts << part;
     }
     return parts.join(QStringLiteral(", "));
@@ -69,9 +69,9 @@ ValueRows::Parts ValueRows::parts(const ValueRow& row, int width) const {
     const QFontMetrics figures(look_.fonts().figures(TextRole::small));
     Parts parts;
     parts.leading = row.mark.empty() ? 0 : markSpace;
-    const auto value = oneLine(words(row.value));
-    const auto remark = words(row.remark);
-    const auto title = oneLine(words(row.label));
+    const auto value = oneLine(qtText(row.value));
+    const auto remark = qtText(row.remark);
+    const auto title = oneLine(qtText(row.label));
     const int label = parts.leading + labels.horizontalAdvance(title) + labelGap;
     const int valueWidth = figures.horizontalAdvance(value);
     parts.remarkWidth = remark.isEmpty() ? 0 : figures.horizontalAdvance(remark) + remarkGap;
@@ -139,9 +139,9 @@ QString ValueRows::tipAt(QPoint position) const {
         const auto shown = parts(row, width());
         const int bottom = top + shown.lines() * lineHeight() + spacing_;
         if (position.y() >= top && position.y() < bottom) {
-            auto tip = words(row.tooltip);
+            auto tip = qtText(row.tooltip);
             if (shown.isWhole) return tip;
-            const auto whole = words(row.label) + QLatin1Char('\n') + words(row.value);
+            const auto whole = qtText(row.label) + QLatin1Char('\n') + qtText(row.value);
             return tip.isEmpty() ? whole : whole + QStringLiteral("\n\n") + tip;
         }
         top = bottom;

@@ -2,26 +2,26 @@
 
 #include <unistd.h>
 
-#include "platform/linux/LinuxApplications.h"
-#include "platform/linux/LinuxChildProcesses.h"
-#include "platform/linux/LinuxClock.h"
-#include "platform/linux/LinuxClockFacts.h"
-#include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/LinuxFolders.h"
-#include "platform/linux/LinuxMachineStatistics.h"
-#include "platform/linux/LinuxProcessControl.h"
-#include "platform/linux/LinuxProcessInspection.h"
-#include "platform/linux/LinuxPropertyLists.h"
-#include "platform/linux/LinuxRunningApplications.h"
-#include "platform/linux/LinuxServiceManager.h"
-#include "platform/linux/LinuxSystemLog.h"
-#include "platform/linux/LinuxTrays.h"
-#include "platform/linux/PSIMemoryPressure.h"
-#include "platform/linux/PlistPreferences.h"
-#include "platform/linux/XDGAutostart.h"
+#include "platform/linux/acts/LinuxChildProcesses.h"
+#include "platform/linux/acts/LinuxProcessControl.h"
+#include "platform/linux/applications/DesktopLauncher.h"
+#include "platform/linux/applications/LinuxApplications.h"
+#include "platform/linux/applications/LinuxRunningApplications.h"
 #include "platform/linux/bus/LinuxNotifications.h"
 #include "platform/linux/bus/SessionBus.h"
-#include "platform/linux/launch/Launcher.h"
+#include "platform/linux/machine/LinuxClock.h"
+#include "platform/linux/machine/LinuxClockFacts.h"
+#include "platform/linux/machine/LinuxMachineStatistics.h"
+#include "platform/linux/machine/PSIMemoryPressure.h"
+#include "platform/linux/processes/LinuxProcessInspection.h"
+#include "platform/linux/processes/LinuxServiceManager.h"
+#include "platform/linux/session/LinuxDesktop.h"
+#include "platform/linux/session/LinuxSystemLog.h"
+#include "platform/linux/session/LinuxTrays.h"
+#include "platform/linux/session/XDGAutostart.h"
+#include "platform/linux/settings/LinuxFolders.h"
+#include "platform/linux/settings/LinuxPropertyLists.h"
+#include "platform/linux/settings/PlistPreferences.h"
 #include "platform/linux/windows/SessionFrontmost.h"
 #include "platform/linux/windows/WindowSession.h"
 #include "platform/linux/windows/XCovers.h"
@@ -60,9 +60,10 @@ std::shared_ptr<SessionBus> sessionBus(const Environment& environment) {
     return std::make_shared<SessionBus>(SessionBus::usualAddress(environment));
 }
 
-Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides, Toolkit toolkit) {
+Host makeLinuxHost(const Environment& environment, const PreferencesLayer& layer, Toolkit toolkit) {
     auto folders = std::make_unique<LinuxFolders>(environment);
-    auto stored = std::make_unique<PlistPreferences>(folders->configHome() + "/Tolvane/dev.tolvane.Tolvane.plist");
+    std::unique_ptr<Preferences> stored =
+        std::make_unique<PlistPreferences>(folders->configHome() + "/Tolvane/dev.tolvane.Tolvane.plist");
     // Readers and whoever acts must give one process one start time.
     const LinuxClockFacts clock = LinuxClockFacts::read();
     Host host;
@@ -80,7 +81,8 @@ Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides
     host.children = std::make_unique<LinuxChildProcesses>();
     host.propertyLists = std::make_unique<LinuxPropertyLists>();
     host.pressure = std::make_unique<PSIMemoryPressure>();
-    host.preferences = std::make_unique<LayeredPreferences>(std::move(stored), std::move(overrides));
+    host.preferences = std::move(stored);
+    if (layer) host.preferences = layer(std::move(host.preferences));
     folders->setSyncFolderChoice(
         [choices = host.preferences.get()] { return choices->get<std::string>("syncFolder"); });
     host.folders = std::move(folders);

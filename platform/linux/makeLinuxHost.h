@@ -5,8 +5,7 @@
 #include <string>
 
 #include "platform/Host.h"
-#include "platform/LayeredPreferences.h"
-#include "platform/linux/Environment.h"
+#include "platform/linux/text/Environment.h"
 
 namespace tolvane::linuxhost {
 
@@ -27,9 +26,9 @@ struct Toolkit {
     std::function<bool()> drawsOnX11 = nullptr;
 };
 
-/// This machine. `overrides` are preferences for this run only. Made before or after the application object; what waits
+/// This machine. `layer` goes over the stored preferences. Made before or after the application object; what waits
 /// for events needs the event loop from the first subscription on. Programs that are started later get the environment
 /// that this process has now.
-Host makeLinuxHost(const Environment& environment, LayeredPreferences::Overrides overrides, Toolkit toolkit = {});
+Host makeLinuxHost(const Environment& environment, const PreferencesLayer& layer, Toolkit toolkit = {});
 
 }  // namespace tolvane::linuxhost

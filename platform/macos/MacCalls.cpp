@@ -2,20 +2,9 @@
 
 #include <utility>
 
-#include "platform/macos/DockPolicy.h"
-#include "platform/macos/LaunchdServices.h"
-#include "platform/macos/MacApplications.h"
-#include "platform/macos/MacDesktop.h"
-#include "platform/macos/MacFolders.h"
-#include "platform/macos/MacFrontmost.h"
-#include "platform/macos/MacLoginItem.h"
-#include "platform/macos/MacNotifications.h"
-#include "platform/macos/MacPreferences.h"
-#include "platform/macos/MacPropertyLists.h"
-#include "platform/macos/MacRunningApplications.h"
-#include "platform/macos/MacSymbols.h"
-#include "platform/macos/MacWindows.h"
-#include "platform/macos/MenuBar.h"
+#include "platform/macos/applications/MacApplications.h"
+#include "platform/macos/applications/MacFrontmost.h"
+#include "platform/macos/applications/MacRunningApplications.h"
 #include "platform/macos/dispatch/MacClock.h"
 #include "platform/macos/dispatch/MacMemoryPressure.h"
 #include "platform/macos/kernel/KernelNumbers.h"
@@ -23,6 +12,17 @@
 #include "platform/macos/kernel/MacProcessControl.h"
 #include "platform/macos/kernel/MacProcessInspection.h"
 #include "platform/macos/kernel/SpawnedChildProcesses.h"
+#include "platform/macos/session/DockPolicy.h"
+#include "platform/macos/session/LaunchdServices.h"
+#include "platform/macos/session/MacDesktop.h"
+#include "platform/macos/session/MacLoginItem.h"
+#include "platform/macos/session/MacNotifications.h"
+#include "platform/macos/session/MacSymbols.h"
+#include "platform/macos/session/MacWindows.h"
+#include "platform/macos/session/MenuBar.h"
+#include "platform/macos/settings/MacFolders.h"
+#include "platform/macos/settings/MacPreferences.h"
+#include "platform/macos/settings/MacPropertyLists.h"
 
 namespace tolvane::machost {
 
@@ -59,15 +59,15 @@ void addScreen(Host& host, const ObjC& runtime) {
 
 }  // namespace
 
-Host hostOn(const MacCalls& calls, LayeredPreferences::Overrides overrides, const OnMain& onMain) {
+Host hostOn(const MacCalls& calls, const PreferencesLayer& layer, const OnMain& onMain) {
     Host host;
     addKernel(host, calls.kernel);
     addFrameworks(host, calls.runtime, onMain);
     addScreen(host, calls.runtime);
     host.pressure = std::make_unique<MacMemoryPressure>(calls.dispatch, onMain);
     host.clock = std::make_unique<MacClock>(calls.dispatch, onMain);
-    host.preferences =
-        std::make_unique<LayeredPreferences>(std::make_unique<MacPreferences>(calls.runtime), std::move(overrides));
+    host.preferences = std::make_unique<MacPreferences>(calls.runtime);
+    if (layer) host.preferences = layer(std::move(host.preferences));
     host.log = std::make_unique<UnifiedLog>(calls.log);
     return host;
 }

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "platform/Host.h"
-#include "platform/LayeredPreferences.h"
-#include "platform/macos/UnifiedLog.h"
 #include "platform/macos/dispatch/DispatchCalls.h"
 #include "platform/macos/kernel/KernelCalls.h"
 #include "platform/macos/objc/Runtime.h"
+#include "platform/macos/session/UnifiedLog.h"
 
 namespace tolvane::machost {
 
@@ -17,8 +16,8 @@ struct MacCalls {
     LogCalls log;
 };
 
-/// The host on top of these tables. `overrides` are preferences for this run only; `onMain` brings a job to the thread
+/// The host on top of these tables. `layer` goes over the stored preferences; `onMain` brings a job to the thread
 /// that the host is used on. Main thread.
-Host hostOn(const MacCalls& calls, LayeredPreferences::Overrides overrides, const OnMain& onMain);
+Host hostOn(const MacCalls& calls, const PreferencesLayer& layer, const OnMain& onMain);
 
 }  // namespace tolvane::machost

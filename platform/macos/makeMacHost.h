@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Host.h"
-#include "platform/LayeredPreferences.h"
 #include "platform/macos/MacCalls.h"
 
 namespace tolvane::machost {
@@ -9,8 +8,8 @@ namespace tolvane::machost {
 /// The tables of this Mac.
 MacCalls appleCalls();
 
-/// This machine. `overrides` are preferences for this run only; `onMain` brings a job to the main thread. Made before
+/// This machine. `layer` goes over the stored preferences; `onMain` brings a job to the main thread. Made before
 /// or after the application object.
-Host makeMacHost(LayeredPreferences::Overrides overrides, const OnMain& onMain);
+Host makeMacHost(const PreferencesLayer& layer, const OnMain& onMain);
 
 }  // namespace tolvane::machost

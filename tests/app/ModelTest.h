@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/AppModel.h"
+#include "app/model/AppModel.h"
 #include "tests/fakes/Executors.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/TemporaryFolder.h"
@@ -38,9 +38,9 @@ struct ModelTest : testing::Test {
     /// Each tick lists the processes once.
     std::size_t ticks() const { return world.timesAsked("allPids"); }
 
-    fakes::FakeProcess& addApp(Pid pid, const std::string& bundlePath) {
+    fakes::FakeProcess& addApp(Pid pid, const std::string& appPath) {
         auto& process = world.add(pid, "App");
-        process.path = Text(bundlePath + "/Contents/MacOS/App");
+        process.path = Text(appPath + "/Contents/MacOS/App");
         return process;
     }
     /// Lets the process take that much of a core over the time given.

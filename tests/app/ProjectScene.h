@@ -54,7 +54,7 @@ struct ProjectScene : ModelTest {
     }
 
     ProjectGroup group(const std::string& root) const {
-        for (auto& each : Projects::groups(model->world(), *model->launchdPIDs)) {
+        for (auto& each : Projects::groups(model->world(), *model->servicePIDs)) {
             if (each.root == root) return each;
         }
         return {.root = root};

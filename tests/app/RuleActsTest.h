@@ -21,14 +21,14 @@ struct RuleActsTest : ModelTest {
     }
     /// The application's one process, of the same size.
     fakes::FakeProcess& addMail(Pid pid) {
-        world.bundleIdentifiers[mail] = "com.example.mail";
+        world.appIDs[mail] = "com.example.mail";
         auto& process = addApp(pid, mail);
         process.usage->footprint = 300 * MiB;
         process.memory = MemoryRecord{.compressed = 100 * MiB};
         return process;
     }
     fakes::FakeInstance& addInstance() {
-        return world.instances.emplace_back(fakes::FakeInstance{.identifier = "com.example.mail", .bundlePath = mail});
+        return world.instances.emplace_back(fakes::FakeInstance{.identifier = "com.example.mail", .appPath = mail});
     }
 
     static Rule workerRule(RuleAction action) {
@@ -43,7 +43,7 @@ struct RuleActsTest : ModelTest {
     static Rule mailRule(RuleAction action) {
         auto rule = workerRule(action);
         rule.name = "Large mail";
-        rule.target = AppTarget{.bundleID = "com.example.mail", .name = "Mail"};
+        rule.target = AppTarget{.appID = "com.example.mail", .name = "Mail"};
         return rule;
     }
     static Rule onlyLogging(Rule rule) {

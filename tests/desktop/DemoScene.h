@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/AppModel.h"
 #include "app/demo/DemoHost.h"
-#include "desktop/WindowState.h"
+#include "app/model/AppModel.h"
 #include "desktop/look/Look.h"
+#include "desktop/window/WindowState.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tolvane::desktop {

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "desktop/MainWindow.h"
-#include "desktop/Screens.h"
-#include "desktop/Words.h"
+#include "desktop/look/QtText.h"
+#include "desktop/program/Screens.h"
+#include "desktop/window/MainWindow.h"
 #include "tests/desktop/DemoScene.h"
 #include "tests/desktop/GoldenPicture.h"
 
@@ -30,7 +30,7 @@ TEST_P(GoldenPicturesTest, showEveryScreenAsItWasKept) {
     window.show();
     for (const auto& screen : allScreens(scene.model, scene.look, scene.state, "en_US")) {
         scene.model.section.set(screen.section);
-        const auto name = words(traits(screen.section).rawValue) + (dark ? "-dark" : "");
+        const auto name = qtText(traits(screen.section).rawValue) + (dark ? "-dark" : "");
         EXPECT_TRUE(looksLike(settled(window), name));
     }
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/AppModel.h"
+#include "app/model/AppModel.h"
 
 /// What the demo's machine becomes when nothing is as its makers thought: for looking at screens, and for tests that
 /// none of them breaks.
@@ -93,7 +93,7 @@ inline ProcRow renamed(ProcRow row, const Change& change) {
     sample.args = TextList(arguments);
     if (sample.cwd) sample.cwd = folder(*sample.cwd, change);
     if (row.project) row.project = folder(*row.project, change);
-    if (row.appBundlePath) row.appBundlePath = folder(*row.appBundlePath, change);
+    if (row.appPath) row.appPath = folder(*row.appPath, change);
     row.claudeSession = changed(row.claudeSession, change);
     return row;
 }
@@ -241,7 +241,7 @@ inline void makeNothing(AppModel& model) {
     model.containers.set({});
     model.branches.set({});
     model.ports.set({});
-    model.selectedLines.set({});
+    model.selectedRows.set({});
 }
 
 inline void makeOne(AppModel& model) {

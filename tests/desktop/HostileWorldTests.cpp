@@ -10,16 +10,16 @@
 #include <string>
 #include <tuple>
 
-#include "app/screens/ProjectsView.h"
-#include "desktop/MainWindow.h"
-#include "desktop/NewRuleDialog.h"
-#include "desktop/PanelPopup.h"
-#include "desktop/Screens.h"
-#include "desktop/Words.h"
+#include "app/screens/projects/ProjectsView.h"
+#include "desktop/look/QtText.h"
+#include "desktop/panel/PanelPopup.h"
 #include "desktop/parts/AlertDialog.h"
-#include "desktop/parts/GivingRow.h"
 #include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/QuestionDialog.h"
+#include "desktop/program/Screens.h"
+#include "desktop/projects/ShrinkingRow.h"
+#include "desktop/rules/NewRuleDialog.h"
+#include "desktop/window/MainWindow.h"
 #include "tests/desktop/DemoScene.h"
 #include "tests/desktop/HostileWorld.h"
 #include "tests/desktop/Pointer.h"
@@ -37,7 +37,7 @@ constexpr Manner plain{.name = "plain"}, mirroredLarge{.name = "mirrored", .text
 
 std::string placeOf(const QWidget& widget) {
     std::string place = widget.metaObject()->className();
-    const auto name = bytes(widget.accessibleName().left(40));
+    const auto name = utf8(widget.accessibleName().left(40));
     if (!name.empty()) place += " '" + name + "'";
     return place;
 }
@@ -48,7 +48,7 @@ bool isOverlay(const QWidget& widget) {
            qobject_cast<const QSplitterHandle*>(&widget) || widget.isWindow();
 }
 
-bool arranges(const QWidget& widget) { return widget.layout() || qobject_cast<const GivingRow*>(&widget); }
+bool arranges(const QWidget& widget) { return widget.layout() || qobject_cast<const ShrinkingRow*>(&widget); }
 
 std::vector<QWidget*> shownChildren(const QWidget& parent) {
     std::vector<QWidget*> shown;
@@ -129,14 +129,14 @@ TEST_P(HostileWorldTest, whatIsSelectedIsShownWhole) {
     MainWindow window(model, scene->look, scene->state, allScreens(model, scene->look, scene->state, "en_US"));
     window.resize(Sizes::windowLeastWidth, Sizes::windowLeastHeight);
     std::set<std::string> all;
-    for (const auto& line : Line::build(model.snapshot->rows, Grouping::apps, 1, model.lineNames())) {
-        model.selectedLines.set({line.id});
+    for (const auto& line : TableRow::build(model.snapshot->rows, Grouping::apps, 1, model.rowNames())) {
+        model.selectedRows.set({line.id});
         settle(window);
         expectTidy(window);
         all.insert(line.id);
         if (all.size() > 3) break;
     }
-    model.selectedLines.set(all);
+    model.selectedRows.set(all);
     settle(window);
     expectTidy(window);
 }
@@ -153,7 +153,7 @@ TEST_P(HostileWorldTest, questionsAndSheetsStayOnTheScreen) {
     auto* asked = QuestionDialog::ask(scene->look, question(name), nullptr, "6 processes");
     expectOnScreen(*asked);
     delete asked;
-    AlertDialog alert(scene->look, words("Added 1 rule from " + name + "."), "OK", nullptr);
+    AlertDialog alert(scene->look, qtText("Added 1 rule from " + name + "."), "OK", nullptr);
     alert.setAttribute(Qt::WA_DeleteOnClose, false);
     expectOnScreen(alert);
     for (const auto& each : targetKinds) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/AppModel.h"
-#include "desktop/WindowState.h"
+#include "app/model/AppModel.h"
 #include "desktop/look/Look.h"
+#include "desktop/window/WindowState.h"
 #include "tests/fakes/Executors.h"
 #include "tests/fakes/SampleCast.h"
 

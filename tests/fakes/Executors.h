@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "app/Executor.h"
+#include "app/tasks/Executor.h"
 
 namespace tolvane::fakes {
 

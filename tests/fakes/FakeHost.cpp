@@ -55,7 +55,7 @@ Subscription observe(const std::shared_ptr<FakeWorld>& world, Observers FakeWorl
 
 }  // namespace
 
-void FakeWorld::activate(const std::string& bundlePath) { tell(activationObservers, bundlePath); }
+void FakeWorld::activate(const std::string& appPath) { tell(activationObservers, appPath); }
 void FakeWorld::press() { tell(pressureObservers); }
 void FakeWorld::click(const std::optional<std::string>& section) { tell(clickObservers, section); }
 void FakeWorld::end(Pid pid) {
@@ -201,7 +201,7 @@ public:
         self.terminated = true;
     }
     bool isTerminated() const override { return world_->instances[place_].terminated; }
-    std::optional<std::string> bundlePath() const override { return world_->instances[place_].bundlePath; }
+    std::optional<std::string> appPath() const override { return world_->instances[place_].appPath; }
 
 private:
     World world_;
@@ -214,7 +214,7 @@ class Running : public RunningApplications {
 public:
     Running(World world, Clock& clock) : world_(std::move(world)), clock_(clock) {}
 
-    std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) override {
+    std::vector<std::shared_ptr<RunningApplication>> withAppID(std::string_view identifier) override {
         world_->asked.push_back("running " + std::string(identifier));
         std::vector<std::shared_ptr<RunningApplication>> found;
         for (std::size_t place = 0; place < world_->instances.size(); ++place) {
@@ -224,8 +224,8 @@ public:
         }
         return found;
     }
-    void openInBackground(const std::string& bundlePath, Opened opened) override {
-        world_->asked.push_back("open " + bundlePath);
+    void openInBackground(const std::string& appPath, Opened opened) override {
+        world_->asked.push_back("open " + appPath);
         opened(world_->openError);
     }
 
@@ -325,7 +325,7 @@ public:
     explicit Apps(World world) : world_(std::move(world)) {}
 
     /// As on hosts whose applications are folders: the outermost ".app" that holds the executable.
-    std::optional<Text> bundlePath(Pid pid, std::string_view executable) override {
+    std::optional<Text> appPath(Pid pid, std::string_view executable) override {
         world_->asked.push_back("bundlePath " + std::to_string(pid));
         const auto scope = world_->appScopes.find(pid);
         if (scope != world_->appScopes.end()) return Text(scope->second);
@@ -333,16 +333,16 @@ public:
         if (found == std::string_view::npos) return std::nullopt;
         return Text(executable.substr(0, found + 4));
     }
-    std::optional<Text> bundleIdentifier(std::string_view bundlePath) override {
-        world_->asked.push_back("bundleIdentifier " + std::string(bundlePath));
-        const auto found = world_->bundleIdentifiers.find(bundlePath);
-        if (found == world_->bundleIdentifiers.end()) return std::nullopt;
+    std::optional<Text> appID(std::string_view appPath) override {
+        world_->asked.push_back("bundleIdentifier " + std::string(appPath));
+        const auto found = world_->appIDs.find(appPath);
+        if (found == world_->appIDs.end()) return std::nullopt;
         return Text(found->second);
     }
-    std::string displayName(std::string_view bundlePath) override {
-        world_->asked.push_back("displayName " + std::string(bundlePath));
-        const auto found = world_->displayNames.find(bundlePath);
-        return found == world_->displayNames.end() ? std::string(bundlePath) : found->second;
+    std::string displayName(std::string_view appPath) override {
+        world_->asked.push_back("displayName " + std::string(appPath));
+        const auto found = world_->displayNames.find(appPath);
+        return found == world_->displayNames.end() ? std::string(appPath) : found->second;
     }
     std::string iconName(std::string_view) override { return {}; }
 

@@ -33,7 +33,7 @@ struct FakeProcess {
 /// One running instance of an application of the fake world.
 struct FakeInstance {
     std::string identifier;
-    std::optional<std::string> bundlePath;
+    std::optional<std::string> appPath;
     /// It ends this long after it was asked to; none refuses.
     std::optional<Seconds> quitsAfter = Seconds{0};
     bool terminated = false;
@@ -68,7 +68,7 @@ struct FakeWorld {
     /// Bundle paths of processes that the desktop put into an application's scope, whatever their executable.
     std::map<Pid, std::string> appScopes;
     /// By bundle path.
-    std::map<std::string, std::string, std::less<>> bundleIdentifiers;
+    std::map<std::string, std::string, std::less<>> appIDs;
     std::map<std::string, std::string, std::less<>> displayNames;
     std::optional<FrontmostApplication> frontmost;
     bool canTellFrontmost = true;
@@ -123,7 +123,7 @@ struct FakeWorld {
     std::vector<std::pair<std::uint64_t, std::function<void()>>> trayObservers;
     std::uint64_t nextObserver = 0;
 
-    void activate(const std::string& bundlePath);
+    void activate(const std::string& appPath);
     void press();
     void click(const std::optional<std::string>& section);
     /// The process is gone.

@@ -24,9 +24,9 @@ inline ProcRow row(Pid pid, std::string_view name, std::uint64_t footprint = MiB
     return made;
 }
 
-inline ProcRow appRow(Pid pid, std::string_view name, std::string_view bundlePath, std::uint64_t footprint = MiB) {
+inline ProcRow appRow(Pid pid, std::string_view name, std::string_view appPath, std::uint64_t footprint = MiB) {
     auto made = row(pid, name, footprint);
-    made.appBundlePath = Text(bundlePath);
+    made.appPath = Text(appPath);
     return made;
 }
 

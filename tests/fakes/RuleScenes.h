@@ -26,10 +26,10 @@ inline ProcRow row(Pid pid, Pid ppid, std::string_view name, TextList args = {})
 }
 
 /// A process of an application.
-inline ProcRow appRow(Pid pid, Pid ppid, std::string_view name, std::string_view bundleID) {
+inline ProcRow appRow(Pid pid, Pid ppid, std::string_view name, std::string_view appID) {
     auto result = row(pid, ppid, name);
-    result.appBundlePath = "/Applications/" + std::string(name) + ".app";
-    result.bundleID = bundleID;
+    result.appPath = "/Applications/" + std::string(name) + ".app";
+    result.appID = appID;
     return result;
 }
 

@@ -60,11 +60,11 @@ constexpr std::array cast = {
 
 Date before(Date now, double minutes) { return now - Seconds{minutes * 60}; }
 
-std::string bundlePath(std::string_view app) { return "/Applications/" + std::string(app) + ".app"; }
+std::string appPath(std::string_view app) { return "/Applications/" + std::string(app) + ".app"; }
 
 std::string executable(const Actor& actor) {
     return actor.app.empty() ? "/opt/" + std::string(actor.name)
-                             : bundlePath(actor.app) + "/Contents/MacOS/" + std::string(actor.name);
+                             : appPath(actor.app) + "/Contents/MacOS/" + std::string(actor.name);
 }
 
 ProcRow row(const Actor& actor, Date now) {
@@ -82,8 +82,8 @@ ProcRow row(const Actor& actor, Date now) {
     row.cpuPercent = actor.cpu;
     row.perfPercent = actor.cpu / 2;
     row.unusedSince = before(now, actor.unusedMinutes);
-    if (!actor.app.empty()) row.appBundlePath = Text(bundlePath(actor.app));
-    if (!actor.app.empty()) row.bundleID = Text("com.example." + std::string(actor.name));
+    if (!actor.app.empty()) row.appPath = Text(appPath(actor.app));
+    if (!actor.app.empty()) row.appID = Text("com.example." + std::string(actor.name));
     if (!actor.project.empty()) row.project = Text("/home/ada/Developer/" + std::string(actor.project));
     if (!actor.project.empty()) row.sample.cwd = row.project;
     if (!actor.session.empty()) row.claudeSession = Text(actor.session);
@@ -170,7 +170,7 @@ std::vector<ProcRow> SampleCast::crowd(int count, int turn, Date now) {
 
 void SampleCast::nameApplications(FakeWorld& world) {
     for (const auto& actor : cast) {
-        if (!actor.app.empty()) world.displayNames.insert_or_assign(bundlePath(actor.app), std::string(actor.app));
+        if (!actor.app.empty()) world.displayNames.insert_or_assign(appPath(actor.app), std::string(actor.app));
     }
 }
 

@@ -3,8 +3,8 @@
 #include <map>
 #include <vector>
 
-#include "app/HistoryPoint.h"
-#include "app/Snapshot.h"
+#include "app/sampling/HistoryPoint.h"
+#include "app/sampling/Snapshot.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tolvane::fakes {

@@ -80,7 +80,7 @@ SampleLog SampleLog::at(Date now) {
         {.id = "c",
          .kind = Kind::idle,
          .title = "Microsoft Teams",
-         .bundlePath = "/Applications/Microsoft Teams.app",
+         .appPath = "/Applications/Microsoft Teams.app",
          .memory = bytes(1659)},
         {.id = "d", .kind = Kind::busy, .title = "esbuild", .memory = bytes(96), .cpu = 180},
         {.id = "e", .kind = Kind::leftRunning, .title = "vite in shop", .memory = bytes(412)},

@@ -2,10 +2,10 @@
 
 #include <vector>
 
+#include "base/Date.h"
 #include "core/advisor/Suggestion.h"
 #include "core/rules/Rule.h"
 #include "core/storage/ActivityEntry.h"
-#include "platform/Date.h"
 
 namespace tolvane::fakes {
 

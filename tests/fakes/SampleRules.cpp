@@ -22,10 +22,10 @@ const std::map<Pid, TextList>& commands() {
     return all;
 }
 
-std::string identifierOf(std::string_view bundlePath) {
-    if (bundlePath.ends_with("/Slack.app")) return "com.tinyspeck.slackmacgap";
-    if (bundlePath.ends_with("/Microsoft Teams.app")) return "com.microsoft.teams2";
-    return "org.example" + std::string(bundlePath.substr(bundlePath.rfind('/')));
+std::string identifierOf(std::string_view appPath) {
+    if (appPath.ends_with("/Slack.app")) return "com.tinyspeck.slackmacgap";
+    if (appPath.ends_with("/Microsoft Teams.app")) return "com.microsoft.teams2";
+    return "org.example" + std::string(appPath.substr(appPath.rfind('/')));
 }
 
 }  // namespace
@@ -33,9 +33,9 @@ std::string identifierOf(std::string_view bundlePath) {
 SampleRules SampleRules::on(std::vector<ProcRow> rows, FakeWorld& world) {
     for (auto& row : rows) {
         if (const auto found = commands().find(row.id()); found != commands().end()) row.sample.args = found->second;
-        if (!row.appBundlePath) continue;
-        row.bundleID = identifierOf(*row.appBundlePath);
-        world.bundleIdentifiers[row.appBundlePath->str()] = row.bundleID->str();
+        if (!row.appPath) continue;
+        row.appID = identifierOf(*row.appPath);
+        world.appIDs[row.appPath->str()] = row.appID->str();
     }
     SampleRules sample{.rules = Rule::presets(), .rows = std::move(rows)};
     sample.rules[0].setMode(RuleMode::logOnly);

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/UTF8.h"
+#include "base/UTF8.h"
 #include "core/json/Decode.h"
 #include "core/json/Encode.h"
 #include "core/storage/ActivityFields.h"

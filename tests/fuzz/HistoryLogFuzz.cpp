@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "core/storage/Files.h"
+#include "base/files/Files.h"
 #include "core/storage/HistoryLog.h"
 #include "tests/fakes/TemporaryFolder.h"
 

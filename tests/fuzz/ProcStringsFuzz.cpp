@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "core/UTF8.h"
+#include "base/UTF8.h"
 #include "core/sampling/ProcStrings.h"
 
 /// The halves agree with the whole, and whatever comes out is valid UTF-8.

@@ -108,7 +108,7 @@ int RealMachine::freePort() {
 }
 
 ProjectGroup RealMachine::group(const std::string& root) const {
-    for (auto& each : Projects::groups(model->world(), *model->launchdPIDs)) {
+    for (auto& each : Projects::groups(model->world(), *model->servicePIDs)) {
         if (each.root == root) return each;
     }
     return {.root = root};

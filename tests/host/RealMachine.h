@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "app/AppModel.h"
-#include "platform/linux/LinuxChildProcesses.h"
+#include "app/model/AppModel.h"
+#include "platform/linux/acts/LinuxChildProcesses.h"
 #include "tests/fakes/FakeHost.h"
 #include "tests/fakes/TemporaryFolder.h"
 

@@ -7,12 +7,12 @@
 #include <memory>
 #include <vector>
 
-#include "app/AppModel.h"
+#include "app/model/AppModel.h"
 #include "platform/linux/makeLinuxHost.h"
 #include "tests/app/AnswerOf.h"
 #include "tests/fakes/TemporaryFolder.h"
-#include "tests/platform_linux/ChildProcess.h"
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/ChildProcess.h"
+#include "tests/platform/linux/EventLoop.h"
 
 namespace tolvane {
 

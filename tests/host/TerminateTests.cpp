@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "tests/host/RealModelTest.h"
-#include "tests/platform_linux/Newcomer.h"
+#include "tests/platform/linux/Newcomer.h"
 
 namespace tolvane {
 namespace {
@@ -216,7 +216,7 @@ TEST_F(RealTerminate, aLineIsForceQuitWithAllItsProcesses) {
     ASSERT_TRUE(first.line().hear());
     ASSERT_TRUE(second.line().hear());
     start();
-    model->forceQuit({tolvane::Line{.id = "group", .title = "Group", .pids = {first.pid(), second.pid()}}});
+    model->forceQuit({tolvane::TableRow{.id = "group", .title = "Group", .pids = {first.pid(), second.pid()}}});
     EXPECT_TRUE(linuxhost::runUntil([&] { return wasKilled(first.pid()) && wasKilled(second.pid()); }));
 }
 

@@ -6,7 +6,7 @@
 #include <set>
 #include <vector>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 
 namespace tolvane::linuxhost {
 

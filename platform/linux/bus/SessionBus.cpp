@@ -5,7 +5,7 @@
 #include <map>
 #include <vector>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 
 namespace tolvane::linuxhost {
 

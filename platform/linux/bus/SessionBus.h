@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/Subscription.h"
-#include "platform/linux/Environment.h"
-#include "platform/linux/bus/GLibOwned.h"
+#include "base/Subscription.h"
+#include "platform/linux/text/Environment.h"
+#include "platform/linux/text/GLibOwned.h"
 
 namespace tolvane::linuxhost {
 

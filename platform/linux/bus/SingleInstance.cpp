@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 #include "platform/linux/bus/SessionBus.h"
-#include "platform/linux/launch/ExecLine.h"
+#include "platform/linux/text/ExecLine.h"
 
 namespace tolvane::linuxhost {
 

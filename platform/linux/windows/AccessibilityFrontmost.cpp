@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 #include "platform/linux/bus/BusWords.h"
 
 namespace tolvane::linuxhost {

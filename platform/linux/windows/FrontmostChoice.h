@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/windows/AccessibilityFrontmost.h"
 #include "platform/linux/windows/FrontmostSource.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Pid.h"
-#include "platform/Subscription.h"
+#include "base/Pid.h"
+#include "base/Subscription.h"
 
 namespace tolvane::linuxhost {
 

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

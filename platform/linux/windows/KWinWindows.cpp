@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 #include "platform/linux/bus/BusWords.h"
 #include "platform/linux/windows/KWinScript.h"
 #include "platform/linux/windows/KWinUpload.h"

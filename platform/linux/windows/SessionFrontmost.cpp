@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/linux/ExecutableOf.h"
+#include "platform/linux/processes/ExecutableOf.h"
 
 namespace tolvane::linuxhost {
 
@@ -21,9 +21,9 @@ SessionFrontmost::~SessionFrontmost() = default;
 bool SessionFrontmost::canTell() const { return windows_->canTell() && choice_->teller() != nullptr; }
 
 /// The kernel's word on a process goes before what a window says of itself.
-std::optional<Text> SessionFrontmost::bundlePathOf(const FrontWindow& window) const {
+std::optional<Text> SessionFrontmost::appPathOf(const FrontWindow& window) const {
     if (window.pid) {
-        if (auto path = applications_.bundlePath(*window.pid, executableOf(proc_, *window.pid))) return path;
+        if (auto path = applications_.appPath(*window.pid, executableOf(proc_, *window.pid))) return path;
     }
     for (const std::string& name : window.names) {
         if (auto path = applications_.pathOfWindow(name)) return path;
@@ -31,26 +31,26 @@ std::optional<Text> SessionFrontmost::bundlePathOf(const FrontWindow& window) co
     return std::nullopt;
 }
 
-std::optional<Text> SessionFrontmost::bundlePath() const {
+std::optional<Text> SessionFrontmost::appPath() const {
     const FrontmostSource* source = choice_->teller();
     const auto window = source == nullptr ? std::nullopt : source->inFront();
-    return window ? bundlePathOf(*window) : std::nullopt;
+    return window ? appPathOf(*window) : std::nullopt;
 }
 
 std::optional<FrontmostApplication> SessionFrontmost::current() const {
-    const auto path = bundlePath();
+    const auto path = appPath();
     if (!path) return std::nullopt;
-    const auto identifier = applications_.bundleIdentifier(path->view());
+    const auto identifier = applications_.appID(path->view());
     return FrontmostApplication{
-        .bundlePath = path->str(),
-        .bundleIdentifier = identifier ? std::optional(identifier->str()) : std::nullopt,
+        .appPath = path->str(),
+        .appID = identifier ? std::optional(identifier->str()) : std::nullopt,
     };
 }
 
 Subscription SessionFrontmost::onActivation(std::function<void(std::string)> activated) {
     if (!std::exchange(isWatching_, true)) {
         changes_ = choice_->onChange([this] { look(); });
-        last_ = bundlePath();
+        last_ = appPath();
     }
     return observers_.add(std::move(activated));
 }
@@ -58,7 +58,7 @@ Subscription SessionFrontmost::onActivation(std::function<void(std::string)> act
 /// An application that keeps the front while its windows change is not told again. Window managers have nobody in front
 /// for a moment whenever the focus moves; whoever comes back after a longer while has come to the front again.
 void SessionFrontmost::look() {
-    const auto path = bundlePath();
+    const auto path = appPath();
     const auto now = std::chrono::steady_clock::now();
     if (!path) {
         if (!nobodySince_) nobodySince_ = now;

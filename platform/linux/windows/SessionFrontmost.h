@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 
+#include "base/Observers.h"
 #include "platform/Applications.h"
-#include "platform/linux/LinuxApplications.h"
-#include "platform/linux/Observers.h"
+#include "platform/linux/applications/LinuxApplications.h"
+#include "platform/linux/applications/OtherWindows.h"
 #include "platform/linux/windows/FrontmostChoice.h"
-#include "platform/linux/windows/OtherWindows.h"
 
 namespace tolvane::linuxhost {
 
@@ -30,8 +30,8 @@ public:
     Subscription onActivation(std::function<void(std::string)> activated) override;
 
 private:
-    std::optional<Text> bundlePath() const;
-    std::optional<Text> bundlePathOf(const FrontWindow& window) const;
+    std::optional<Text> appPath() const;
+    std::optional<Text> appPathOf(const FrontWindow& window) const;
     void look();
 
     LinuxApplications& applications_;

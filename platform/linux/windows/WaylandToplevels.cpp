@@ -12,7 +12,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 #include "platform/linux/windows/ForeignToplevelProtocol.h"
 
 namespace tolvane::linuxhost {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Subscription.h"
+#include "base/Subscription.h"
 
 namespace tolvane::linuxhost {
 

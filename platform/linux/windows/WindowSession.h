@@ -5,10 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/Environment.h"
-#include "platform/linux/LinuxApplications.h"
+#include "platform/linux/applications/LinuxApplications.h"
+#include "platform/linux/applications/OtherWindows.h"
+#include "platform/linux/text/Environment.h"
 #include "platform/linux/windows/KWinWindows.h"
-#include "platform/linux/windows/OtherWindows.h"
 #include "platform/linux/windows/WaylandToplevels.h"
 #include "platform/linux/windows/XDisplay.h"
 

@@ -3,7 +3,7 @@
 #include <QSocketNotifier>
 #include <memory>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 #include "platform/linux/windows/FrontmostSource.h"
 #include "platform/linux/windows/WindowSession.h"
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <set>
 
+#include "base/Observers.h"
 #include "platform/WindowCovers.h"
-#include "platform/linux/Observers.h"
 #include "platform/linux/windows/XEvents.h"
 
 namespace tolvane::linuxhost {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Pid.h"
+#include "base/Pid.h"
 
 struct xcb_connection_t;
 

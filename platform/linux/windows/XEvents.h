@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/Observers.h"
+#include "base/Observers.h"
 
 namespace tolvane::linuxhost {
 

@@ -9,7 +9,7 @@
 
 #include <csignal>
 
-#include "platform/macos/ActiveCores.h"
+#include "platform/macos/kernel/ActiveCores.h"
 #include "platform/macos/kernel/Spawn.h"
 
 namespace tolvane::machost {

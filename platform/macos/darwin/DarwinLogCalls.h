@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/macos/UnifiedLog.h"
+#include "platform/macos/session/UnifiedLog.h"
 
 namespace tolvane::machost {
 

@@ -14,8 +14,6 @@ MacCalls appleCalls() {
     return {.kernel = processKernel(runtime), .runtime = runtime, .dispatch = appleDispatch(), .log = appleLog()};
 }
 
-Host makeMacHost(LayeredPreferences::Overrides overrides, const OnMain& onMain) {
-    return hostOn(appleCalls(), std::move(overrides), onMain);
-}
+Host makeMacHost(const PreferencesLayer& layer, const OnMain& onMain) { return hostOn(appleCalls(), layer, onMain); }
 
 }  // namespace tolvane::machost

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/Subscription.h"
+#include "base/Subscription.h"
 #include "platform/macos/dispatch/DispatchCalls.h"
 
 namespace tolvane::machost {

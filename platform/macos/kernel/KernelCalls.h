@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/Pid.h"
+#include "base/Pid.h"
 #include "platform/macos/kernel/KernelRecords.h"
 
 namespace tolvane::machost {

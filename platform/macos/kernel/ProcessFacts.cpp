@@ -1,6 +1,6 @@
 #include "platform/macos/kernel/ProcessFacts.h"
 
-#include "core/UTF8.h"
+#include "base/UTF8.h"
 #include "platform/macos/kernel/KernelNumbers.h"
 
 namespace tolvane::machost {

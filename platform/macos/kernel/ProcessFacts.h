@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Date.h"
-#include "platform/Pid.h"
+#include "base/Date.h"
+#include "base/Pid.h"
+#include "base/Text.h"
 #include "platform/ProcessControl.h"
-#include "platform/Text.h"
 #include "platform/macos/kernel/KernelCalls.h"
 
 namespace tolvane::machost {

@@ -4,7 +4,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/Pid.h"
+#include "base/Pid.h"
 
 namespace tolvane::machost {
 

@@ -1,6 +1,6 @@
 #include "platform/macos/objc/Foundation.h"
 
-#include "core/UTF8.h"
+#include "base/UTF8.h"
 
 namespace tolvane::machost::Foundation {
 

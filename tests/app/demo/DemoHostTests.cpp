@@ -21,7 +21,7 @@ TEST_F(DemoHostTest, neverReadsOrTouchesARealProcess) {
     world.instances.push_back({.identifier = "com.google.Chrome"});
     const Incarnation target{.pid = 71302, .startTime = world.find(71302)->bsd->startTime};
     EXPECT_FALSE(host.control->send(Signal::kill, target));
-    EXPECT_TRUE(host.running->withBundleIdentifier("com.google.Chrome").empty());
+    EXPECT_TRUE(host.running->withAppID("com.google.Chrome").empty());
     EXPECT_TRUE(host.control->start({.executable = "/bin/true"}).has_value());
     EXPECT_EQ(host.children->run("/bin/true", {}), "");
     EXPECT_TRUE(host.makeInspection()->allPids().empty());
@@ -45,9 +45,9 @@ TEST_F(DemoHostTest, readsPreferencesAndStoresNone) {
 }
 
 TEST_F(DemoHostTest, knowsTheApplicationsOfTheCast) {
-    EXPECT_EQ(host.applications->bundleIdentifier("/Applications/Slack.app"), Text("com.tinyspeck.slackmacgap"));
-    EXPECT_FALSE(host.applications->bundleIdentifier("/Applications/Other.app").has_value());
-    EXPECT_EQ(host.frontmost->current()->bundleIdentifier, "com.apple.dt.Xcode");
+    EXPECT_EQ(host.applications->appID("/Applications/Slack.app"), Text("com.tinyspeck.slackmacgap"));
+    EXPECT_FALSE(host.applications->appID("/Applications/Other.app").has_value());
+    EXPECT_EQ(host.frontmost->current()->appID, "com.apple.dt.Xcode");
 }
 
 }  // namespace tolvane

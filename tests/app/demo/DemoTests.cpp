@@ -30,7 +30,7 @@ struct DemoTest : testing::Test {
     std::vector<ProjectGroup> groups() const { return Projects::groups(world(), {}); }
     World world() const {
         return {.rows = state.snapshot.rows,
-                .frontmostBundleID = std::nullopt,
+                .frontmostAppID = std::nullopt,
                 .claudeWorkers = state.snapshot.claude,
                 .selfPID = 4242,
                 .uid = place.uid,
@@ -188,7 +188,7 @@ TEST_F(DemoModelTest, showsTheDemoAndNeverTicks) {
     EXPECT_EQ(*model->snapshot, state.snapshot);
     EXPECT_EQ(*model->moments, state.moments);
     EXPECT_EQ(*model->activity, state.activity);
-    EXPECT_EQ(*model->selectedLines, state.selectedLines);
+    EXPECT_EQ(*model->selectedRows, state.selectedRows);
     EXPECT_TRUE(*model->memoryTight);
     world.showWindow(true);
     world.press();

@@ -3,8 +3,8 @@
 
 #include "app/screens/CPUSummary.h"
 #include "app/screens/MemorySummary.h"
-#include "app/screens/MenuBarPanel.h"
-#include "app/screens/SystemStrip.h"
+#include "app/screens/panel/PanelView.h"
+#include "app/screens/processes/SystemStrip.h"
 #include "tests/fakes/Rows.h"
 
 namespace tolvane {
@@ -126,15 +126,15 @@ std::vector<LoadPoint> hour() {
             {.date = Date{Seconds{10}}, .performance = 2, .efficiency = 2}};
 }
 
-TEST(MenuBarPanel, saysTheLoadInCores) {
-    EXPECT_EQ(MenuBarPanel::load(load(), "en_US"), "3.9 of 12 cores");
-    EXPECT_EQ(MenuBarPanel::load(load(), "de_DE"), "3,9 of 12 cores");
-    EXPECT_EQ(MenuBarPanel::load({}, "en_US"), "0.0 of 1 cores");
+TEST(PanelView, saysTheLoadInCores) {
+    EXPECT_EQ(CPUSummary::load(load(), "en_US"), "3.9 of 12 cores");
+    EXPECT_EQ(CPUSummary::load(load(), "de_DE"), "3,9 of 12 cores");
+    EXPECT_EQ(CPUSummary::load({}, "en_US"), "0.0 of 1 cores");
 }
 
-TEST(MenuBarPanel, saysAPartOfTheCores) {
-    EXPECT_EQ(MenuBarPanel::part(3, 8, "en_US"), "3.0 of 8 cores");
-    EXPECT_EQ(MenuBarPanel::part(0.72, 4, "en_US"), "0.7 of 4 cores");
+TEST(PanelView, saysAPartOfTheCores) {
+    EXPECT_EQ(CPUSummary::part(3, 8, "en_US"), "3.0 of 8 cores");
+    EXPECT_EQ(CPUSummary::part(0.72, 4, "en_US"), "0.7 of 4 cores");
 }
 
 TEST(CPUSummary, splitsTheLoadByClassWhereThereAreTwo) {
@@ -165,7 +165,7 @@ TEST(CPUSummary, tellsThePeakOfTheHour) {
 }
 
 TEST(CPUSummary, namesTheBusiest) {
-    const auto rows = CPUSummary::of(load(), hour(), Line{.title = "Slack", .cpu = 150}, "en_US").rows;
+    const auto rows = CPUSummary::of(load(), hour(), TableRow{.title = "Slack", .cpu = 150}, "en_US").rows;
     ASSERT_THAT(labels(rows), ElementsAre("User", "System", "Peak", "Busiest"));
     EXPECT_EQ(rows[3].value, "Slack, 1.5 cores");
 }

@@ -30,7 +30,7 @@ public:
             if (isEligible(row)) eligible_.push_back(&row);
         }
         for (const auto* row : eligible_) {
-            if (!row->appBundlePath) loose_.push_back(row);
+            if (!row->appPath) loose_.push_back(row);
         }
     }
 
@@ -56,8 +56,8 @@ private:
         const auto& sample = row.sample;
         if (sample.uid != world.uid || sample.pid < 2 || sample.pid == world.selfPID) return false;
         if (sample.isSystem() || row.claudeSession) return false;
-        if (row.bundleID && world.frontmostBundleID && row.bundleID->str() == *world.frontmostBundleID) return false;
-        if (row.bundleID || row.appBundlePath) return true;
+        if (row.appID && world.frontmostAppID && row.appID->str() == *world.frontmostAppID) return false;
+        if (row.appID || row.appPath) return true;
         const auto names = RuleEngine::agentIdentities(sample);
         return std::ranges::none_of(Rule::defaultAgentNames,
                                     [&](std::string_view agent) { return names.contains(std::string(agent)); });
@@ -73,10 +73,10 @@ private:
         return row.project ? program + " in " + lastPart(row.project->str()) : program;
     }
     static std::string appName(const ProcRow& row) {
-        const auto name = lastPart(row.appBundlePath->str());
+        const auto name = lastPart(row.appPath->str());
         return name.substr(0, name.rfind('.'));
     }
-    static std::string name(const ProcRow& row) { return row.appBundlePath ? appName(row) : label(row); }
+    static std::string name(const ProcRow& row) { return row.appPath ? appName(row) : label(row); }
     std::string bytes(std::uint64_t count) const {
         return Words::bytes(count, Words::ByteStyle::sentence, scene_.locale);
     }
@@ -95,12 +95,12 @@ private:
     static Rule proposed(std::string name, const ProcRow& row, std::optional<std::int64_t> unusedMinutes,
                          std::optional<std::int64_t> memoryMB) {
         Rule rule{.name = std::move(name), .enabled = true, .dryRun = true};
-        if (row.bundleID && row.appBundlePath) {
-            rule.target = AppTarget{row.bundleID->str(), appName(row)};
+        if (row.appID && row.appPath) {
+            rule.target = AppTarget{row.appID->str(), appName(row)};
         } else {
             rule.target = CommandTarget{{std::string(row.sample.ruleMatch())}};
         }
-        rule.action = row.bundleID ? RuleAction::relaunch : RuleAction::terminate;
+        rule.action = row.appID ? RuleAction::relaunch : RuleAction::terminate;
         rule.unusedMinutes = unusedMinutes;
         rule.memoryMB = memoryMB;
         return rule;
@@ -153,7 +153,7 @@ private:
     // Detectors
 
     void simulators() {
-        if (scene_.world.frontmostBundleID == "com.apple.iphonesimulator") return;
+        if (scene_.world.frontmostAppID == "com.apple.iphonesimulator") return;
         for (const auto* row : eligible_) {
             if (row->sample.name != "launchd_sim") continue;
             const auto device = Simulators::device(row->sample.args);
@@ -210,21 +210,21 @@ private:
             const auto growth = Advisor::growth(track->second.points, track->second.start);
             if (!growth) continue;
             Rows group{row};
-            if (row->bundleID) {
+            if (row->appID) {
                 group.clear();
                 std::ranges::copy_if(eligible_, std::back_inserter(group),
-                                     [&](const auto* each) { return each->bundleID == row->bundleID; });
+                                     [&](const auto* each) { return each->appID == row->appID; });
             }
             const auto wholeMB = static_cast<std::int64_t>(sum(group, &ProcSample::footprint) / mebibyte);
             const auto rate = static_cast<std::uint64_t>(growth->perHour);
-            const std::string verb = row->bundleID ? "Restart " : "Stop ";
-            add({.id = "growing|" + (row->bundleID ? row->bundleID->str() : key(*row)),
+            const std::string verb = row->appID ? "Restart " : "Stop ";
+            add({.id = "growing|" + (row->appID ? row->appID->str() : key(*row)),
                  .kind = Kind::growing,
                  .title = name(*row),
-                 .bundlePath = pathOf(*row),
+                 .appPath = pathOf(*row),
                  .evidence = "Grew by " + bytes(growth->total) + " in " + duration(growth->span) + ", about " +
                              bytes(rate) + " an hour.",
-                 .action = row->bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                 .action = row->appID ? RuleAction::relaunch : RuleAction::terminate,
                  .rule =
                      proposed(verb + name(*row) + " when it grows", *row, std::nullopt, wholeMB - wholeMB % 512 + 512)},
                 group);
@@ -266,11 +266,11 @@ private:
 
     void busy() {
         const auto groups = grouped(unseen(eligible_), [](const ProcRow& row) {
-            return row.bundleID ? "app|" + row.bundleID->str() : "pid|" + std::to_string(row.id());
+            return row.appID ? "app|" + row.appID->str() : "pid|" + std::to_string(row.id());
         });
         for (const auto& [text, rows] : groups) {
             const auto& first = *rows.front();
-            if (first.bundleID && idleTime(rows) < Seconds{900}) continue;
+            if (first.appID && idleTime(rows) < Seconds{900}) continue;
             std::vector<const Advisor::CPUTrack*> tracks;
             for (const auto* row : rows) {
                 const auto track = advisor_.cpuTracks.find(row->id());
@@ -282,24 +282,24 @@ private:
             if (!use) continue;
             const auto kind = advisor_.hybrid ? std::optional<std::string_view>("performance") : std::nullopt;
             const bool isOrphan = first.sample.ppid == 1 && first.project;
-            add({.id = "busy|" + (first.bundleID ? first.bundleID->str() : key(first)),
+            add({.id = "busy|" + (first.appID ? first.appID->str() : key(first)),
                  .kind = Kind::busy,
                  .title = name(first),
-                 .bundlePath = pathOf(first),
+                 .appPath = pathOf(first),
                  .evidence = "Used about " + cores(use->percent, kind, scene_.locale) + " for the last " +
                              duration(use->span) +
-                             (first.bundleID ? " while in the background."
-                              : isOrphan     ? ". Its terminal is gone."
-                                             : "."),
-                 .action = first.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                             (first.appID ? " while in the background."
+                              : isOrphan  ? ". Its terminal is gone."
+                                          : "."),
+                 .action = first.appID ? RuleAction::relaunch : RuleAction::terminate,
                  .cpu = use->percent},
                 rows);
         }
     }
 
     void idle() {
-        const auto groups = grouped(
-            eligible_, [](const ProcRow& row) { return row.bundleID ? "app|" + row.bundleID->str() : key(row); });
+        const auto groups =
+            grouped(eligible_, [](const ProcRow& row) { return row.appID ? "app|" + row.appID->str() : key(row); });
         const bool tight = scene_.memory.swapUsed > 0 || scene_.memory.pressure != Pressure::normal;
         for (const auto& [text, rows] : groups) {
             const auto& first = *rows.front();
@@ -309,22 +309,22 @@ private:
             const bool packed =
                 tight && compressed >= 256 * mebibyte && 2 * compressed >= size && unused >= Seconds{1800};
             if (!packed && (size * 64 < scene_.memory.total || unused < Seconds{7200})) continue;
-            const std::string verb = first.bundleID ? "Restart " : "Stop ";
+            const std::string verb = first.appID ? "Restart " : "Stop ";
             add({.id = "idle|" + text,
                  .kind = Kind::idle,
                  .title = name(first),
-                 .bundlePath = pathOf(first),
+                 .appPath = pathOf(first),
                  .evidence = "Unused for " + duration(unused) +
                              (packed ? ", with " + bytes(compressed) + " of its " + bytes(size) + " compressed."
                                      : ", using " + bytes(size) + "."),
-                 .action = first.bundleID ? RuleAction::relaunch : RuleAction::terminate,
+                 .action = first.appID ? RuleAction::relaunch : RuleAction::terminate,
                  .rule = proposed(verb + name(first) + " when idle", first, packed ? 30 : 120, std::nullopt)},
                 rows);
         }
     }
 
     static std::optional<std::string> pathOf(const ProcRow& row) {
-        return row.appBundlePath ? std::optional(row.appBundlePath->str()) : std::nullopt;
+        return row.appPath ? std::optional(row.appPath->str()) : std::nullopt;
     }
 
     const AdviceScene& scene_;
@@ -364,9 +364,9 @@ struct AdviceModel : AdviceTest {
         if (once(10)) row.claudeSession = "tidy up";
         if (!once(3)) sample.args = arguments(sample.name.view());
         if (!once(3)) row.project = Text(of(projects));
-        if (once(3)) row.bundleID = Text(of(bundles));
-        if (row.bundleID ? !once(4) : once(6)) {
-            row.appBundlePath = "/Applications/" + sample.name.str() + ".app";
+        if (once(3)) row.appID = Text(of(bundles));
+        if (row.appID ? !once(4) : once(6)) {
+            row.appPath = "/Applications/" + sample.name.str() + ".app";
             row.project = std::nullopt;
         }
         sample.footprint = of(sizes) * MiB - (once(4) ? 1 : 0);
@@ -397,7 +397,7 @@ struct AdviceModel : AdviceTest {
         memory = {.total = once(2) ? 16 * GiB : 64 * GiB + 1};
         if (once(2)) memory.swapUsed = 1;
         if (once(4)) memory.pressure = Pressure::warning;
-        if (once(2)) world.frontmostBundleID = of(bundles);
+        if (once(2)) world.frontmostAppID = of(bundles);
         for (Pid pid = 1; pid < 26; ++pid) addArbitrary(pid);
         world.selfPID = static_cast<Pid>(below(26));
     }

@@ -43,10 +43,10 @@ struct AdviceTest : testing::Test {
         world.rows.push_back(std::move(row));
         return world.rows.back();
     }
-    ProcRow& addApp(Pid pid, std::string_view name, std::string_view bundleID) {
+    ProcRow& addApp(Pid pid, std::string_view name, std::string_view appID) {
         auto& row = add(pid, 1, name);
-        row.appBundlePath = "/Applications/" + std::string(name) + ".app";
-        row.bundleID = bundleID;
+        row.appPath = "/Applications/" + std::string(name) + ".app";
+        row.appID = appID;
         return row;
     }
     /// A dev server in a project: "node /…/bin/vite".

@@ -31,7 +31,7 @@ TEST_F(FindBusyTest, aBusyProcessIsFound) {
     EXPECT_EQ(found.memory, 10 * MiB);
     EXPECT_EQ(found.evidence, "Used about 1.5 performance cores for the last 15 min.");
     EXPECT_EQ(found.action, RuleAction::terminate);
-    EXPECT_FALSE(found.bundlePath);
+    EXPECT_FALSE(found.appPath);
     EXPECT_FALSE(found.rule);
     EXPECT_NEAR(found.cpu.value(), 150, 1e-9);
 }
@@ -55,7 +55,7 @@ TEST_F(FindBusyTest, anApplicationIsFoundWholeBehindTheOneInFront) {
     const auto found = only();
     EXPECT_EQ(found.id, "busy|com.example.Notes");
     EXPECT_EQ(found.title, "Notes");
-    EXPECT_EQ(found.bundlePath, "/Applications/Notes.app");
+    EXPECT_EQ(found.appPath, "/Applications/Notes.app");
     EXPECT_THAT(found.pids, ElementsAre(61, 62));
     EXPECT_EQ(found.evidence, "Used about 0.7 performance cores for the last 15 min while in the background.");
     EXPECT_EQ(found.action, RuleAction::relaunch);
@@ -110,7 +110,7 @@ TEST_F(FindBusyTest, aLongerRunIsTold) {
 
 TEST_F(FindBusyTest, busyChromeIsNotToldOfItsMemorySaver) {
     auto& row = addBusyApp(61, 1);
-    row.bundleID = "com.google.Chrome";
+    row.appID = "com.google.Chrome";
     EXPECT_EQ(only().evidence, "Used about 1 performance core for the last 15 min while in the background.");
 }
 

@@ -13,8 +13,8 @@ struct FindGrowingTest : AdviceTest {
         growTo(row, 500 * MiB, 4);
         return row;
     }
-    ProcRow& addGrowingApp(Pid pid, std::uint64_t megabytes, std::string_view bundleID = "com.example.Notes") {
-        auto& row = addApp(pid, "Notes", bundleID);
+    ProcRow& addGrowingApp(Pid pid, std::uint64_t megabytes, std::string_view appID = "com.example.Notes") {
+        auto& row = addApp(pid, "Notes", appID);
         row.sample.footprint = megabytes * MiB;
         growTo(row, 500 * MiB, 4);
         return row;
@@ -36,7 +36,7 @@ TEST_F(FindGrowingTest, aProcessThatGrowsIsFoundWithItsRate) {
     EXPECT_EQ(found.memory, 980 * MiB);
     EXPECT_EQ(found.evidence, "Grew by 460 MB in 4 hr, about 120 MB an hour.");
     EXPECT_EQ(found.action, RuleAction::terminate);
-    EXPECT_FALSE(found.bundlePath);
+    EXPECT_FALSE(found.appPath);
     EXPECT_FALSE(found.cpu);
 }
 
@@ -57,7 +57,7 @@ TEST_F(FindGrowingTest, anApplicationIsFoundWhole) {
     const auto found = only();
     EXPECT_EQ(found.id, "growing|com.example.Notes");
     EXPECT_EQ(found.title, "Notes");
-    EXPECT_EQ(found.bundlePath, "/Applications/Notes.app");
+    EXPECT_EQ(found.appPath, "/Applications/Notes.app");
     EXPECT_THAT(found.pids, ElementsAre(52, 53));
     EXPECT_EQ(found.memory, 1080 * MiB);
     EXPECT_EQ(found.action, RuleAction::relaunch);
@@ -69,7 +69,7 @@ TEST_F(FindGrowingTest, anApplicationIsFoundWhole) {
 
 TEST_F(FindGrowingTest, anIdentifierWithoutAFolderIsRestartedByItsProgram) {
     auto& row = addGrowing(50, 980);
-    row.bundleID = "com.example.agent";
+    row.appID = "com.example.agent";
     const auto rule = only().rule.value();
     EXPECT_EQ(rule.name, "Restart vite in shop when it grows");
     EXPECT_EQ(rule.target, RuleTarget(CommandTarget{{"vite"}}));
@@ -77,7 +77,7 @@ TEST_F(FindGrowingTest, anIdentifierWithoutAFolderIsRestartedByItsProgram) {
 }
 
 TEST_F(FindGrowingTest, aFolderWithoutAnIdentifierIsStoppedByItsProgram) {
-    addGrowingApp(52, 980).bundleID = std::nullopt;
+    addGrowingApp(52, 980).appID = std::nullopt;
     const auto found = only();
     EXPECT_EQ(found.id, "growing||Notes");
     EXPECT_EQ(found.title, "Notes");

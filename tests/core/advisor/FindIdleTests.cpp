@@ -23,7 +23,7 @@ TEST_F(FindIdleTest, aLargeApplicationThatNobodyUsesIsFound) {
     EXPECT_EQ(found.id, "idle|app|com.example.Notes");
     EXPECT_EQ(found.kind, Suggestion::Kind::idle);
     EXPECT_EQ(found.title, "Notes");
-    EXPECT_EQ(found.bundlePath, "/Applications/Notes.app");
+    EXPECT_EQ(found.appPath, "/Applications/Notes.app");
     EXPECT_THAT(found.pids, ElementsAre(70, 71));
     EXPECT_EQ(found.memory, 300 * MiB);
     EXPECT_EQ(found.evidence, "Unused for 2 hr, using 300 MB.");
@@ -131,7 +131,7 @@ TEST_F(FindIdleTest, whatIsNotMostlyCompressedMayStillBeLarge) {
 }
 
 TEST_F(FindIdleTest, idleChromeIsToldOfItsMemorySaver) {
-    addIdleApp(70, 300, Seconds{7200}).bundleID = "com.google.Chrome";
+    addIdleApp(70, 300, Seconds{7200}).appID = "com.google.Chrome";
     EXPECT_EQ(only().evidence,
               "Unused for 2 hr, using 300 MB."
               " Chrome's Memory Saver (Settings > Performance) discards inactive tabs without a restart.");

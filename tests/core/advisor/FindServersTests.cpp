@@ -32,7 +32,7 @@ TEST_F(FindServersTest, aServerWhoseTerminalIsGoneIsFound) {
     EXPECT_EQ(found.memory, 10 * MiB);
     EXPECT_EQ(found.evidence, "Its terminal is gone. Listening on port 5173, unused for 1 hr, 30 min.");
     EXPECT_EQ(found.action, RuleAction::terminate);
-    EXPECT_FALSE(found.bundlePath);
+    EXPECT_FALSE(found.appPath);
     EXPECT_FALSE(found.cpu);
 }
 
@@ -128,7 +128,7 @@ TEST_F(FindServersTest, theOlderCopiesOfAServerAreFound) {
     EXPECT_EQ(found.evidence, "3 copies are running, on ports 3000, 3001, and 3002. The newest one stays.");
     EXPECT_EQ(found.action, RuleAction::terminate);
     EXPECT_FALSE(found.rule);
-    EXPECT_FALSE(found.bundlePath);
+    EXPECT_FALSE(found.appPath);
     EXPECT_FALSE(found.cpu);
 }
 

@@ -32,7 +32,7 @@ TEST_F(FindSimulatorsTest, aDeviceLeftBootedIsFound) {
     EXPECT_EQ(found.memory, 30 * MiB);
     EXPECT_EQ(found.evidence, "Its 3 processes have been idle for 1 hr, 30 min.");
     EXPECT_EQ(found.action, RuleAction::terminate);
-    EXPECT_FALSE(found.bundlePath);
+    EXPECT_FALSE(found.appPath);
     EXPECT_FALSE(found.rule);
     EXPECT_FALSE(found.cpu);
 }
@@ -46,9 +46,9 @@ TEST_F(FindSimulatorsTest, anHourUnusedIsTheLeast) {
 
 TEST_F(FindSimulatorsTest, theirApplicationInFrontHidesThemAll) {
     boot(Seconds{5 * 86'400});
-    world.frontmostBundleID = "com.apple.iphonesimulator";
+    world.frontmostAppID = "com.apple.iphonesimulator";
     EXPECT_THAT(ids(), IsEmpty());
-    world.frontmostBundleID = "com.example.editor";
+    world.frontmostAppID = "com.example.editor";
     EXPECT_EQ(suggestions().size(), 1U);
 }
 

@@ -54,10 +54,10 @@ TEST_F(SuggestionsTest, agentsAreNotHoweverLarge) {
 
 TEST_F(SuggestionsTest, anApplicationThatBearsAnAgentsNameIs) {
     auto& row = addIdle(80, "Cursor-agent");
-    row.appBundlePath = "/Applications/Cursor-agent.app";
+    row.appPath = "/Applications/Cursor-agent.app";
     EXPECT_EQ(suggestions().size(), 1U);
-    row.appBundlePath = std::nullopt;
-    row.bundleID = "com.example.cursor";
+    row.appPath = std::nullopt;
+    row.appID = "com.example.cursor";
     EXPECT_EQ(suggestions().size(), 1U);
 }
 
@@ -68,7 +68,7 @@ TEST_F(SuggestionsTest, theApplicationInFrontIsNot) {
     growTo(row, 500 * MiB, 4);
     work(row, 2);
     EXPECT_THAT(ids(), ElementsAre("growing|com.example.Notes"));
-    world.frontmostBundleID = "com.example.Notes";
+    world.frontmostAppID = "com.example.Notes";
     EXPECT_THAT(ids(), IsEmpty());
 }
 

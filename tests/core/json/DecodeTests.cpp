@@ -253,7 +253,7 @@ public:
     Holder holder() {
         return {.key = text(),
                 .title = text(),
-                .bundlePath = maybe([&] { return text(); }),
+                .appPath = maybe([&] { return text(); }),
                 .memory = number(),
                 .compressed = number(),
                 .cpu = decimal(),

@@ -133,9 +133,8 @@ TEST(Encode, writesEmptyListsAndObjectsPrettilyWithAnEmptyLine) {
 }
 
 TEST(Encode, writesEachTargetAsAnObjectOfOneKey) {
-    const std::vector<RuleTarget> targets = {AppTarget{.bundleID = "com.example.app", .name = "App"},
-                                             CommandTarget{{"a"}}, EmptyClaudeSessionTarget{},
-                                             AgentSessionTarget{{"claude", "amp"}, true}};
+    const std::vector<RuleTarget> targets = {AppTarget{.appID = "com.example.app", .name = "App"}, CommandTarget{{"a"}},
+                                             EmptyClaudeSessionTarget{}, AgentSessionTarget{{"claude", "amp"}, true}};
     EXPECT_EQ(encode(targets),
               R"([{"app":{"bundleID":"com.example.app","name":"App"}},{"command":{"patterns":["a"]}},)"
               R"({"emptyClaudeSession":{}},{"agentSession":{"names":["claude","amp"],"onlyWithoutPrompt":true}}])");

@@ -145,7 +145,7 @@ TEST_F(ProjectLabelsTest, rowsBearTheProjectOfTheirFolder) {
 TEST_F(ProjectLabelsTest, rowsInAnApplicationBearNone) {
     present = {"/home/ada/shop/.git"};
     auto row = rowOf(1, Text("/home/ada/shop"));
-    row.appBundlePath = Text("/Applications/Editor.app");
+    row.appPath = Text("/Applications/Editor.app");
     EXPECT_THAT(projects({row}), ElementsAre("-"));
     EXPECT_THAT(looked, IsEmpty());
 }

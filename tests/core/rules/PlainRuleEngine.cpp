@@ -6,8 +6,8 @@
 #include <set>
 #include <string>
 
-#include "core/LowerCase.h"
-#include "core/Paths.h"
+#include "base/LowerCase.h"
+#include "base/Paths.h"
 #include "core/rules/SubjectKey.h"
 
 namespace tolvane::plain {
@@ -19,10 +19,10 @@ bool mayTouch(const ProcRow& row, const World& world) {
 }
 
 std::vector<Decision> apps(const Rule& rule, const AppTarget& target, const World& world) {
-    if (world.frontmostBundleID == target.bundleID) return {};
-    Decision found{.rule = rule, .subjectKey = "app:" + target.bundleID, .title = target.name};
+    if (world.frontmostAppID == target.appID) return {};
+    Decision found{.rule = rule, .subjectKey = "app:" + target.appID, .title = target.name};
     for (const auto& row : world.rows) {
-        if (!row.bundleID || *row.bundleID != target.bundleID || !mayTouch(row, world)) continue;
+        if (!row.appID || *row.appID != target.appID || !mayTouch(row, world)) continue;
         found.unusedSince = found.pids.empty() ? row.unusedSince : std::max(found.unusedSince, row.unusedSince);
         found.pids.push_back(row.id());
         found.memory += row.sample.footprint;
@@ -42,7 +42,7 @@ std::vector<Decision> commands(const Rule& rule, const CommandTarget& target, co
     std::vector<Decision> found;
     for (const auto& row : world.rows) {
         if (!mayTouch(row, world) || row.sample.isSystem() || !matches(row, target)) continue;
-        if (row.bundleID && world.frontmostBundleID && *row.bundleID == *world.frontmostBundleID) continue;
+        if (row.appID && world.frontmostAppID && *row.appID == *world.frontmostAppID) continue;
         found.push_back({.rule = rule,
                          .subjectKey = SubjectKey::process(row.sample),
                          .title = row.sample.name.str(),
@@ -90,7 +90,7 @@ public:
 
 private:
     void match(const ProcRow& row) {
-        if (row.appBundlePath && !workers_.contains(row.id())) return;
+        if (row.appPath && !workers_.contains(row.id())) return;
         const auto identities = RuleEngine::agentIdentities(row.sample);
         for (const auto& name : target_.names) {
             const auto wanted = lowerCased(trimmed(name));

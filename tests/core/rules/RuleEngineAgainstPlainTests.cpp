@@ -27,7 +27,7 @@ public:
         for (std::size_t index = 0; index < count; ++index) world.rows.push_back(row(static_cast<Pid>(index)));
         if (below(4) == 0) std::shuffle(world.rows.begin(), world.rows.end(), random_);
         for (auto left = below(4); left > 0; --left) world.claudeWorkers.push_back(worker());
-        if (below(2) == 0) world.frontmostBundleID = bundle();
+        if (below(2) == 0) world.frontmostAppID = bundle();
         world.uid = 1000;
         world.selfPID = pid();
         world.memoryTight = below(2) == 0;
@@ -77,8 +77,8 @@ private:
         row.sample.footprint = below(400) * megabyte;
         row.sample.compressed = below(100) * megabyte;
         row.unusedSince = now - Seconds{60.0 * static_cast<double>(below(120))};
-        if (below(4) == 0) row.bundleID = Text(bundle());
-        if (below(4) == 0) row.appBundlePath = Text("/Applications/A.app");
+        if (below(4) == 0) row.appID = Text(bundle());
+        if (below(4) == 0) row.appPath = Text("/Applications/A.app");
         return row;
     }
 

@@ -28,7 +28,7 @@ Rule ruleFor(RuleTarget target) {
 }
 
 Rule commandRule(std::vector<std::string> patterns) { return ruleFor(CommandTarget{std::move(patterns)}); }
-Rule appRule(std::string bundleID) { return ruleFor(AppTarget{std::move(bundleID), "App"}); }
+Rule appRule(std::string appID) { return ruleFor(AppTarget{std::move(appID), "App"}); }
 
 std::vector<Decision> due(const Rule& rule, const World& world, const RuleEngine::FiredDates& lastFired = {}) {
     return RuleEngine::decisions({rule}, world, someNow, lastFired);
@@ -212,11 +212,11 @@ TEST(AppRule, conditionsLookAtTheWhole) {
 
 TEST(AppRule, theFrontmostApplicationIsNoCandidate) {
     auto world = worldOf({appRow(10, 1, "chat", "c")});
-    world.frontmostBundleID = "c";
+    world.frontmostAppID = "c";
     const auto rule = appRule("c");
     EXPECT_THAT(due(rule, world), IsEmpty());
     EXPECT_THAT(RuleEngine::candidates(rule, world), IsEmpty());
-    world.frontmostBundleID = "other";
+    world.frontmostAppID = "other";
     EXPECT_THAT(due(rule, world), SizeIs(1));
 }
 
@@ -319,7 +319,7 @@ TEST(CommandRule, whatTheHostSaysOfTheSystemGoesBeforeThePath) {
 TEST(CommandRule, passesOverTheApplicationInFront) {
     auto world = worldOf({appRow(10, 1, "node", "c"), row(11, 1, "node"), appRow(12, 1, "node", "d")});
     EXPECT_THAT(pidsOf(due(commandRule({"node"}), world)), ElementsAre(10, 11, 12));
-    world.frontmostBundleID = "c";
+    world.frontmostAppID = "c";
     EXPECT_THAT(pidsOf(due(commandRule({"node"}), world)), ElementsAre(11, 12));
 }
 

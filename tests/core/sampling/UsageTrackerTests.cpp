@@ -211,27 +211,27 @@ protected:
 };
 
 TEST_F(UsageTrackerApps, rowCarriesItsApplication) {
-    world.bundleIdentifiers[mail] = "com.example.mail";
+    world.appIDs[mail] = "com.example.mail";
     const auto rows = rowsOf({mailSample(), sampleOf(11)}, noon);
-    EXPECT_EQ(rows[0].appBundlePath, Text(mail));
-    EXPECT_EQ(rows[0].bundleID, Text("com.example.mail"));
-    EXPECT_EQ(rows[1].appBundlePath, std::nullopt);
-    EXPECT_EQ(rows[1].bundleID, std::nullopt);
+    EXPECT_EQ(rows[0].appPath, Text(mail));
+    EXPECT_EQ(rows[0].appID, Text("com.example.mail"));
+    EXPECT_EQ(rows[1].appPath, std::nullopt);
+    EXPECT_EQ(rows[1].appID, std::nullopt);
 }
 
 TEST_F(UsageTrackerApps, identifierIsAskedForOnce) {
-    world.bundleIdentifiers[mail] = "com.example.mail";
+    world.appIDs[mail] = "com.example.mail";
     rowsOf({mailSample(10), mailSample(11)}, noon);
-    world.bundleIdentifiers[mail] = "changed";
-    EXPECT_EQ(update(mailSample(12), noon + Seconds{2}).bundleID, Text("com.example.mail"));
+    world.appIDs[mail] = "changed";
+    EXPECT_EQ(update(mailSample(12), noon + Seconds{2}).appID, Text("com.example.mail"));
     EXPECT_EQ(world.timesAsked("bundleIdentifier /Applications/Mail.app"), 1U);
 }
 
 TEST_F(UsageTrackerApps, aBundleWithoutIdentifierIsAskedOnce) {
     update(mailSample(), noon);
-    world.bundleIdentifiers[mail] = "late";
-    EXPECT_EQ(update(mailSample(), noon + Seconds{2}).bundleID, std::nullopt);
-    EXPECT_EQ(update(mailSample(11), noon + Seconds{4}).bundleID, std::nullopt);
+    world.appIDs[mail] = "late";
+    EXPECT_EQ(update(mailSample(), noon + Seconds{2}).appID, std::nullopt);
+    EXPECT_EQ(update(mailSample(11), noon + Seconds{4}).appID, std::nullopt);
     EXPECT_EQ(world.timesAsked("bundleIdentifier /Applications/Mail.app"), 1U);
 }
 
@@ -306,23 +306,23 @@ TEST_F(UsageTrackerApps, applicationIsAskedForAtTheFirstTwoReadingsOfALife) {
 }
 
 TEST_F(UsageTrackerApps, aProcessThatMovedIntoItsScopeAfterItsStartIsFound) {
-    EXPECT_EQ(update(sampleOf(11), noon).appBundlePath, std::nullopt);
+    EXPECT_EQ(update(sampleOf(11), noon).appPath, std::nullopt);
     world.appScopes[11] = "/Applications/Editor.app";
     for (int tick = 1; tick < 4; ++tick) {
-        EXPECT_EQ(update(sampleOf(11), noon + Seconds{2.0 * tick}).appBundlePath, Text("/Applications/Editor.app"));
+        EXPECT_EQ(update(sampleOf(11), noon + Seconds{2.0 * tick}).appPath, Text("/Applications/Editor.app"));
     }
 }
 
 TEST_F(UsageTrackerApps, anotherExecutableIsAskedForAnew) {
     for (int tick = 0; tick < 4; ++tick) update(sampleOf(10), noon + Seconds{2.0 * tick});
-    EXPECT_EQ(update(mailSample(10), noon + Seconds{8}).appBundlePath, Text(mail));
-    EXPECT_EQ(update(mailSample(10), noon + Seconds{10}).appBundlePath, Text(mail));
+    EXPECT_EQ(update(mailSample(10), noon + Seconds{8}).appPath, Text(mail));
+    EXPECT_EQ(update(mailSample(10), noon + Seconds{10}).appPath, Text(mail));
     EXPECT_EQ(world.timesAsked("bundlePath 10"), 3U);
 }
 
 TEST_F(UsageTrackerApps, rowsOfOneApplicationShareItsText) {
     const auto rows = rowsOf({mailSample(10), mailSample(11)}, noon);
-    EXPECT_EQ(rows[0].appBundlePath->view().data(), rows[1].appBundlePath->view().data());
+    EXPECT_EQ(rows[0].appPath->view().data(), rows[1].appPath->view().data());
 }
 
 TEST_F(UsageTrackerApps, aLoweredProcessThatTurnsBusyIsToBeRestored) {

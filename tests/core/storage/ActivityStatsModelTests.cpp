@@ -5,8 +5,8 @@
 #include <map>
 #include <random>
 
-#include "core/ZoneCalendar.h"
 #include "core/storage/ActivityStats.h"
+#include "core/words/ZoneCalendar.h"
 
 namespace tolvane {
 namespace {

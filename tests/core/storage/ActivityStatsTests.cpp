@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "core/ZoneCalendar.h"
+#include "core/words/ZoneCalendar.h"
 
 namespace tolvane {
 namespace {

@@ -9,8 +9,8 @@
 #include <fstream>
 #include <limits>
 
-#include "core/storage/Files.h"
-#include "core/storage/Replacement.h"
+#include "base/files/Files.h"
+#include "base/files/Replacement.h"
 #include "core/storage/Store.h"
 #include "tests/fakes/SmallDisk.h"
 #include "tests/fakes/TemporaryFolder.h"

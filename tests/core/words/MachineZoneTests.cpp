@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "core/ZoneCalendar.h"
 #include "core/words/DateWords.h"
+#include "core/words/ZoneCalendar.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {

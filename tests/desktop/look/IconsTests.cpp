@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/AppSection.h"
-#include "app/screens/ProcessesView.h"
+#include "app/model/AppSection.h"
+#include "app/screens/processes/ProcessesView.h"
 #include "desktop/look/Appearance.h"
 
 namespace tolvane::desktop {

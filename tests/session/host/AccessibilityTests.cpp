@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "platform/linux/makeLinuxHost.h"
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
 #include "tests/session/host/Editor.h"
 
@@ -29,7 +29,7 @@ Host hostThatOnlyHears() {
 
 std::string inFront(const Host& host) {
     const auto front = host.frontmost->current();
-    return front ? front->bundleIdentifier.value_or("no identifier") : "nobody";
+    return front ? front->appID.value_or("no identifier") : "nobody";
 }
 
 /// A program asks which events are wanted when it starts, and keeps its first ones to itself until it knows.

@@ -12,9 +12,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/linux/ExecutableOf.h"
 #include "platform/linux/makeLinuxHost.h"
-#include "tests/platform_linux/EventLoop.h"
+#include "platform/linux/processes/ExecutableOf.h"
+#include "tests/platform/linux/EventLoop.h"
 
 namespace tolvane::linuxhost::testing {
 

@@ -2,7 +2,7 @@
 
 #include <QElapsedTimer>
 
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
 #include "tests/session/host/WakeUps.h"
 
@@ -24,7 +24,7 @@ struct FrontmostTest : ::testing::Test {
 
     std::string inFront() const {
         const auto front = frontmost.current();
-        return front ? front->bundleIdentifier.value_or("no identifier") : "nobody";
+        return front ? front->appID.value_or("no identifier") : "nobody";
     }
 };
 
@@ -34,7 +34,7 @@ TEST_F(FrontmostTest, theActiveWindowsApplicationIsInFront) {
     EXPECT_TRUE(frontmost.canTell());
     desk.start("org.example.Editor", "plain");
     EXPECT_TRUE(runUntil([&] { return inFront() == "org.example.Editor"; })) << inFront();
-    EXPECT_EQ(frontmost.current()->bundlePath, editor);
+    EXPECT_EQ(frontmost.current()->appPath, editor);
     desk.start("org.example.Viewer", "plain");
     EXPECT_TRUE(runUntil([&] { return inFront() == "org.example.Viewer"; })) << inFront();
 }

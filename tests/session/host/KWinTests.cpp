@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "platform/linux/makeLinuxHost.h"
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Editor.h"
 #include "tests/session/host/WakeUps.h"
 
@@ -20,7 +20,7 @@ constexpr auto startLimit = std::chrono::seconds(30);
 
 std::string inFront(const Host& host) {
     const auto front = host.frontmost->current();
-    return front ? front->bundleIdentifier.value_or("no identifier") : "nobody";
+    return front ? front->appID.value_or("no identifier") : "nobody";
 }
 
 bool scriptIsLoaded() {
@@ -64,7 +64,7 @@ TEST(KWin, anEditorIsAskedThroughItsWindowAndAnotherIsLeftAlone) {
     EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Editor"; }, startLimit)) << inFront(host);
     viewer.start();
     EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Viewer"; }, startLimit)) << inFront(host);
-    const auto running = host.running->withBundleIdentifier("org.example.Editor");
+    const auto running = host.running->withAppID("org.example.Editor");
     ASSERT_THAT(running, SizeIs(1));
     EXPECT_FALSE(running.front()->isTerminated());
     running.front()->terminate();

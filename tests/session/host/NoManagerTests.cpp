@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
 
 namespace tolvane::linuxhost {
@@ -24,7 +24,7 @@ TEST(NoManager, windowsAreClosedAllTheSame) {
     Desk desk;
     desk.install("org.example.Editor", "plain");
     const Pid pid = desk.start("org.example.Editor", "plain");
-    const auto running = desk.host.running->withBundleIdentifier("org.example.Editor");
+    const auto running = desk.host.running->withAppID("org.example.Editor");
     ASSERT_THAT(running, SizeIs(1));
     running.front()->terminate();
     EXPECT_TRUE(desk.hasEnded(pid));
@@ -34,7 +34,7 @@ TEST(NoManager, unsavedWorkIsLeftAloneAllTheSame) {
     Desk desk;
     desk.install("org.example.Editor", "unsaved");
     const Pid pid = desk.start("org.example.Editor", "unsaved");
-    const auto running = desk.host.running->withBundleIdentifier("org.example.Editor");
+    const auto running = desk.host.running->withAppID("org.example.Editor");
     ASSERT_THAT(running, SizeIs(1));
     running.front()->terminate();
     runFor(std::chrono::seconds(7));

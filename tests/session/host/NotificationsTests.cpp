@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
 
 extern char** environ;

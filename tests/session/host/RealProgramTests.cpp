@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
 
 namespace tolvane::linuxhost {
@@ -25,8 +25,8 @@ struct RealEditor : ::testing::Test {
     Desk desk;
 
     ~RealEditor() override {
-        for (const auto& each : desk.host.running->withBundleIdentifier(mousepad)) each->forceTerminate();
-        runUntil([this] { return desk.host.running->withBundleIdentifier(mousepad).empty(); });
+        for (const auto& each : desk.host.running->withAppID(mousepad)) each->forceTerminate();
+        runUntil([this] { return desk.host.running->withAppID(mousepad).empty(); });
     }
 
     std::shared_ptr<RunningApplication> started() {
@@ -34,10 +34,10 @@ struct RealEditor : ::testing::Test {
         EXPECT_TRUE(runUntil(
             [&] {
                 const auto front = desk.host.frontmost->current();
-                return front && front->bundleIdentifier == mousepad;
+                return front && front->appID == mousepad;
             },
             startLimit));
-        const auto running = desk.host.running->withBundleIdentifier(mousepad);
+        const auto running = desk.host.running->withAppID(mousepad);
         EXPECT_THAT(running, SizeIs(1));
         return running.empty() ? nullptr : running.front();
     }
@@ -51,7 +51,7 @@ TEST_F(RealEditor, withNothingUnsavedItQuitsAndComesBack) {
         ASSERT_NE(editor, nullptr);
         editor->terminate();
         EXPECT_TRUE(runUntil([&] { return editor->isTerminated(); }));
-        EXPECT_THAT(desk.host.running->withBundleIdentifier(mousepad), IsEmpty());
+        EXPECT_THAT(desk.host.running->withAppID(mousepad), IsEmpty());
     }
 }
 

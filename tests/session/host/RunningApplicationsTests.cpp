@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 #include "tests/session/host/Desk.h"
 
 namespace tolvane::linuxhost {
@@ -25,7 +25,7 @@ struct RunningApplicationsTest : ::testing::Test {
     RunningApplications& running = *desk.host.running;
 
     std::shared_ptr<RunningApplication> only() const {
-        const auto all = running.withBundleIdentifier(editor);
+        const auto all = running.withAppID(editor);
         EXPECT_THAT(all, SizeIs(1));
         return all.empty() ? nullptr : all.front();
     }
@@ -45,10 +45,10 @@ struct RunningApplicationsTest : ::testing::Test {
 
 TEST_F(RunningApplicationsTest, anApplicationIsFoundByItsIdentifier) {
     const std::string path = desk.install(editor, "plain");
-    EXPECT_THAT(running.withBundleIdentifier(editor), IsEmpty());
-    EXPECT_THAT(running.withBundleIdentifier("org.example.Unknown"), IsEmpty());
+    EXPECT_THAT(running.withAppID(editor), IsEmpty());
+    EXPECT_THAT(running.withAppID("org.example.Unknown"), IsEmpty());
     desk.start(editor, "plain");
-    EXPECT_EQ(only()->bundlePath(), path);
+    EXPECT_EQ(only()->appPath(), path);
     EXPECT_FALSE(only()->isTerminated());
 }
 
@@ -59,7 +59,7 @@ TEST_F(RunningApplicationsTest, oneWithNothingUnsavedEnds) {
     application->terminate();
     EXPECT_TRUE(desk.hasEnded(pid));
     EXPECT_TRUE(application->isTerminated());
-    EXPECT_THAT(running.withBundleIdentifier(editor), IsEmpty());
+    EXPECT_THAT(running.withAppID(editor), IsEmpty());
 }
 
 TEST_F(RunningApplicationsTest, anEditorWithUnsavedChangesIsLeftAlone) {
@@ -84,7 +84,7 @@ TEST_F(RunningApplicationsTest, oneThatHidesInTheTrayIsToldToEnd) {
 TEST_F(RunningApplicationsTest, oneWithoutWindowsIsToldToEnd) {
     desk.install(editor, "windowless");
     const Pid pid = desk.start(editor, "windowless");
-    EXPECT_TRUE(runUntil([&] { return !running.withBundleIdentifier(editor).empty(); }));
+    EXPECT_TRUE(runUntil([&] { return !running.withAppID(editor).empty(); }));
     only()->terminate();
     EXPECT_TRUE(desk.hasEnded(pid));
 }
@@ -107,7 +107,7 @@ TEST_F(RunningApplicationsTest, instancesAreAskedApart) {
     desk.install(editor, "plain");
     const Pid first = desk.start(editor, "plain");
     const Pid second = desk.start(editor, "plain");
-    const auto all = running.withBundleIdentifier(editor);
+    const auto all = running.withAppID(editor);
     ASSERT_THAT(all, SizeIs(2));
     all.front()->terminate();
     EXPECT_TRUE(desk.hasEnded(first));

@@ -10,7 +10,7 @@
 
 #include "platform/linux/makeLinuxHost.h"
 #include "platform/linux/windows/WaylandToplevels.h"
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 
 extern char** environ;
 
@@ -59,7 +59,7 @@ struct WaylandTest : ::testing::Test {
     }
     std::string inFront() const {
         const auto front = host.frontmost->current();
-        return front ? front->bundleIdentifier.value_or("no identifier") : "nobody";
+        return front ? front->appID.value_or("no identifier") : "nobody";
     }
     static void focus(const std::string& application) {
         ::system(("swaymsg -q '[app_id=\"" + application + "\"] focus'").c_str());
@@ -94,7 +94,7 @@ TEST_F(WaylandTest, anApplicationIsAskedThroughItsWindow) {
     Terminal terminal("foot");
     std::vector<std::shared_ptr<RunningApplication>> running;
     EXPECT_TRUE(runUntil([&] { return inFront() == "foot"; })) << inFront();
-    running = host.running->withBundleIdentifier("foot");
+    running = host.running->withAppID("foot");
     ASSERT_THAT(running, SizeIs(1));
     EXPECT_FALSE(running.front()->isTerminated());
     running.front()->terminate();

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/linux/LinuxTrays.h"
+#include "platform/linux/session/LinuxTrays.h"
 #include "platform/linux/windows/XCovers.h"
-#include "tests/platform_linux/EventLoop.h"
+#include "tests/platform/linux/EventLoop.h"
 
 namespace tolvane::linuxhost {
 

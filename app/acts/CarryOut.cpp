@@ -1,0 +1,115 @@
+#include <algorithm>
+#include <utility>
+
+#include "app/acts/Outcome.h"
+#include "app/acts/QuitWait.h"
+#include "app/model/AppModelPrivate.h"
+#include "app/preferences/AppPreferences.h"
+#include "app/tasks/Sleep.h"
+#include "core/sampling/ProcessReader.h"
+
+namespace tolvane {
+
+namespace {
+
+/// A restarted application has loaded what it needs by then.
+constexpr Seconds readBackDelay{60};
+
+struct Sizes {
+    std::uint64_t footprint = 0;
+    std::uint64_t compressed = 0;
+};
+
+/// What the application's processes hold now, all instances together.
+Sizes sizesOf(const Host& host, const std::string& appPath) {
+    const auto inspection = host.makeInspection();
+    Sizes sizes;
+    for (const auto& sample : ProcessReader(*inspection, false).readAll()) {
+        if (host.applications->appPath(sample.pid, sample.path) != Text(appPath)) continue;
+        sizes.footprint += sample.footprint;
+        sizes.compressed += sample.compressed;
+    }
+    return sizes;
+}
+
+/// None that is negative: what came back larger has freed nothing.
+std::uint64_t difference(std::uint64_t before, std::uint64_t after) { return before - std::min(before, after); }
+
+ActivityEntry entryOf(const Decision& decision, const Outcome& outcome, Date date) {
+    ActivityEntry entry{.id = UUID::random(),
+                        .date = date,
+                        .ruleName = decision.rule.name,
+                        .subject = decision.title,
+                        .outcome = outcome.word,
+                        .memory = decision.memory,
+                        .dryRun = decision.dryRun(),
+                        .subjectKey = Text(decision.subjectKey),
+                        .compressed = decision.compressed};
+    if (outcome.freesAll) {
+        entry.freed = decision.memory;
+        entry.freedCompressed = decision.compressed;
+    }
+    return entry;
+}
+
+}  // namespace
+
+/// A task of its own, which a tick starts and nobody waits for.
+QCoro::Task<> AppModel::Private::carryOut(Decision decision) {
+    const auto cancellation = tasks.token();
+    // Looked up before anything is done: an application that has ended says no longer where it lies.
+    auto apps = model.runningApps(decision.pids);
+    const auto appPath = apps.empty() ? std::nullopt : apps.front()->appPath();
+    const auto outcome = co_await perform(decision, std::move(apps));
+    if (cancellation.stop_requested()) co_return;
+    const Date date = host.clock->now();
+    host.log->info("rules", decision.rule.name + ": " + outcome.word + " " + decision.title);
+    tell(decision, outcome, date);
+    auto entry = entryOf(decision, outcome, date);
+    if (outcome.deed == Deed::relaunched && appPath) {
+        const auto awoken = co_await Sleep(*host.clock, readBackDelay, Seconds{0}, cancellation);
+        if (awoken == Awoken::cancelled) co_return;
+        const auto now = sizesOf(host, *appPath);
+        entry.freed = difference(decision.memory, now.footprint);
+        entry.freedCompressed = difference(decision.compressed, now.compressed);
+    }
+    record(std::move(entry));
+}
+
+QCoro::Task<Outcome> AppModel::Private::perform(Decision decision, RunningApps apps) {
+    const auto& subject = decision.title;
+    if (decision.dryRun()) co_return Outcome::ofLogging(decision.action(), subject);
+    switch (decision.action()) {
+        case RuleAction::notify:
+            co_return Outcome::of(Deed::notified, subject);
+        case RuleAction::terminate: {
+            const bool gone = co_await model.terminate(decision.pids, false);
+            co_return Outcome::of(gone ? Deed::terminated : Deed::stillRunning, subject);
+        }
+        case RuleAction::quit: {
+            if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
+            const bool quit = co_await quitAndWait(*host.clock, std::move(apps), quitRounds, tasks.token());
+            co_return Outcome::of(quit ? Deed::quit : Deed::askedToQuit, subject);
+        }
+        case RuleAction::relaunch:
+            co_return Outcome::ofRelaunch(co_await model.relaunch(decision.pids), subject);
+        case RuleAction::lowerPriority:
+            break;
+    }
+    const bool isLow = model.lowerPriority(decision.pids);
+    co_return Outcome::of(isLow ? Deed::lowered : Deed::notLowered, subject);
+}
+
+/// A rule that only logs stays quiet, unless telling is all that it would do.
+void AppModel::Private::tell(const Decision& decision, const Outcome& outcome, Date date) {
+    if (decision.dryRun() && decision.action() != RuleAction::notify) return;
+    if (!AppPreferences::notifyOnAction.in(*host.preferences)) return;
+    model.notify(outcome.title, outcome.body(decision.reason(date, host.locale)), AppSection::activity);
+}
+
+void AppModel::Private::record(ActivityEntry entry) {
+    store.append(entry);
+    model.activity.update([&](auto& entries) { entries.insert(entries.begin(), std::move(entry)); });
+}
+
+}  // namespace tolvane

@@ -1,0 +1,144 @@
+#include <QCoroTask>
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/model/AppModelPrivate.h"
+#include "app/rows/Format.h"
+#include "app/tasks/BackgroundCall.h"
+#include "base/Paths.h"
+#include "core/projects/Docker.h"
+#include "core/projects/Launcher.h"
+#include "core/projects/Projects.h"
+#include "core/sampling/ProcessReader.h"
+
+namespace tolvane {
+
+namespace {
+
+std::vector<std::string> idsOf(const std::vector<Container>& containers) {
+    std::vector<std::string> ids;
+    ids.reserve(containers.size());
+    for (const auto& container : containers) ids.push_back(container.id);
+    return ids;
+}
+
+bool isSameLife(const ProcRow& a, const ProcRow& b) {
+    return a.id() == b.id() && a.sample.startTime == b.sample.startTime;
+}
+
+/// The group may be as old as the question that was asked about it: a number that names another process by now is
+/// not meant.
+std::vector<Pid> pidsStillMeant(const ProjectGroup& group, const std::vector<ProcRow>& now) {
+    std::vector<Pid> pids;
+    for (const auto& row : group.rows) {
+        const auto isIt = [&row](const ProcRow& each) { return isSameLife(row, each); };
+        if (std::ranges::any_of(now, isIt)) pids.push_back(row.id());
+    }
+    return pids;
+}
+
+/// Empty when the process is another by now: whatever took its number keeps its secrets.
+std::vector<std::string> environmentOf(ProcessInspection& inspection, const ProcSample& sample) {
+    const auto record = inspection.bsdRecord(sample.pid);
+    if (!record || record->startTime != sample.startTime) return {};
+    return ProcessReader::environment(inspection, sample.pid);
+}
+
+ParkedCommand commandOf(const ProcSample& sample, const std::string& root, ProcessInspection& inspection) {
+    ParkedCommand command{.executable = sample.path.str()};
+    for (const auto argument : sample.args) command.args.emplace_back(argument);
+    command.env = environmentOf(inspection, sample);
+    command.cwd = sample.cwd ? sample.cwd->str() : root;
+    return command;
+}
+
+/// Only the tops of the project's trees: children come back with their parents.
+std::vector<ParkedCommand> commandsOf(const ProjectGroup& group, const std::vector<ProcRow>& all,
+                                      ProcessInspection& inspection) {
+    std::vector<ParkedCommand> commands;
+    for (const auto& row : Projects::tops(group.rows, all)) {
+        commands.push_back(commandOf(row.sample, group.root, inspection));
+    }
+    return commands;
+}
+
+std::vector<ParkedProject> without(std::vector<ParkedProject> parked, std::string_view root) {
+    std::erase_if(parked, [root](const ParkedProject& each) { return each.root == root; });
+    return parked;
+}
+
+std::string nameOf(const ParkedCommand& command) {
+    return command.args.empty() ? command.executable : command.args.front();
+}
+
+/// The names of those that did not start.
+std::vector<std::string> startAll(Host& host, const std::vector<ParkedCommand>& commands, const std::string& log) {
+    std::vector<std::string> failed;
+    for (const auto& command : commands) {
+        if (!Launcher::start(*host.control, command, log)) failed.push_back(nameOf(command));
+    }
+    return failed;
+}
+
+}  // namespace
+
+QCoro::Task<std::optional<bool>> AppModel::Private::performOnContainers(std::string verb,
+                                                                        std::vector<std::string> ids) {
+    if (ids.empty()) co_return true;
+    auto perform = [&children = *host.children, home = host.folders->home(), verb = std::move(verb),
+                    ids = std::move(ids)] { return Docker::perform(children, home, verb, ids); };
+    co_return co_await BackgroundCall(background.of(BackgroundJobs::Kind::containers), std::move(perform),
+                                      tasks.token());
+}
+
+QCoro::Task<> AppModel::stop(ProjectGroup group) {
+    const auto cancellation = d_->tasks.token();
+    const auto ids = idsOf(Docker::containersIn(*containers, group.root));
+    co_await terminate(pidsStillMeant(group, snapshot->rows), false);
+    if (cancellation.stop_requested()) co_return;
+    // Whoever looks sees at once what came of it.
+    if (d_->windowVisible) d_->restartLoop();
+    const auto performed = co_await d_->performOnContainers("stop", ids);
+    if (!performed) co_return;
+    auto left = *containers;
+    std::erase_if(left, [&ids](const Container& each) { return std::ranges::find(ids, each.id) != ids.end(); });
+    containers.set(std::move(left));
+}
+
+/// Remembers first and stops afterwards, since an environment can only be read while its process lives.
+QCoro::Task<> AppModel::park(ProjectGroup group) {
+    const auto inspection = host().makeInspection();
+    std::vector<ParkedProject> all = {{.root = group.root,
+                                       .date = host().clock->now(),
+                                       .commands = commandsOf(group, snapshot->rows, *inspection),
+                                       .containers = idsOf(Docker::containersIn(*containers, group.root))}};
+    std::ranges::move(without(*parked, group.root), std::back_inserter(all));
+    parked.set(std::move(all));
+    co_await stop(std::move(group));
+}
+
+/// Whatever comes of it, the project is parked no more: the log tells the user what to do by hand.
+QCoro::Task<> AppModel::startAgain(ParkedProject project) {
+    const auto log = projectLog(project.root);
+    const auto failed = startAll(host(), project.commands, log);
+    const auto dockerStarted = co_await d_->performOnContainers("start", project.containers);
+    if (!dockerStarted) co_return;
+    parked.set(without(*parked, project.root));
+    // Whoever looks sees at once what came of it.
+    if (d_->windowVisible) d_->restartLoop();
+    if (failed.empty() && *dockerStarted) co_return;
+    const auto body = failed.empty()
+                          ? "Docker did not start its containers."
+                          : Format::list(failed, host().locale) + " did not start. Output goes to " + log + ".";
+    notify("Could not start all of " + std::string(Paths::lastComponent(project.root)), body, std::nullopt);
+}
+
+std::string AppModel::projectLog(const std::string& root) const {
+    return host().folders->home() + "/Library/Logs/Tolvane/" + std::string(Paths::lastComponent(root)) + ".log";
+}
+
+}  // namespace tolvane

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QCoroTask>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/acts/Outcome.h"
+#include "app/acts/QuitWait.h"
+#include "app/model/AppModel.h"
+#include "app/model/DueDecisions.h"
+#include "app/rows/TableRow.h"
+#include "app/sampling/Activation.h"
+#include "app/sampling/Sampler.h"
+#include "app/tasks/BackgroundJobs.h"
+#include "app/tasks/CancelSource.h"
+#include "core/advisor/Advisor.h"
+#include "core/storage/Store.h"
+
+namespace tolvane {
+
+/// What the model keeps to itself, and the steps of its start and of its tick. Each group is defined in the file
+/// named above it. Main thread.
+///
+/// Coroutines: every wait belongs to a source that ends with the model, and a coroutine that is woken by that end
+/// returns without touching the model. So none is ever resumed into a model that is gone, and none is left over.
+struct AppModel::Private {
+    Private(AppModel& model, Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor);
+
+    // StartUp.cpp
+    void start();
+    void load();
+    void saveOnAssignment();
+    void showDemo();
+    void adviseInDemo();
+    void watchActivations();
+    void watchWindows();
+    void watchPressure();
+    void noteActivation(std::string appPath);
+
+    // Loop.cpp
+    void restartLoop();
+    void updateVisibility();
+    QCoro::Task<> runLoop(std::stop_token cancellation);
+    Seconds interval() const;
+
+    // Tick.cpp
+    QCoro::Task<> tick();
+    void judgeSwap();
+    void reviewPriorities();
+    void recordTracks();
+    /// False when the model's end cut the wait short.
+    QCoro::Task<bool> askServiceManager();
+    void applyRules();
+
+    // ProjectActions.cpp
+    /// Whether the client did it; none when the model's end cut the wait short.
+    QCoro::Task<std::optional<bool>> performOnContainers(std::string verb, std::vector<std::string> ids);
+
+    // CarryOut.cpp
+    QCoro::Task<> carryOut(Decision decision);
+    QCoro::Task<Outcome> perform(Decision decision, RunningApps apps);
+    void tell(const Decision& decision, const Outcome& outcome, Date date);
+    void record(ActivityEntry entry);
+
+    // RuleChanges.cpp
+    void backUpRules();
+
+    // Advice.cpp
+    void giveAdvice();
+    QCoro::Task<std::optional<Outcome>> actOn(Suggestion suggestion, std::optional<RuleAction> action);
+    std::map<Pid, std::vector<int>> listeningPorts(const std::vector<Pid>& pids);
+
+    // Warnings.cpp
+    void warnAboutSwap();
+    void noticeSuggestions();
+    void keepPressureClock();
+
+    // RecordHistory.cpp
+    void recordHistory();
+
+    // RecordMoment.cpp
+    void recordMoment();
+
+    AppModel& model;
+    Host& host;
+    Windows& windows;
+    const bool demo;
+    const RowNames names;
+    const Store store;
+    Advisor advisor;
+    /// For advice, which asks on the main thread for the ports of few processes; made when first needed.
+    std::unique_ptr<ProcessInspection> portInspection;
+    DueDecisions due;
+    /// When the present spell of memory pressure began.
+    std::optional<Date> pressureSince;
+    /// Not yet given to the sampler.
+    std::vector<Activation> pendingActivations;
+    /// A window of this program can be seen.
+    bool windowVisible = false;
+
+    std::unique_ptr<Sampler> sampler;
+    BackgroundJobs background;
+    /// Of everything that goes on beside the loop; ends with the model.
+    CancelSource tasks;
+    /// Of the loop that is in force; cancelled ones finish the tick that they are in.
+    CancelSource loop;
+    /// Last, so that no event comes any more while the rest goes.
+    Subscription activationEvents;
+    Subscription windowEvents;
+    Subscription pressureEvents;
+};
+
+}  // namespace tolvane

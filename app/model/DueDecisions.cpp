@@ -1,0 +1,31 @@
+#include "app/model/DueDecisions.h"
+
+#include <algorithm>
+
+namespace tolvane {
+
+namespace {
+
+bool wouldChangeNothing(const Decision& decision, const std::map<Pid, Lowered>& lowered) {
+    return decision.action() == RuleAction::lowerPriority &&
+           std::ranges::all_of(decision.pids, [&](Pid pid) { return lowered.contains(pid); });
+}
+
+/// A clock that was set back must not hold a rule back until it has caught up: what fired later than now fired now.
+void endWithNow(RuleEngine::FiredDates& fired, Date now) {
+    for (auto& [key, date] : fired) date = std::min(date, now);
+}
+
+}  // namespace
+
+std::vector<Decision> DueDecisions::take(const Scene& scene) {
+    endWithNow(lastFired_, scene.now);
+    auto decisions = RuleEngine::decisions(scene.rules, scene.world, scene.now, lastFired_);
+    std::erase_if(decisions, [&](const Decision& each) { return wouldChangeNothing(each, scene.lowered); });
+    for (const auto& decision : decisions) {
+        lastFired_.insert_or_assign(RuleEngine::cooldownKey(decision.rule, decision.subjectKey), scene.now);
+    }
+    return decisions;
+}
+
+}  // namespace tolvane

@@ -1,0 +1,88 @@
+#include <QCoroTask>
+#include <algorithm>
+#include <utility>
+
+#include "app/acts/Outcome.h"
+#include "app/acts/QuitWait.h"
+#include "app/model/AppModelPrivate.h"
+#include "core/advisor/AdviceScene.h"
+#include "core/advisor/Simulators.h"
+#include "core/sampling/ProcessReader.h"
+
+namespace tolvane {
+
+void AppModel::Private::giveAdvice() {
+    const World world = model.world();
+    model.suggestions.set(advisor.suggestions({
+        .world = world,
+        .memory = model.snapshot->memory,
+        .now = model.snapshot->date,
+        .ports = [this](const std::vector<Pid>& pids) { return listeningPorts(pids); },
+        .locale = host.locale,
+        .launchd = *model.servicePIDs,
+        .simulatorName =
+            [this](std::string_view device) {
+                return Simulators::name(*host.propertyLists, host.folders->home(), device);
+            },
+    }));
+}
+
+std::map<Pid, std::vector<int>> AppModel::Private::listeningPorts(const std::vector<Pid>& pids) {
+    if (!portInspection) portInspection = host.makeInspection();
+    return ProcessReader::listeningPorts(*portInspection, pids);
+}
+
+/// By the date of the sample, which the suggestions are of.
+std::vector<Suggestion> AppModel::visibleSuggestions() const {
+    std::vector<Suggestion> visible;
+    std::ranges::copy_if(*suggestions, std::back_inserter(visible), [this](const Suggestion& each) {
+        const auto until = hiddenSuggestions->find(each.id);
+        return until == hiddenSuggestions->end() || until->second < snapshot->date;
+    });
+    return visible;
+}
+
+void AppModel::hide(const Suggestion& suggestion, Date until) {
+    const Date now = host().clock->now();
+    auto hidden = *hiddenSuggestions;
+    std::erase_if(hidden, [now](const auto& each) { return each.second <= now; });
+    hidden.insert_or_assign(suggestion.id, until);
+    hiddenSuggestions.set(std::move(hidden));
+}
+
+QCoro::Task<std::optional<Outcome>> AppModel::act(Suggestion suggestion, std::optional<RuleAction> action) {
+    auto others = *suggestions;
+    std::erase_if(others, [&](const Suggestion& each) { return each.id == suggestion.id; });
+    suggestions.set(std::move(others));
+    const auto cancellation = d_->tasks.token();
+    auto failure = co_await d_->actOn(std::move(suggestion), action);
+    co_return cancellation.stop_requested() ? std::nullopt : std::move(failure);
+}
+
+QCoro::Task<std::optional<Outcome>> AppModel::Private::actOn(Suggestion suggestion, std::optional<RuleAction> action) {
+    const auto& subject = suggestion.title;
+    switch (action.value_or(suggestion.action)) {
+        case RuleAction::notify:
+            break;
+        case RuleAction::terminate:
+            if (co_await model.terminate(suggestion.pids, false)) break;
+            co_return Outcome::of(Deed::stillRunning, subject);
+        case RuleAction::quit: {
+            auto apps = model.runningApps(suggestion.pids);
+            if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
+            if (co_await quitAndWait(*host.clock, std::move(apps), quitRounds, tasks.token())) break;
+            co_return Outcome::of(Deed::askedToQuit, subject);
+        }
+        case RuleAction::relaunch: {
+            auto outcome = Outcome::ofRelaunch(co_await model.relaunch(suggestion.pids), subject);
+            if (outcome.deed == Deed::relaunched) break;
+            co_return outcome;
+        }
+        case RuleAction::lowerPriority:
+            if (model.lowerPriority(suggestion.pids)) break;
+            co_return Outcome::of(Deed::notLowered, subject);
+    }
+    co_return std::nullopt;
+}
+
+}  // namespace tolvane

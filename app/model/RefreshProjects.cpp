@@ -1,0 +1,79 @@
+#include <QCoroTask>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/model/AppModelPrivate.h"
+#include "app/tasks/BackgroundCall.h"
+#include "core/projects/Docker.h"
+#include "core/projects/GitBranch.h"
+#include "core/projects/Launchd.h"
+#include "core/projects/Projects.h"
+#include "core/sampling/ProcessReader.h"
+
+namespace tolvane {
+
+namespace {
+
+struct ProjectFacts {
+    std::vector<Container> containers;
+    std::map<std::string, ProjectBranch> branches;
+    std::map<Pid, std::vector<int>> ports;
+};
+
+/// What is asked about, and with what; runs away from the main thread.
+struct FactsReader {
+    ChildProcesses& children;
+    std::shared_ptr<ProcessInspection> inspection;
+    std::string home;
+    std::vector<std::string> roots;
+    std::vector<Pid> pids;
+
+    ProjectFacts operator()() const {
+        ProjectFacts facts{.containers = Docker::running(children, home)};
+        for (const auto& root : roots) facts.branches.emplace(root, branchOf(root));
+        facts.ports = ProcessReader::listeningPorts(*inspection, pids);
+        return facts;
+    }
+
+private:
+    ProjectBranch branchOf(const std::string& root) const {
+        ProjectBranch branch{.state = GitBranch::read(root)};
+        branch.remoteGone =
+            branch.state.branch && !branch.state.deleted && GitBranch::remoteGone(children, root, *branch.state.branch);
+        return branch;
+    }
+};
+
+FactsReader factsReader(Host& host, const std::vector<ProjectGroup>& groups) {
+    FactsReader reader{.children = *host.children, .inspection = host.makeInspection(), .home = host.folders->home()};
+    for (const auto& group : groups) {
+        reader.roots.push_back(group.root);
+        for (const auto& row : group.rows) reader.pids.push_back(row.id());
+    }
+    return reader;
+}
+
+}  // namespace
+
+QCoro::Task<> AppModel::refreshProjects() {
+    if (demo()) co_return;
+    const auto cancellation = d_->tasks.token();
+    auto ask = [&machine = host()] { return Launchd::managedPIDs(*machine.services, *machine.children); };
+    auto managed =
+        co_await BackgroundCall(d_->background.of(BackgroundJobs::Kind::services), std::move(ask), cancellation);
+    if (!managed) co_return;
+    servicePIDs.set(std::move(*managed));
+    servicesChecked.set(host().clock->now());
+    auto read = factsReader(host(), Projects::groups(world(), *servicePIDs));
+    auto facts =
+        co_await BackgroundCall(d_->background.of(BackgroundJobs::Kind::projectFacts), std::move(read), cancellation);
+    if (!facts) co_return;
+    containers.set(std::move(facts->containers));
+    branches.set(std::move(facts->branches));
+    ports.set(std::move(facts->ports));
+}
+
+}  // namespace tolvane

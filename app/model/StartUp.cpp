@@ -1,0 +1,113 @@
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+#include "app/demo/Demo.h"
+#include "app/model/AppModelPrivate.h"
+#include "app/preferences/AppPreferences.h"
+#include "app/rows/AppNames.h"
+#include "core/advisor/AdviceScene.h"
+
+namespace tolvane {
+
+AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, bool isDemo,
+                           const ExecutorFactory& makeExecutor)
+    : model(owner),
+      host(machine),
+      windows(ownWindows),
+      demo(isDemo),
+      names(AppNames::rowNames(*machine.applications, machine.folders->home())),
+      store(machine.folders->applicationSupport() + "/Tolvane"),
+      sampler(std::make_unique<Sampler>(machine, makeExecutor())),
+      background(makeExecutor) {}
+
+void AppModel::Private::start() {
+    load();
+    saveOnAssignment();
+    if (demo) showDemo();
+    advisor.hybrid = CoreLayout::read(*host.machine).efficiency > 0;
+    watchActivations();
+    watchWindows();
+    watchPressure();
+    restartLoop();
+}
+
+void AppModel::Private::load() {
+    model.rules.set(store.loadRules());
+    model.moments.set(store.loadHistory(host.clock->now()));
+    model.parked.set(store.loadParked());
+    model.activity.set(store.loadActivity(std::numeric_limits<std::int64_t>::max()));
+}
+
+/// Through the same assignments as any other change: what is stored is the demo's from here on.
+void AppModel::Private::showDemo() {
+    auto world = Demo::state(host.clock->now(), {.home = host.folders->home(), .uid = host.uid});
+    model.snapshot.set(std::move(world.snapshot));
+    model.history.set(std::move(world.history));
+    model.loadHistory.set(std::move(world.loadHistory));
+    model.moments.set(std::move(world.moments));
+    model.rules.set(std::move(world.rules));
+    model.activity.set(std::move(world.activity));
+    model.parked.set(std::move(world.parked));
+    model.containers.set(std::move(world.containers));
+    model.branches.set(std::move(world.branches));
+    model.ports.set(std::move(world.ports));
+    model.swapGrowth.set(world.swapGrowth);
+    model.selectedRows.set(std::move(world.selectedRows));
+    model.memoryTight.set(true);
+    adviseInDemo();
+}
+
+/// What six hours of watching would have led to; no tick comes to do it.
+void AppModel::Private::adviseInDemo() {
+    const auto now = model.snapshot->date;
+    advisor = Demo::advisor(now, {.home = host.folders->home(), .uid = host.uid});
+    const auto seen = model.world();
+    model.suggestions.set(advisor.suggestions({.world = seen,
+                                               .memory = model.snapshot->memory,
+                                               .now = now,
+                                               .ports = [this](const std::vector<Pid>&) { return *model.ports; },
+                                               .locale = "en_US",
+                                               .launchd = *model.servicePIDs,
+                                               .simulatorName = Demo::simulatorName}));
+}
+
+/// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.
+void AppModel::Private::saveOnAssignment() {
+    model.rules.setEffect([this](const auto& latest) {
+        store.saveRules(latest);
+        backUpRules();
+    });
+    model.parked.setEffect([this](const auto& latest) { store.saveParked(latest); });
+    auto& preferences = *host.preferences;
+    model.rulesPaused.setEffect(
+        [&preferences](bool paused) { AppPreferences::rulesPaused.store(preferences, paused); });
+    model.backupToSyncFolder.setEffect([this, &preferences](bool wanted) {
+        AppPreferences::backupToSyncFolder.store(preferences, wanted);
+        backUpRules();
+    });
+    model.hiddenSuggestions.setEffect(
+        [&preferences](const PreferenceDates& hidden) { preferences.set(AppPreferences::hiddenSuggestions, hidden); });
+}
+
+void AppModel::Private::watchActivations() {
+    activationEvents =
+        host.frontmost->onActivation([this](std::string appPath) { noteActivation(std::move(appPath)); });
+    // Who is in front already came there before anybody listened.
+    if (auto front = host.frontmost->current()) noteActivation(std::move(front->appPath));
+}
+
+void AppModel::Private::noteActivation(std::string appPath) {
+    if (appPath.empty()) return;
+    pendingActivations.push_back({.appPath = std::move(appPath), .date = host.clock->now()});
+}
+
+void AppModel::Private::watchWindows() {
+    windowEvents = windows.onChange([this] { updateVisibility(); });
+}
+
+void AppModel::Private::watchPressure() {
+    pressureEvents = host.pressure->onPressure([this] { restartLoop(); });
+}
+
+}  // namespace tolvane

@@ -1,0 +1,85 @@
+#include <algorithm>
+#include <utility>
+
+#include "app/model/AppModelPrivate.h"
+#include "app/tasks/BackgroundCall.h"
+#include "core/history/HistoryMath.h"
+#include "core/projects/Launchd.h"
+#include "core/sampling/Priority.h"
+
+namespace tolvane {
+
+namespace {
+
+/// Services come and go seldom, and asking for them reads something of every process.
+constexpr Seconds servicesHold{300.0};
+
+}  // namespace
+
+/// One pass. The order of the steps is part of what they mean: each reads what the ones before it left in the model.
+/// It never asks whether its loop was cancelled, so that a pass under way is finished.
+QCoro::Task<> AppModel::Private::tick() {
+    auto sampled = co_await sampler->sample(std::exchange(pendingActivations, {}));
+    if (!sampled) co_return;
+    model.snapshot.set(std::move(*sampled));
+    recordHistory();
+    recordMoment();
+    judgeSwap();
+    warnAboutSwap();
+    reviewPriorities();
+    recordTracks();
+    if (!co_await askServiceManager()) co_return;
+    giveAdvice();
+    noticeSuggestions();
+    applyRules();
+}
+
+void AppModel::Private::judgeSwap() {
+    const auto& now = *model.snapshot;
+    const auto growth =
+        HistoryMath::swapGrowth(*model.moments, static_cast<std::int64_t>(now.memory.swapUsed), now.date);
+    const auto back = HistoryMath::readBack(*model.moments, now.memory.swapIns, now.date);
+    model.swapGrowth.set(growth ? std::optional(growth->amount) : std::nullopt);
+    model.readBack.set(back ? std::optional(back->amount) : std::nullopt);
+    model.memoryTight.set(HistoryMath::isTight(now.memory.pressure, *model.swapGrowth, *model.readBack));
+}
+
+void AppModel::Private::reviewPriorities() {
+    if (model.lowered->empty()) return;
+    auto loans = *model.lowered;
+    // A clock that was set back would have every use come before the loan.
+    for (auto& [pid, loan] : loans) loan.at = std::min(loan.at, model.snapshot->date);
+    model.lowered.set(loans);
+    const auto review = Priority::review(loans, model.snapshot->rows);
+    model.restorePriority(review.restore);
+    loans = *model.lowered;
+    for (const Pid pid : review.gone) loans.erase(pid);
+    model.lowered.set(std::move(loans));
+}
+
+/// Every decision is taken before the first is carried out, so that none sees what another did.
+void AppModel::Private::applyRules() {
+    if (*model.rulesPaused || std::ranges::none_of(*model.rules, &Rule::enabled)) return;
+    const World world = model.world();
+    auto decisions =
+        due.take({.rules = *model.rules, .world = world, .lowered = *model.lowered, .now = model.snapshot->date});
+    for (auto& decision : decisions) static_cast<void>(carryOut(std::move(decision)));
+}
+
+QCoro::Task<bool> AppModel::Private::askServiceManager() {
+    const Date now = model.snapshot->date;
+    const Seconds since = now - *model.servicesChecked;
+    // Of a later date is what was asked before the clock was set back.
+    if (since >= Seconds{0} && since < servicesHold) co_return true;
+    model.servicesChecked.set(now);
+    auto ask = [this] { return Launchd::managedPIDs(*host.services, *host.children); };
+    auto managed =
+        co_await BackgroundCall(background.of(BackgroundJobs::Kind::services), std::move(ask), tasks.token());
+    if (!managed) co_return false;
+    model.servicePIDs.set(std::move(*managed));
+    co_return true;
+}
+
+void AppModel::Private::recordTracks() { advisor.record(model.snapshot->rows, model.snapshot->date); }
+
+}  // namespace tolvane

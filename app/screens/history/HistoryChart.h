@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Date.h"
+#include "core/history/Moment.h"
+#include "core/sampling/Pressure.h"
+
+namespace tolvane {
+
+/// Moments of a day, not copied: each holds dozens of texts.
+using MomentList = std::vector<const Moment*>;
+
+/// A stretch of time in which memory was tight.
+struct PressureBand {
+    Date start;
+    Date end;
+    Pressure pressure = Pressure::warning;
+
+    bool operator==(const PressureBand&) const = default;
+};
+
+/// One band per pair of neighbours of which the earlier was under pressure, at its level; neither a normal moment nor
+/// the last one gives any.
+std::vector<PressureBand> pressureBands(const MomentList& moments);
+
+enum class HistorySeriesKind { used, compressed, swap, efficiency, performance, cpu };
+
+/// One line of a chart with a value for each of its dates; not a number where it has none.
+struct HistorySeries {
+    HistorySeriesKind kind = HistorySeriesKind::used;
+    std::string name;
+    std::vector<double> values;
+
+    bool operator==(const HistorySeries& other) const;
+};
+
+struct HistoryTick {
+    double value = 0;
+    std::string label;
+
+    bool operator==(const HistoryTick&) const = default;
+};
+
+/// What a chart over time shows. Values are in the unit of its axis.
+struct HistoryChart {
+    std::string title;
+    /// Below the title; empty for none.
+    std::string note;
+    /// What screen readers say.
+    std::string spoken;
+    std::string xLabel = "Time";
+    std::string yLabel;
+    /// What the series differ by; empty where they are parts of one figure.
+    std::string seriesLabel;
+    /// Of the plot, in pixels.
+    int height = 0;
+    Date from;
+    Date to;
+    std::vector<Date> dates;
+    std::vector<HistorySeries> series;
+    std::vector<PressureBand> bands;
+    /// From zero up.
+    std::vector<HistoryTick> ticks;
+    /// Where the axis ends.
+    double top = 1;
+    /// The rule stands here.
+    Date focus;
+
+    bool operator==(const HistoryChart&) const = default;
+};
+
+/// A stretch of time and the moment in it that is looked at.
+struct HistoryDomain {
+    Date from;
+    Date to;
+    Date focus;
+};
+
+/// Memory used, compressed and swap, in GB.
+struct MemoryHistoryChart {
+    static HistoryChart of(const MomentList& moments, const HistoryDomain& domain, std::string_view locale);
+};
+
+/// Load in cores: performance stacked on efficiency cores, or one area for moments that do not tell them apart.
+struct CPUHistoryChart {
+    static HistoryChart of(const MomentList& moments, const HistoryDomain& domain, std::string_view locale);
+};
+
+}  // namespace tolvane

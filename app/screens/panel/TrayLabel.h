@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+namespace tolvane {
+
+/// The icon in the tray.
+struct TrayLabel {
+    /// Name in the set of line icons.
+    std::string_view symbol;
+    std::string_view accessibleName;
+
+    bool operator==(const TrayLabel&) const = default;
+
+    static constexpr TrayLabel of(bool memoryTight) {
+        return memoryTight ? TrayLabel{"memorychip.fill", "Tolvane, memory is tight"}
+                           : TrayLabel{"memorychip", "Tolvane"};
+    }
+};
+
+}  // namespace tolvane

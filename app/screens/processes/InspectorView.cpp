@@ -1,0 +1,53 @@
+#include "app/screens/processes/InspectorView.h"
+
+#include <utility>
+
+#include "app/sampling/ClockSetBack.h"
+#include "app/screens/processes/ForceQuitQuestion.h"
+
+namespace tolvane {
+
+InspectorView::InspectorView(AppModel& model, std::string locale, std::function<void()> changed)
+    : model_(model),
+      locale_(std::move(locale)),
+      home_(model.host().folders->home()),
+      changed_(std::move(changed)),
+      reader_(model.host(), model.portReader()) {}
+
+void InspectorView::show(TableRow line) {
+    const bool another = !line_ || line_->id != line.id || (!line.children && line_->started != line.started);
+    line_ = std::move(line);
+    if (!another) return;
+    confirmForceQuit = false;
+    readPorts();
+}
+
+void InspectorView::readPorts() {
+    ports_.clear();
+    if (line_->children || line_->pids.empty()) {
+        reader_.forget();
+        return;
+    }
+    reader_.read(line_->pids.front(), [this](std::vector<int> ports) {
+        ports_ = std::move(ports);
+        if (changed_) changed_();
+    });
+}
+
+InspectorContent InspectorView::content() const {
+    const auto line = line_.value_or(TableRow{});
+    const auto history = sinceClockWentBack(model_.historyFor(line.pids));
+    return InspectorContent::of(line, {.snapshot = *model_.snapshot,
+                                       .history = history,
+                                       .lowered = *model_.lowered,
+                                       .ports = ports_,
+                                       .home = home_,
+                                       .actor = {.pid = model_.host().selfPID, .uid = model_.host().uid},
+                                       .locale = locale_});
+}
+
+Question InspectorView::forceQuitQuestion() const {
+    return ForceQuitQuestion::of({line_.value_or(TableRow{})}, locale_);
+}
+
+}  // namespace tolvane

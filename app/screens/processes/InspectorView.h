@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/model/AppModel.h"
+#include "app/screens/Question.h"
+#include "app/screens/processes/InspectorContent.h"
+#include "app/tasks/PortLookup.h"
+
+namespace tolvane {
+
+/// The inspector of one line. Main thread.
+class InspectorView {
+public:
+    /// `model` outlives the view. `locale` is an ICU identifier. `changed` is called when ports arrive.
+    InspectorView(AppModel& model, std::string locale, std::function<void()> changed);
+
+    /// The line to speak of, with its latest figures. Another line's ports are read in the background.
+    void show(TableRow line);
+    const std::optional<TableRow>& line() const { return line_; }
+    const std::vector<int>& ports() const { return ports_; }
+    /// Of the line shown; `show` comes first.
+    InspectorContent content() const;
+
+    /// The force quit question is open.
+    bool confirmForceQuit = false;
+    Question forceQuitQuestion() const;
+
+private:
+    void readPorts();
+
+    AppModel& model_;
+    std::string locale_;
+    std::string home_;
+    std::function<void()> changed_;
+    std::optional<TableRow> line_;
+    std::vector<int> ports_;
+    PortLookup reader_;
+};
+
+}  // namespace tolvane

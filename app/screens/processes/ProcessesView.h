@@ -1,0 +1,99 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/model/AppModel.h"
+#include "app/rows/TableRow.h"
+#include "app/screens/Question.h"
+
+namespace tolvane {
+
+/// The columns of the processes table, in order.
+enum class ProcessColumn { name, memory, inRAM, compressed, cpu, unusedFor, runningFor, pid };
+
+struct ProcessColumnTraits {
+    ProcessColumn column;
+    std::string_view title;
+    /// None for a column that cannot sort.
+    std::optional<RowField> sortsBy;
+    std::string_view tooltip;
+    /// The widest text that the column usually holds, and has room for from the start; empty for the one that takes
+    /// what is left.
+    std::string_view widestSample;
+};
+
+extern const std::array<ProcessColumnTraits, 8> processColumns;
+
+/// The processes screen: what its table shows in which order, and what its controls do. Main thread.
+class ProcessesView {
+public:
+    static constexpr std::string_view groupLabel = "Group";
+    static constexpr std::string_view searchPrompt = "Name, command, project or PID";
+    static constexpr std::string_view inspectorLabel = "Inspector";
+    static constexpr std::string_view inspectorIcon = "sidebar.trailing";
+
+    /// `model` outlives the view. `locale` is an ICU identifier.
+    ProcessesView(AppModel& model, std::string locale);
+
+    /// Remembered in the preferences.
+    Grouping grouping() const;
+    void setGrouping(Grouping grouping);
+    const std::string& search() const { return search_; }
+    void setSearch(std::string search) { search_ = std::move(search); }
+    const std::vector<RowOrder>& sortOrder() const { return sortOrder_; }
+    /// The user clicked a column's head: a new column starts with its larger values (names with the first letters,
+    /// times with the longest), the same column turns round.
+    void sortBy(RowField field);
+    void setSortOrder(std::vector<RowOrder> order) { sortOrder_ = std::move(order); }
+    bool showInspector = true;
+
+    /// The rows that the search leaves, folded and sorted.
+    std::vector<TableRow> lines() const;
+    /// The text of one cell; `detail` of the name column is not part of it.
+    std::string cell(const TableRow& line, ProcessColumn column) const;
+    /// What the inspector shows: nothing, one line, or several.
+    std::vector<TableRow> selected(const std::vector<TableRow>& lines) const;
+
+    /// The user asked to force quit those lines: opens the question. Ids that no line has are passed over, and with
+    /// none left there is nothing to ask.
+    void askForceQuit(const std::set<std::string>& ids, const std::vector<TableRow>& lines);
+    /// The question while it is open.
+    std::optional<Question> forceQuitQuestion() const;
+    void cancelForceQuit() { confirmForceQuit_.reset(); }
+    /// The user said yes: the lines to force quit. Closes the question and empties the selection.
+    std::vector<TableRow> confirmForceQuit();
+
+    /// The same on plain values.
+    static std::vector<ProcRow> rowsMatching(const std::vector<ProcRow>& rows, std::string_view search,
+                                             std::string_view locale);
+    static std::vector<TableRow> linesOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
+                                         const std::vector<RowOrder>& order, const RowNames& names,
+                                         std::string_view locale);
+    static std::string cellOf(const TableRow& line, ProcessColumn column, Date now, std::string_view locale);
+    /// The order after a click on the head of the column that sorts by `field`; earlier choices settle ties.
+    static std::vector<RowOrder> orderAfterClick(std::vector<RowOrder> order, RowField field);
+
+    /// The inspector's words while nothing is selected.
+    static constexpr std::string_view noSelectionTitle = "No Selection";
+    static constexpr std::string_view noSelectionIcon = "cursorarrow.rays";
+    static constexpr std::string_view noSelectionText = "Select a process or group to see its details.";
+
+    AppModel& model() const { return model_; }
+    const std::string& locale() const { return locale_; }
+
+private:
+    AppModel& model_;
+    std::string locale_;
+    Grouping grouping_ = Grouping::apps;
+    std::string search_;
+    std::vector<RowOrder> sortOrder_ = {RowOrder{}};
+    std::optional<std::vector<TableRow>> confirmForceQuit_;
+};
+
+}  // namespace tolvane

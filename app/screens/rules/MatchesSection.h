@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/screens/rules/RuleStatus.h"
+#include "core/storage/ActivityEntry.h"
+
+namespace tolvane {
+
+/// The list below the editor: what the rule applies to now.
+struct MatchesSection {
+    static constexpr std::string_view heading = "Matches now";
+    static constexpr std::string_view none = "Nothing running matches this rule.";
+    static constexpr std::string_view pastLimit = "Past the limit";
+    static constexpr std::string_view withinLimit = "Within the limit";
+    static constexpr std::size_t most = 12;
+
+    struct Row {
+        std::string title;
+        std::string detail;
+        bool isDue = false;
+        /// "Would terminate at 2:41 PM": why the rule leaves it alone for now. Empty when it does not.
+        std::string lastDeed = {};
+
+        std::string_view tag() const { return isDue ? pastLimit : withinLimit; }
+        bool operator==(const Row&) const = default;
+    };
+
+    /// At most twelve; empty says `none`.
+    std::vector<Row> rows;
+    /// "and 3 more"
+    std::optional<std::string> more;
+
+    static MatchesSection of(const RuleStatus& status, Date now, std::string_view locale);
+    /// Adds to the rows what the rule did to each within its cool-down. `activity` is newest first.
+    void addDeeds(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity, Date now,
+                  std::string_view locale);
+
+    bool operator==(const MatchesSection&) const = default;
+};
+
+}  // namespace tolvane

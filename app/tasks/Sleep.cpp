@@ -1,0 +1,24 @@
+#include "app/tasks/Sleep.h"
+
+#include <utility>
+
+namespace tolvane {
+
+Sleep::Sleep(Clock& clock, Seconds delay, Seconds tolerance, std::stop_token cancellation)
+    : clock_(clock), delay_(delay), tolerance_(tolerance), cancellation_(std::move(cancellation)) {}
+
+void Sleep::await_suspend(std::coroutine_handle<> sleeper) {
+    sleeper_ = sleeper;
+    timer_ = clock_.after(delay_, tolerance_, [this] { wake(Awoken::timePassed); });
+    canceller_.emplace(cancellation_, [this] { wake(Awoken::cancelled); });
+}
+
+void Sleep::wake(Awoken how) {
+    const auto sleeper = std::exchange(sleeper_, nullptr);
+    if (!sleeper) return;
+    awoken_ = how;
+    // The sleeper goes on past its co_await, which destroys this object: nothing of it may be touched from here on.
+    sleeper.resume();
+}
+
+}  // namespace tolvane

@@ -1,0 +1,45 @@
+#include "base/UTF8.h"
+
+#include <unicode/utf8.h>
+
+#include "base/Simdjson.h"
+
+namespace tolvane::UTF8 {
+
+namespace {
+
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
+
+/// Length of the part at the beginning of `bytes` that is one character or stands for one wrong one.
+struct Part {
+    std::size_t length = 0;
+    bool valid = false;
+};
+
+Part firstPart(std::string_view bytes) {
+    // The longest character has 4 bytes; the window keeps lengths small enough for the library's 32-bit offsets.
+    const auto window = bytes.substr(0, 4);
+    std::int32_t offset = 0;
+    std::int32_t character = 0;
+    // NOLINTNEXTLINE(bugprone-inc-dec-in-conditions): the library's own macro
+    U8_NEXT(window.data(), offset, static_cast<std::int32_t>(window.size()), character);
+    return {.length = static_cast<std::size_t>(offset), .valid = character >= 0};
+}
+
+}  // namespace
+
+bool isValid(std::string_view bytes) { return simdjson::validate_utf8(bytes.data(), bytes.size()); }
+
+std::string repaired(std::string_view bytes) {
+    if (isValid(bytes)) return std::string(bytes);
+    std::string result;
+    result.reserve(bytes.size() + 2 * replacement.size());
+    while (!bytes.empty()) {
+        const auto part = firstPart(bytes);
+        result += part.valid ? bytes.substr(0, part.length) : replacement;
+        bytes.remove_prefix(part.length);
+    }
+    return result;
+}
+
+}  // namespace tolvane::UTF8

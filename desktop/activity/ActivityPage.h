@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QPropertyNotifier>
+#include <string>
+#include <vector>
+
+#include "app/screens/activity/ActivityView.h"
+#include "desktop/activity/ActivityTable.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "desktop/window/Page.h"
+#include "desktop/window/WindowState.h"
+
+class QPushButton;
+class QStackedLayout;
+
+namespace tolvane::desktop {
+
+class EmptyState;
+
+/// The activity screen: the log as a table, or a word on why there is none.
+class ActivityPage : public Page {
+    Q_OBJECT
+
+public:
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier, `zone` one of a time zone.
+    ActivityPage(AppModel& model, const Look& look, WindowState& state, std::string locale, std::string zone = {},
+                 QWidget* parent = nullptr);
+
+    std::vector<QWidget*> controls() override;
+    QWidget* firstFocus() override { return table_; }
+
+    ActivityTable& table() const { return *table_; }
+    QPushButton& clearButton() const { return *clear_; }
+    SegmentedPicker& filterPicker() const { return *filter_; }
+
+private:
+    void connectControls();
+    void refresh();
+    void askToClear();
+
+    const Look& look_;
+    WindowState& state_;
+    ActivityView view_;
+    SegmentedPicker* filter_;
+    QPushButton* clear_;
+    ActivityTable* table_;
+    std::vector<EmptyState*> empty_;
+    QStackedLayout* panes_;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop

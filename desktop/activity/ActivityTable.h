@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <map>
+
+#include "desktop/activity/ActivityModel.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/RowTree.h"
+
+class QHeaderView;
+
+namespace tolvane::desktop {
+
+/// The log as a table. Only rows in sight are laid out, drawn and put into words.
+class ActivityTable : public RowTree {
+    Q_OBJECT
+
+public:
+    /// Both outlive the table.
+    ActivityTable(const Look& look, const ActivityView& view, QWidget* parent = nullptr);
+
+    ActivityModel& activityModel() const { return *model_; }
+    /// Widths that the user gave to columns, as text to remember.
+    QString columnWidths() const;
+    void setColumnWidths(const QString& text);
+
+signals:
+    void columnWidthsChanged();
+
+protected:
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildHeader();
+    void fitColumns();
+    int usualWidth(int column) const;
+
+    const Look& look_;
+    const ActivityView& view_;
+    ActivityModel* model_;
+    QHeaderView* header_;
+    /// By column.
+    std::map<int, int> chosenWidths_;
+    bool fitting_ = false;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QPropertyNotifier>
+#include <string>
+#include <vector>
+
+#include "app/screens/history/HistoryView.h"
+#include "desktop/charts/MomentChart.h"
+#include "desktop/history/MomentPane.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/ScrolledColumn.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "desktop/window/Page.h"
+
+class QStackedLayout;
+
+namespace tolvane::desktop {
+
+/// The history screen: memory and CPU over a range, and the detail of one moment. Follows the model while it can be
+/// seen.
+class HistoryPage : public Page {
+    Q_OBJECT
+
+public:
+    /// `model` and `look` outlive the page. `locale` is an ICU identifier, `zone` one of a time zone.
+    HistoryPage(AppModel& model, const Look& look, std::string locale, std::string zone = {},
+                QWidget* parent = nullptr);
+
+    std::vector<QWidget*> controls() override { return {range_}; }
+    QWidget* firstFocus() override { return memory_; }
+
+    HistoryView& view() { return view_; }
+    SegmentedPicker& rangePicker() const { return *range_; }
+    MomentChart& memoryChart() const { return *memory_; }
+    MomentChart& cpuChart() const { return *cpu_; }
+    bool isEmptyShown() const;
+    /// Shows what the model holds now.
+    void refresh();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildColumn();
+    void connectControls();
+    void connectModel(AppModel& model);
+    void refreshLater();
+
+    const Look& look_;
+    HistoryView view_;
+    SegmentedPicker* range_;
+    QStackedLayout* panes_;
+    QWidget* empty_;
+    ScrolledColumn* scroll_;
+    MomentChart* memory_;
+    MomentChart* cpu_;
+    MomentPane* moment_;
+    bool waiting_ = false;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop

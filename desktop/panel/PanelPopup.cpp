@@ -1,0 +1,156 @@
+#include "desktop/panel/PanelPopup.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "app/screens/window/MainView.h"
+#include "desktop/look/QtText.h"
+#include "desktop/panel/PanelPlace.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+constexpr int border = 1;
+/// Longer than it takes from a press to the icon's answer, shorter than anybody clicks twice on purpose.
+constexpr int sameClick = 250;
+
+/// Wayland has no free popups: there the panel is a plain window that goes when another gets the keyboard.
+Qt::WindowFlags flags() {
+    const bool wayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return (wayland ? Qt::Tool : Qt::Popup) | Qt::FramelessWindowHint;
+}
+
+QRect availableAt(QPoint point) {
+    const auto* screen = QGuiApplication::screenAt(point);
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect(0, 0, Sizes::windowWidth, Sizes::windowHeight);
+}
+
+}  // namespace
+
+PanelPopup::PanelPopup(AppModel& model, const Look& look, std::string locale)
+    : QWidget(nullptr, flags()),
+      model_(model),
+      look_(look),
+      locale_(std::move(locale)),
+      view_(new PanelContents(look, this)) {
+    setObjectName(QStringLiteral("panel"));
+    setWindowTitle(qtText(MainView::title));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(border, border, border, border);
+    whole->setSizeConstraint(QLayout::SetFixedSize);
+    whole->addWidget(view_);
+    connectView();
+    connectModel();
+}
+
+void PanelPopup::connectView() {
+    connect(view_, &PanelContents::openWanted, this, [this] {
+        hide();
+        PanelView::openMainWindow(model_);
+    });
+    connect(view_, &PanelContents::suggestionsWanted, this, [this] {
+        hide();
+        PanelView::openSuggestions(model_);
+    });
+    connect(view_, &PanelContents::pauseWanted, this, [this](bool paused) { model_.rulesPaused.set(paused); });
+    connect(view_, &PanelContents::settingsWanted, this, [this] {
+        hide();
+        emit settingsWanted();
+    });
+    connect(view_, &PanelContents::quitWanted, this, &PanelPopup::quitWanted);
+}
+
+/// One tick sets several of these; they are shown together.
+void PanelPopup::connectModel() {
+    const auto follow = [this](const auto& property) {
+        notifiers_.push_back(property.onChange([this] { refreshLater(); }));
+    };
+    follow(model_.snapshot);
+    follow(model_.loadHistory);
+    follow(model_.swapGrowth);
+    follow(model_.readBack);
+    follow(model_.suggestions);
+    follow(model_.hiddenSuggestions);
+    follow(model_.activity);
+    follow(model_.rulesPaused);
+}
+
+void PanelPopup::toggle(QRect icon) {
+    if (isVisible()) return hide();
+    if (closed_.isValid() && closed_.elapsed() < sameClick) return;
+    openAt(icon);
+}
+
+void PanelPopup::openAt(QRect icon) {
+    icon_ = icon;
+    pointer_ = QCursor::pos();
+    refresh();
+    show();
+    raise();
+    activateWindow();
+    view_->openButton().setFocus(Qt::OtherFocusReason);
+}
+
+void PanelPopup::refreshLater() {
+    if (!isVisible() || std::exchange(waiting_, true)) return;
+    QMetaObject::invokeMethod(this, &PanelPopup::refresh, Qt::QueuedConnection);
+}
+
+void PanelPopup::refresh() {
+    waiting_ = false;
+    view_->show(PanelView::of(model_, locale_));
+    if (isVisible()) place();
+}
+
+void PanelPopup::place() {
+    const auto available = availableAt(icon_.isValid() ? icon_.center() : pointer_);
+    view_->fit(look_.fonts().scaled(PanelView::width) - 2 * border, available.height() - 2 * border - Sizes::gap);
+    layout()->activate();
+    const QSize whole = view_->size() + QSize(2 * border, 2 * border);
+    move(panelPlace(whole, icon_, pointer_, available).topLeft());
+}
+
+void PanelPopup::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), look_.tokens().border);
+    painter.fillRect(rect().adjusted(border, border, -border, -border), look_.tokens().window);
+}
+
+void PanelPopup::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Escape:
+            return hide();
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return view_->openButton().click();
+        default:
+            QWidget::keyPressEvent(event);
+    }
+}
+
+void PanelPopup::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && windowType() == Qt::Tool && !isActiveWindow()) hide();
+}
+
+/// The display hears of the window after this.
+void PanelPopup::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    place();
+}
+
+void PanelPopup::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    closed_.start();
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPropertyNotifier>
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "app/model/AppModel.h"
+#include "desktop/look/Look.h"
+#include "desktop/panel/PanelContents.h"
+
+namespace tolvane::desktop {
+
+/// The panel as a window of its own beside the tray's icon. Follows the model while it is open; Escape and a click
+/// elsewhere close it.
+class PanelPopup : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `model` and `look` outlive the panel. `locale` is an ICU identifier.
+    PanelPopup(AppModel& model, const Look& look, std::string locale);
+
+    /// Opens beside the icon, or closes when it is open. `icon` is invalid where the host does not tell.
+    void toggle(QRect icon);
+    void openAt(QRect icon);
+    PanelContents& view() const { return *view_; }
+
+signals:
+    void settingsWanted();
+    void quitWanted();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void connectView();
+    void connectModel();
+    void refreshLater();
+    void refresh();
+    void place();
+
+    AppModel& model_;
+    const Look& look_;
+    std::string locale_;
+    PanelContents* view_;
+    QRect icon_;
+    QPoint pointer_;
+    /// Since it closed; a click on the icon closes the panel before the icon hears of it.
+    QElapsedTimer closed_;
+    bool waiting_ = false;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <string>
+
+#include "desktop/look/Look.h"
+#include "desktop/parts/ElidedLabel.h"
+
+namespace tolvane::desktop {
+
+/// What the inspector speaks of: icon, name, second text.
+class SubjectHead : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SubjectHead(const Look& look, QWidget* parent = nullptr);
+
+    void show(const QString& title, const QString& detail, const std::optional<std::string>& appPath, bool hasIcon);
+    using QWidget::show;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    int iconSize() const { return look_.fonts().scaled(Sizes::listIcon); }
+
+    const Look& look_;
+    ElidedLabel *title_, *detail_;
+    std::optional<std::string> appPath_;
+    bool hasIcon_ = true;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QScrollArea>
+
+#include "app/screens/processes/SystemStrip.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/CPUBlock.h"
+#include "desktop/parts/LinkButton.h"
+#include "desktop/parts/MemoryBlock.h"
+
+class QBoxLayout;
+
+namespace tolvane::desktop {
+
+/// The figures of the machine below the processes table: two halves side by side, stacked where there is too little
+/// room, scrolled where there is too little height.
+class SystemStripBar : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit SystemStripBar(const Look& look, QWidget* parent = nullptr);
+
+    void show(const SystemStrip& strip);
+    using QScrollArea::show;
+
+    /// Height of all that is in it at the present width.
+    int wholeHeight() const;
+
+signals:
+    void historyWanted();
+    /// What is in it needs another height than before.
+    void heightChanged();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const Look& look_;
+    QWidget* content_;
+    QBoxLayout* halves_;
+    MemoryBlock* memory_;
+    CPUBlock* cpu_;
+    LinkButton* history_;
+};
+
+}  // namespace tolvane::desktop

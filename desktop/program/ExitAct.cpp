@@ -1,0 +1,51 @@
+#include "desktop/program/ExitAct.h"
+
+#include <QString>
+#include <QtGlobal>
+#include <atomic>
+#include <cstdlib>
+#include <mutex>
+#include <utility>
+
+namespace tolvane::desktop {
+
+namespace {
+
+/// A broken connection is heard of on two of the toolkit's threads, and either ends the process: neither may before it
+/// is done. The deed may itself be told.
+std::recursive_mutex doing;
+/// The only state that the end of the process can reach; null while there is nothing to do. Of who holds `doing`.
+const std::function<void()>* present = nullptr;
+
+void doIt() {
+    const std::lock_guard lock(doing);
+    if (const auto* deed = std::exchange(present, nullptr)) (*deed)();
+}
+
+void expect(const std::function<void()>* deed) {
+    const std::lock_guard lock(doing);
+    present = deed;
+}
+
+/// Whoever heard the toolkit's messages before.
+std::atomic<QtMessageHandler> passOn = nullptr;
+
+void hear(QtMsgType type, const QMessageLogContext& where, const QString& message) {
+    if (message.startsWith(QLatin1String("The Wayland connection "))) doIt();
+    if (const auto next = passOn.load()) next(type, where, message);
+}
+
+}  // namespace
+
+ExitAct::ExitAct(std::function<void()> deed) : deed_(std::move(deed)) {
+    static const bool isAsked = std::atexit(&doIt) == 0;
+    if (isAsked) expect(&deed_);
+    passOn = qInstallMessageHandler(&hear);
+}
+
+ExitAct::~ExitAct() {
+    qInstallMessageHandler(passOn);
+    expect(nullptr);
+}
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,114 @@
+#include "desktop/program/Shell.h"
+
+#include <QDialog>
+#include <QPixmapCache>
+#include <algorithm>
+#include <utility>
+
+#include "app/preferences/AppPreferences.h"
+#include "desktop/settings/SettingsWindow.h"
+
+namespace tolvane::desktop {
+
+namespace {
+
+/// From the start of the session to the last panel that comes up, on a slow disk.
+constexpr Seconds trayPatience{15};
+const auto toldKey = QStringLiteral("main/toldWhereItWent");
+
+}  // namespace
+
+Shell::Shell(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens, bool secondStartOpens)
+    : model_(model),
+      look_(look),
+      state_(state),
+      screens_(std::move(screens)),
+      secondStartOpens_(secondStartOpens),
+      tray_(model, look) {
+    connectTray();
+    windowRequest_ = model_.windowRequest.onChange([this] { openWindow(); });
+    tray_.setWanted(AppPreferences::showTrayIcon.in(*model_.host().preferences));
+}
+
+Shell::~Shell() = default;
+
+void Shell::connectTray() {
+    connect(&tray_, &Tray::panelWanted, this, &Shell::togglePanel);
+    connect(&tray_, &Tray::openWanted, this, &Shell::openWindow);
+    connect(&tray_, &Tray::settingsWanted, this, &Shell::openSettings);
+    connect(&tray_, &Tray::quitWanted, this, &Shell::quitWanted);
+}
+
+void Shell::start(bool atLogin) {
+    if (!atLogin) return openWindow();
+    if (!life().opensAtStart(atLogin)) return;
+    const auto stopWaiting = [this] {
+        if (tray_.isShown()) waitForTray_ = {};
+    };
+    connect(&tray_, &Tray::shownChanged, this, stopWaiting);
+    waitForTray_ = model_.host().clock->after(trayPatience, Seconds{1}, [this] { openWindow(); });
+}
+
+void Shell::makeWindow() {
+    window_ = std::make_unique<MainWindow>(model_, look_, state_, screens_);
+    connect(window_.get(), &MainWindow::closed, this, &Shell::windowClosed);
+    connect(window_.get(), &MainWindow::settingsWanted, this, &Shell::openSettings);
+    connect(window_.get(), &MainWindow::quitWanted, this, &Shell::quitWanted);
+}
+
+void Shell::openWindow() {
+    waitForTray_ = {};
+    if (!window_) makeWindow();
+    window_->bringForward();
+}
+
+void Shell::windowClosed() {
+    switch (life().afterClosing()) {
+        case WindowLife::Closing::stays:
+            return letGoLater();
+        case WindowLife::Closing::staysUnseen:
+            letGoLater();
+            return tellWhereItWent();
+        case WindowLife::Closing::quits:
+            emit quitWanted();
+    }
+}
+
+/// A window must not go while it tells that it closes.
+void Shell::letGoLater() { QMetaObject::invokeMethod(this, &Shell::letGo, Qt::QueuedConnection); }
+
+/// A closed window is not coming back soon, and what it is made of is most of the program's memory. One that was opened
+/// again meanwhile, or that has a question open still, stays.
+void Shell::letGo() {
+    const auto isOpen = [](const QDialog* dialog) { return dialog->isVisible(); };
+    if (!window_ || window_->isVisible() || std::ranges::any_of(window_->findChildren<QDialog*>(), isOpen)) return;
+    window_.reset();
+    QPixmapCache::clear();
+    emit windowGone();
+}
+
+/// Once for good: who has read it knows.
+void Shell::tellWhereItWent() {
+    if (state_.flag(toldKey, false) || !model_.host().notifications) return;
+    state_.set(toldKey, true);
+    model_.notify(std::string(WindowLife::unseenTitle), std::string(WindowLife::unseenText), std::nullopt);
+}
+
+void Shell::openSettings() {
+    if (!settings_) {
+        settings_ = std::make_unique<SettingsWindow>(model_, look_);
+        connect(settings_.get(), &SettingsWindow::trayIconWanted, &tray_, &Tray::setWanted);
+    }
+    settings_->bringForward();
+}
+
+void Shell::togglePanel(QRect icon) {
+    if (!panel_) {
+        panel_ = std::make_unique<PanelPopup>(model_, look_, model_.host().locale);
+        connect(panel_.get(), &PanelPopup::settingsWanted, this, &Shell::openSettings);
+        connect(panel_.get(), &PanelPopup::quitWanted, this, &Shell::quitWanted);
+    }
+    panel_->toggle(icon);
+}
+
+}  // namespace tolvane::desktop

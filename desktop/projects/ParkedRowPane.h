@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "app/screens/projects/ProjectsView.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/IconButton.h"
+#include "desktop/projects/CopyableLine.h"
+
+class QPushButton;
+class QVBoxLayout;
+
+namespace tolvane::desktop {
+
+/// One parked project with what Start Again would start.
+class ParkedRowPane : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ParkedRowPane(const Look& look, QWidget* parent = nullptr);
+
+    void show(ParkedRow row);
+    using QWidget::show;
+    /// What it shows now, and so what its controls are about.
+    const ParkedRow& row() const { return row_; }
+
+    QPushButton& startButton() const { return *start_; }
+    IconButton& menuButton() const { return *more_; }
+
+signals:
+    void startWanted();
+    /// Where on the screen the menu belongs.
+    void menuWanted(QPoint place);
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QVBoxLayout* buildTexts();
+    void buildRow();
+    void showCommands();
+
+    const Look& look_;
+    ParkedRow row_;
+    ElidedLabel* title_;
+    ElidedLabel* when_;
+    QVBoxLayout* commandColumn_;
+    std::vector<CopyableLine*> commands_;
+    ElidedLabel* containers_;
+    QPushButton* start_;
+    IconButton* more_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QWidget>
+
+#include "app/screens/suggestions/SuggestionMenu.h"
+#include "app/screens/suggestions/SuggestionsView.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/ElidedLabel.h"
+#include "desktop/parts/ParagraphLabel.h"
+#include "desktop/suggestions/SplitButton.h"
+
+class QBoxLayout;
+class QMenu;
+class QPushButton;
+
+namespace tolvane::desktop {
+
+/// One suggestion: what it is about and why, what it is worth, and what can be done.
+class SuggestionRowWidget : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SuggestionRowWidget(const Look& look, QWidget* parent = nullptr);
+
+    void show(const SuggestionRow& row);
+    using QWidget::show;
+
+    const SuggestionRow& row() const { return row_; }
+    QPushButton& makeRuleButton() const { return *makeRule_; }
+    SplitButton& actionButton() const { return *action_; }
+    /// Rows of one list keep their figures in a column.
+    int buttonsWidth() const;
+    void setButtonsWidth(int width);
+
+signals:
+    void wanted(tolvane::SuggestionRow row, tolvane::SuggestionAction deed);
+    /// While a menu is open the row must not change under it.
+    void menuOpened();
+    void menuClosed();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildLayout();
+    void fill(QMenu& menu, bool includesPrimary);
+    int iconSize() const { return look_.fonts().scaled(Sizes::listIcon); }
+
+    const Look& look_;
+    SuggestionRow row_;
+    ElidedLabel* title_;
+    ParagraphLabel* evidence_;
+    ElidedLabel* figure_;
+    QWidget* buttons_;
+    QBoxLayout* whole_ = nullptr;
+    QPushButton* makeRule_;
+    SplitButton* action_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QPropertyNotifier>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/screens/suggestions/SuggestionsView.h"
+#include "desktop/look/Look.h"
+#include "desktop/parts/NoticeBar.h"
+#include "desktop/parts/ScrolledColumn.h"
+#include "desktop/suggestions/SuggestionCard.h"
+#include "desktop/window/Page.h"
+
+class QPushButton;
+class QStackedLayout;
+class QVBoxLayout;
+
+namespace tolvane::desktop {
+
+/// The suggestions screen: one card for each kind. Follows the model while it can be seen, and stands still while one
+/// of its menus is open.
+class SuggestionsPage : public Page {
+    Q_OBJECT
+
+public:
+    /// `model` and `look` outlive the page. `locale` is an ICU identifier.
+    SuggestionsPage(AppModel& model, const Look& look, std::string locale, QWidget* parent = nullptr);
+
+    std::vector<QWidget*> controls() override;
+    QWidget* firstFocus() override;
+    QString subtitle() const override { return subtitle_; }
+
+    /// In the order in which they stand.
+    std::vector<SuggestionCard*> cards() const;
+    QPushButton& showHiddenButton() const { return *showHidden_; }
+    bool isEmptyShown() const;
+    NoticeBar& notice() const { return *notice_; }
+    /// Shows what the model holds now.
+    void refresh();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildColumn();
+    void connectModel();
+    void refreshLater();
+    void showSections(const std::vector<SuggestionSection>& sections);
+    SuggestionCard* card(Suggestion::Kind kind);
+    void alignFigures() const;
+    void hold(bool held);
+
+    AppModel& model_;
+    const Look& look_;
+    NoticeBar* notice_;
+    SuggestionsView view_;
+    QPushButton* showHidden_;
+    QStackedLayout* panes_;
+    QWidget* empty_;
+    ScrolledColumn* scroll_;
+    QVBoxLayout* column_ = nullptr;
+    std::map<Suggestion::Kind, SuggestionCard*> cards_;
+    QString subtitle_;
+    bool held_ = false;
+    bool waiting_ = false;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop

@@ -1,0 +1,143 @@
+#include "platform/linux/acts/LinuxChildProcesses.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <utility>
+
+#include "platform/linux/acts/SpawnPlan.h"
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+constexpr std::size_t pipeSize = 65536;
+
+struct Pipe {
+    FileDescriptor out;
+    FileDescriptor in;
+};
+
+std::optional<Pipe> makePipe() {
+    std::array<int, 2> ends{-1, -1};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
+    return Pipe{.out = FileDescriptor(ends[0]), .in = FileDescriptor(ends[1])};
+}
+
+pid_t start(const std::string& path, const std::vector<std::string>& arguments, const FileDescriptor& output) {
+    SpawnPlan plan;
+    plan.duplicate(output.get(), STDOUT_FILENO);
+    plan.open(STDERR_FILENO, "/dev/null", O_WRONLY);
+    std::vector<std::string> all = {path};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const auto argumentVector = execVector(all);
+    return plan.spawn(path.c_str(), argumentVector.data(), environ);
+}
+
+/// The child is not to outlive its caller's patience. One that the kernel cannot end yet is left to it.
+void abandon(pid_t pid) {
+    ::kill(pid, SIGKILL);
+    ::waitpid(pid, nullptr, WNOHANG);
+}
+
+}  // namespace
+
+LinuxChildProcesses::LinuxChildProcesses() : ended_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+LinuxChildProcesses::~LinuxChildProcesses() {
+    end();
+    std::unique_lock lock(mutex_);
+    left_.wait(lock, [this] { return callers_ == 0; });
+}
+
+void LinuxChildProcesses::end() {
+    const std::lock_guard lock(mutex_);
+    ending_ = true;
+    const std::uint64_t one = 1;
+    // It cannot overflow: nobody reads it, and it is written once or twice.
+    static_cast<void>(::write(ended_.get(), &one, sizeof one) == sizeof one);
+}
+
+bool LinuxChildProcesses::enter() {
+    const std::lock_guard lock(mutex_);
+    if (ending_) return false;
+    ++callers_;
+    return true;
+}
+
+void LinuxChildProcesses::leave() {
+    const std::lock_guard lock(mutex_);
+    --callers_;
+    // Under the lock: once it is given back, this object may be gone.
+    left_.notify_all();
+}
+
+std::optional<std::string> LinuxChildProcesses::run(const std::string& path,
+                                                    const std::vector<std::string>& arguments) {
+    if (!enter()) return std::nullopt;
+    auto printed = runEntered(path, arguments);
+    leave();
+    return printed;
+}
+
+std::optional<std::string> LinuxChildProcesses::runEntered(const std::string& path,
+                                                           const std::vector<std::string>& arguments) const {
+    auto pipe = makePipe();
+    if (!pipe) return std::nullopt;
+    const pid_t pid = start(path, arguments, pipe->in);
+    if (pid < 0) return std::nullopt;
+    // Ours would keep the pipe from ever coming to its end.
+    pipe->in.reset();
+    auto printed = readAll(pipe->out);
+    if (!printed) {
+        abandon(pid);
+        return std::nullopt;
+    }
+    return exitStatus(pid) == 0 ? std::move(printed) : std::nullopt;
+}
+
+LinuxChildProcesses::Heard LinuxChildProcesses::listen(int descriptor) const {
+    std::array<pollfd, 2> waited{pollfd{.fd = descriptor, .events = POLLIN, .revents = 0},
+                                 pollfd{.fd = ended_.get(), .events = POLLIN, .revents = 0}};
+    while (::poll(waited.data(), waited.size(), -1) < 0 && errno == EINTR) {
+    }
+    return waited[1].revents != 0 ? Heard::ended : Heard::ready;
+}
+
+std::optional<std::string> LinuxChildProcesses::readAll(const FileDescriptor& pipe) const {
+    std::string bytes;
+    std::vector<char> buffer(pipeSize);
+    for (;;) {
+        if (listen(pipe.get()) == Heard::ended) return std::nullopt;
+        const ssize_t count = ::read(pipe.get(), buffer.data(), buffer.size());
+        if (count == 0) return bytes;
+        if (count < 0 && errno != EINTR) return bytes;
+        if (count > 0) bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+}
+
+/// A child may close its output and go on. Kernels before 5.3 cannot tell of both ends at once: there it is waited for.
+std::optional<int> LinuxChildProcesses::exitStatus(pid_t pid) const {
+    const FileDescriptor process(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+    if (process && listen(process.get()) == Heard::ended) {
+        abandon(pid);
+        return std::nullopt;
+    }
+    int status = 0;
+    pid_t ended = 0;
+    do ended = ::waitpid(pid, &status, 0);
+    while (ended < 0 && errno == EINTR);
+    return ended == pid && WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
+}
+
+bool LinuxChildProcesses::isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
+
+}  // namespace tolvane::linuxhost

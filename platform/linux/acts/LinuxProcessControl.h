@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/ProcessControl.h"
+#include "platform/linux/acts/ThreadPriority.h"
+#include "platform/linux/processes/ProcStat.h"
+
+namespace tolvane::linuxhost {
+
+/// Background priority as a loan that every user can pay back: the idle class for disks, and for the processor
+/// SCHED_BATCH, or SCHED_IDLE where this program may come back from it. Niceness is never touched, since an ordinary
+/// user could not return it. (A unit of the user's service manager could be given an idle share of the processor as a
+/// whole; that is not done yet.)
+///
+/// Priorities belong to threads here, so each is lowered and each gets its own back. What threads and child processes
+/// born meanwhile have inherited is taken from them at the end of the loan.
+///
+/// Never acts on pid 1, on this program and its ancestors, or on a process of another user.
+class LinuxProcessControl : public ProcessControl {
+public:
+    /// `dateOfTicks` turns the kernel's start ticks into the start times by which processes are known here.
+    using DateOfTicks = std::function<Date(std::uint64_t ticks)>;
+
+    explicit LinuxProcessControl(DateOfTicks dateOfTicks, std::string proc = "/proc");
+
+    bool send(Signal signal, const Incarnation& process) override;
+    std::optional<Pid> start(const DetachedStart& program) override;
+    bool lowerPriority(const Incarnation& process) override;
+    bool restorePriority(const Incarnation& process) override;
+
+private:
+    /// What was taken from a process, and since when.
+    struct Loan {
+        Background background = Background::batch;
+        /// What each thread had that did not inherit.
+        std::map<Pid, ThreadPriority> before;
+        /// Kernel ticks; children that started later have inherited.
+        std::uint64_t sinceTicks = 0;
+    };
+
+    bool isAllowed(Pid pid) const;
+    bool isAncestor(Pid pid) const;
+    bool isAlive(const Incarnation& process) const;
+    std::vector<Pid> threads(Pid pid) const;
+    std::vector<Pid> children(Pid pid) const;
+    void noteThreads(Pid pid, Loan& loan) const;
+    void lowerThreads(Pid pid, Loan& loan) const;
+    bool restoreThreads(Pid pid, const Loan& loan, const ThreadPriority& newcomers) const;
+    void restoreHeirs(Pid pid, const Loan& loan, const ThreadPriority& newcomers) const;
+    bool isLoaned(Pid pid, const ProcStat& stat) const;
+    void forgetTheGone();
+
+    DateOfTicks dateOfTicks_;
+    std::string proc_;
+    bool holdsRight_;
+    std::map<Incarnation, Loan> loans_;
+};
+
+}  // namespace tolvane::linuxhost

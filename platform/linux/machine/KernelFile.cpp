@@ -1,0 +1,36 @@
+#include "platform/linux/machine/KernelFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+/// Holds /proc/meminfo, /proc/vmstat (4.6 kB) and /proc/stat of some dozen cores at once.
+constexpr std::size_t pieceSize = 8192;
+
+}  // namespace
+
+KernelFile::KernelFile(const std::string& path) : descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
+
+std::optional<std::string> KernelFile::read() const {
+    if (!descriptor_) return std::nullopt;
+    std::string bytes;
+    std::size_t size = 0;
+    for (;;) {
+        bytes.resize(size + pieceSize);
+        const auto got = ::pread(descriptor_.get(), bytes.data() + size, pieceSize, static_cast<off_t>(size));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return std::nullopt;
+        size += static_cast<std::size_t>(got);
+        // Kernel files come a page at a time, so a short piece is not yet the end.
+        if (got == 0) break;
+    }
+    bytes.resize(size);
+    return bytes;
+}
+
+}  // namespace tolvane::linuxhost

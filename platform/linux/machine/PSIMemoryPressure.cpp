@@ -1,0 +1,146 @@
+#include "platform/linux/machine/PSIMemoryPressure.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QSocketNotifier>
+#include <QTimer>
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/machine/PressureReading.h"
+#include "platform/linux/text/FileDescriptor.h"
+#include "platform/linux/text/Files.h"
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+/// Windows of another length than whole multiples of 2 seconds are for administrators.
+constexpr std::string_view trigger = "some 150000 2000000";
+/// The trigger's share of its window.
+constexpr double pollPercent = 7.5;
+constexpr std::size_t fileLimit = 65536;
+
+/// The kernel's own files are empty to whoever asks for their size; into others nothing is ever written.
+bool isKernelFile(int descriptor) {
+    struct stat facts{};
+    return ::fstat(descriptor, &facts) == 0 && facts.st_size == 0;
+}
+
+/// The file with the order placed in it; empty where the kernel refuses, as before about 6.4 for ordinary users.
+FileDescriptor placeTrigger(const std::string& file) {
+    FileDescriptor order(::open(file.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    if (!order || !isKernelFile(order.get())) return {};
+    // The kernel wants the NUL too.
+    if (::write(order.get(), trigger.data(), trigger.size() + 1) < 0) return {};
+    return order;
+}
+
+}  // namespace
+
+class PSIMemoryPressure::Watch : public std::enable_shared_from_this<Watch> {
+public:
+    explicit Watch(Settings settings) : settings_(std::move(settings)) {}
+
+    std::uint64_t add(std::function<void()> pressed) {
+        observers_.emplace(next_, std::move(pressed));
+        if (observers_.size() == 1) start();
+        return next_++;
+    }
+
+    void remove(std::uint64_t number) {
+        observers_.erase(number);
+        if (observers_.empty()) stop();
+    }
+
+private:
+    void start() {
+        trigger_ = placeTrigger(settings_.file);
+        if (!trigger_ || !isPollable()) return startPolling();
+        notifier_ = std::make_unique<QSocketNotifier>(trigger_.get(), QSocketNotifier::Exception);
+        QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { triggered(); });
+    }
+
+    void stop() {
+        // May be called from their own signals.
+        if (notifier_) notifier_->setEnabled(false);
+        if (notifier_) notifier_.release()->deleteLater();
+        if (timer_) timer_->stop();
+        if (timer_) timer_.release()->deleteLater();
+        trigger_ = FileDescriptor();
+    }
+
+    /// What poll says now; none of it is an error. A plain file reports that it can be read.
+    short events() const {
+        pollfd state{.fd = trigger_.get(), .events = POLLPRI, .revents = 0};
+        return ::poll(&state, 1, 0) < 0 ? short{POLLERR} : state.revents;
+    }
+
+    bool isPollable() const { return (events() & (POLLERR | POLLNVAL)) == 0; }
+
+    void triggered() {
+        // An error means that the kernel gave the order up; it would be reported for ever.
+        if ((events() & (POLLERR | POLLNVAL)) != 0) {
+            stop();
+            return startPolling();
+        }
+        tellAll();
+    }
+
+    void startPolling() {
+        if (!averages()) return;
+        timer_ = std::make_unique<QTimer>();
+        timer_->setTimerType(Qt::CoarseTimer);
+        QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [this] { poll(); });
+        timer_->start(settings_.pollInterval);
+    }
+
+    void poll() {
+        const auto now = averages();
+        if (now && now->some10 >= pollPercent) tellAll();
+    }
+
+    std::optional<PressureAverages> averages() const {
+        const auto text = readWholeFile(settings_.file, fileLimit);
+        return text ? parsePressure(*text) : std::nullopt;
+    }
+
+    /// One that is told may end another's subscription, or begin one.
+    void tellAll() {
+        const auto self = shared_from_this();
+        std::vector<std::uint64_t> numbers;
+        for (const auto& [number, pressed] : observers_) numbers.push_back(number);
+        for (const std::uint64_t number : numbers) {
+            const auto found = observers_.find(number);
+            if (found == observers_.end()) continue;
+            const auto pressed = found->second;
+            pressed();
+        }
+        // The last owner went meanwhile: what sends the signal must outlive it.
+        if (self.use_count() == 1) stop();
+    }
+
+    Settings settings_;
+    std::map<std::uint64_t, std::function<void()>> observers_;
+    std::uint64_t next_ = 0;
+    FileDescriptor trigger_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+    std::unique_ptr<QTimer> timer_;
+};
+
+PSIMemoryPressure::PSIMemoryPressure(Settings settings) : watch_(std::make_shared<Watch>(std::move(settings))) {}
+
+PSIMemoryPressure::~PSIMemoryPressure() = default;
+
+Subscription PSIMemoryPressure::onPressure(std::function<void()> pressed) {
+    const std::uint64_t number = watch_->add(std::move(pressed));
+    return Subscription([watch = std::weak_ptr(watch_), number] {
+        if (const auto kept = watch.lock()) kept->remove(number);
+    });
+}
+
+}  // namespace tolvane::linuxhost

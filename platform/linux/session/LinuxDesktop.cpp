@@ -1,0 +1,76 @@
+#include "platform/linux/session/LinuxDesktop.h"
+
+#include <fcntl.h>
+#include <gio/gdesktopappinfo.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "platform/linux/text/ExecLine.h"
+#include "platform/linux/text/FileDescriptor.h"
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+/// Enough for the signatures that tell file types apart.
+constexpr std::size_t sampleSize = 4096;
+
+std::string sampleOf(const std::string& path) {
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    std::string sample(sampleSize, '\0');
+    const auto length = file ? ::read(file.get(), sample.data(), sample.size()) : -1;
+    sample.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+    return sample;
+}
+
+/// By name and, where that is not enough, by the first bytes.
+std::string contentType(const std::string& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) return "inode/directory";
+    const std::string sample = sampleOf(path);
+    const auto* bytes = reinterpret_cast<const unsigned char*>(sample.data());
+    return textOf(g_content_type_guess(path.c_str(), bytes, sample.size(), nullptr));
+}
+
+/// The desktop entry of the user's program for a file; empty where there is none.
+std::string handlerOf(const std::string& path) {
+    const GObjectOwned<GAppInfo> info(g_app_info_get_default_for_type(contentType(path).c_str(), FALSE));
+    if (!info || G_IS_DESKTOP_APP_INFO(info.get()) == FALSE) return {};
+    const char* file = g_desktop_app_info_get_filename(reinterpret_cast<GDesktopAppInfo*>(info.get()));
+    return file == nullptr ? std::string() : std::string(file);
+}
+
+void openWith(Launcher& launcher, const std::string& path) {
+    const std::string handler = handlerOf(path);
+    if (!handler.empty()) launcher.launch(handler, {path}, [](const auto&) {});
+}
+
+}  // namespace
+
+LinuxDesktop::LinuxDesktop(std::shared_ptr<SessionBus> bus, std::shared_ptr<Launcher> launcher, CopyText copyText)
+    : bus_(std::move(bus)), launcher_(std::move(launcher)), copyText_(std::move(copyText)) {}
+
+void LinuxDesktop::reveal(const std::string& path) {
+    const std::string address = fileAddress(path);
+    if (address.empty()) return;
+    const char* list[] = {address.c_str(), nullptr};
+    SessionBus::Call call{.destination = "org.freedesktop.FileManager1",
+                          .path = "/org/freedesktop/FileManager1",
+                          .interface = "org.freedesktop.FileManager1",
+                          .method = "ShowItems",
+                          .arguments = taken(g_variant_new("(^ass)", list, ""))};
+    bus_->call(std::move(call), [launcher = std::weak_ptr(launcher_), path](const BusAnswer& answer) {
+        const auto kept = launcher.lock();
+        if (answer.value != nullptr || answer.timedOut || !kept) return;
+        openWith(*kept, std::filesystem::path(path).parent_path().string());
+    });
+}
+
+void LinuxDesktop::open(const std::string& path) { openWith(*launcher_, path); }
+
+void LinuxDesktop::copyText(const std::string& text) {
+    if (copyText_) copyText_(text);
+}
+
+}  // namespace tolvane::linuxhost

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Desktop.h"
+#include "platform/linux/applications/DesktopLauncher.h"
+#include "platform/linux/bus/SessionBus.h"
+
+namespace tolvane::linuxhost {
+
+/// Small favours of a Linux desktop: its file manager over the bus, the user's programs by file type, and a pasteboard
+/// that the toolkit brings along. Main thread.
+class LinuxDesktop : public Desktop {
+public:
+    using CopyText = std::function<void(const std::string& text)>;
+
+    LinuxDesktop(std::shared_ptr<SessionBus> bus, std::shared_ptr<Launcher> launcher, CopyText copyText);
+
+    /// Without a file manager on the bus its folder is opened.
+    void reveal(const std::string& path) override;
+    /// A folder opens in the file manager.
+    void open(const std::string& path) override;
+    void copyText(const std::string& text) override;
+
+private:
+    std::shared_ptr<SessionBus> bus_;
+    std::shared_ptr<Launcher> launcher_;
+    CopyText copyText_;
+};
+
+}  // namespace tolvane::linuxhost

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "platform/SystemLog.h"
+#include "platform/linux/text/FileDescriptor.h"
+
+namespace tolvane::linuxhost {
+
+/// Sends each line to the journal, with the program as SYSLOG_IDENTIFIER and the category as TOLVANE_CATEGORY; without
+/// a journal to the older system log. Never waits: what nobody takes is dropped. Any thread.
+class LinuxSystemLog : public SystemLog {
+public:
+    struct Sockets {
+        std::string journal = "/run/systemd/journal/socket";
+        std::string systemLog = "/dev/log";
+    };
+
+    LinuxSystemLog() : LinuxSystemLog(Sockets{}) {}
+    explicit LinuxSystemLog(Sockets sockets);
+
+    void info(std::string_view category, std::string_view line) override;
+
+private:
+    bool send(const std::string& socket, const std::string& message) const;
+
+    Sockets sockets_;
+    FileDescriptor socket_;
+};
+
+}  // namespace tolvane::linuxhost

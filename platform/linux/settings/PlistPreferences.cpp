@@ -1,0 +1,68 @@
+#include "platform/linux/settings/PlistPreferences.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <filesystem>
+
+#include "platform/linux/settings/PropertyList.h"
+#include "platform/linux/text/Files.h"
+
+namespace tolvane::linuxhost {
+
+namespace {
+
+/// Thousands of hidden suggestions stay far below it.
+constexpr std::size_t maximumFileSize = 4U << 20U;
+
+struct StoredList {
+    PropertyList list;
+    /// Something stands there that could not be read as preferences.
+    bool isDamaged = false;
+};
+
+StoredList load(const std::string& path) {
+    struct stat facts{};
+    if (::stat(path.c_str(), &facts) != 0) return {};
+    const auto text = readWholeFile(path, maximumFileSize);
+    auto list = text ? PropertyList::parse(*text) : std::nullopt;
+    if (!list) return {.list = {}, .isDamaged = true};
+    return {.list = std::move(*list)};
+}
+
+/// Where a link leads, so that a file kept elsewhere is written there and the link stays.
+std::string targetOf(const std::string& path) {
+    std::error_code error;
+    const auto target = std::filesystem::canonical(path, error);
+    return error ? path : target.string();
+}
+
+}  // namespace
+
+PlistPreferences::PlistPreferences(std::string path) : path_(std::move(path)), values_(load(path_).list.values()) {}
+
+std::optional<PreferenceValue> PlistPreferences::value(std::string_view key) const {
+    const auto found = values_.find(key);
+    if (found == values_.end()) return std::nullopt;
+    return found->second;
+}
+
+void PlistPreferences::set(std::string_view key, PreferenceValue value) {
+    const auto found = values_.find(key);
+    if (found != values_.end() && found->second == value) return;
+    values_.insert_or_assign(std::string(key), std::move(value));
+    unsaved_.emplace(key);
+    save();
+}
+
+void PlistPreferences::save() {
+    StoredList stored = load(path_);
+    for (const std::string& key : unsaved_) stored.list.set(key, values_.at(key));
+    const std::string target = targetOf(path_);
+    const auto beside = writeBeside(target, stored.list.xml());
+    if (!beside) return;
+    if (stored.isDamaged) std::rename(target.c_str(), (target + ".damaged").c_str());
+    if (moveInto(target, *beside)) unsaved_.clear();
+}
+
+}  // namespace tolvane::linuxhost
