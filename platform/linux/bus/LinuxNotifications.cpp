@@ -18,7 +18,7 @@ constexpr const char* object = "/org/freedesktop/Notifications";
 constexpr std::size_t mostWaiting = 32;
 constexpr std::size_t mostShown = 256;
 
-/// What the daemon can do. Until it has said so, nothing beyond a title is sure.
+/// What the daemon can do. Until it has answered, only a title is safe to send.
 using Capabilities = std::set<std::string, std::less<>>;
 
 Capabilities capabilitiesIn(GVariant* answer) {
@@ -50,7 +50,7 @@ GVariant* hints() {
     return g_variant_builder_end(&list);
 }
 
-/// Titles are plain text everywhere; bytes that are no text would end the connection.
+/// Titles are plain text everywhere. Bytes that are not valid text would end the connection.
 Variant request(const Notification& notification, const Capabilities& can) {
     const bool hasBody = can.contains("body") || can.contains("body-markup");
     std::string title = notification.title;
@@ -92,7 +92,7 @@ std::string escapedMarkup(const std::string& text) {
     return escaped;
 }
 
-/// The daemon as far as it is known. Answers hold it weakly: they may come after its end.
+/// The daemon, as far as it is known. Pending answers hold it weakly, since they may arrive after it ends.
 class LinuxNotifications::Daemon : public std::enable_shared_from_this<Daemon> {
 public:
     explicit Daemon(std::shared_ptr<SessionBus> bus) : bus_(std::move(bus)) {}
@@ -113,14 +113,14 @@ private:
         on("ActionInvoked", &Daemon::invoked);
         on("NotificationClosed", &Daemon::closed);
         on("ActivationToken", &Daemon::takeToken);
-        // Another daemon can do other things and counts anew.
+        // Another daemon has other capabilities and starts counting again.
         subscriptions_.push_back(bus_->onSignal({.sender = "org.freedesktop.DBus",
                                                  .interface = "org.freedesktop.DBus",
                                                  .member = "NameOwnerChanged",
                                                  .path = "/org/freedesktop/DBus",
                                                  .firstArgument = name},
                                                 [this](const BusSignal&) { forget(); }));
-        // The news would have come over the bus that died.
+        // The owner-change signal would have come over the bus that died.
         subscriptions_.push_back(bus_->onConnection([this](GDBusConnection* connection) {
             if (connection == nullptr) forget();
         }));
@@ -150,7 +150,7 @@ private:
             const auto self = weak.lock();
             if (!self) return;
             const auto waiting = std::exchange(self->waiting_, {});
-            // Being started changes the name's owner, and that news came first.
+            // Starting the daemon changes the name's owner, and that signal arrived first.
             if (answer.value == nullptr) return;
             self->capabilities_ = capabilitiesIn(answer.value);
             for (const Notification& each : waiting) self->deliver(each);
@@ -165,7 +165,7 @@ private:
                    });
     }
 
-    /// Daemons need not tell what they dropped.
+    /// Daemons need not report which notifications they dropped.
     void noteShown(std::uint32_t identifier, const std::optional<std::string>& section) {
         sections_[identifier] = section;
         if (sections_.size() > mostShown) sections_.erase(sections_.begin());
@@ -189,7 +189,7 @@ private:
         sections_.erase(identifier);
     }
 
-    /// Lets the window that the click opens come to the front; the toolkit looks for it there.
+    /// Lets the window that the click opens come to the front; the toolkit reads the token from the environment.
     void takeToken(GVariant* arguments) {
         if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(us)")) == FALSE) return;
         std::uint32_t identifier = 0;
@@ -201,7 +201,7 @@ private:
     std::shared_ptr<SessionBus> bus_;
     std::optional<Capabilities> capabilities_;
     std::vector<Notification> waiting_;
-    /// By the daemon's number: what a click opens.
+    /// The section a click opens, by the daemon's notification id.
     std::map<std::uint32_t, std::optional<std::string>> sections_;
     std::vector<Subscription> subscriptions_;
 };

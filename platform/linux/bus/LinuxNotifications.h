@@ -8,10 +8,10 @@
 
 namespace tolvane::linuxhost {
 
-/// Notifications through the desktop's own daemon, which the bus may have to start first. Each stands on its own; a
-/// click anywhere on one is its default action and tells the section. What a daemon cannot show is left out: a title
-/// carries the body where there is no room for one, and without actions there are no clicks. A daemon that is missing
-/// or silent costs a notification and nothing else. There is no permission to ask for on these desktops.
+/// Posts notifications through the desktop's daemon, which the bus may have to start first. Each notification stands
+/// alone; a click anywhere on it is its default action and reports the section. What a daemon cannot show is left out:
+/// without room for a body the title carries it, and without actions there are no clicks. A missing or silent daemon
+/// costs one notification and nothing else. These desktops have no permission to ask for.
 class LinuxNotifications : public Notifications {
 public:
     explicit LinuxNotifications(std::shared_ptr<SessionBus> bus);
@@ -26,7 +26,7 @@ private:
     std::shared_ptr<Daemon> daemon_;
 };
 
-/// Plain text for a place that reads markup.
+/// Escapes plain text for a place that reads markup.
 std::string escapedMarkup(const std::string& text);
 
 }  // namespace tolvane::linuxhost

@@ -16,7 +16,7 @@ bool isSocket(const std::string& path) {
     return ::stat(path.c_str(), &facts) == 0 && S_ISSOCK(facts.st_mode);
 }
 
-/// A bus that is started again is there at once; one that stays away is not worth many questions.
+/// A restarted bus is back at once; one that stays away is not worth many attempts.
 constexpr unsigned firstLookMilliseconds = 100;
 constexpr int mostLooks = 12;
 
@@ -38,7 +38,7 @@ public:
     bool hasAddress() const { return !address_.empty(); }
 
     void whenConnected(Connected connected) {
-        // What is under way hears of a bus that dies before its news of being closed comes.
+        // Pending calls learn that a bus died before its "closed" signal arrives.
         if (connection_ && g_dbus_connection_is_closed(connection_.get()) != FALSE) lose();
         if (connection_ || address_.empty()) return connected(connection_.get());
         waiting_.push_back(std::move(connected));
@@ -138,7 +138,7 @@ private:
         connections.tell(nullptr);
     }
 
-    /// Only for a bus that was there.
+    /// Only after a bus that was once there.
     void lookLater() {
         if (look_ != 0 || looks_ == mostLooks) return;
         look_ = g_timeout_add(firstLookMilliseconds << static_cast<unsigned>(looks_++), lookNow, this);
@@ -172,7 +172,7 @@ private:
 
     static void signalled(GDBusConnection*, const char* sender, const char* path, const char*, const char*,
                           GVariant* arguments, void* data) {
-        // Kept over a call-back that ends the subscription.
+        // Kept alive over a callback that ends the subscription.
         const auto called = *static_cast<std::shared_ptr<Signalled>*>(data);
         (*called)({.sender = sender == nullptr ? "" : sender, .path = path, .arguments = arguments});
     }
@@ -187,7 +187,7 @@ private:
     static void replied(GObject* source, GAsyncResult* result, void* data) {
         const std::unique_ptr<Answered> answered(static_cast<Answered*>(data));
         Failure failure;
-        // The cast macro of GLib is an old-style one.
+        // GLib's cast macro is an old-style cast.
         auto* connection = reinterpret_cast<GDBusConnection*>(source);
         const Variant value(g_dbus_connection_call_finish(connection, result, failure.place()));
         (*answered)({.value = value.get(),
@@ -205,7 +205,7 @@ private:
     unsigned long closed_ = 0;
     unsigned timeout_ = 0;
     unsigned look_ = 0;
-    /// How often a bus that was lost has been looked for.
+    /// How often we have looked for a lost bus.
     int looks_ = 0;
 };
 

@@ -11,29 +11,28 @@
 
 namespace tolvane::linuxhost {
 
-/// What came of a call: a tuple, or the reason why there is none.
+/// The result of a call: a tuple, or why there is none.
 struct BusAnswer {
-    /// The callee's until the call-back returns; null when the call failed.
+    /// Owned by the caller of the callback until it returns; null when the call failed.
     GVariant* value = nullptr;
     std::string error;
-    /// The limit passed without an answer.
+    /// No answer within the limit.
     bool timedOut = false;
 };
 
-/// What was told to all, the sender's until the call-back returns.
+/// A signal; owned by the caller of the callback until it returns.
 struct BusSignal {
-    /// The unique name of whoever told it.
+    /// The sender's unique name.
     const char* sender;
     const char* path;
     GVariant* arguments;
 };
 
-/// The user's message bus, or another one that is reached in the same way. Nothing here waits but `within`: calls
-/// answer from the event loop, each within its limit, and a bus that is missing, silent or gone answers with an error.
-/// Main thread; Qt's event loop drives it through GLib's main context, and nothing wakes while the bus is quiet.
-///
+/// The user's message bus, or another one reached the same way. Only `within` blocks: calls are answered from the event
+/// loop, each within its limit, and a missing, silent or dead bus answers with an error. Main thread; Qt's event loop
+/// drives it through GLib's main context, and nothing wakes while the bus is quiet.
 /// A bus that dies is looked for again at its address: after a tenth of a second, then after twice as long each time,
-/// twelve times in all, which is some seven minutes. After that the next call looks for it.
+/// twelve times in all, about seven minutes. After that the next call looks for it.
 class SessionBus {
 public:
     using Connected = std::function<void(GDBusConnection* connection)>;
@@ -45,7 +44,7 @@ public:
         std::string path;
         std::string interface;
         std::string method;
-        /// A tuple; null for none.
+        /// A tuple, or null for no arguments.
         Variant arguments;
         std::chrono::milliseconds limit = std::chrono::seconds(10);
         /// The bus may start the program that answers to the name.
@@ -60,28 +59,28 @@ public:
         std::string firstArgument = {};
     };
 
-    /// An empty address is no bus; one that does not answer within `connectLimit` is none either.
+    /// An empty address, or a bus that does not answer within `connectLimit`, counts as no bus.
     explicit SessionBus(std::string address, std::chrono::milliseconds connectLimit = std::chrono::seconds(3));
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
     ~SessionBus();
 
-    /// DBUS_SESSION_BUS_ADDRESS, else the socket of the user's runtime folder; empty where there is none. A bus is
-    /// never started for the question.
+    /// DBUS_SESSION_BUS_ADDRESS, else the socket in the user's runtime folder; empty without either. Never starts a
+    /// bus.
     static std::string usualAddress(const Environment& environment);
 
     bool hasAddress() const;
-    /// With null when the bus cannot be reached. May call back at once.
+    /// Calls back with null when the bus cannot be reached. May call back at once.
     void whenConnected(Connected connected);
     void call(Call call, Answered answered);
-    /// Tells of each connection that is made from now on, and with null that one was lost. What was given to the old
-    /// one, names and objects, has to be given to the new one.
+    /// Reports each connection made from now on, and null when one is lost. Names and objects of the old connection
+    /// must be registered on the new one.
     Subscription onConnection(Connected connected);
-    /// Lasts over a bus that goes and comes back.
+    /// Survives a bus that goes away and comes back.
     Subscription onSignal(Source source, Signalled signalled);
 
-    /// Turns the event loop until the condition holds; false when it does not within the limit. For the start of a
-    /// program, before anything else runs in that loop.
+    /// Runs the event loop until the condition holds; false when it does not within the limit. For program start,
+    /// before anything else runs in that loop.
     static bool within(std::chrono::milliseconds limit, const std::function<bool()>& holds);
 
 private:

@@ -23,7 +23,7 @@ constexpr const char* description =
     "<method name='ActivateAction'><arg type='s' direction='in'/><arg type='av' direction='in'/>"
     "<arg type='a{sv}' direction='in'/></method>"
     "</interface></node>";
-/// Not in the queue of those who wait for the name; or in it.
+/// Flags of RequestName: fail instead of queueing for the name, or queue.
 constexpr std::uint32_t doNotQueue = 4;
 constexpr std::uint32_t queue = 0;
 constexpr std::uint32_t primaryOwner = 1;
@@ -44,7 +44,7 @@ Variant platformData(const std::string& token) {
     return taken(g_variant_builder_end(&data));
 }
 
-/// The method that carries a request, with its arguments.
+/// The D-Bus method that carries a request, with its arguments.
 std::pair<const char*, Variant> messageOf(const Request& request, const std::string& token) {
     const Variant data = platformData(token);
     if (request.action) {
@@ -68,7 +68,7 @@ std::vector<std::string> filesIn(GVariant* addresses) {
     return files;
 }
 
-/// The toolkit takes it from there when the window comes forward.
+/// The toolkit takes the token from there when the window comes forward.
 void takeToken(GVariant* data) {
     const char* token = nullptr;
     if (g_variant_lookup(data, "activation-token", "&s", &token) != FALSE ||
@@ -87,7 +87,7 @@ Request requestIn(std::string_view method, GVariant* arguments) {
 
 }  // namespace
 
-/// What answers on the bus, and what it heard.
+/// The object that answers on the bus, and the requests it received.
 class SingleInstance::Object : public std::enable_shared_from_this<Object> {
 public:
     Object(std::shared_ptr<SessionBus> bus, std::string name)
@@ -103,7 +103,7 @@ public:
             const auto self = weak.lock();
             if (!self) return;
             if (connection == nullptr) return self->end(Outcome::alone);
-            // Whoever sees the name may call at once: the object comes first.
+            // Anyone who sees the name may call at once, so the object is registered first.
             self->registerObject(connection);
             self->takeName(request, token);
         });
@@ -137,13 +137,13 @@ private:
                 .mayStart = false};
     }
 
-    /// The bus may die and another take its place, which knows nothing of us.
+    /// The bus may die and be replaced by one that knows nothing of us.
     void keepName() {
         renewals_ = bus_->onConnection([this](GDBusConnection* connection) {
             withdraw();
             if (connection == nullptr) return;
             registerObject(connection);
-            // A start in between may have the name until it has found our folder taken.
+            // A start in between may hold the name until it finds our folder locked.
             bus_->call(requestOfName(queue), [](const BusAnswer&) {});
         });
     }
@@ -179,7 +179,7 @@ private:
         });
     }
 
-    /// The other one may end in this very moment; then the name is free.
+    /// The other program may end at this very moment; then the name is free.
     void handOver(const Request& request, const std::string& token) {
         auto [method, arguments] = messageOf(request, token);
         auto call = callOf(name_, path_, interface, method, std::move(arguments));

@@ -13,22 +13,22 @@ namespace tolvane::linuxhost {
 
 class SessionBus;
 
-/// One running program for the session: the first owns its name on the bus and answers there as an
-/// org.freedesktop.Application, so that desktops can start it, hand it files and name its actions; a later one hands
-/// over what it was started with. A bus that is started again gives the first its name back. Main thread.
+/// One running program per session. The first owns the name on the bus and answers there as an
+/// org.freedesktop.Application, so desktops can start it, hand it files and invoke its actions; a later one hands over
+/// its arguments and ends. When the bus restarts, the first gets its name back. Main thread.
 class SingleInstance {
 public:
-    /// What somebody wants of the running program; nothing of both is to be seen.
+    /// What a second start or the desktop asks of the running program; with neither field set, to come forward.
     struct Request {
         /// Absolute paths.
         std::vector<std::string> files = {};
-        /// By name, as desktops and notifications call them.
+        /// By name, as desktops and notifications spell it.
         std::optional<std::string> action = std::nullopt;
 
         bool operator==(const Request&) const = default;
     };
     enum class Outcome {
-        /// We are the one.
+        /// This program is the one.
         first,
         /// Another one runs and took the request.
         handedOver,
@@ -45,11 +45,11 @@ public:
     SingleInstance& operator=(const SingleInstance&) = delete;
     ~SingleInstance();
 
-    /// Settles who is the one, and waits for it: at most for the limit. Called once, before the event loop runs.
+    /// Finds out which program is the one, waiting at most for the limit. Call once, before the event loop runs.
     /// `token` is what the desktop gave this start so that a window may come to the front.
     Outcome settle(const Request& request, const std::string& token = {},
                    std::chrono::milliseconds limit = std::chrono::seconds(5));
-    /// Tells of each request from outside. The first one to subscribe hears of what came before, from the event loop.
+    /// Reports each request from outside. The first subscriber also gets earlier ones, from the event loop.
     Subscription onRequest(std::function<void(Request)> requested);
 
 private:

@@ -10,7 +10,7 @@ namespace {
 constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* object = "/StatusNotifierWatcher";
 
-/// The value of a property, if it is a truth.
+/// The value of a boolean property; false for any other answer.
 bool truthIn(GVariant* answer) {
     if (answer == nullptr || g_variant_is_of_type(answer, G_VARIANT_TYPE("(v)")) == FALSE) return false;
     GVariant* value = nullptr;
@@ -21,7 +21,7 @@ bool truthIn(GVariant* answer) {
 
 }  // namespace
 
-/// Answers hold it weakly: they may come after its end.
+/// Pending answers hold it weakly, since they may arrive after it ends.
 class StatusHosts::State : public std::enable_shared_from_this<State> {
 public:
     State(std::shared_ptr<SessionBus> bus, std::function<void()> changed)
@@ -52,7 +52,7 @@ private:
         news_.push_back(bus_->onSignal(std::move(source), [this](const BusSignal&) { ask(); }));
     }
 
-    /// A watcher may stand there without anybody who shows the items. Without a watcher the question fails.
+    /// A watcher may run without a host that shows the items. Without a watcher the call fails.
     void ask() {
         bus_->call({.destination = watcher,
                     .path = object,

@@ -7,15 +7,15 @@
 
 namespace tolvane::linuxhost {
 
-/// Whether somebody on the session bus shows status items, which is how most panels take icons today. Main thread.
+/// Whether a host on the session bus shows status items, which is how most panels take icons today. Main thread.
 class StatusHosts {
 public:
-    /// `changed` is called whenever the answer changed. The bus is asked at once, and never made to start anything; one
-    /// that takes the place of another is asked anew.
+    /// Calls `changed` whenever the answer changes. Asks the bus at once and never starts anything; asks again when
+    /// another bus takes over.
     StatusHosts(std::shared_ptr<SessionBus> bus, std::function<void()> changed);
 
     bool present() const;
-    /// Counts the buses that were lost while somebody there showed items.
+    /// Counts the buses lost while a host there showed items.
     int losses() const;
 
 private:

@@ -29,7 +29,7 @@ SessionBus::Call callOf(const char* destination, const char* path, const char* i
             .mayStart = false};
 }
 
-/// Whether the user has it on, for a screen reader or for other aids.
+/// Whether the user switched accessibility on, for a screen reader or another aid.
 bool isEnabled(GVariant* answer) {
     if (answer == nullptr || g_variant_is_of_type(answer, G_VARIANT_TYPE("(a{sv})")) == FALSE) return false;
     const Variant known(g_variant_get_child_value(answer, 0));
@@ -40,7 +40,7 @@ bool isEnabled(GVariant* answer) {
     return general != FALSE || reader != FALSE;
 }
 
-/// A window of a program, by what the bus of screen readers calls both.
+/// A window of a program, by the names the accessibility bus uses for both.
 struct Place {
     std::string sender;
     std::string path;
@@ -52,13 +52,13 @@ Place placeOf(const BusSignal& signal) { return {.sender = signal.sender, .path 
 
 }  // namespace
 
-/// Answers may come after its end: they hold it weakly.
+/// Pending answers hold it weakly, since they may arrive after it ends.
 class AccessibilityFrontmost::Link : public std::enable_shared_from_this<Link> {
 public:
     explicit Link(std::shared_ptr<SessionBus> bus) : bus_(std::move(bus)) {}
 
     Observers<> observers;
-    /// Of the window whose turn it is; none while that is not known.
+    /// The active window; nullopt while it is not known.
     std::optional<FrontWindow> window;
 
     void begin() {
@@ -104,7 +104,7 @@ private:
         events_ = std::make_shared<SessionBus>(address);
         on("Activate", &Link::activated);
         on("Deactivate", &Link::deactivated);
-        // It may be started again.
+        // The registry may be started again.
         turns_.push_back(events_->onSignal(BusWords::ownerChanges(registry), [this](const BusSignal& news) {
             if (!BusWords::newOwner(news.arguments).empty()) listenForTurns();
         }));
@@ -112,7 +112,7 @@ private:
             if (connection == nullptr) return forget();
             listenForTurns();
         }));
-        // News of the connection ask for the events.
+        // The connection callback subscribes to the events.
         events_->whenConnected([](GDBusConnection*) {});
     }
 
@@ -127,13 +127,13 @@ private:
         listenFor("window:deactivate");
     }
 
-    /// Programs spare themselves the events that nobody has asked for.
+    /// Programs do not send events that nobody asked for.
     void listenFor(const char* event) {
         const Variant none = taken(g_variant_new_strv(nullptr, 0));
         auto call =
             callOf(registry, registryPath, registry, "RegisterEvent", g_variant_new("(s@ass)", event, none.get(), ""));
-        // Whoever speaks or listens first on that bus has its registry started. Without it the first program of the
-        // session would not be heard.
+        // The first to speak or listen on that bus has its registry started. Without the registry the session's first
+        // program would not be heard.
         call.mayStart = true;
         events_->call(std::move(call), [](const BusAnswer&) {});
     }
@@ -165,19 +165,19 @@ private:
         std::uint32_t pid = 0;
         g_variant_get(answer, "(u)", &pid);
         window = FrontWindow{.pid = static_cast<Pid>(pid)};
-        // One that crashes does not say that its turn is over.
+        // A program that crashes does not report that its window was deactivated.
         senderLife_ = events_->onSignal(BusWords::ownerChanges(turn_.sender), [this](const BusSignal&) { forget(); });
         observers.tell();
     }
 
-    /// The next one may have begun its turn before.
+    /// The next window may have been activated before.
     void deactivated(const Place& place) {
         if (place == turn_) forget();
     }
 
     std::shared_ptr<SessionBus> bus_;
     std::vector<Subscription> subscriptions_;
-    /// The bus of screen readers, while it is listened to.
+    /// The accessibility bus, while we listen to it.
     std::shared_ptr<SessionBus> events_;
     std::vector<Subscription> turns_;
     Place turn_;

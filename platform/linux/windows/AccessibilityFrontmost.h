@@ -7,9 +7,9 @@
 
 namespace tolvane::linuxhost {
 
-/// The program whose window was activated last, as programs tell it to screen readers. It is heard only where the user
-/// has accessibility switched on: this does not switch it on. Programs that do not speak to screen
-/// readers are not seen, so that between the end of one window's turn and the next one's beginning nobody can tell.
+/// The program whose window was activated last, as programs report it to screen readers. Works only where the user has
+/// switched accessibility on; this class does not switch it on. Programs that do not speak to screen readers are
+/// invisible, so between one window's deactivation and the next activation the answer is unknown.
 class AccessibilityFrontmost : public FrontmostSource {
 public:
     explicit AccessibilityFrontmost(std::shared_ptr<SessionBus> bus);

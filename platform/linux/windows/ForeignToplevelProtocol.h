@@ -6,8 +6,8 @@
 
 namespace tolvane::linuxhost::ForeignToplevel {
 
-/// The two interfaces of zwlr_foreign_toplevel_management_unstable_v1 at version 1, as libwayland wants them described.
-/// No package of the distribution has the protocol's file.
+/// The two interfaces of zwlr_foreign_toplevel_management_unstable_v1 at version 1, described as libwayland wants them.
+/// No package of the distribution ships the protocol's file.
 extern const wl_interface managerInterface;
 extern const wl_interface handleInterface;
 
@@ -16,13 +16,13 @@ inline constexpr std::uint32_t closeRequest = 5;
 inline constexpr std::uint32_t destroyRequest = 7;
 inline constexpr std::uint32_t activatedState = 2;
 
-/// What the compositor tells through the manager, in the protocol's order.
+/// The manager's events, in the protocol's order.
 struct ManagerListener {
     void (*toplevel)(void* data, wl_proxy* manager, wl_proxy* handle);
     void (*finished)(void* data, wl_proxy* manager);
 };
 
-/// What it tells about one window. Nothing counts before `done`.
+/// A window's events. Its state holds only once `done` arrives.
 struct HandleListener {
     void (*title)(void* data, wl_proxy* handle, const char* title);
     void (*application)(void* data, wl_proxy* handle, const char* application);

@@ -12,19 +12,19 @@
 
 namespace tolvane::linuxhost {
 
-/// Which source tells who is in front in this session. The first of these that there is:
-///  1. the X server, in a session of X11;
-///  2. the list of windows of a Wayland compositor that has one for every program;
-///  3. KWin, by a script;
-///  4. what programs tell to screen readers.
-/// The first two are there from the beginning or never. KWin may come and go, and while it is away the last one is
-/// listened to. Nothing is asked before the first question. Main thread, with its event loop.
+/// Chooses which source reports the window in front in this session, the first of these that exists:
+/// 1. the X server, in an X11 session;
+/// 2. the window list of a Wayland compositor that offers one to every program;
+/// 3. KWin, through a script;
+/// 4. what programs report to screen readers.
+/// The first two exist from the start or never. KWin may come and go; while it is away we listen to the last one.
+/// Nothing is asked before the first question. Main thread, with its event loop.
 class FrontmostChoice {
 public:
     /// `scriptFolder` is where KWin finds the script: the user's runtime folder.
     FrontmostChoice(std::shared_ptr<WindowSession> session, std::shared_ptr<SessionBus> bus, std::string scriptFolder);
 
-    /// Null while nobody can tell.
+    /// Null while no source can answer.
     const FrontmostSource* teller();
     Subscription onChange(std::function<void()> changed);
 
@@ -37,7 +37,7 @@ private:
     std::shared_ptr<SessionBus> bus_;
     std::string scriptFolder_;
     bool hasBegun_ = false;
-    /// The display server's, where it has one.
+    /// The display server's source, where it has one.
     std::unique_ptr<FrontmostSource> server_;
     std::shared_ptr<KWinWindows> kwin_;
     std::unique_ptr<AccessibilityFrontmost> accessibility_;

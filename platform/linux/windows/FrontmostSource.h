@@ -13,23 +13,23 @@ namespace tolvane::linuxhost {
 /// The window that the user works in, as its session describes it.
 struct FrontWindow {
     std::optional<Pid> pid = std::nullopt;
-    /// What its application is called, the surest name first: a desktop entry's, or a class.
+    /// The application's possible names, the most reliable first: a desktop entry's name, or a window class.
     std::vector<std::string> names = {};
 
     bool operator==(const FrontWindow&) const = default;
 };
 
-/// One of the ways to learn which window is in front. News come as events: nothing wakes while the desktop is quiet.
-/// Main thread, with its event loop.
+/// One way to learn which window is in front. Changes arrive as events: nothing wakes while the desktop is quiet. Main
+/// thread, with its event loop.
 class FrontmostSource {
 public:
     virtual ~FrontmostSource() = default;
 
-    /// False while it does not know whether anybody is in front.
+    /// False while it does not know whether any window is in front.
     virtual bool canTell() const = 0;
-    /// None while nobody is.
+    /// Nullopt while no window is in front.
     virtual std::optional<FrontWindow> inFront() const = 0;
-    /// Calls back whenever either of the answers may have changed.
+    /// Calls back whenever either answer may have changed.
     virtual Subscription onChange(std::function<void()> changed) = 0;
 };
 

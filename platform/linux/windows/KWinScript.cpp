@@ -39,7 +39,7 @@ constexpr const char* closingPart = R"js(    all().forEach(function (window) {
 })();
 )js";
 
-/// Windows choose their names: nothing in them may be read as a part of the script.
+/// Windows choose their own names: nothing in a name may be read as part of the script.
 std::string quoted(const std::string& text) {
     static constexpr const char* digits = "0123456789abcdef";
     std::string result = "'";

@@ -12,7 +12,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Empty when it cannot be written.
+/// Empty when the file cannot be written.
 std::string fileOf(const std::string& folder, const std::string& text) {
     std::string file = folder + "/tolvane-XXXXXX.js";
     constexpr int suffixLength = 3;
@@ -54,7 +54,7 @@ void KWinUpload::ask(SessionBus::Call call, Step step) {
     });
 }
 
-/// Whether there was one to be unloaded is all the same.
+/// It does not matter whether there was a script to unload.
 void KWinUpload::load(const BusAnswer& /*unloaded*/) {
     ask(callOf("loadScript", g_variant_new("(ss)", file_.c_str(), name_.c_str())), &KWinUpload::start);
 }

@@ -8,20 +8,20 @@
 
 namespace tolvane::linuxhost {
 
-/// One script on its way into KWin, which takes scripts as files and under a name. The file can be read by its user
-/// alone, and goes with this. Main thread.
+/// One script on its way into KWin, which takes scripts as files and under a name. Only the user can read the file; it
+/// is removed with this object. Main thread.
 class KWinUpload : public std::enable_shared_from_this<KWinUpload> {
 public:
-    /// `kwin` is the unique name of the one that is meant.
+    /// `kwin` is the unique name of the KWin to load into.
     KWinUpload(std::shared_ptr<SessionBus> bus, std::string kwin, std::string name)
         : bus_(std::move(bus)), kwin_(std::move(kwin)), name_(std::move(name)) {}
     KWinUpload(const KWinUpload&) = delete;
     KWinUpload& operator=(const KWinUpload&) = delete;
     ~KWinUpload() { removeFile(); }
 
-    /// Replaces a script of the same name and starts it. Tells whether KWin took it, unless this ends before.
+    /// Replaces a script of the same name and starts it. Reports whether KWin took it, unless this object ends first.
     void begin(const std::string& folder, const std::string& text, std::function<void(bool taken)> settled);
-    /// The script has run: KWin needs the file no more.
+    /// The script has run, so KWin no longer needs the file.
     void removeFile();
     SessionBus::Call unloading() const;
 

@@ -23,7 +23,7 @@ constexpr const char* description =
     "<arg type='s' direction='in'/><arg type='s' direction='in'/></method>"
     "<method name='Listed'><arg type='s' direction='in'/></method><method name='Closed'/></interface></node>";
 
-/// A number that is no process leaves it to the names.
+/// A number that is not a process id leaves identification to the names.
 FrontWindow windowOf(std::string_view pid, std::string_view entry, std::string_view windowClass) {
     FrontWindow window;
     Pid number = 0;
@@ -45,7 +45,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     }
 }
 
-/// A window as the script reported it, "4711\torg.kde.kate\tkate", and what that says.
+/// A window as the script reported it, "4711\torg.kde.kate\tkate", parsed.
 struct Listed {
     std::string line;
     FrontWindow window;
@@ -63,7 +63,7 @@ std::vector<Listed> listedIn(std::string_view report) {
 
 }  // namespace
 
-/// Answers may come after its end: they hold it weakly.
+/// Pending answers hold it weakly, since they may arrive after it ends.
 class KWinWindows::Link : public std::enable_shared_from_this<Link> {
 public:
     Link(std::shared_ptr<SessionBus> bus, std::string folder, Patience patience)
@@ -117,7 +117,7 @@ private:
         connection_.reset();
     }
 
-    /// What was due to an earlier KWin is not done to this one.
+    /// What was scheduled for an earlier KWin is not done to this one.
     void after(std::chrono::milliseconds pause, void (Link::*step)()) {
         QTimer::singleShot(pause, [weak = weak_from_this(), round = round_, step] {
             if (const auto self = weak.lock(); self && self->round_ == round) (self.get()->*step)();
@@ -165,7 +165,7 @@ private:
         observers.tell();
     }
 
-    /// The loop may be over by now: what is to be said is said at once, and nobody waits for the answer.
+    /// The loop may be over by now: send at once and do not wait for the answer.
     void unload() const {
         const auto call = KWinUpload(bus_, owner_, KWinScript::watching).unloading();
         g_dbus_connection_call(connection_.get(), call.destination.c_str(), call.path.c_str(), call.interface.c_str(),
@@ -180,7 +180,7 @@ private:
                         [this](bool isTaken) { endCloseAfter(isTaken ? longestClose : std::chrono::milliseconds(0)); });
     }
 
-    /// For one that says nothing.
+    /// For a script that never reports back.
     void endCloseAfter(std::chrono::milliseconds pause) {
         QTimer::singleShot(pause, [weak = weak_from_this(), meant = std::weak_ptr(closing_)] {
             const auto self = weak.lock();
@@ -198,10 +198,10 @@ private:
     static void called(GDBusConnection*, const char* sender, const char*, const char*, const char* method,
                        GVariant* arguments, GDBusMethodInvocation* invocation, void* data) {
         const auto self = static_cast<Link*>(data)->shared_from_this();
-        // The arguments go with the invocation.
+        // The arguments are freed with the invocation.
         const Variant kept(g_variant_ref(arguments));
         g_dbus_method_invocation_return_value(invocation, nullptr);
-        // Any program could claim to be in front.
+        // Any program could claim to be in front, so only KWin's own messages count.
         if (sender != nullptr && self->owner_ == sender) self->hear(method, arguments);
     }
 
@@ -236,12 +236,12 @@ private:
     unsigned registration_ = 0;
     /// KWin's unique name; empty while there is none.
     std::string owner_;
-    /// Counts the KWins.
+    /// Counts the KWins seen.
     int round_ = 0;
     int attempts_ = 0;
     std::shared_ptr<KWinUpload> watching_;
     std::shared_ptr<KWinUpload> closing_;
-    /// Lines of windows that are to be closed next.
+    /// Lines of the windows to close next.
     std::vector<std::string> toClose_;
     Subscription owners_;
     Subscription connections_;

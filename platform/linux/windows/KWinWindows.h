@@ -10,13 +10,13 @@
 
 namespace tolvane::linuxhost {
 
-/// The windows of a session of KWin, and which of them is active: a script of ours runs inside of KWin and reports over
-/// the session bus. It is loaded into each KWin that comes, one that was started again included, and unloaded at the
-/// end of this. Nothing wakes while no window comes, goes or is activated.
+/// The windows of a KWin session, and which of them is active. A script of ours runs inside KWin and reports over the
+/// session bus. It is loaded into every KWin that appears, a restarted one included, and unloaded when this object
+/// ends. Nothing wakes while no window appears, goes or is activated.
 class KWinWindows : public FrontmostSource {
 public:
-    /// KWin answers to its name before it takes scripts, and a desktop that starts is slow: it is asked again after
-    /// `firstPause`, then after twice as long each time. A script that was started has `limit` for its first word.
+    /// KWin answers to its name before it takes scripts, and a starting desktop is slow: we ask again after
+    /// `firstPause`, then after twice as long each time. A started script has `limit` for its first report.
     struct Patience {
         std::chrono::milliseconds firstPause{250};
         int attempts = 7;
@@ -36,12 +36,12 @@ public:
     std::optional<FrontWindow> inFront() const override;
     Subscription onChange(std::function<void()> changed) override;
 
-    /// Nobody answers to KWin's name, or it took no script: this will not tell unless another KWin comes.
+    /// No KWin owns its name, or it took no script: nothing will be known unless another KWin appears.
     bool isAway() const;
 
     using IsMeant = std::function<bool(const FrontWindow& window)>;
     bool any(const IsMeant& isMeant) const;
-    /// As clicks on their close buttons, a moment later. How many are asked.
+    /// Closes them as a click on their close buttons would, a moment later. Returns how many are asked.
     std::size_t askToClose(const IsMeant& isMeant);
 
 private:

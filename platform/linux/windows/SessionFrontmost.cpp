@@ -20,7 +20,7 @@ SessionFrontmost::~SessionFrontmost() = default;
 
 bool SessionFrontmost::canTell() const { return windows_->canTell() && choice_->teller() != nullptr; }
 
-/// The kernel's word on a process goes before what a window says of itself.
+/// The kernel's view of a process outranks what a window says about itself.
 std::optional<Text> SessionFrontmost::appPathOf(const FrontWindow& window) const {
     if (window.pid) {
         if (auto path = applications_.appPath(*window.pid, executableOf(proc_, *window.pid))) return path;
@@ -55,8 +55,8 @@ Subscription SessionFrontmost::onActivation(std::function<void(std::string)> act
     return observers_.add(std::move(activated));
 }
 
-/// An application that keeps the front while its windows change is not told again. Window managers have nobody in front
-/// for a moment whenever the focus moves; whoever comes back after a longer while has come to the front again.
+/// An application that stays in front while its windows change is not reported again. Window managers briefly have no
+/// active window whenever the focus moves; an application that returns after a longer gap has come to the front again.
 void SessionFrontmost::look() {
     const auto path = appPath();
     const auto now = std::chrono::steady_clock::now();

@@ -13,14 +13,13 @@
 
 namespace tolvane::linuxhost {
 
-/// Which application is in front, from whoever tells in this session which window is (see FrontmostChoice). News come
-/// as events; nothing wakes meanwhile. Main thread, with its event loop.
-///
-/// Whether it can tell decides whether applications are quit by rules. Where other programs' windows cannot be asked to
-/// close, a quit would reach nobody: there it says that it cannot, and still names whom it knows.
+/// Which application is in front, from the source that knows the active window in this session (see FrontmostChoice).
+/// Changes arrive as events; nothing wakes meanwhile. Main thread, with its event loop.
+/// `canTell` decides whether rules quit applications. Where other programs' windows cannot be asked to close, a quit
+/// would reach nobody: there it returns false, and still names the application it knows.
 class SessionFrontmost : public Frontmost {
 public:
-    /// `applications` outlives this.
+    /// `applications` outlives this object.
     SessionFrontmost(LinuxApplications& applications, std::shared_ptr<OtherWindows> windows,
                      std::unique_ptr<FrontmostChoice> choice, std::string proc = "/proc");
     ~SessionFrontmost() override;

@@ -7,7 +7,7 @@
 
 namespace tolvane::linuxhost {
 
-/// The activated window of a Wayland compositor that lists its windows. It names applications and no processes.
+/// The activated window of a Wayland compositor that lists its windows. It knows applications, not processes.
 class ToplevelsFrontmost : public FrontmostSource {
 public:
     explicit ToplevelsFrontmost(std::shared_ptr<WaylandToplevels> toplevels) : toplevels_(std::move(toplevels)) {}

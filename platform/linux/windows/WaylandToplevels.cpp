@@ -37,7 +37,7 @@ struct Window {
 
 }  // namespace
 
-/// The connection with all that the compositor told. Callbacks carry a pointer to it, so that it stays in one place.
+/// The connection and everything the compositor has reported. Callbacks carry a pointer to it, so it must not move.
 class WaylandToplevels::Session {
 public:
     explicit Session(wl_display* display) : display_(display) {}
@@ -51,7 +51,7 @@ public:
         if (registry_ != nullptr) wl_registry_destroy(registry_);
     }
 
-    /// One round trip to find the manager, one to hear of the windows.
+    /// One round trip to find the manager, one to receive the windows.
     bool begin(std::chrono::milliseconds limit) {
         registry_ = wl_display_get_registry(display_.get());
         static constexpr wl_registry_listener listener = {.global = found,
@@ -63,7 +63,7 @@ public:
 
     bool isAlive() const { return isAlive_; }
 
-    /// The toolkit's own loop must be there by now.
+    /// The toolkit's own loop must exist by now.
     void watch() {
         if (notifier_ || !isAlive_) return;
         notifier_ = std::make_unique<QSocketNotifier>(wl_display_get_fd(display_.get()), QSocketNotifier::Read);
@@ -71,10 +71,10 @@ public:
         readNow();
     }
 
-    /// Takes what has come without waiting.
+    /// Takes what has arrived, without waiting.
     void readNow() {
         if (isAlive_ && !readWithin(std::chrono::milliseconds(0))) lose();
-        // Whoever only asks must not swallow what others wait for.
+        // A caller that only asks must not swallow events that observers wait for.
         if (hasNews_ && notifier_) QMetaObject::invokeMethod(notifier_.get(), [this] { tell(); }, Qt::QueuedConnection);
     }
 
@@ -97,7 +97,7 @@ private:
 
     template <typename Listener>
     static void listen(wl_proxy* proxy, const Listener& listener, Session* self) {
-        // libwayland takes a table of functions without types and calls each with its message's own.
+        // libwayland takes an untyped table of functions and calls each with its message's own arguments.
         auto* table = reinterpret_cast<void (**)()>(const_cast<Listener*>(&listener));
         if (proxy != nullptr) wl_proxy_add_listener(proxy, table, self);
     }

@@ -40,7 +40,7 @@ std::shared_ptr<KWinWindows> WindowSession::kwin() const {
     return kwin && kwin->canTell() ? kwin : nullptr;
 }
 
-/// An X program in a sandbox tells KWin a number that is not its own: its names count as well.
+/// An X program in a sandbox gives KWin a pid that is not its own, so its names count as well.
 bool WindowSession::isMeantOfKWin(const FrontWindow& window, const WindowOwner& owner) const {
     return (window.pid && owner.pids.contains(*window.pid)) ||
            std::ranges::any_of(window.names, [&](const std::string& name) { return isMeant(name, owner); });

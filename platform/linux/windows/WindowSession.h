@@ -14,20 +14,20 @@
 
 namespace tolvane::linuxhost {
 
-/// The display server of the user's session, which is spoken to from the first question on. Main thread.
+/// The display server of the user's session, contacted from the first question on. Main thread.
 class WindowSession : public OtherWindows {
 public:
-    /// `applications` outlives this.
+    /// `applications` outlives this object.
     WindowSession(const Environment& environment, LinuxApplications& applications);
 
     /// Null without an X server. In a Wayland session it knows X programs only.
     XDisplay* x11();
     /// Another connection to the same server.
     std::unique_ptr<XDisplay> connectX11() const { return XDisplay::connect(display_); }
-    /// Null where the session is none of Wayland, or does not tell about other programs' windows.
+    /// Null outside Wayland sessions, and where the compositor does not list other programs' windows.
     std::shared_ptr<WaylandToplevels> wayland();
     bool isWayland() const { return isWayland_; }
-    /// Where the compositor tells nobody but KWin's scripts. It is used as long as somebody else keeps it.
+    /// For compositors that talk to KWin scripts only. Used for as long as another owner keeps it.
     void useKWin(std::weak_ptr<KWinWindows> kwin) { kwin_ = std::move(kwin); }
 
     bool canTell() override;

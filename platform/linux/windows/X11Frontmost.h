@@ -9,7 +9,7 @@
 
 namespace tolvane::linuxhost {
 
-/// The active window of an X server, where a window manager names it.
+/// The active window of an X server, as a window manager names it.
 class X11Frontmost : public FrontmostSource {
 public:
     explicit X11Frontmost(std::shared_ptr<WindowSession> session);
@@ -24,7 +24,7 @@ private:
 
     std::shared_ptr<WindowSession> session_;
     Observers<> observers_;
-    /// Events come over a connection of their own: a question on the same one could swallow them.
+    /// Events use a connection of their own: a question on the same one could swallow them.
     std::unique_ptr<XDisplay> events_;
     std::unique_ptr<QSocketNotifier> notifier_;
 };

@@ -9,10 +9,10 @@
 
 namespace tolvane::linuxhost {
 
-/// The X server tells when a window cannot be seen any more below others, unless a compositor keeps every window whole.
+/// The X server reports when a window is completely covered, unless a compositor keeps every window's contents.
 class XCovers : public WindowCovers {
 public:
-    /// `drawsOnX11` tells whether the program's windows are the server's; asked at each window.
+    /// `drawsOnX11` returns whether the program's windows belong to the server; asked for each window.
     XCovers(std::shared_ptr<XEvents> events, std::function<bool()> drawsOnX11);
 
     bool watch(Window window) override;

@@ -19,7 +19,7 @@ constexpr std::array propertyNames = {
     std::string_view("_NET_WM_PID"),        std::string_view("WM_PROTOCOLS"),
     std::string_view("WM_DELETE_WINDOW"),
 };
-/// Numbers of 32 bits; more windows than that nobody has open.
+/// In 32-bit units; nobody has more windows than that open.
 constexpr std::uint32_t longestProperty = 65536;
 
 }  // namespace
@@ -129,7 +129,7 @@ std::vector<XDisplay::Window> XDisplay::topLevelWindows() const {
     return shown;
 }
 
-/// What the server knows of the connection, which a program in a sandbox cannot get wrong.
+/// The server's own record of the connection, which a sandboxed program cannot get wrong.
 std::optional<Pid> XDisplay::ownerByConnection(Window window) const {
     const xcb_res_client_id_spec_t question{.client = window, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto reply = owned(

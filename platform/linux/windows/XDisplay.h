@@ -19,7 +19,7 @@ class XDisplay {
 public:
     using Window = std::uint32_t;
 
-    /// Empty when the server cannot be reached. `name` as in DISPLAY.
+    /// Null when the server cannot be reached. `name` as in DISPLAY.
     static std::unique_ptr<XDisplay> connect(const std::string& name);
     XDisplay(const XDisplay&) = delete;
     XDisplay& operator=(const XDisplay&) = delete;
@@ -28,23 +28,23 @@ public:
     /// Becomes readable when `readEvents` has something to do.
     int descriptor() const;
     bool isAlive() const;
-    /// The server is a guest of a Wayland session and knows that session's X programs only.
+    /// The server is a guest of a Wayland session and knows only that session's X programs.
     bool isGuest() const;
     /// A window manager runs that says which window is active.
     bool tellsActive() const;
-    /// None while no window is active.
+    /// Nullopt while no window is active.
     std::optional<Window> active() const;
-    /// Asks for events about which window is active.
+    /// Subscribes to changes of the active window.
     void watchActive();
-    /// Takes all events that wait. True when another window may have become active.
+    /// Takes all waiting events. True when another window may have become active.
     bool readEvents();
 
-    /// The windows of programs, hidden and minimised ones of which the window manager knows included; without a window
-    /// manager those on the screen.
+    /// The windows of programs, including hidden and minimised ones that the window manager knows; without a window
+    /// manager, those on the screen.
     std::vector<Window> windows() const;
-    /// The process that opened the window; none when it runs on another machine or has gone.
+    /// The process that opened the window; nullopt when it runs on another machine or has gone.
     std::optional<Pid> owner(Window window) const;
-    /// As a click on its close button. False when the window does not take such wishes.
+    /// Asks as a click on its close button would. False when the window does not support being asked.
     bool askToClose(Window window);
 
 private:

@@ -62,7 +62,7 @@ Subscription XEvents::onEvent(std::function<void(const xcb_generic_event_t*)> to
 
 void XEvents::read() {
     while (const auto event = owned(xcb_poll_for_event(connection_))) {
-        // An error, as for a window that has gone meanwhile.
+        // Zero is an error, for example about a window that has gone meanwhile.
         if (event->response_type != 0) observers_.tell(event.get());
     }
     if (xcb_connection_has_error(connection_) != 0) notifier_->setEnabled(false);

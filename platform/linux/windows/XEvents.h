@@ -13,9 +13,9 @@
 
 namespace tolvane::linuxhost {
 
-/// News of the X server about single windows, over a connection of its own: what a program asks for there is added to
-/// what other connections ask for. The server is spoken to from the first call on; without it every answer is empty.
-/// Main thread, with its event loop; nothing wakes while there is no news.
+/// Events about single windows, over a connection of its own: what a program selects there is added to what other
+/// connections select. The server is contacted from the first call on; without it every answer is empty. Main thread,
+/// with its event loop; nothing wakes while there are no events.
 class XEvents {
 public:
     using Window = std::uint32_t;
@@ -30,17 +30,17 @@ public:
     bool isThere();
     Window root();
     Atom atom(std::string_view name);
-    /// 0 when nobody owns it.
+    /// 0 when no window owns it.
     Window ownerOf(Atom selection);
-    /// In place of what was asked for of this window before. Windows that are gone are passed over.
+    /// Replaces what was selected for this window before. Windows that are gone are passed over.
     void listenTo(Window window, std::uint32_t events);
-    /// The event is the callee's until the call-back returns.
+    /// The event is owned by the caller of the callback until it returns.
     Subscription onEvent(std::function<void(const xcb_generic_event_t* event)> told);
 
 private:
     void connect();
     void read();
-    /// An answer may have brought news along, of which the socket tells no more.
+    /// A reply may have brought events along that the socket no longer announces.
     void readLater();
 
     std::string display_;

@@ -9,7 +9,7 @@ struct FreeReply {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-/// An answer or event of the display server, freed when it goes.
+/// A reply or event of the display server, freed with this object.
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, FreeReply>;
 

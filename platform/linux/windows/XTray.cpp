@@ -14,7 +14,7 @@ XTray::XTray(std::shared_ptr<XEvents> events, std::function<void()> changed)
     look();
 }
 
-/// Its end is told to those who listen to it; it may have come before.
+/// Listeners of the window learn of its end; it may have ended before we listened.
 void XTray::look() {
     do {
         owner_ = events_->ownerOf(selection_);

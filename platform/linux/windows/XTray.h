@@ -7,10 +7,10 @@
 
 namespace tolvane::linuxhost {
 
-/// The tray of the X server: a window that owns a certain selection. It announces itself to all when it comes.
+/// The X server's tray: a window that owns a certain selection. It announces itself to all clients when it appears.
 class XTray {
 public:
-    /// `changed` is called whenever the tray came or went. The server is asked at once.
+    /// Calls `changed` whenever the tray appears or goes. Asks the server at once.
     XTray(std::shared_ptr<XEvents> events, std::function<void()> changed);
 
     bool present() const { return owner_ != 0; }
