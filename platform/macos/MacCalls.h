@@ -8,7 +8,7 @@
 
 namespace tolvane::machost {
 
-/// All that the host asks of the system, in four tables.
+/// Everything the host asks of the system, in four tables.
 struct MacCalls {
     Kernel kernel;
     ObjC runtime;
@@ -16,8 +16,8 @@ struct MacCalls {
     LogCalls log;
 };
 
-/// The host on top of these tables. `layer` goes over the stored preferences; `onMain` brings a job to the thread
-/// that the host is used on. Main thread.
+/// The host on top of these tables. `layer` goes over the stored preferences; `onMain` runs a job on the thread that
+/// uses the host. Main thread.
 Host hostOn(const MacCalls& calls, const PreferencesLayer& layer, const OnMain& onMain);
 
 }  // namespace tolvane::machost

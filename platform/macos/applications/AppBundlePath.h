@@ -5,7 +5,8 @@
 
 namespace tolvane {
 
-/// The outermost application folder that holds the executable; none outside of one. A part of `executable`.
+/// The outermost application folder around the executable, as a part of `executable`; nullopt outside application
+/// folders.
 std::optional<std::string_view> appBundlePath(std::string_view executable);
 
 }  // namespace tolvane

@@ -16,7 +16,7 @@ constexpr std::uint32_t fourCharacters(const char (&text)[5]) {
     return code;
 }
 
-/// While the program finishes launching, its first event is the present one.
+/// While the program finishes launching, the current event is its first one.
 bool startedByLogin(const Runtime& runtime) {
     const Pool pool(runtime);
     const Id events = runtime.send(runtime.classNamed("NSAppleEventManager"), "sharedAppleEventManager");

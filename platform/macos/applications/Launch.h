@@ -8,13 +8,13 @@
 
 namespace tolvane::machost {
 
-/// Tells once whether the login started the program, as the system's first event says. One that does not come within
-/// a few seconds is not waited for: then somebody started it. Main thread.
+/// Reports once whether the login started the program, according to the system's first event. If no event arrives
+/// within a few seconds, the user started it. Main thread.
 class Launch {
 public:
     using Told = std::function<void(bool atLogin)>;
 
-    /// Made before the event loop runs. `clock` outlives this.
+    /// Made before the event loop runs. `clock` outlives this object.
     Launch(const ObjC& runtime, Clock& clock, Told told);
     Launch(const Launch&) = delete;
     Launch& operator=(const Launch&) = delete;

@@ -20,7 +20,7 @@ std::string withoutAppSuffix(std::string name) {
     return name;
 }
 
-/// A path as one file name: what is no letter or digit of ASCII becomes its number.
+/// A path as one file name: every character that is not an ASCII letter or digit becomes its number.
 std::string fileNameOf(std::string_view path) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string name;
@@ -36,7 +36,7 @@ std::string fileNameOf(std::string_view path) {
     return name;
 }
 
-/// Names have an end, and longer ones their last part.
+/// File names have a maximum length; longer paths keep their last part.
 std::string pictureName(std::string_view path) {
     constexpr std::size_t longest = 200;
     const auto name = fileNameOf(path);

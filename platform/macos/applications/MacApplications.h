@@ -8,7 +8,7 @@ namespace tolvane::machost {
 /// Applications are folders that end in ".app": the outermost one around an executable owns it.
 class MacApplications : public Applications {
 public:
-    /// Pictures of icons are kept in `iconFolder`, which is made when the first is asked for.
+    /// Pictures of icons are kept in `iconFolder`, which is made for the first one.
     MacApplications(ObjC runtime, std::string iconFolder);
 
     std::optional<Text> appPath(Pid pid, std::string_view executable) override;

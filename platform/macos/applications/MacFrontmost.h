@@ -5,7 +5,7 @@
 
 namespace tolvane::machost {
 
-/// The workspace knows who is in front, always.
+/// The workspace always knows which application is in front.
 class MacFrontmost : public Frontmost {
 public:
     explicit MacFrontmost(ObjC runtime);

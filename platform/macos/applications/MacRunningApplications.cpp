@@ -14,7 +14,7 @@ public:
     MacRunningApplication(ObjC runtime, Id application)
         : runtime_(std::move(runtime)), application_(Owned::retain(runtime_, application)) {}
 
-    // Both answer whether the request went out; whether it was followed shows later.
+    // Both return whether the request was sent; whether the application follows it shows later.
     void terminate() override { ask("terminate"); }
     void forceTerminate() override { ask("forceTerminate"); }
     bool isTerminated() const override { return ask("isTerminated"); }
@@ -33,7 +33,7 @@ private:
     Owned application_;
 };
 
-/// Neither in front, nor among the recent ones, nor with a question to the user.
+/// Opens it without bringing it to the front, adding it to the recent ones or asking the user.
 Id quietConfiguration(const Runtime& runtime) {
     const Id configuration = runtime.send(runtime.classNamed("NSWorkspaceOpenConfiguration"), "configuration");
     runtime.send<void>(configuration, "setPromptsUserIfNeeded:", false);
@@ -42,7 +42,7 @@ Id quietConfiguration(const Runtime& runtime) {
     return configuration;
 }
 
-/// The words for an error; an error without any still is one.
+/// The error's message; an error without a message is still an error.
 std::optional<std::string> wordsFor(const Runtime& runtime, Id error) {
     if (error == nullptr) return std::nullopt;
     const Pool pool(runtime);
@@ -68,7 +68,7 @@ std::vector<std::shared_ptr<RunningApplication>> MacRunningApplications::withApp
 
 void MacRunningApplications::openInBackground(const std::string& appPath, Opened opened) {
     const Pool pool(*runtime_);
-    // The answer comes on a queue of the workspace.
+    // The answer arrives on one of the workspace's queues.
     Block<Id, Id> answered(*runtime_, [runtime = runtime_, onMain = onMain_, opened = std::move(opened)](Id, Id error) {
         onMain([opened, words = wordsFor(*runtime, error)] { opened(words); });
     });

@@ -6,7 +6,7 @@
 
 namespace tolvane::machost {
 
-/// What the workspace calls a running application.
+/// Running applications as the workspace knows them.
 class MacRunningApplications : public RunningApplications {
 public:
     MacRunningApplications(ObjC runtime, OnMain onMain);

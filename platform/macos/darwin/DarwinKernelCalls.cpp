@@ -38,7 +38,7 @@ void addProcesses(KernelCalls& calls) {
     };
     calls.pidPath = &proc_pidpath;
     calls.systemValue = [](const int* name, unsigned parts, void* value, std::size_t* size) {
-        // Reads only, whatever the declaration says of the name.
+        // The call only reads the name, whatever its declaration says.
         return sysctl(const_cast<int*>(name), parts, value, size, nullptr, 0);
     };
     calls.taskName = [](Port own, Pid pid, Port* task) { return task_name_for_pid(own, pid, task); };

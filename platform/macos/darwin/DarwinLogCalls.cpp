@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-// What the macros of <os/log.h> come to.
+// What the macros of <os/log.h> expand to.
 extern "C" {
 // NOLINTBEGIN(readability-identifier-naming, bugprone-reserved-identifier): their own names
 void* os_log_create(const char* subsystem, const char* category);
@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::uint8_t levelInfo = 1;
 
-/// The log keeps where the format stands, not its text: it must stand in this section.
+/// The log stores the format's address, not its text, so the format must stand in this section.
 __attribute__((section("__TEXT,__oslogstring,cstring_literals"))) const char lineFormat[] = "%{public}s";
 
 void writeInfo(void* log, const char* line) {

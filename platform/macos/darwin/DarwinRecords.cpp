@@ -1,4 +1,4 @@
-// Nothing to run: what the host holds for the kernel's records and numbers, against the system's own headers.
+// Nothing to run: compares the host's copies of the kernel's records and numbers with the system's own headers.
 
 #include <dispatch/dispatch.h>
 #include <fcntl.h>
@@ -42,7 +42,7 @@ static_assert(sizeof(VnodePathInfo) == PROC_PIDVNODEPATHINFO_SIZE);
 static_assert(offsetof(VnodePathInfo, folderPath) == offsetof(proc_vnodepathinfo, pvi_cdir.vip_path));
 static_assert(sizeof(VnodePathInfo::folderPath) == sizeof(vnode_info_path::vip_path));
 
-// Later systems append; ours is that of macOS 15.
+// Later systems append fields; our copy is that of macOS 15.
 static_assert(sizeof(TaskMemory) >= offsetof(task_vm_info, ledger_swapins) + sizeof(task_vm_info::ledger_swapins));
 static_assert(offsetof(TaskMemory, compressed) == offsetof(task_vm_info, compressed));
 static_assert(offsetof(TaskMemory, ledgerSwapIns) == offsetof(task_vm_info, ledger_swapins));

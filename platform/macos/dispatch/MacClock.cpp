@@ -12,10 +12,10 @@ namespace tolvane::machost {
 namespace {
 
 constexpr double nanosPerSecond = 1e9;
-/// Thirty years: beyond any wait, and its nanoseconds fit.
+/// Thirty years: longer than any wait, and its nanoseconds still fit.
 constexpr double longestWait = 1e9;
 
-/// Rounded up: never early. What is no number is no wait.
+/// Rounded up, so a wait never ends early. NaN means no wait.
 std::int64_t nanosOf(Seconds span) {
     const double seconds = span.count() > 0 ? std::min(span.count(), longestWait) : 0;
     return static_cast<std::int64_t>(std::ceil(seconds * nanosPerSecond));

@@ -5,8 +5,8 @@
 
 namespace tolvane::machost {
 
-/// The wall clock, and one timer of the system for each wait. The timers run on the wall clock too, since that is the
-/// one that counts the machine's sleep; a clock that is set back makes waits that run at that moment longer.
+/// The wall clock, and one system timer for each wait. The timers use the wall clock too, since it is the one that
+/// includes the machine's sleep; setting the clock back makes waits in progress longer.
 class MacClock : public Clock {
 public:
     MacClock(Dispatch dispatch, OnMain onMain);

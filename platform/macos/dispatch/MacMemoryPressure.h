@@ -5,7 +5,7 @@
 
 namespace tolvane::machost {
 
-/// The kernel's own events, at warning and at critical pressure.
+/// The kernel's own events at warning and critical pressure.
 class MacMemoryPressure : public MemoryPressure {
 public:
     MacMemoryPressure(Dispatch dispatch, OnMain onMain);

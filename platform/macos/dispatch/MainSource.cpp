@@ -8,7 +8,7 @@ namespace {
 
 using Callback = std::function<void()>;
 
-/// What the background may touch: a way to the main thread, and a hint at whom to call there.
+/// What the background thread may touch: a way to the main thread, and a weak reference to the callback there.
 struct Context {
     OnMain onMain;
     std::weak_ptr<const Callback> callback;
@@ -26,7 +26,7 @@ void forget(void* pointer) { delete static_cast<Context*>(pointer); }
 void* begin(const DispatchCalls& calls, const SourceRequest& request, Context context) {
     void* source = calls.create(request.kind, request.handle, request.mask);
     if (source == nullptr) return nullptr;
-    // Owned by the source from here on: its end handler is the last that touches it.
+    // The source owns it from here on: its cancel handler touches it last.
     calls.setContext(source, new Context(std::move(context)));
     calls.setEventHandler(source, &tell);
     calls.setCancelHandler(source, &forget);

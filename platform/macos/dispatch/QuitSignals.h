@@ -7,8 +7,8 @@
 
 namespace tolvane::machost {
 
-/// Calls back on the main thread when the session or a person asks the program to end by SIGTERM, SIGINT or SIGHUP.
-/// One at a time; main thread. With the subscription's end the signals do again what they did.
+/// Calls back on the main thread when SIGTERM, SIGINT or SIGHUP asks the program to end. One subscription at a time;
+/// main thread. Ending it restores the signals' previous handling.
 Subscription onQuitSignal(const Dispatch& dispatch, const OnMain& onMain, const std::function<void()>& asked);
 
 }  // namespace tolvane::machost

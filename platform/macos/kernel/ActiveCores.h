@@ -4,7 +4,7 @@
 
 namespace tolvane::machost {
 
-/// Logical cores that take work at present. Any thread.
+/// Logical cores that currently take work. Any thread.
 int activeCores(const Runtime& runtime);
 
 }  // namespace tolvane::machost

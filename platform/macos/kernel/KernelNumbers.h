@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
-/// The numbers by which the kernel knows what it is asked; `darwin/DarwinRecords.cpp` holds them against its headers.
+/// The kernel's numbers for what it is asked; `darwin/DarwinRecords.cpp` compares them with its headers.
 namespace tolvane::machost {
 
-/// What `pidInfo` is asked for.
+/// Flavours of `pidInfo`.
 inline constexpr int listDescriptors = 1;
 inline constexpr int shortBSDInfo = 3;
 inline constexpr int vnodePaths = 9;
-/// What `descriptorInfo` is asked for.
+/// Flavours of `descriptorInfo`.
 inline constexpr int socketInfo = 3;
 inline constexpr int resourceUsageVersion = 6;
 
@@ -33,7 +33,7 @@ inline constexpr int appendToLog = 521;
 /// rw-r--r--
 inline constexpr unsigned logMode = 420;
 inline constexpr short ownSession = 0x400;
-/// The child gets no descriptor but those named.
+/// The child gets no descriptors except those named.
 inline constexpr short closeByDefault = 0x4000;
 
 }  // namespace tolvane::machost

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Records as the Darwin kernel fills them, byte for byte, written down once more so that what reads them also builds
-/// and is tested elsewhere. `darwin/DarwinRecords.cpp` holds each of them against the system's own header.
+/// Records as the Darwin kernel fills them, byte for byte, written down again so that their readers also build and are
+/// tested elsewhere. `darwin/DarwinRecords.cpp` compares each of them with the system's own header.
 namespace tolvane::machost {
 
 template <std::size_t size>
@@ -21,7 +21,7 @@ struct BSDInfo {
     /// Ends at the first NUL; a name of full length has none.
     std::array<char, 32> name{};
     Unread<24> filesToNice{};
-    /// Since 1970.
+    /// Seconds since 1970.
     std::uint64_t startSeconds = 0;
     std::uint64_t startMicroseconds = 0;
 };
@@ -54,7 +54,7 @@ static_assert(offsetof(ResourceUsage, performanceSystemTime) == 312);
 /// `proc_vnodepathinfo`: the working folder and the root folder.
 struct VnodePathInfo {
     Unread<152> folder{};
-    /// Ends at the first NUL, or nowhere.
+    /// Ends at the first NUL; may have none.
     std::array<char, 1024> folderPath{};
     Unread<1176> root{};
 };
@@ -81,7 +81,7 @@ struct Descriptor {
 };
 static_assert(sizeof(Descriptor) == 8 && offsetof(Descriptor, type) == 4);
 
-/// `socket_fdinfo` as it stands for a TCP socket; for others the bytes from `foreignPort` on mean something else.
+/// `socket_fdinfo` as laid out for a TCP socket; for other sockets the bytes from `foreignPort` on mean something else.
 struct SocketInfo {
     Unread<256> fileToBuffers{};
     std::int32_t kind = 0;
@@ -106,7 +106,7 @@ struct SwapSpace {
 };
 static_assert(sizeof(SwapSpace) == 32 && offsetof(SwapSpace, used) == 16);
 
-/// `vm_statistics64` with room for what later kernels append. Pages, but for `swapIns`, a running total of them.
+/// `vm_statistics64` with room for what later kernels append. Pages, except `swapIns`, a running total of them.
 struct MachineMemory {
     Unread<12> freeToInactive{};
     std::uint32_t wired = 0;
@@ -122,7 +122,7 @@ struct MachineMemory {
     Unread<264> later{};
 };
 inline constexpr std::uint32_t machineMemoryWords = 104;
-/// Those that every kernel since macOS 10.9 fills.
+/// The words that every kernel since macOS 10.9 fills.
 inline constexpr std::uint32_t machineMemoryWordsRead = 38;
 static_assert(sizeof(MachineMemory) == machineMemoryWords * sizeof(std::uint32_t));
 static_assert(offsetof(MachineMemory, later) == machineMemoryWordsRead * sizeof(std::uint32_t));
@@ -130,7 +130,7 @@ static_assert(offsetof(MachineMemory, wired) == 12 && offsetof(MachineMemory, pu
 static_assert(offsetof(MachineMemory, swapIns) == 112 && offsetof(MachineMemory, compressor) == 128);
 static_assert(offsetof(MachineMemory, internal) == 140 && offsetof(MachineMemory, uncompressedInCompressor) == 144);
 
-/// Ticks of one core or of all: user, system, idle, nice.
+/// Ticks of one core or of all cores: user, system, idle, nice.
 using CoreTicks = std::array<std::uint32_t, 4>;
 static_assert(sizeof(CoreTicks) == 16);
 

@@ -21,7 +21,7 @@ std::vector<Descriptor> descriptorsOf(const KernelCalls& kernel, Pid pid) {
     return descriptors;
 }
 
-/// The low half, from network order whatever the order of this machine.
+/// The low half, converted from network order on any machine.
 int portOf(std::int32_t inNetworkOrder) {
     const auto bits = static_cast<std::uint32_t>(inNetworkOrder);
     return static_cast<int>(((bits & 0xFFU) << 8U) | ((bits >> 8U) & 0xFFU));

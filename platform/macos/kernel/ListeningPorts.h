@@ -6,8 +6,8 @@
 
 namespace tolvane::machost {
 
-/// TCP ports that the process listens on, of either address family, ascending, each once. Empty when its descriptors
-/// cannot be read. Any thread; two system calls, and one for each socket.
+/// The TCP ports that the process listens on, for either address family, ascending and without repeats. Empty when its
+/// descriptors cannot be read. Any thread; two system calls, plus one for each socket.
 std::vector<int> readListeningPorts(const KernelCalls& kernel, Pid pid);
 
 }  // namespace tolvane::machost

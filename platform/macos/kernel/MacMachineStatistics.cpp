@@ -12,7 +12,7 @@ namespace tolvane::machost {
 
 namespace {
 
-/// One named value; none when the kernel has no such name, or holds it in another size than was asked for.
+/// One named value; nullopt when the kernel does not know the name, or holds it in another size.
 template <typename Type>
 std::optional<Type> systemValue(const KernelCalls& kernel, const char* name) {
     Type value{};
@@ -33,7 +33,7 @@ public:
     LentBlock& operator=(const LentBlock&) = delete;
     ~LentBlock() { kernel_.giveBackBlock(kernel_.ownTask(), words_.data(), words_.size_bytes()); }
 
-    /// As many as were announced and are there.
+    /// As many cores as were announced and are in the block.
     std::vector<CPUTicks> cores(std::size_t announced) const {
         const std::size_t count = std::min(announced, words_.size() / CoreTicks{}.size());
         std::vector<CPUTicks> ticks;

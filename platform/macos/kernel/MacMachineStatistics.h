@@ -5,7 +5,7 @@
 
 namespace tolvane::machost {
 
-/// The kernel's own counters, asked for afresh each time.
+/// The kernel's own counters, read afresh each time.
 class MacMachineStatistics : public MachineStatistics {
 public:
     explicit MacMachineStatistics(Kernel kernel);

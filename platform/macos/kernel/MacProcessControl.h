@@ -5,10 +5,9 @@
 
 namespace tolvane::machost {
 
-/// Background priority of Darwin, which a process's own user can take and give back at will; niceness is never
-/// touched. There is no hold on a process as on other systems: the check comes right before the act.
-///
-/// Never acts on pid 1, on this program and its ancestors, or on a process of another user.
+/// Darwin's background priority, which a process's user can take and give back at will; niceness is never touched.
+/// There is no handle on a process as on other systems: the check comes right before the act.
+/// Never acts on pid 1, on this program and its ancestors, or on another user's process.
 class MacProcessControl : public ProcessControl {
 public:
     explicit MacProcessControl(Kernel kernel);

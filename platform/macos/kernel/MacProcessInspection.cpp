@@ -13,13 +13,13 @@ namespace tolvane::machost {
 
 namespace {
 
-/// For those that start between the count and the list.
+/// Room for processes that start between the count and the list.
 constexpr int spareRoom = 64;
-/// The longest path that the kernel gives.
+/// The longest path that the kernel returns.
 constexpr std::size_t pathRoom = 4096;
 
 double nanosPerTickOf(Timebase base) {
-    // A quotient by zero would make every time infinite; one nanosecond a tick is what Intel machines say.
+    // Dividing by zero would make every time infinite; Intel machines report one nanosecond a tick.
     if (base.denominator == 0) return 1;
     return static_cast<double>(base.numerator) / static_cast<double>(base.denominator);
 }

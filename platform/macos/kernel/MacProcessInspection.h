@@ -5,10 +5,9 @@
 
 namespace tolvane::machost {
 
-/// Asks the kernel afresh at every call and keeps nothing, so any order of questions will do.
-///
-/// Whether a program belongs to the system is told by its path here, so that is left open. A process that starts
-/// another program in its place keeps its start time and gets that program's name: the stamp is made of the names.
+/// Asks the kernel afresh at every call and keeps nothing, so questions may come in any order.
+/// On this host a program's path says whether it belongs to the system, so that field stays unset. A process that
+/// executes another program keeps its start time and takes that program's name: the stamp is made of the names.
 class MacProcessInspection : public ProcessInspection {
 public:
     explicit MacProcessInspection(Kernel kernel);

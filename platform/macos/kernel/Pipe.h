@@ -2,7 +2,7 @@
 
 namespace tolvane::machost {
 
-/// A pipe, both ends ours until they are closed. Children inherit neither.
+/// A pipe that owns both ends until they are closed. Children inherit neither.
 class Pipe {
 public:
     Pipe();
@@ -11,9 +11,9 @@ public:
     ~Pipe();
 
     explicit operator bool() const { return output_ >= 0; }
-    /// To read from.
+    /// The read end.
     int output() const { return output_; }
-    /// To write to; -1 once it is closed.
+    /// The write end; -1 once it is closed.
     int input() const { return input_; }
     void closeInput();
 

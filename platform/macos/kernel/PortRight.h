@@ -6,7 +6,7 @@
 
 namespace tolvane::machost {
 
-/// One right to a port, given back at the end. `kernel` outlives it.
+/// One right to a port, given back when this object ends. `kernel` outlives it.
 class PortRight {
 public:
     PortRight(const KernelCalls& kernel, Port port) : kernel_(&kernel), port_(port) {}

@@ -12,13 +12,13 @@
 
 namespace tolvane::machost {
 
-/// None when the process is gone, is a zombie, or another length than the record's came back.
+/// Nullopt when the process is gone, is a zombie, or the kernel returned another length than the record's.
 std::optional<BSDInfo> readBSDInfo(const KernelCalls& kernel, Pid pid);
 
-/// At microsecond grain, the same for whoever asks: with the pid it names one process.
+/// To the microsecond and the same for every reader: together with the pid it identifies one process.
 Date startTimeOf(const BSDInfo& info);
 
-/// Bytes up to the first NUL; what is not UTF-8 is repaired.
+/// The bytes up to the first NUL; invalid UTF-8 is repaired.
 Text textOf(std::string_view bytes);
 
 }  // namespace tolvane::machost

@@ -4,14 +4,14 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-// The system's own table, which no header of Darwin declares.
+// The system's own table, which no Darwin header declares.
 extern char** environ;  // NOLINT(readability-identifier-naming)
 
 namespace tolvane::machost {
 
 namespace {
 
-/// What the child does first. Errors add up: the first one stays.
+/// What the child does first. Of several errors the first one stays.
 class Actions {
 public:
     Actions() : error_(::posix_spawn_file_actions_init(&actions_)), begun_(error_ == 0) {}

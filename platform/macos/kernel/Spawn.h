@@ -17,7 +17,7 @@ struct OpenFile {
     bool operator==(const OpenFile&) const = default;
 };
 
-/// `descriptor` becomes what `source` is; on itself it is kept for the child.
+/// `descriptor` becomes a copy of `source`; if both are the same, the child keeps it.
 struct Duplicate {
     int source = 0;
     int descriptor = 0;
@@ -33,23 +33,23 @@ struct ChangeFolder {
 
 using SpawnAction = std::variant<OpenFile, Duplicate, ChangeFolder>;
 
-/// A program to start, in the words of `posix_spawn`.
+/// A program to start, in `posix_spawn`'s terms.
 struct SpawnRequest {
-    /// Not searched for.
+    /// An absolute path; PATH is not searched.
     std::string path;
     std::vector<std::string> arguments;
     std::vector<std::string> environment;
-    /// Done in the child in this order, before the program begins.
+    /// The child does these in order before the program begins.
     std::vector<SpawnAction> actions;
     short flags = 0;
 
     bool operator==(const SpawnRequest&) const = default;
 };
 
-/// 0 and the child's pid, or the number of the error. Does not wait. Any thread.
+/// Returns 0 and the child's pid, or the error number. Does not wait. Any thread.
 int spawn(const SpawnRequest& request, Pid* pid);
 
-/// Our own environment as entries NAME=value.
+/// This process's environment as entries NAME=value.
 std::vector<std::string> ownEnvironment();
 
 }  // namespace tolvane::machost

@@ -17,10 +17,10 @@ namespace tolvane::machost {
 namespace {
 
 constexpr std::size_t pipeRoom = 65536;
-/// Between two looks at a child that has closed its output and goes on.
+/// The pause between two checks of a child that has closed its output but still runs.
 constexpr int lookMilliseconds = 20;
 
-/// Waits for either; an answer with `ended` set means that the end has come.
+/// Waits for either; in an answer with `ended` set this object is ending.
 struct Heard {
     bool something = false;
     bool ended = false;
@@ -33,7 +33,7 @@ Heard listen(int descriptor, int ended, int milliseconds) {
     return {.something = waited[0].revents != 0, .ended = waited[1].revents != 0};
 }
 
-/// The child is not to outlive its caller's patience. One that the kernel cannot end yet is left to it.
+/// The child must not outlive its caller. If the kernel cannot end it yet, it is left to the kernel.
 void abandon(Pid pid) {
     ::kill(pid, SIGKILL);
     ::waitpid(pid, nullptr, WNOHANG);
@@ -78,7 +78,7 @@ bool SpawnedChildProcesses::enter() {
 void SpawnedChildProcesses::leave() {
     const std::scoped_lock lock(mutex_);
     --callers_;
-    // Under the lock: once it is given back, this object may be gone.
+    // Under the lock: once the lock is released, this object may be gone.
     left_.notify_all();
 }
 
@@ -95,7 +95,7 @@ std::optional<std::string> SpawnedChildProcesses::runEntered(const std::string& 
     Pipe pipe;
     Pid pid = 0;
     if (!pipe || kernel_->spawn(requestOf(path, arguments, pipe.input(), spawnFlags_), &pid) != 0) return std::nullopt;
-    // Ours would keep the pipe from ever coming to its end.
+    // Our copy would keep the pipe from ever reaching its end.
     pipe.closeInput();
     auto printed = readAll(pipe.output());
     if (!printed) {
@@ -118,8 +118,8 @@ std::optional<std::string> SpawnedChildProcesses::readAll(int descriptor) const 
     }
 }
 
-/// With status 0. A child that has closed its output is mostly over; the system has no way to wait for that and for
-/// the end alike that other systems know as well.
+/// True for status 0. A child that has closed its output is nearly done; no portable call waits for the child and for
+/// our own end at once.
 bool SpawnedChildProcesses::endsWell(Pid pid) const {
     int status = 0;
     while (true) {

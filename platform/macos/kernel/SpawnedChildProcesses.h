@@ -9,11 +9,11 @@
 
 namespace tolvane::machost {
 
-/// Children that get a pipe for what they print and no other descriptor of ours but standard input. As many at a time
-/// as there are callers, without a time limit. Destroying it ends what runs and waits for the callers.
+/// Child processes that get a pipe for their output and no other descriptor of ours except standard input. One for each
+/// caller at a time, without a time limit. The destructor ends running children and waits for the callers.
 class SpawnedChildProcesses : public ChildProcesses {
 public:
-    /// `spawnFlags` is how this system is told to hand on no descriptor that was not named.
+    /// `spawnFlags` tells this system not to hand on descriptors that were not named.
     SpawnedChildProcesses(Kernel kernel, short spawnFlags);
     SpawnedChildProcesses(const SpawnedChildProcesses&) = delete;
     SpawnedChildProcesses& operator=(const SpawnedChildProcesses&) = delete;
@@ -27,13 +27,13 @@ private:
     bool enter();
     void leave();
     std::optional<std::string> runEntered(const std::string& path, const std::vector<std::string>& arguments) const;
-    /// Everything up to the end of the pipe; none when the end came first.
+    /// Everything up to the end of the pipe; nullopt when this object ended first.
     std::optional<std::string> readAll(int descriptor) const;
     bool endsWell(Pid pid) const;
 
     Kernel kernel_;
     short spawnFlags_;
-    /// Its other side is closed when the end comes.
+    /// Its write end closes when this object ends.
     Pipe ended_;
     std::mutex mutex_;
     std::condition_variable left_;

@@ -7,7 +7,7 @@
 
 #include "platform/macos/objc/Runtime.h"
 
-/// Blocks as the compiler lays them out, made and called without its help: the layout is fixed by Apple's ABI.
+/// Blocks as the compiler lays them out, made and called without its help: Apple's ABI fixes the layout.
 namespace tolvane::machost {
 
 struct BlockDescriptor {
@@ -15,7 +15,7 @@ struct BlockDescriptor {
     unsigned long size = 0;
     void (*copy)(void* to, const void* from) = nullptr;
     void (*dispose)(const void* block) = nullptr;
-    /// Type of the call, as the runtime writes types.
+    /// The call's type in the runtime's encoding.
     const char* signature = nullptr;
 };
 
@@ -31,7 +31,7 @@ static_assert(sizeof(BlockHead) == 32 && sizeof(BlockDescriptor) == 40);
 inline constexpr std::int32_t blockCopiesAndDisposes = 1 << 25;
 inline constexpr std::int32_t blockHasSignature = 1 << 30;
 
-/// What the runtime calls a type in a block's arguments.
+/// The runtime's encoding of a type in a block's arguments.
 template <typename Type>
 struct TypeCode;
 template <>
@@ -47,7 +47,7 @@ struct TypeCode<std::uint64_t> {
     static constexpr char code = 'Q';
 };
 
-/// A block on the stack that calls a function. Whoever keeps it copies it; every copy holds on to the function.
+/// A block on the stack that calls a function. A receiver that keeps it copies it; every copy keeps the function alive.
 template <typename... Arguments>
 class Block {
 public:
@@ -73,13 +73,13 @@ private:
         Shared* function;
     };
 
-    /// The runtime has copied the bytes before.
+    /// The runtime has already copied the bytes.
     static void copy(void* to, const void* from) {
         static_cast<Literal*>(to)->function = new Shared(*static_cast<const Literal*>(from)->function);
     }
     static void dispose(const void* block) { delete static_cast<const Literal*>(block)->function; }
     static void invoke(Id block, Arguments... arguments) {
-        // The block may go while it runs.
+        // The block may be destroyed while it runs.
         const Shared function = *reinterpret_cast<const Literal*>(block)->function;
         (*function)(arguments...);
     }
@@ -91,7 +91,7 @@ private:
     Literal literal_;
 };
 
-/// Calls a block that somebody handed us; nil is passed over.
+/// Calls a block that the system handed us; nil is ignored.
 template <typename... Arguments>
 void callBlock(Id block, Arguments... arguments) {
     if (block == nullptr) return;

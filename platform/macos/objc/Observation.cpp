@@ -14,7 +14,7 @@ Subscription observe(const ObjC& runtime, Id center, const char* name, std::func
     const Id token =
         runtime->send(center, "addObserverForName:object:queue:usingBlock:", Foundation::string(*runtime, name), Id{},
                       queue, block.get());
-    // A subscription is a function that can be copied; what it holds on to cannot.
+    // A subscription must be copyable; the objects it holds are not.
     auto held =
         std::make_shared<std::pair<Owned, Owned>>(Owned::retain(runtime, center), Owned::retain(runtime, token));
     return Subscription([runtime, held] {

@@ -7,7 +7,7 @@
 
 namespace tolvane::machost {
 
-/// Listens to the notifications of this name that any object posts to `center`, on the main thread. Within a `Pool`.
+/// Observes the notifications of this name that any object posts to `center`, on the main thread. Within a `Pool`.
 Subscription observe(const ObjC& runtime, Id center, const char* name, std::function<void(Id notification)> posted);
 
 }  // namespace tolvane::machost

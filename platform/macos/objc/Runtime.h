@@ -9,7 +9,7 @@
 
 namespace tolvane::machost {
 
-/// Sends typed messages. Any thread, like the objects it speaks to.
+/// Sends typed messages. Usable from any thread, like the objects it speaks to.
 class Runtime {
 public:
     explicit Runtime(RuntimeCalls calls) : calls_(std::move(calls)) {}
@@ -17,8 +17,8 @@ public:
     const RuntimeCalls& calls() const { return calls_; }
     Id classNamed(const char* name) const { return calls_.findClass(name); }
 
-    /// `Result` and the arguments are of the types in `Value`, or `void` for no result; nil is `Id{}`. A message to nil
-    /// gives zero.
+    /// `Result` and the arguments are types of `Value`, or `void` for no result; nil is `Id{}`. A message to nil
+    /// returns zero.
     template <typename Result = Id, typename... Arguments>
     Result send(Id receiver, const char* selector, Arguments... arguments) const {
         const Message message{.receiver = receiver,
@@ -54,8 +54,8 @@ private:
 
 using ObjC = std::shared_ptr<const Runtime>;
 
-/// Objects that nobody retains live until the pool ends. Every operation that sends messages opens one, since threads
-/// of our own have none.
+/// Unretained objects live until the pool ends. Every operation that sends messages opens one, since our own threads
+/// have none.
 class Pool {
 public:
     explicit Pool(const Runtime& runtime) : runtime_(runtime), pool_(runtime.calls().pushPool()) {}
@@ -68,13 +68,13 @@ private:
     void* pool_;
 };
 
-/// Holds on to an object. The last owner lets go of it on whatever thread it ends.
+/// Keeps an object alive. The last owner releases it on whatever thread that owner ends.
 class Owned {
 public:
     Owned() = default;
-    /// Takes over what the caller owns already, as of `alloc` and `init`.
+    /// Takes over what the caller already owns, as from `alloc` and `init`.
     static Owned adopt(ObjC runtime, Id object) { return {std::move(runtime), object}; }
-    /// Holds on to what belongs to others.
+    /// Retains what belongs to another owner.
     static Owned retain(ObjC runtime, Id object) {
         if (object) runtime->calls().retain(object);
         return {std::move(runtime), object};

@@ -8,7 +8,7 @@
 
 namespace tolvane::machost {
 
-/// An object or a class of Objective-C; null is nil, to which every message gives nothing.
+/// An Objective-C object or class; null is nil, which answers every message with nothing.
 struct Object;
 using Id = Object*;
 
@@ -19,7 +19,7 @@ using Selector = const SelectorName*;
 /// A function whose type only its caller knows.
 using AnyFunction = void (*)();
 
-/// NSSize. Small enough that every processor gives it back in registers, as any other result.
+/// NSSize. Small enough that every processor returns it in registers, like any other result.
 struct Size {
     double width = 0;
     double height = 0;
@@ -28,7 +28,7 @@ struct Size {
 };
 static_assert(sizeof(Size) == 16);
 
-/// What a message carries or gives: nothing, an object, BOOL, NSInteger, NSUInteger, double, a C string, a pointer, a
+/// A message's argument or result: nothing, an object, BOOL, NSInteger, NSUInteger, double, a C string, a pointer, a
 /// size, a four-character code.
 using Value = std::variant<std::monostate, Id, bool, std::int64_t, std::uint64_t, double, const char*, void*, Size,
                            std::uint32_t>;
@@ -41,14 +41,14 @@ struct Message {
 };
 
 /// Calls `function` with the receiver, the selector and the arguments in exactly the types that the sender named: the
-/// one place in which a message becomes a call.
+/// one place where a message becomes a call.
 using Perform = Value (*)(AnyFunction function, Selector selector, const Message& message);
 
-/// The Objective-C runtime, so that a test can stand in for it and see every message. `appleRuntime()` of a Mac has the
-/// real one. Callable from any thread.
+/// The Objective-C runtime, so that a test can replace it and see every message. On a Mac `appleRuntime()` has the real
+/// one. Callable from any thread.
 struct RuntimeCalls {
     std::function<Value(const Message& message, Perform perform)> send;
-    /// Nil when no loaded framework has it.
+    /// Nil when no loaded framework has the class.
     std::function<Id(const char* name)> findClass;
     std::function<void(Id)> retain;
     std::function<void(Id)> release;
@@ -62,10 +62,10 @@ struct RuntimeCalls {
     std::function<bool(Id made, const char* selector, AnyFunction implementation, const char* types)> addMethod;
     std::function<void(Id made)> registerClass;
     std::function<void(Id made)> disposeClass;
-    /// Makes a method of a block; the block is copied.
+    /// Makes a method from a block, which is copied.
     std::function<AnyFunction(Id block)> implementationOf;
     std::function<void(AnyFunction implementation)> removeImplementation;
-    /// What a block on the stack is an instance of.
+    /// The class of blocks on the stack.
     const void* stackBlockClass = nullptr;
 };
 

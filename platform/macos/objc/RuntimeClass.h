@@ -6,19 +6,19 @@
 
 namespace tolvane::machost {
 
-/// One object of a class of its own, made at run time, whose methods are blocks. It outlives every use of its object:
-/// whoever was given the object is told to forget it before.
+/// One object of a class made at run time, whose methods are blocks. It must outlive every use of that object: make
+/// every receiver forget the object first.
 class RuntimeClass {
 public:
     struct Method {
         const char* selector = nullptr;
-        /// Takes the object and then the method's arguments. Copied.
+        /// Takes the object, then the method's arguments. Copied.
         Id block = nullptr;
-        /// Result, receiver, selector, arguments, as the runtime writes types.
+        /// Result, receiver, selector and arguments in the runtime's encoding.
         const char* types = nullptr;
     };
 
-    /// Where the name is taken there is no object, and its methods are never called.
+    /// If the name is taken there is no object, and its methods are never called.
     RuntimeClass(ObjC runtime, const char* name, const std::vector<Method>& methods);
     RuntimeClass(const RuntimeClass&) = delete;
     RuntimeClass& operator=(const RuntimeClass&) = delete;

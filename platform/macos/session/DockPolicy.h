@@ -5,7 +5,7 @@
 
 namespace tolvane::machost {
 
-/// The application's activation policy: regular in the Dock, else accessory.
+/// The application's activation policy: regular while it is in the Dock, else accessory.
 class DockPolicy : public Dock {
 public:
     explicit DockPolicy(ObjC runtime);

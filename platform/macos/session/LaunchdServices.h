@@ -4,7 +4,7 @@
 
 namespace tolvane::machost {
 
-/// launchd has no interface for it: its own listing tool is to be asked.
+/// launchd has no interface for this, so its own listing tool is run.
 class LaunchdServices : public ServiceManager {
 public:
     std::optional<std::set<Pid>> managedPIDs() override { return std::nullopt; }

@@ -10,12 +10,12 @@ namespace tolvane::machost {
 
 namespace {
 
-/// Alerts and sounds: what the user is asked for.
+/// Alerts and sounds: the permissions to ask for.
 constexpr std::uint64_t alertAndSound = 6;
-/// Banner and list: how those are shown that come while the program is in front.
+/// Banner and list: how notifications appear that arrive while the program is in front.
 constexpr std::uint64_t bannerAndList = 24;
 
-/// The center stops a program that has no bundle identifier.
+/// The center aborts a program without a bundle identifier.
 bool standsInBundle(const Runtime& runtime) {
     const Pool pool(runtime);
     const Id bundle = runtime.send(runtime.classNamed("NSBundle"), "mainBundle");
@@ -45,7 +45,7 @@ std::optional<std::string> sectionOf(const Runtime& runtime, Id response) {
 
 }  // namespace
 
-/// Who wants to hear of clicks. Main thread.
+/// Listeners for clicks. Main thread.
 class MacNotifications::Listeners {
 public:
     int add(Clicked clicked) {
@@ -78,7 +78,7 @@ Id MacNotifications::center() const {
     return runtime_->send(runtime_->classNamed("UNUserNotificationCenter"), "currentNotificationCenter");
 }
 
-/// The center calls on threads of its own.
+/// The center calls on its own threads.
 void MacNotifications::becomeDelegate(const OnMain& onMain) {
     const Pool pool(*runtime_);
     Block<Id, Id, Id, Id> willPresent(*runtime_,
@@ -110,7 +110,7 @@ void MacNotifications::post(const Notification& notification) {
 void MacNotifications::requestPermission() {
     if (!hasCenter_) return;
     const Pool pool(*runtime_);
-    // Whether it was granted, and an error: not looked at, but the center wants somebody to tell it to.
+    // The center requires a completion handler; its result does not matter.
     Block<bool, Id> answered(*runtime_, [](bool, Id) {});
     runtime_->send<void>(center(), "requestAuthorizationWithOptions:completionHandler:", alertAndSound, answered.get());
 }

@@ -8,8 +8,8 @@
 
 namespace tolvane::machost {
 
-/// The user's notification center, and its delegate as long as this lives. One at a time.
-/// A program outside of a bundle has no place in that center: there nothing is posted, asked or heard.
+/// The user's notification center, with this object as its delegate. One at a time. A program outside a bundle has no
+/// place in that center: it posts, asks and receives nothing.
 class MacNotifications : public Notifications {
 public:
     MacNotifications(ObjC runtime, OnMain onMain);

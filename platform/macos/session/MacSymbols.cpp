@@ -10,9 +10,9 @@ namespace tolvane::machost {
 
 namespace {
 
-/// A symbol is sized like the letters beside it, which stand 13 points high where an icon has 16.
+/// A symbol is sized like the letters beside it, which are 13 points high where an icon has 16.
 constexpr double lettersInSquare = 13.0 / 16.0;
-/// The system's regular weight, and its middle one of three scales.
+/// The system's regular weight, and the middle one of its three scales.
 constexpr double regularWeight = 0;
 constexpr std::int64_t mediumScale = 2;
 
@@ -28,7 +28,7 @@ Id symbolNamed(const Runtime& runtime, std::string_view name, int pixels) {
     return sized == nullptr ? symbol : sized;
 }
 
-/// Symbols are wider than high or higher than wide; none may leave its square.
+/// Symbols may be wide or tall; none may leave its square.
 Size within(Size size, double pixels) {
     const double longest = std::max(size.width, size.height);
     if (!(longest > pixels)) return size;

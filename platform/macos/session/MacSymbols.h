@@ -5,8 +5,8 @@
 
 namespace tolvane::machost {
 
-/// The system's symbols, whose names the program's icons have, in the weight and the proportion to their square that
-/// the system's own controls give them.
+/// The system's symbols, under the names the program's icons use, with the weight and proportion that the system's own
+/// controls give them.
 class MacSymbols : public Symbols {
 public:
     explicit MacSymbols(ObjC runtime);

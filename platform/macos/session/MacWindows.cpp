@@ -10,7 +10,7 @@ namespace tolvane::machost {
 
 namespace {
 
-/// The bit of a window's occlusion state that says "some of it can be seen".
+/// The bit of a window's occlusion state that means "partly visible".
 constexpr std::uint64_t visibleBit = 2;
 
 bool isStatusItem(const Runtime& runtime, Id window) {

@@ -5,9 +5,9 @@
 
 namespace tolvane::machost {
 
-/// The window server's own word: a window that others cover altogether is not seen, nor one on another space or a
-/// minimised one. The menu bar's item is a window too, and always there: it does not count. Main thread, with the
-/// application object made.
+/// The window server's own view: a completely covered window is not visible, nor is one on another space or a minimised
+/// one. The menu bar's item is a window too and always there, so it does not count. Main thread, once the application
+/// object exists.
 class MacWindows : public Windows {
 public:
     explicit MacWindows(ObjC runtime);

@@ -9,10 +9,10 @@ namespace tolvane::machost {
 namespace {
 
 constexpr Size pictureSize{.width = 64, .height = 64};
-/// What bitmaps call the PNG format.
+/// The PNG format's number for bitmaps.
 constexpr std::uint64_t pngFormat = 4;
 
-/// Of the drawings that an image has, the one that is made for this size.
+/// The image's drawing that is made for this size.
 Id drawingOf(const Runtime& runtime, Id image, Size size) {
     // Left, bottom, width, height.
     std::array<double, 4> area = {0, 0, size.width, size.height};

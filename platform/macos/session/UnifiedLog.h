@@ -9,11 +9,11 @@
 
 namespace tolvane::machost {
 
-/// The two calls of the unified log. Callable from any thread.
+/// The unified log's two calls. Callable from any thread.
 struct LogCalls {
-    /// Lives as long as the program.
+    /// The result lives as long as the program.
     std::function<void*(const char* subsystem, const char* category)> create;
-    /// One line at level info, readable by everybody.
+    /// One line at level info, readable by every user.
     std::function<void(void* log, const char* line)> info;
 };
 

@@ -8,7 +8,7 @@ namespace tolvane::machost {
 
 namespace {
 
-/// By the numbers that the file manager gives to the folder and to the user's own part of the system.
+/// The file manager's numbers for the folder and for the user's own domain.
 constexpr std::uint64_t applicationSupportFolder = 14;
 constexpr std::uint64_t userDomain = 1;
 

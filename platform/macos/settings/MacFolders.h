@@ -12,9 +12,9 @@ public:
 
     std::string home() const override { return home_; }
     std::string applicationSupport() const override { return applicationSupport_; }
-    /// iCloud Drive, while its folder is there.
+    /// iCloud Drive, if its folder exists.
     std::optional<std::string> syncFolder() const override;
-    /// For what can be made anew at any time.
+    /// For what can be recreated at any time.
     std::string caches() const { return home_ + "/Library/Caches/dev.tolvane.Tolvane"; }
 
 private:

@@ -5,7 +5,7 @@
 
 namespace tolvane::machost {
 
-/// The program's user defaults. The system writes them to the disk by itself, and keeps their types.
+/// The program's user defaults. The system writes them to disk itself and keeps their types.
 class MacPreferences : public Preferences {
 public:
     explicit MacPreferences(ObjC runtime);

@@ -8,7 +8,7 @@ namespace tolvane::machost {
 
 namespace {
 
-/// Nil for what is no property list.
+/// Nil for anything that is not a property list.
 Id propertyList(const Runtime& runtime, const std::string& path) {
     const Id bytes =
         runtime.send(runtime.classNamed("NSData"), "dataWithContentsOfFile:", Foundation::string(runtime, path));

@@ -8,7 +8,7 @@ namespace tolvane::machost {
 
 namespace {
 
-/// By the C type that the number was made of: booleans are chars to the runtime.
+/// By the C type that the number was made from: to the runtime booleans are chars.
 PreferenceValue numberOf(const Runtime& runtime, Id number) {
     const char* type = runtime.send<const char*>(number, "objCType");
     switch (type == nullptr ? 'q' : *type) {
@@ -27,7 +27,7 @@ Date dateOf(const Runtime& runtime, Id date) {
     return Date{Seconds{runtime.send<double>(date, "timeIntervalSinceReferenceDate")}};
 }
 
-/// None when one of the entries is no date under a text.
+/// Nullopt when one of the entries is not a date under a text.
 std::optional<PreferenceValue> datesOf(const Runtime& runtime, Id dictionary) {
     PreferenceDates dates;
     for (const Id key : Foundation::elements(runtime, runtime.send(dictionary, "allKeys"))) {
@@ -39,7 +39,7 @@ std::optional<PreferenceValue> datesOf(const Runtime& runtime, Id dictionary) {
     return dates;
 }
 
-/// One way for each type of preference.
+/// One conversion for each type of preference.
 struct ToObject {
     const Runtime& runtime;
 

@@ -7,7 +7,8 @@
 
 namespace tolvane::machost {
 
-/// Preferences to property-list objects and back. None for types that are not ours. Any thread, within a `Pool`.
+/// Converts preferences to property-list objects and back. Nullopt for types that are not ours. Any thread, within a
+/// `Pool`.
 std::optional<PreferenceValue> preferenceOf(const Runtime& runtime, Id object);
 Id objectOf(const Runtime& runtime, const PreferenceValue& value);
 
