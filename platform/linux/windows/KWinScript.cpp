@@ -1,5 +1,7 @@
 #include "platform/linux/windows/KWinScript.h"
 
+#include <cstddef>
+
 namespace tolvane::linuxhost::KWinScript {
 
 namespace {
@@ -65,7 +67,9 @@ std::string watch(const std::string& listener) { return beginning + reportTo(lis
 
 std::string close(const std::string& listener, const std::vector<std::string>& lines) {
     std::string wanted = "    var wanted = [";
-    for (const std::string& line : lines) wanted += (line == lines.front() ? "" : ", ") + quoted(line);
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        wanted += (index == 0 ? "" : ", ") + quoted(lines[index]);
+    }
     return beginning + reportTo(listener) + wanted + "];\n" + closingPart;
 }
 

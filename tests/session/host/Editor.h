@@ -31,8 +31,11 @@ public:
     Editor& operator=(const Editor&) = delete;
     ~Editor() { end(); }
 
-    void start() {
-        const std::vector<const char*> words = {program_.c_str(), "--disable-server", nullptr};
+    /// A window for each of the files; one empty window without any.
+    void start(const std::vector<std::string>& files = {}) {
+        std::vector<const char*> words = {program_.c_str(), "--disable-server", "--opening-mode=window"};
+        for (const auto& file : files) words.push_back(file.c_str());
+        words.push_back(nullptr);
         EXPECT_EQ(::posix_spawn(&pid_, program_.c_str(), nullptr, nullptr, const_cast<char**>(words.data()), environ),
                   0);
     }

@@ -2,6 +2,8 @@
 
 #include <QElapsedTimer>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include "platform/linux/makeLinuxHost.h"
 #include "tests/platform/linux/EventLoop.h"
@@ -71,6 +73,23 @@ TEST(KWin, anEditorIsAskedThroughItsWindowAndAnotherIsLeftAlone) {
     EXPECT_TRUE(runUntil([&] { return running.front()->isTerminated(); }));
     EXPECT_TRUE(editor.hasExited()) << "it closed its window, and was not killed";
     EXPECT_EQ(inFront(host), "org.example.Viewer");
+}
+
+TEST(KWin, bothWindowsOfOneProcessAreClosed) {
+    Editor editor("org.example.Editor");
+    const auto folder = std::filesystem::path(editor.entry).parent_path();
+    const Host host = makeLinuxHost(processEnvironment(), {});
+    const auto kept = host.frontmost->onActivation([](const std::string&) {});
+    EXPECT_TRUE(runUntil([&] { return host.frontmost->canTell(); }));
+    for (const char* name : {"a.txt", "b.txt"}) std::ofstream(folder / name) << name;
+    editor.start({folder / "a.txt", folder / "b.txt"});
+    EXPECT_TRUE(runUntil([&] { return inFront(host) == "org.example.Editor"; }, startLimit)) << inFront(host);
+    runFor(std::chrono::seconds(1));  // the second window opens behind the first
+    const auto running = host.running->withAppID("org.example.Editor");
+    ASSERT_THAT(running, SizeIs(1));
+    running.front()->terminate();
+    EXPECT_TRUE(runUntil([&] { return running.front()->isTerminated(); }));
+    EXPECT_TRUE(editor.hasExited()) << "it closed both windows, and was not killed";
 }
 
 TEST(KWin, aQuietSessionCostsNoWakeUps) {

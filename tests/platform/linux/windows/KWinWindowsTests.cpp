@@ -216,6 +216,18 @@ TEST_F(KWinWindowsTest, aSecondScriptClosesTheWindowsThatAreMeantAndGoes) {
     EXPECT_FALSE(hasFiles());
 }
 
+TEST_F(KWinWindowsTest, twoWindowsOfOneProcessAreListedApart) {
+    const FakeKWin kwin(daemon.address());
+    const auto source = begin();
+    ASSERT_TRUE(isListening(kwin));
+    kwin.list("41\tb\tb\n41\tb\tb");
+    kwin.activate("41", "b", "b");
+    EXPECT_TRUE(runUntil([&] { return source->canTell(); }));
+    EXPECT_EQ(source->askToClose([](const FrontWindow& window) { return window.pid == 41; }), 2U);
+    EXPECT_TRUE(runUntil([&] { return kwin.has(FakeKWin::closing); }));
+    EXPECT_THAT(kwin.scripts.at(FakeKWin::closing), HasSubstr(R"js(var wanted = ['41\x09b\x09b', '41\x09b\x09b'];)js"));
+}
+
 TEST_F(KWinWindowsTest, whatIsToBeClosedMeanwhileComesNext) {
     const FakeKWin kwin(daemon.address());
     const auto source = begin();
