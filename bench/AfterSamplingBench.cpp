@@ -13,8 +13,8 @@
 #include "core/storage/Store.h"
 #include "tests/fakes/TemporaryFolder.h"
 
-// What the main thread does at every tick once a sample has come: it takes the snapshot, records the recent readings
-// and the tracks, and judges swap over a day of moments. Time per process is the figure to watch.
+// What the main thread does at every tick once a sample has arrived: it stores the snapshot, records the recent
+// readings and the tracks, and judges swap over a day of moments. Watch the time per process.
 
 namespace tolvane {
 namespace {
@@ -36,7 +36,7 @@ ProcRow rowOf(Pid pid, Date now) {
     return row;
 }
 
-/// The same processes again and again, with shared cold facts as a reader gives them.
+/// The same processes every tick, with shared cold facts as a reader provides them.
 class Machine {
 public:
     explicit Machine(std::size_t count) {
@@ -94,7 +94,8 @@ void recordHistory(benchmark::State& state) {
     perProcess(state);
 }
 
-/// Once a minute: who holds most, kept behind a full day of earlier moments, the oldest of which goes, and written.
+/// Once a minute: records who holds most behind a full day of earlier moments, drops the oldest one, and writes the
+/// file.
 void recordMoment(benchmark::State& state) {
     Machine machine(static_cast<std::size_t>(state.range(0)));
     const RowNames names{.application = [](std::string_view path) { return std::string(path); }, .home = "/home/ada"};
@@ -145,7 +146,7 @@ BENCHMARK(recordHistory)->Arg(300)->Arg(1000)->Arg(5000)->Arg(10000)->Unit(bench
 BENCHMARK(recordMoment)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(judgeSwap)->Unit(benchmark::kMicrosecond);
 BENCHMARK(recordTracks)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
-/// What a world for rules and advice costs.
+/// The cost of building a world for rules and advice.
 BENCHMARK(copyRows)->Arg(300)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -15,7 +15,7 @@ struct CrowdHost::Machine {
     Date now{Seconds{800'000'000}};
     std::uint64_t ticks = 0;
     std::function<void()> pressed;
-    /// Of the tick's first job, which is the sample, and of all.
+    /// The tick's first job, which takes the sample, and all its jobs.
     Seconds sampling{0};
     Seconds inJobs{0};
 };
@@ -100,7 +100,7 @@ private:
     std::shared_ptr<Machine> machine_;
 };
 
-/// Bundles as folders, as the paths of the crowd say.
+/// Applications as folders, according to the crowd's paths.
 class FolderApplications : public Applications {
 public:
     std::optional<Text> appPath(Pid, std::string_view executable) override {
@@ -119,7 +119,7 @@ public:
     Subscription onChange(std::function<void()>) override { return {}; }
 };
 
-/// Works at once, and takes the time of what would be done on another thread.
+/// Runs jobs within the call, and measures the time they would take on another thread.
 template <typename Machine>
 class TimedExecutor : public Executor {
 public:

@@ -12,9 +12,9 @@
 
 namespace tolvane::bench {
 
-/// A machine on which time passes when it is told to, of made-up processes or of those that are there. The made-up ones
-/// are a fifth in applications, the others dev servers and tools, all of them large and a tenth at work. Everything
-/// that is stored goes into a folder of its own.
+/// A machine whose time passes when the benchmark says so, with made-up processes or this machine's own. A fifth of the
+/// made-up ones belong to applications, the others are dev servers and tools; all are large and a tenth is active.
+/// Files go into a folder of their own.
 class CrowdHost {
 public:
     explicit CrowdHost(int processes);
@@ -27,14 +27,14 @@ public:
     Host host;
     std::unique_ptr<Windows> windows;
 
-    /// CPU time that a tick took on the thread that reads all processes, and then on the main one.
+    /// CPU time of a tick on the thread that reads all processes, and on the main thread.
     struct Times {
         Seconds sample{0};
         Seconds after{0};
     };
     /// Lets so much time pass and has the model tick.
     Times tick(Seconds passed);
-    /// Holds what is stored.
+    /// The folder of the stored files.
     std::string storeFolder() const;
     /// Threads for the model that work within the call.
     ExecutorFactory executors();

@@ -29,7 +29,7 @@ bool Floor::readInto(Row& row) {
     row.cpu = stat->userTicks + stat->systemTicks;
     row.executable.clear();
     row.folder.clear();
-    // Kernel threads have neither memory nor links; asking would only make the floor dearer than it need be.
+    // Kernel threads have neither memory nor links; asking would only raise the floor.
     if (stat->isKernelThread()) return true;
     auto pages = files_.read(PidPath(row.pid, "statm")).value_or(std::string_view{});
     linuxhost::Scan::word(pages);

@@ -9,9 +9,9 @@
 
 namespace tolvane::bench {
 
-/// What a plain reader does that keeps nothing: list, and of every process `stat`, `statm`, the executable's and the
-/// working folder's link, each opened, read and parsed anew. The yardstick beside which sweeps are measured; machines
-/// and moments differ, ratios within one run do not.
+/// What a plain reader does that caches nothing: list the processes and, for each one, open, read and parse `stat`,
+/// `statm` and the links to its executable and working folder. Sweeps are measured beside it; machines and moments
+/// differ, ratios within one run do not.
 class Floor {
 public:
     struct Row {

@@ -57,7 +57,7 @@ RunningPopulation::RunningPopulation(const std::vector<std::string>& arguments) 
         ::_exit(127);
     }
     ::close(ready[1]);
-    // It says how many there are, then closes its output.
+    // It reports how many there are, then closes its output.
     char text[64];
     while (::read(ready[0], text, sizeof text) > 0) {
     }

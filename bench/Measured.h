@@ -21,7 +21,7 @@ double medianOf(std::vector<double> values);
 /// The program `population` beside this one, running; ended with this object.
 class RunningPopulation {
 public:
-    /// Returns when all processes are there. `arguments` begin with their number.
+    /// Returns when all processes exist. The first of `arguments` is their number.
     explicit RunningPopulation(const std::vector<std::string>& arguments);
     ~RunningPopulation();
     RunningPopulation(const RunningPopulation&) = delete;

@@ -11,7 +11,7 @@
 #include "core/advisor/AdviceScene.h"
 #include "core/advisor/Advisor.h"
 
-// What remembering and advising costs at every tick with all tracks full, and how many bytes a day of it takes.
+// The cost of remembering and advising at every tick with all tracks full, and the memory that a day of it takes.
 
 namespace tolvane {
 namespace {
@@ -41,7 +41,7 @@ ProcRow rowOf(Pid pid) {
     return row;
 }
 
-/// Processes that are followed for half a day; one in `grows` leaks.
+/// Processes followed for half a day; one in `grows` leaks.
 struct Watched {
     World world{.selfPID = 99'999'999, .uid = 501};
     Advisor advisor;
@@ -77,7 +77,7 @@ void recordFullTracks(benchmark::State& state) {
     perProcess(state);
 }
 
-/// At the ticks between, when none does.
+/// The ticks in between, when no track takes one.
 void recordBetween(benchmark::State& state) {
     Watched watched(state.range(0));
     for (auto _ : state) watched.advisor.record(watched.world.rows, watched.now);
@@ -102,8 +102,8 @@ void suggestions(benchmark::State& state) {
     perProcess(state);
 }
 
-/// All of a tick that comes after the sample, at the pace of an open window; the costliest one is told apart, for once
-/// a minute a moment is recorded and every five minutes all tracks.
+/// Everything in a tick after the sample, at the pace of an open window. The most expensive tick is reported apart:
+/// once a minute a moment is recorded, and every five minutes all tracks.
 void afterTheSample(benchmark::State& state) {
     bench::CrowdHost crowd(static_cast<int>(state.range(0)));
     const AppModel model(crowd.host, *crowd.windows, false, crowd.executors());

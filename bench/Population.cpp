@@ -37,7 +37,7 @@ namespace fs = std::filesystem;
 
 enum class Work { sleeps, busy, stirs };
 
-/// What one process is told, through its environment.
+/// One process's instructions, passed through its environment.
 struct Role {
     int number = 0;
     std::size_t megabytes = 0;
@@ -70,7 +70,7 @@ void takeMemory(const Role& role) {
     const std::size_t size = role.megabytes << 20;
     if (char* memory = size ? anonymousMemory(size, PROT_READ | PROT_WRITE) : nullptr) std::memset(memory, 1, size);
     for (int count = 0; count < role.mappings; ++count) {
-        // Neighbours of one protection would become one mapping.
+        // Neighbours with the same protection would become one mapping.
         char* memory = anonymousMemory(16384, count % 2 ? PROT_READ : PROT_READ | PROT_WRITE);
         if (memory && count % 2 == 0) *memory = 1;
     }
@@ -82,7 +82,7 @@ void burn(std::chrono::microseconds span) {
     }
 }
 
-/// A little more memory, and most of it given back.
+/// Takes a little more memory and gives most of it back.
 void moveMemory() {
     constexpr std::size_t size = 65536;
     char* memory = anonymousMemory(size, PROT_READ | PROT_WRITE);
@@ -110,7 +110,7 @@ void moveMemory() {
     }
 }
 
-/// Fifty threads with the usual 8 MB of stack each would reach limits; they need nearly none.
+/// Fifty threads with the usual 8 MB of stack each would reach limits; they need almost none.
 void* idle(void*) {
     for (;;) ::pause();
 }
@@ -154,7 +154,7 @@ Plan planFrom(int argc, char** argv) {
     return plan;
 }
 
-/// Programs and folders at the depth that they have on a desktop, and the control groups. All goes with it.
+/// Programs and folders at the depth they have on a desktop, and the control groups. All removed with this object.
 class Place {
 public:
     explicit Place(int groups) {
@@ -282,7 +282,7 @@ private:
         ::sigemptyset(&none);
         ::sigprocmask(SIG_SETMASK, &none, nullptr);
         if (::chdir(place_.folder(index).c_str()) != 0) ::_exit(1);
-        // Seven in ten belong to a user, where that can be had.
+        // Seven in ten belong to an ordinary user, where that is possible.
         if (::getuid() == 0 && index % 10 >= 3 && (::setgid(1000) != 0 || ::setuid(1000) != 0)) ::_exit(1);
         ::execve(argv[0], argv, environment);
         ::_exit(127);
@@ -300,7 +300,7 @@ sigset_t blockedEnding() {
     ::sigaddset(&ending, SIGTERM);
     ::sigaddset(&ending, SIGINT);
     ::sigprocmask(SIG_BLOCK, &ending, nullptr);
-    // Who waits for "ready" may have gone; there are still groups and folders to remove.
+    // The reader of "ready" may have gone; there are still groups and folders to remove.
     ::signal(SIGPIPE, SIG_IGN);
     return ending;
 }

@@ -11,8 +11,9 @@
 #include "core/rules/RuleEngine.h"
 #include "core/storage/Store.h"
 
-// What a tick costs after its sample, beside that sample, in one run over real processes: the program `population`
-// makes them. All tracks are full, and a hundred rules of all kinds look on; they only log. In CPU time of the thread.
+// The cost of a tick after its sample, beside that sample, in one run over real processes from the program
+// `population`. All tracks are full, and a hundred rules of all kinds watch and only log. Measured in CPU time of the
+// thread.
 
 namespace tolvane {
 namespace {
@@ -52,7 +53,7 @@ void report(benchmark::State& state, const Totals& totals, const AppModel& model
     state.counters["decisions / sample"] = totals.decisions / totals.sample;
 }
 
-/// Arguments: processes, and control groups that they are spread over.
+/// Arguments: the number of processes, and of control groups that they are spread over.
 void tickOfRealProcesses(benchmark::State& state) {
     std::vector<std::string> arguments{std::to_string(state.range(0))};
     if (state.range(1) > 0) arguments.insert(arguments.end(), {"--groups", std::to_string(state.range(1))});

@@ -59,7 +59,7 @@ struct Result {
     std::size_t groups = 0;
 };
 
-/// In the first sweep nothing is known, in the second every process is looked at again.
+/// The first sweep knows nothing, and the second one reads every process again.
 constexpr int warmUps = 3;
 
 class Comparison {

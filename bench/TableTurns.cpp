@@ -25,7 +25,7 @@ namespace {
 using namespace tolvane;
 using namespace tolvane::desktop;
 
-/// Counts what is drawn of a widget.
+/// Counts the paint events of a widget.
 class Paintings : public QObject {
 public:
     explicit Paintings(QWidget& watched) { watched.installEventFilter(this); }
@@ -52,7 +52,7 @@ class Bench {
 public:
     explicit Bench(ProcessesPage& page) : page_(page), paintings_(*page.table().viewport()) { settle(); }
 
-    /// False when the table was not drawn anew: then nothing was measured.
+    /// False when the table was not repainted: then nothing was measured.
     template <typename Deed>
     bool measure(Times& times, Deed deed) {
         const int before = paintings_.count;

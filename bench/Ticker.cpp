@@ -15,7 +15,7 @@ namespace {
 
 using namespace tolvane;
 
-/// Stands for a window that is seen all the time, or for none.
+/// Stands for a window that is always visible, or for none.
 class OneWindow : public Windows {
 public:
     explicit OneWindow(bool visible) : visible_(visible) {}

@@ -23,7 +23,7 @@ double milliseconds(clockid_t clock) {
 
 Turn now() { return {.wall = milliseconds(CLOCK_MONOTONIC), .cpu = milliseconds(CLOCK_THREAD_CPUTIME_ID)}; }
 
-/// What the loop's function for waiting, which takes no argument of ours, leaves behind.
+/// What the loop's poll function, which takes no argument of ours, leaves behind.
 struct Watch {
     Turn began;
     std::vector<Turn> turns;

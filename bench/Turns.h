@@ -5,14 +5,14 @@
 
 namespace tolvane::bench {
 
-/// One turn of the event loop: from the moment it wakes to the moment it looks for events again. So long a key press
-/// would wait. Milliseconds.
+/// One turn of the event loop: from the moment it wakes to the moment it polls for events again. A key press would wait
+/// that long. Milliseconds.
 struct Turn {
     double wall = 0;
     double cpu = 0;
 };
 
-/// Watches the loop of the main thread, which has to be glib's. One at a time; made on that thread.
+/// Watches the main thread's loop, which must be GLib's. One at a time; made on that thread.
 class Turns {
 public:
     Turns();
@@ -20,11 +20,11 @@ public:
     Turns(const Turns&) = delete;
     Turns& operator=(const Turns&) = delete;
 
-    /// The turns since the last call that took more than a tenth of a millisecond of either.
+    /// The turns since the last call that took more than a tenth of a millisecond of wall or CPU time.
     std::vector<Turn> take();
 };
 
-/// What one thread of this program has taken of the processor.
+/// CPU time of one of this program's threads.
 struct ThreadTime {
     std::string name;
     bool isMain = false;

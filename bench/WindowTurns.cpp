@@ -40,7 +40,7 @@ struct Split {
     double rest = 0;
 };
 
-/// The sampler is the busiest of the threads that bear the program's own name.
+/// The sampler is the busiest of the threads that carry the program's own name.
 Split splitOf(const std::vector<ThreadTime>& threads, const std::string& program) {
     Split split;
     for (const auto& each : threads) {

@@ -55,7 +55,7 @@ TEST(UTF8, replacesEachLongestBrokenPartByOneMark) {
 }
 
 std::string randomBytes(std::mt19937& random) {
-    // Lead and trail bytes of every kind, so that short texts come near to being characters.
+    // Lead and trail bytes of every kind, so that short texts come close to being characters.
     constexpr std::string_view alphabet("\0a\x80\x8F\x90\x9F\xA0\xBF\xC0\xC2\xDF\xE0\xE1\xED\xEF\xF0\xF1\xF4\xF5\xFF",
                                         20);
     std::string bytes(random() % 24, ' ');

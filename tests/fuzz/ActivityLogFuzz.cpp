@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Line by line, by the decoder alone.
+/// Line by line, with the decoder alone.
 std::vector<tolvane::ActivityEntry> readPlainly(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     std::vector<tolvane::ActivityEntry> entries;
@@ -34,8 +34,8 @@ std::vector<tolvane::ActivityEntry> readPlainly(std::string_view text) {
 
 }  // namespace
 
-/// A log of any bytes is read as its lines read alone; what it holds reads back equal; a limit gives no more than that,
-/// the same entries first.
+/// A log of any bytes yields what its lines yield alone; its entries read back equal; a limit gives no more entries
+/// than that, the same ones first.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tolvane;
     static const fakes::TemporaryFolder folder;

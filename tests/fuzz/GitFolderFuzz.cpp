@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Three files of a repository, parted by bytes of 0: HEAD, packed refs, and the folder that worktrees share.
+/// Three files of a repository, separated by zero bytes: HEAD, packed refs, and the folder that worktrees share.
 class Repository {
 public:
     Repository() {
@@ -42,7 +42,7 @@ std::string_view take(std::string_view& rest) {
 
 }  // namespace
 
-/// A repository of any bytes is read: only a branch that has a name can be deleted.
+/// A repository of any bytes is read, and only a branch with a name can be deleted.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Repository repository;
     std::string_view rest(reinterpret_cast<const char*>(data), size);

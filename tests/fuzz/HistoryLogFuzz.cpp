@@ -7,7 +7,7 @@
 #include "core/storage/HistoryLog.h"
 #include "tests/fakes/TemporaryFolder.h"
 
-/// A history of any bytes is read, and once it is trimmed it stays as it is.
+/// A history of any bytes is read; once trimmed, it no longer changes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tolvane;
     static const fakes::TemporaryFolder folder;

@@ -6,7 +6,7 @@
 #include "base/UTF8.h"
 #include "core/sampling/ProcStrings.h"
 
-/// The halves agree with the whole, and whatever comes out is valid UTF-8.
+/// The halves agree with the whole, and the results are valid UTF-8.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view block(reinterpret_cast<const char*>(data), size);
     const auto read = tolvane::procStrings(block);

@@ -17,7 +17,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Inputs are cut off at every byte up to here, as a reader would see a file that ends too early.
+/// Inputs are cut at every byte up to here, as a reader would see a file that ends too early.
 constexpr std::size_t longestCut = 1024;
 
 Bytes bytesOf(const std::filesystem::path& path) {

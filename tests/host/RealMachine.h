@@ -14,7 +14,7 @@
 
 namespace tolvane {
 
-/// Runs only one client of the container engine, so that a test says what it does.
+/// Runs only one container client, so that a test controls what is found.
 class OneClient : public linuxhost::LinuxChildProcesses {
 public:
     explicit OneClient(std::string path) : path_(std::move(path)) {}
@@ -25,37 +25,37 @@ private:
     std::string path_;
 };
 
-/// The model on the real machine: real processes, repositories, sockets and tools, a home of its own, and nobody who
-/// is bothered by notifications. What it starts ends with it.
+/// The model on the real machine: real processes, repositories, sockets and tools, with a home of its own and no
+/// notifications. Everything it starts ends with it.
 class RealMachine : public ::testing::Test {
 protected:
     RealMachine();
     ~RealMachine() override;
 
-    /// `client` is the one container client; empty for none.
+    /// `client` is the only container client; empty for none.
     void start(const std::string& client = {});
     /// Takes a sample now.
     void tick();
-    /// Takes samples until it is so, for a quarter of a minute at most.
+    /// Takes samples until the condition holds, for at most fifteen seconds.
     bool eventually(const std::function<bool()>& isSo);
 
-    /// A repository with one commit below home; its path.
+    /// Makes a repository with one commit below home; returns its path.
     std::string repository(const std::string& name) const;
-    /// Runs a command line to its end; fails the test where that fails.
+    /// Runs a command line to its end; fails the test if the command fails.
     void shell(const std::string& command) const;
     std::string executable(const std::string& name, const std::string& script) const;
-    /// Starts a program as a terminal would, in the folder.
+    /// Starts a program in the folder as a terminal would.
     void run(const std::string& folder, const std::vector<std::string>& args, const std::vector<std::string>& env);
     /// A port that was free a moment ago.
     static int freePort();
 
     ProjectGroup group(const std::string& root) const;
-    /// The process of the latest sample that works in the folder and has the argument.
+    /// The process in the latest sample that works in the folder and has the argument.
     const ProcRow* find(const std::string& folder, const std::string& argument) const;
     /// Reads facts and takes samples until the process listens on the port.
     bool listensOn(const std::string& folder, const std::string& argument, int port);
     std::vector<std::string> environmentOf(Pid pid) const;
-    /// Everything whose folder is the project's.
+    /// All processes whose folder is the project's.
     std::vector<Pid> processesIn(const std::string& folder) const;
 
     const std::vector<Notification>& notifications() const { return fake.world->notifications; }

@@ -32,7 +32,7 @@ struct RealModelTest : testing::Test {
     NoWindows windows;
     std::unique_ptr<AppModel> model;
 
-    /// With one sample of what runs now.
+    /// Starts with one sample of what runs now.
     void start() {
         model = std::make_unique<AppModel>(host, windows, false);
         ASSERT_TRUE(linuxhost::runUntil([this] { return !model->snapshot->rows.empty(); }));
@@ -46,7 +46,7 @@ struct RealModelTest : testing::Test {
         bool gone = false;
         Seconds took{0};
     };
-    /// Waits for what it gives, on the real clock.
+    /// Waits for the outcome on the real clock.
     End terminate(std::vector<Pid> pids) {
         const Date began = host.clock->now();
         const AnswerOf<bool> answer(model->terminate(std::move(pids), false));
@@ -54,14 +54,14 @@ struct RealModelTest : testing::Test {
         return {.gone = answer.get().value_or(false), .took = host.clock->now() - began};
     }
 
-    /// A child's side: lives until a signal, or the test's end, ends it.
+    /// A child's side: lives until a signal or the test's end.
     static void live(const Line& line) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         line.tell();
         while (line.hear()) {
         }
     }
-    /// The same, deaf to the polite signal.
+    /// The same, ignoring the polite signal.
     static void liveOn(const Line& line) {
         ::signal(SIGTERM, SIG_IGN);
         live(line);

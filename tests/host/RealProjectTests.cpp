@@ -154,7 +154,7 @@ TEST_F(RealProject, projectsOfOneFolderNameShareTheirLog) {
 
 class RealRepository : public RealMachine {
 protected:
-    /// Is the branch that stands in the folder to be thought gone on its remote?
+    /// Whether the branch checked out in the folder counts as gone on its remote.
     bool remoteGone(const std::string& root) {
         linuxhost::LinuxChildProcesses children;
         const auto state = GitBranch::read(root);

@@ -26,7 +26,7 @@ void onTerminate(void (*handler)(int)) {
     ::sigaction(SIGTERM, &action, nullptr);
 }
 
-/// Not by a handler's end, which a child's own exit could be.
+/// By a signal, and not by a handler, which the child's own exit could be.
 bool wasKilled(Pid pid) {
     siginfo_t ended{};
     ::waitid(P_PID, static_cast<id_t>(pid), &ended, WEXITED | WNOHANG | WNOWAIT);
@@ -80,7 +80,7 @@ TEST_F(RealTerminate, aStoppedProcessIsKilledAfterTenSeconds) {
 }
 
 TEST_F(RealTerminate, aZombieIsGone) {
-    // This test is the parent, and does not take away what ended until it is over.
+    // This test is the parent, and does not reap the child until it is over.
     const ChildProcess child(live);
     ASSERT_TRUE(child.line().hear());
     start();
@@ -130,7 +130,7 @@ TEST_F(RealTerminate, aProcessThatForksWhileItIsStoppedIsGoneAndItsHeirIsLeftAlo
     const auto end = terminate({child.pid()});
     EXPECT_TRUE(end.gone);
     EXPECT_LT(end.took, 0.5s + slack);
-    // The heir has spoken, and still answers after more than the time to the second signal.
+    // The child with the reused pid has answered, and still answers after more than the time to the second signal.
     EXPECT_TRUE(child.line().hear());
     linuxhost::runFor(11s);
     child.line().tell();
@@ -173,7 +173,7 @@ TEST_F(RealTerminate, aNewcomerUnderTheNumberBeforeTheFirstSignalLivesOn) {
     const Pid number = child.pid();
     ASSERT_TRUE(holds(number));
     child.end();
-    // The kernel tells starts in hundredths of a second; no number comes round again within one.
+    // The kernel records starts in hundredths of a second; no pid is reused within one.
     linuxhost::runFor(20ms);
     const Newcomer newcomer(number);
     if (!newcomer.isThere()) GTEST_SKIP() << "only root on a kernel from 5.5 on can choose a process's number";

@@ -78,7 +78,7 @@ TEST(FolderLock, programsThatItsProcessStartedDoNotHoldIt) {
         const FolderLock lock(folder.path());
         const int input = ::dup(line.in);
         if (::fork() == 0) {
-            // Reads until the test closes the line.
+            // Reads until the test closes its end.
             ::dup2(input, 0);
             ::execl("/bin/cat", "cat", nullptr);
             ::_exit(1);
@@ -87,7 +87,7 @@ TEST(FolderLock, programsThatItsProcessStartedDoNotHoldIt) {
         for (;;) ::pause();
     });
     ASSERT_TRUE(sleeper.line().hear());
-    // The fork holds it until it has become the other program.
+    // The forked child holds the lock until it has executed the other program.
     ::kill(sleeper.pid(), SIGKILL);
     bool isFree = false;
     for (int count = 0; count < 500 && !isFree; ++count) {

@@ -1,4 +1,4 @@
-// What the bundle tells the system of the program, held against what the program says itself.
+// Compares what the bundle tells the system about the program with what the program says itself.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 namespace tolvane::machost {
 namespace {
 
-/// Without the blanks between its elements.
+/// Without the whitespace between its elements.
 std::string infoList() {
     std::ifstream file(TOLVANE_INFO_LIST);
     const std::string text{std::istreambuf_iterator<char>(file), {}};

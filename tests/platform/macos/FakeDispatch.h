@@ -36,7 +36,7 @@ public:
 
     std::deque<FakeSource> sources;
     std::vector<std::function<void()>> jobs;
-    /// By signal: does a handler take it now?
+    /// By signal: whether a handler takes it now.
     std::map<int, bool> caught;
     bool givesSources = true;
 };

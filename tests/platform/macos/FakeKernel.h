@@ -23,12 +23,13 @@ struct FakeMacProcess {
     std::string path;
     std::string arguments;
     TaskMemory memory;
-    /// Without one the kernel knows the process and no folder of it.
+    /// Unset, the kernel knows the process but not its folder.
     std::string folder;
     std::vector<FakeSocket> sockets;
 };
 
-/// A small kernel in memory that answers as the real one does. A test replaces the entry of `calls` that is to lie.
+/// A small in-memory kernel that answers as the real one does. A test replaces the entry of `calls` that is to
+/// misbehave.
 class FakeKernel {
 public:
     FakeKernel();
@@ -36,7 +37,7 @@ public:
     FakeKernel& operator=(const FakeKernel&) = delete;
 
     FakeMacProcess& add(Pid pid, const std::string& name, Pid ppid = 1, std::uint32_t uid = 501);
-    /// As the calls stand now; the fake outlives it.
+    /// The calls as they are now; the fake outlives the table.
     Kernel table() const { return std::make_shared<const KernelCalls>(calls); }
 
     KernelCalls calls;
@@ -48,7 +49,7 @@ public:
     CoreTicks total{};
     std::vector<std::uint32_t> coreWords;
     std::uint32_t coreCount = 0;
-    /// Port rights and blocks that were handed out and not given back.
+    /// Port rights and blocks handed out and not given back.
     int portsOut = 0;
     int blocksOut = 0;
     std::vector<std::pair<Pid, int>> signals;
@@ -66,13 +67,13 @@ private:
     int arguments(const int* name, void* value, std::size_t* size);
 };
 
-/// -1 with the error's number, as a call of the kernel fails.
+/// Returns -1 with errno set, as a failing kernel call does.
 int failing(int error);
 
 /// Seconds since 1970 and microseconds.
 Date startedAt(std::uint64_t seconds, std::uint64_t microseconds);
 
-/// A listening TCP socket, its port as the kernel holds it.
+/// A listening TCP socket, with its port as the kernel stores it.
 FakeSocket listener(int descriptor, int port);
 
 template <typename Type>

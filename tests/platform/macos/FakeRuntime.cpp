@@ -13,7 +13,7 @@ namespace tolvane::machost {
 
 namespace {
 
-/// Too many to read in a record.
+/// Too frequent to be readable in a record.
 const std::set<std::string_view> smallChange = {"stringWithUTF8String:",
                                                 "UTF8String",
                                                 "fileURLWithPath:",
@@ -168,7 +168,7 @@ Value FakeRuntime::receive(const Message& message) {
 
 const std::string& FakeRuntime::textOf(const Value& value) const { return objects_.at(std::get<Id>(value)).text; }
 
-/// What makes new objects.
+/// The messages that make new objects.
 Value FakeRuntime::newObject(const Message& message) {
     const std::string_view selector = message.selector;
     const auto argument = message.arguments.empty() ? Value() : message.arguments[0];

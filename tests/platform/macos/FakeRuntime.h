@@ -14,31 +14,30 @@
 
 namespace tolvane::machost {
 
-/// An object of the pretended runtime.
+/// An object of the fake runtime.
 struct FakeObject {
     std::string className;
-    /// How it stands in the record of messages.
+    /// How it appears in the record of messages.
     std::string words;
     std::string text;
     Value number;
     std::vector<Id> items;
     std::map<std::string, Id> entries;
-    /// What was retained or made and not released.
+    /// Retains and creations that were not released.
     int owners = 0;
 };
 
-/// A method that a class of the frameworks really has: its result, then its arguments. `v` nothing, `@` object, `B`
-/// BOOL, `q` NSInteger, `Q` NSUInteger, `d` double, `*` C string, `^` pointer, `{` NSSize, `I` a
-/// four-character code.
+/// A method that a framework class really has: its result, then its arguments. `v` nothing, `@` object, `B` BOOL, `q`
+/// NSInteger, `Q` NSUInteger, `d` double, `*` C string, `^` pointer, `{` NSSize, `I` a four-character code.
 struct KnownMethod {
     std::string_view className;
     std::string_view selector;
     std::string_view types;
 };
 
-/// Objective-C in memory: strings, numbers, arrays and dictionaries work, everything else answers what the test said.
-/// A message that its receiver's class does not have, or with arguments of other types, fails the test, as does one
-/// that is sent without a pool.
+/// Objective-C in memory: strings, numbers, arrays and dictionaries work, and every other message returns what the test
+/// set. A message that its receiver's class does not have, one with arguments of other types, and one sent without a
+/// pool fail the test.
 class FakeRuntime {
 public:
     using Answer = std::function<Value(const Message&)>;
@@ -56,20 +55,20 @@ public:
     Id dictionary(std::map<std::string, Id> entries);
     Id number(std::string_view words, Value value);
     FakeObject& at(Id id) { return objects_.at(id); }
-    /// What objects of any class answer to this message; else they give nothing.
+    /// What objects of any class answer to this message; without it they return nothing.
     void answer(const std::string& selector, Answer answer) { answers_[selector] = std::move(answer); }
     void answer(const std::string& selector, Value value) {
         answer(selector, [value](const Message&) { return value; });
     }
-    /// Copies a block as the runtime does. It goes with this object.
+    /// Copies a block as the runtime does. The copy goes with this object.
     Id copyOf(Id block);
 
-    /// What was sent, without the small change of strings, paths and collections: "[workspace openURL: url /a]".
+    /// The messages sent, except trivial ones to strings, paths and collections: "[workspace openURL: url /a]".
     std::vector<std::string> sent;
     /// Every message, as "NSWorkspace openURL:".
     std::set<std::string> used;
     int openPools = 0;
-    /// Objects with owners left, the constant ones aside.
+    /// Objects that still have owners, except constant ones.
     std::vector<std::string> leaked() const;
 
     struct MadeClass {

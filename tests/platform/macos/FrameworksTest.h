@@ -10,7 +10,7 @@
 
 namespace tolvane::machost {
 
-/// A pretended runtime, and a main thread that runs what was handed to it when the test says so.
+/// A fake runtime, and a main thread that runs its jobs when the test says so.
 class FrameworksTest : public ::testing::Test {
 protected:
     ~FrameworksTest() override {

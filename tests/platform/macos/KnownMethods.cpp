@@ -2,7 +2,7 @@
 
 namespace tolvane::machost {
 
-// Written by hand, after the names that Apple documents. A class method stands under its class like the others.
+// Written by hand from the names that Apple documents. A class method stands under its class like the others.
 const std::vector<KnownMethod>& knownMethods() {
     static const std::vector<KnownMethod> methods = {
         {"NSObject", "alloc", "@"},

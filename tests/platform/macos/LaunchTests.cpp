@@ -26,7 +26,7 @@ protected:
         });
         launch_.emplace(fake_.runtime(), clock_, [this](bool atLogin) { told_.push_back(atLogin); });
     }
-    /// The program has been launched by such an event; `how` is none when it says nothing of it.
+    /// Such an event launched the program; `how` is nullopt when the event does not say.
     void finish(std::uint32_t event, std::optional<std::uint32_t> how) {
         fake_.answer("currentAppleEvent", fake_.object("NSAppleEventDescriptor", "event"));
         fake_.answer("eventID", event);

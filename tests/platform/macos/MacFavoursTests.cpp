@@ -1,4 +1,4 @@
-// Preferences, property lists, folders, the desktop's favours, the login item, cores.
+// Preferences, property lists, folders, desktop services, the login item, cores.
 
 #include "platform/macos/kernel/ActiveCores.h"
 #include "platform/macos/session/MacDesktop.h"
@@ -21,7 +21,7 @@ protected:
         defaults_ = fake_.object("NSUserDefaults", "defaults");
         fake_.answer("standardUserDefaults", defaults_);
     }
-    /// What comes back after it was stored.
+    /// Stores a value and reads it back.
     std::optional<PreferenceValue> stored(const PreferenceValue& value) {
         preferences_.set("key", value);
         return preferences_.value("key");
@@ -65,7 +65,7 @@ TEST_F(MacPreferencesTest, aNumberOfAnotherTypeCountsAsAbsent) {
 
 class MacPropertyListsTest : public FrameworksTest {
 protected:
-    /// A file that holds this object.
+    /// Makes a file contain this object.
     void hold(Id list) {
         fake_.answer("dataWithContentsOfFile:", fake_.object("NSData", "bytes"));
         fake_.answer("propertyListWithData:options:format:error:", list);

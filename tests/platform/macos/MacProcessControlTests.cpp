@@ -30,7 +30,7 @@ protected:
         const auto& info = kernel_.processes.at(pid).info;
         return {.pid = pid, .startTime = startedAt(info.startSeconds, info.startMicroseconds)};
     }
-    /// Nothing may be done to it, in any of the three ways.
+    /// None of the three acts may touch it.
     void expectUntouched(const Incarnation& process) {
         EXPECT_FALSE(control().send(Signal::kill, process));
         EXPECT_FALSE(control().lowerPriority(process));

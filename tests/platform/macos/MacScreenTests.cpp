@@ -1,4 +1,4 @@
-// What of the screen the host knows: windows, the menu bar, symbols, the Dock.
+// What the host knows about the screen: windows, the menu bar, symbols, the Dock.
 
 #include "platform/macos/objc/Block.h"
 #include "platform/macos/session/DockPolicy.h"

@@ -1,4 +1,4 @@
-// The whole road from the kernel's records to samples.
+// The whole path from the kernel's records to samples.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using ::testing::IsEmpty;
 
 class MacSweepTest : public ::testing::Test {
 protected:
-    /// The table is read when the sweep is made: lies told later come through `kernel_.processes`.
+    /// The sweep takes the table when it is made: later changes go through `kernel_.processes`.
     ProcessReader& reader(bool hybrid = true) {
         inspection_ = std::make_unique<MacProcessInspection>(kernel_.table());
         reader_ = std::make_unique<ProcessReader>(*inspection_, hybrid);

@@ -1,4 +1,4 @@
-// Every message that stands in the sources, held against the methods that the frameworks have.
+// Compares every message in the sources with the methods that the frameworks have.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,7 +38,8 @@ std::set<std::string> found(const std::string& text, const std::string& pattern)
 
 std::set<std::string> selectorsInSources() {
     const auto sources = sourcesOfTheHost();
-    // As the first text of a message, or behind a receiver that is a message itself; two helpers take one as well.
+    // The first text of a message, or one behind a receiver that is itself a message; two helpers take a selector as
+    // well.
     auto all = found(
         sources,
         R"re(send(?:<[\w:* ]*>)?\((?:[^";]|classNamed\("\w+"\))*?[ (]"((?!NS|UN[A-Z]|SM[A-Z])\w+:?(?:\w+:)*)")re");

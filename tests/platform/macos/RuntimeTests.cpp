@@ -1,4 +1,4 @@
-// How a message becomes a call, and how blocks are made: with functions of this test in the place of the runtime's.
+// How a message becomes a call, and how blocks are made, with functions of this test in place of the runtime's.
 
 #include "platform/macos/objc/Runtime.h"
 
@@ -15,7 +15,7 @@ using ::testing::ElementsAre;
 
 Id someObject(std::uintptr_t number) { return reinterpret_cast<Id>(number); }
 
-/// Sends as a Mac does, with `function` where it has `objc_msgSend`.
+/// Sends as a Mac does, with `function` in place of `objc_msgSend`.
 template <typename Function>
 Runtime runtimeWith(Function* function) {
     RuntimeCalls calls;

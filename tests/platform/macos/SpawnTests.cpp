@@ -1,4 +1,4 @@
-// Real children: what the host asks of `posix_spawn` is the same on every system, but for the numbers of flags.
+// Real children: what the host asks of `posix_spawn` is the same on every system, except the numbers of flags.
 
 #include "platform/macos/kernel/Spawn.h"
 
@@ -88,7 +88,7 @@ protected:
     std::optional<std::string> run(const std::string& script) {
         return SpawnedChildProcesses(kernel_.table(), 0).run("/bin/sh", {"-c", script});
     }
-    /// Runs the script until it has printed, and ends it then; gives what its caller got.
+    /// Runs the script until it has printed, then ends it; returns what its caller got.
     std::optional<std::string> endedWhile(const std::string& script) {
         SpawnedChildProcesses children(kernel_.table(), 0);
         const fakes::TemporaryFolder folder;

@@ -16,7 +16,7 @@ using testing::Desk;
 using testing::Editor;
 using ::testing::ElementsAre;
 
-/// What a host finds in a session whose display server keeps its windows to itself.
+/// The host of a session whose display server does not list its windows.
 Host hostThatOnlyHears() {
     const auto environment = processEnvironment();
     return makeLinuxHost(
@@ -32,7 +32,7 @@ std::string inFront(const Host& host) {
     return front ? front->appID.value_or("no identifier") : "nobody";
 }
 
-/// A program asks which events are wanted when it starts, and keeps its first ones to itself until it knows.
+/// A starting program asks which events are wanted, and holds its first ones back until it knows.
 void startAndSettle(const Desk& desk, Editor& editor) {
     editor.start();
     EXPECT_TRUE(runUntil([&] { return desk.windowOf(editor.pid()).has_value(); }, std::chrono::seconds(30)));

@@ -52,7 +52,7 @@ std::string Desk::programOf(const std::string& identifier) const { return folder
 
 std::string Desk::install(const std::string& identifier, const std::string& habit, const std::string& more) const {
     const std::string program = programOf(identifier);
-    // One that still runs keeps its own file.
+    // A running program keeps its own file.
     std::filesystem::remove(program);
     std::filesystem::copy_file(TOLVANE_TEST_WINDOW, program);
     const std::string path = folder_ + "/applications/" + identifier + ".desktop";
@@ -74,7 +74,7 @@ Pid Desk::execute(const std::string& identifier, const std::string& habit) {
     return pid;
 }
 
-/// A window manager that has just started overlooks the first window now and then.
+/// A window manager that has just started occasionally overlooks the first window.
 Pid Desk::start(const std::string& identifier, const std::string& habit) {
     if (habit == "windowless" || !display_) return execute(identifier, habit);
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -120,7 +120,7 @@ void Desk::activate(Pid pid) const {
     xcb_send_event(connection, 0, root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
     std::free(atom);
-    // Once this is answered, the server has passed the message on.
+    // Once the server answers this, it has passed the message on.
     std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     xcb_disconnect(connection);
 }

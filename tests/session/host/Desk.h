@@ -11,8 +11,8 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// The real desktop that this test runs in, with applications of the test's own, each with a desktop entry and a
-/// program file of its own. All that was started ends with it, by pid.
+/// The real desktop that this test runs in, with the test's own applications, each with a desktop entry and a program
+/// file. Everything started ends with this object, by pid.
 class Desk {
 public:
     Desk();
@@ -20,18 +20,18 @@ public:
     Desk& operator=(const Desk&) = delete;
     ~Desk();
 
-    /// Describes an application whose program has that habit (see tests/session/window), and gives its entry's path.
+    /// Installs an application whose program has that habit (see tests/session/window); returns its entry's path.
     /// `more` are further lines of the entry.
     std::string install(const std::string& identifier, const std::string& habit, const std::string& more = {}) const;
-    /// Starts the application's program as a person would, and waits for its window where the habit has one.
+    /// Starts the application's program as a user would, and waits for its window where the habit has one.
     Pid start(const std::string& identifier, const std::string& habit);
-    /// What was started, waited for: true within the limit.
+    /// Waits for a started program to end; true within the limit.
     bool hasEnded(Pid pid);
     bool isRunning(Pid pid) const;
     std::optional<XDisplay::Window> windowOf(Pid pid) const;
-    /// As a pager does, by the window manager.
+    /// Through the window manager, as a pager does.
     void activate(Pid pid) const;
-    /// The pids of a running application's programs, whoever started them.
+    /// The pids of a running application's processes, whatever started them.
     std::vector<Pid> pidsOf(const std::string& identifier) const;
 
     Host host;

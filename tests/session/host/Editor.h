@@ -15,7 +15,7 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// A real editor under a name of the test's choice, with a program file and an entry of its own.
+/// A real editor under a name that the test chooses, with its own program file and entry.
 class Editor {
 public:
     explicit Editor(const std::string& identifier)

@@ -33,8 +33,8 @@ std::string outputOf(const std::string& command) {
     return text;
 }
 
-/// The daemon of the distribution, with a desktop's own rules: nothing fades before it is clicked. Each text that it
-/// shows is written down by a script that it calls.
+/// The distribution's daemon, with a desktop's rules: nothing fades before it is clicked. It calls a script that writes
+/// down each text it shows.
 class RealDaemon {
 public:
     RealDaemon() {
@@ -66,7 +66,7 @@ public:
     }
 
 private:
-    /// Asking the daemon itself would have the bus start another one.
+    /// Calling the daemon itself would make the bus start another one.
     bool answers() const {
         return outputOf(
                    "dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus /org/freedesktop/DBus "

@@ -20,7 +20,7 @@ constexpr const char* mousepad = "org.xfce.mousepad";
 constexpr const char* entry = "/usr/share/applications/org.xfce.mousepad.desktop";
 constexpr auto startLimit = std::chrono::seconds(30);
 
-/// An editor of the distribution; whatever a test leaves of it ends with it.
+/// An editor of the distribution; whatever a test leaves running ends with this object.
 struct RealEditor : ::testing::Test {
     Desk desk;
 
@@ -93,13 +93,13 @@ TEST(RealDesktop, aFileOpensInTheUsersProgramForIt) {
         std::getline(file, line);
         return line;
     };
-    // That a program was installed is heard of a moment later.
+    // The desktop learns of an installed program a moment later.
     for (int attempt = 0; attempt < 5 && opened().empty(); ++attempt) {
         desk.host.desktop->open(home + "/a b.txt");
         runUntil([&] { return !opened().empty(); }, std::chrono::seconds(2));
     }
     EXPECT_EQ(opened(), home + "/a b.txt");
-    // No file manager is on the bus: its folder opens instead.
+    // No file manager is on the bus, so the folder opens instead.
     desk.host.desktop->reveal(home + "/a b.txt");
     EXPECT_TRUE(runUntil([&] { return opened() == home; })) << opened();
     desk.host.desktop->open(home + "/not there");

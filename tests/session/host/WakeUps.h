@@ -9,7 +9,7 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// How often this process was taken up again after it had waited, all its threads together.
+/// How often this process, all its threads together, was scheduled again after waiting.
 inline long long wakeUps() {
     long long count = 0;
     for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
@@ -21,7 +21,7 @@ inline long long wakeUps() {
     return count;
 }
 
-/// Of two seconds that end with an alarm of the test's own, with nothing else to do for the loop.
+/// Over two seconds that end with the test's own alarm, with nothing else for the loop to do.
 inline long long wakeUpsOfTwoSeconds() {
     QTimer alarm;
     bool isOver = false;
@@ -33,8 +33,8 @@ inline long long wakeUpsOfTwoSeconds() {
     return wakeUps() - before;
 }
 
-/// Of the quietest among some spans. What was on its way, the start of a daemon above all, falls into the first ones;
-/// what comes again and again falls into each.
+/// The quietest of several spans. What was already under way, above all the start of a daemon, falls into the first
+/// ones; what recurs falls into each.
 inline long long fewestWakeUps(int spans) {
     auto fewest = wakeUpsOfTwoSeconds();
     for (int count = 1; count < spans && fewest > 1; ++count) fewest = std::min(fewest, wakeUpsOfTwoSeconds());

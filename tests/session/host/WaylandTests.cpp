@@ -21,7 +21,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
-/// A terminal's window under a name of the test's choice.
+/// A terminal's window under a name that the test chooses.
 class Terminal {
 public:
     explicit Terminal(const std::string& application) {

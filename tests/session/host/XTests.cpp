@@ -1,4 +1,4 @@
-// News of a real X server: a tray that comes and goes, windows that are covered.
+// Events of a real X server: a tray that comes and goes, windows that are covered.
 
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
@@ -14,7 +14,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Another program at the same server.
+/// Another client of the same server.
 class Neighbour {
 public:
     Neighbour() : connection_(xcb_connect(nullptr, nullptr)) {
@@ -61,7 +61,7 @@ private:
             &std::free);
         return reply->atom;
     }
-    /// The server has done all that was asked.
+    /// Returns when the server has done everything asked of it.
     void finish() { std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr)); }
 
     xcb_connection_t* connection_;
