@@ -8,7 +8,7 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// How many descriptors of this test program a child inherits, which is the starter's affair and not ours.
+/// How many descriptors of this test program a child inherits from whatever started the tests.
 inline int inheritableDescriptors() {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
@@ -18,8 +18,8 @@ inline int inheritableDescriptors() {
     return count;
 }
 
-/// The signals that a line such as "SigIgn:	0000000180001000" of a status file names, but for the two that the C
-/// library keeps to itself.
+/// The signals in a line such as "SigIgn: 0000000180001000" of a status file, except the two that the C library
+/// reserves.
 inline std::uint64_t signalsOf(const std::string& status, const std::string& line) {
     constexpr std::uint64_t internal = 0x1'8000'0000;
     const auto at = status.find(line + ":\t");

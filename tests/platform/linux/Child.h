@@ -8,7 +8,7 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// A process that a test starts and that ends with it. It runs `steps` one after the other, each when told to.
+/// A process that a test starts and that ends with it. It runs its steps one after the other, each on request.
 class Child {
 public:
     using Step = std::function<void()>;
@@ -20,9 +20,9 @@ public:
     Child& operator=(const Child&) = delete;
 
     pid_t pid() const { return pid_; }
-    /// Has `then` run and waits until it did.
+    /// Runs `then` and waits until it is done.
     void next();
-    /// The same, without waiting: `then` executes another program or ends.
+    /// The same without waiting: `then` executes another program or ends.
     void nextAndGo();
 
 private:
@@ -33,10 +33,10 @@ private:
     int answers_[2] = {-1, -1};
 };
 
-/// Asks until it is so, for five seconds at most.
+/// Polls until the condition holds, for five seconds at most.
 bool eventually(const std::function<bool()>& isSo);
 
-/// Takes so much memory that is nobody else's, for good.
+/// Takes so much private memory for good.
 void touch(std::size_t megabytes);
 
 /// The content of a real file, empty when it cannot be read.

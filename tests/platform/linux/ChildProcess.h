@@ -10,7 +10,7 @@
 
 namespace tolvane::linuxhost {
 
-/// A child of this test that runs a function, which gets a line to talk over, and then waits to be ended.
+/// A child of this test that runs a function, which gets a line to talk over, and then waits to be killed.
 class ChildProcess {
 public:
     /// The child's side: `tell` sends a byte, `hear` waits for one.
@@ -54,7 +54,7 @@ public:
     Pid pid() const { return pid_; }
     const Line& line() const { return line_; }
 
-    /// Its exit status, once it ends by itself; 255 for any other end.
+    /// Its exit status if it exits; 255 if a signal ends it.
     int wait() {
         int status = 0;
         ::waitpid(pid_, &status, 0);

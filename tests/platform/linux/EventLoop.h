@@ -21,7 +21,7 @@ bool runUntil(Condition holds, std::chrono::milliseconds limit = std::chrono::se
     return true;
 }
 
-/// Runs the event loop for a span, for what must not happen.
+/// Runs the event loop for a span, to show that something does not happen.
 inline void runFor(std::chrono::milliseconds span) {
     runUntil([] { return false; }, span);
 }

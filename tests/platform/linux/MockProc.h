@@ -26,7 +26,7 @@ struct MockProcess {
     std::uint64_t systemTicks = 2;
     std::uint64_t startTicks = 1000;
     std::uint64_t residentPages = 100;
-    /// Makes the addresses that an exec sets; 0 shows them hidden.
+    /// Yields the addresses that an exec sets; 0 shows them hidden.
     std::uint64_t program = 1;
     std::uint64_t anonymous = 400;
     std::uint64_t swapped = 0;
@@ -50,12 +50,12 @@ public:
     /// Writes all files of the process, new or changed.
     void put(const MockProcess& process);
     void remove(Pid pid);
-    /// One of a process's files goes, or its link.
+    /// Removes one of a process's files or links.
     void removeFile(Pid pid, const std::string& leaf);
     void write(const std::string& path, const std::string& content);
     void setUsage(const std::string& group, std::uint64_t microseconds);
     void writeGroupFile(const std::string& group, const std::string& leaf, const std::string& content);
-    /// Without it there is no unified hierarchy to be found.
+    /// Without this there is no unified hierarchy to find.
     void mountGroups();
 
     std::string folder() const { return (root_ / "proc").string(); }
@@ -64,11 +64,11 @@ public:
     LinuxInspectionOptions options();
     std::unique_ptr<LinuxProcessInspection> inspection();
 
-    /// How often each file was asked for since the last `forgetAccesses`.
+    /// How often each file was read since the last `forgetAccesses`.
     std::map<std::string, int> accesses;
     int timesRead(const std::string& path) const;
     int timesReadBelow(Pid pid) const;
-    /// What the options' clock says.
+    /// The time on the options' clock.
     Seconds now{1000};
 
 private:
@@ -87,7 +87,7 @@ struct Reading {
     bool operator==(const Reading&) const = default;
 };
 
-/// One sweep over everything, in listing order, as a reader does it; arguments whenever start or program moved.
+/// One sweep over everything, in listing order, as a reader does it; reads arguments whenever start or program changed.
 class Sweeper {
 public:
     explicit Sweeper(ProcessInspection& inspection) : inspection_(inspection) {}

@@ -11,8 +11,8 @@
 
 namespace tolvane::linuxhost {
 
-/// A child of this test that bears a number of the test's choice, which no process bears at that time, and that any
-/// signal ends. Only root can have one, on kernels from 5.5 on; `isThere` tells.
+/// A child of this test with a pid that the test chooses, which no process has at that time, and that any signal ends.
+/// Needs root and kernel 5.5; `isThere` says whether it worked.
 class Newcomer {
 public:
     explicit Newcomer(Pid number) {
@@ -34,14 +34,14 @@ public:
 
     bool isThere() const { return pid_ > 0; }
     Pid pid() const { return pid_; }
-    /// False from the first signal on. Does not take away the dead one.
+    /// False from the first signal on. Does not reap the child.
     bool lives() const {
         siginfo_t ended{};
         return ::waitid(P_PID, static_cast<id_t>(pid_), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid == 0;
     }
 
 private:
-    /// Made without the C library's knowledge: it may do nothing but call the kernel.
+    /// Made without the C library's knowledge: it may only make system calls.
     [[noreturn]] static void wait() {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         for (;;) ::pause();

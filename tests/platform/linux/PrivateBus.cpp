@@ -17,7 +17,7 @@ namespace tolvane::linuxhost::testing {
 
 namespace {
 
-/// The socket's file is there before anybody listens.
+/// The socket's file exists before anything listens on it.
 bool listens(const std::string& path) {
     const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     sockaddr_un address{};
@@ -90,7 +90,7 @@ void FakeService::called(GDBusConnection*, const char*, const char*, const char*
                          GVariant* arguments, GDBusMethodInvocation* invocation, void* data) {
     auto* self = static_cast<FakeService*>(data);
     self->calls.push_back({.method = method, .arguments = textOf(g_variant_print(arguments, FALSE))});
-    // An invocation without an answer belongs to whoever keeps it.
+    // The object that keeps an unanswered invocation owns it.
     GVariant* answer = self->answer_(method);
     if (answer == nullptr) return g_object_unref(invocation);
     g_dbus_method_invocation_return_value(invocation, answer);

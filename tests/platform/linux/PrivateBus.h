@@ -29,7 +29,7 @@ private:
     int pid_ = 0;
 };
 
-/// A program on the bus that answers to a name, as the test says.
+/// A program on the bus that owns a name and answers as the test says.
 class FakeService {
 public:
     struct Call {
@@ -42,7 +42,7 @@ public:
     /// The answer's tuple; null never answers.
     using Answer = std::function<GVariant*(const std::string& method)>;
 
-    /// `description` is one interface or more in the bus' own markup; signals are of the first.
+    /// `description` is one or more interfaces in the bus's own markup; signals belong to the first.
     FakeService(const std::string& address, const std::string& name, std::string path, const std::string& description,
                 Answer answer);
     FakeService(const FakeService&) = delete;
@@ -52,7 +52,7 @@ public:
     std::vector<Call> calls;
     std::vector<std::string> argumentsOf(const std::string& method) const;
     void emit(const std::string& signal, GVariant* arguments) const;
-    /// Calls another program, without waiting for what comes of it.
+    /// Calls another program without waiting for the result.
     void call(const SessionBus::Call& call) const;
 
 private:

@@ -17,7 +17,7 @@ namespace {
 
 using testing::Child;
 
-/// Readings of a real process, five minutes apart on a clock that a test turns.
+/// Readings of a real process, five minutes apart on a clock that the test turns.
 class Watch {
 public:
     explicit Watch(const Child& child) : pid_(child.pid()) {}
@@ -27,7 +27,7 @@ public:
         const auto sample = reader_.read(pid_);
         if (!sample) return false;
         row_ = ProcRow{.sample = *sample, .unusedSince = now_};
-        // The child of a test that root runs looks like a part of the system.
+        // When root runs the test, its child looks like a part of the system.
         row_.sample.hostSaysSystem = false;
         now_ = std::max(now_, row_.sample.startTime) + Seconds{300};
         advisor_.record({row_}, now_);
@@ -63,7 +63,7 @@ private:
 };
 
 constexpr std::size_t megabytesPerStep = 10;
-/// Half an hour of warm-up and a little over two hours behind it.
+/// Half an hour of warm-up, then a little over two hours.
 constexpr int steps = 32;
 
 TEST(RealLeak, aChildThatGrowsIsFoundWithItsRate) {

@@ -11,7 +11,7 @@
 
 namespace tolvane::linuxhost {
 
-/// A folder of its own for one test, removed with all that is in it.
+/// A folder for one test, removed with its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -28,7 +28,7 @@ public:
     const std::string& path() const { return path_; }
     std::string at(const std::string& name) const { return path_ + "/" + name; }
 
-    /// Writes a file, folders included, and gives its path.
+    /// Writes a file, making its folders, and returns its path.
     std::string write(const std::string& name, const std::string& text) const {
         std::filesystem::create_directories(std::filesystem::path(at(name)).parent_path());
         std::ofstream(at(name), std::ios::binary) << text;

@@ -40,7 +40,7 @@ public:
                   0);
     }
     pid_t pid() const { return pid_; }
-    /// Of its own will and well.
+    /// Exited by itself with status 0.
     bool hasExited() {
         int status = -1;
         const bool isOver = pid_ > 0 && ::waitpid(pid_, &status, 0) == pid_;

@@ -120,7 +120,7 @@ TEST_F(DetachedStartTest, aNewLogCanBeReadByAllAndWrittenByItsOwner) {
 
 TEST_F(DetachedStartTest, theProgramReadsNothingAndHasNoDescriptorOfOurs) {
     runToItsEnd(shell("cat; readlink /proc/self/fd/0; ls /proc/self/fd | wc -l"));
-    // One is that with which it lists; its own three are ours or the log.
+    // One descriptor is the listing's own; the first three are ours or the log.
     EXPECT_EQ(folder.read("log"), "/dev/null\n" + std::to_string(inheritableDescriptors() + 1) + "\n");
 }
 

@@ -73,7 +73,7 @@ TEST_F(LinuxChildProcessesTest, passTheEnvironmentOn) {
 
 TEST_F(LinuxChildProcessesTest, hearTheWholeOfAToolThatEndsLate) {
     EXPECT_EQ(shell("echo first; sleep 0.05; echo last"), "first\nlast\n");
-    // It closes its output and is waited for all the same.
+    // It closes its output, and is waited for anyway.
     EXPECT_EQ(shell("echo only; exec >&-; sleep 0.05; exit 4"), std::nullopt);
 }
 
@@ -90,7 +90,7 @@ TEST_F(LinuxChildProcessesTest, leakNoDescriptorAndNoZombie) {
 }
 
 TEST_F(LinuxChildProcessesTest, theToolHasNoDescriptorOfOurs) {
-    // One is that with which it lists.
+    // One descriptor is the listing's own.
     EXPECT_EQ(shell("ls /proc/self/fd | wc -l"), std::to_string(inheritableDescriptors() + 1) + "\n");
 }
 

@@ -50,7 +50,7 @@ void waitForTheEnd(const Line& line) {
     line.hear();
 }
 
-/// A process with three threads, which starts one more each time it hears from the test.
+/// A process with three threads that starts one more each time the test tells it to.
 void runThreads(const Line& line) {
     std::vector<std::thread> threads;
     const auto start = [&] { threads.emplace_back([] { ::pause(); }); };

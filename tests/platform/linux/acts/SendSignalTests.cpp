@@ -39,7 +39,7 @@ void waitForTheEnd(const Line& line) {
     }
 }
 
-/// Which signal ended the child; 0 while it lives.
+/// The signal that ended the child; 0 while it lives.
 int endingSignal(Pid pid) {
     siginfo_t ended{};
     ::waitid(P_PID, static_cast<id_t>(pid), &ended, WEXITED | WNOHANG | WNOWAIT);
@@ -49,7 +49,7 @@ int endingSignal(Pid pid) {
 struct SendSignal : ::testing::Test {
     LinuxProcessControl control{dateOfTicks};
 
-    /// Who is to live lives on, a while after the call that was not to hit it.
+    /// Whether the process still lives a while after the call that must not hit it.
     static bool livesOn(Pid pid) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         return endingSignal(pid) == 0;
@@ -81,7 +81,7 @@ TEST_F(SendSignal, aNewcomerUnderTheNumberOfOneThatEndedIsNotHit) {
     const auto target = incarnation(child.pid());
     child.end();
     std::optional<Newcomer> newcomer;
-    // Two lives that began within one tick of the kernel's clock look alike.
+    // Two processes that began within one tick of the kernel's clock look alike.
     eventually([&] {
         newcomer.emplace(target.pid);
         return !newcomer->isThere() || incarnation(target.pid) != target;
@@ -98,7 +98,7 @@ TEST_F(SendSignal, aNewcomerThatComesBetweenTheCheckAndTheSignalIsNotHit) {
         ASSERT_TRUE(child.line().hear());
         const auto target = incarnation(child.pid());
         std::optional<Newcomer> newcomer;
-        // The dates are compared after the process was looked at: here the number changes hands just then.
+        // The dates are compared after the process was opened: here another process takes the pid in between.
         LinuxProcessControl racing([&](std::uint64_t ticks) {
             child.end();
             newcomer.emplace(target.pid);

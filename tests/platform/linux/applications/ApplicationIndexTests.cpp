@@ -10,7 +10,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Two data folders, "home" before "shared", and programs that lie where a test puts them.
+/// Two data folders, "home" before "shared", and programs where a test puts them.
 class ApplicationIndexTest : public ::testing::Test {
 protected:
     void describe(const std::string& place, const std::string& exec, const std::string& more = {}) const {

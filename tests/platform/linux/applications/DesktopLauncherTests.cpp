@@ -35,7 +35,7 @@ constexpr const char* managerInterface =
 
 class LauncherTest : public ::testing::Test {
 protected:
-    /// A program that writes down how it was started, and then lives until it is ended.
+    /// A program that writes down how it was started, then lives until it is ended.
     std::string program(const std::string& name, const std::string& then = "exec sleep 30") const {
         std::string path = folder.write(
             name, "#!/bin/sh\n{ echo \"pid $$\"; pwd; for word in \"$@\"; do echo \"word $word\"; done; env; } >" +
@@ -59,7 +59,7 @@ protected:
         EXPECT_EQ(told, 1);
         return result;
     }
-    /// What the program wrote down, when it has.
+    /// What the program has written down so far.
     std::string output(const std::string& name) const {
         EXPECT_TRUE(testing::eventually([&] { return folder.has(name + ".out"); }));
         return folder.read(name + ".out");

@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint32_t terminalWindow = 34816;
 const std::string appSlice = "/user.slice/user-1000.slice/user@1000.service/app.slice/";
 
-/// A desktop with an editor, a browser, a terminal and a helper without menu entry, and processes as files.
+/// A desktop with an editor, a browser, a terminal and a helper without a menu entry, and processes as files.
 class LinuxApplicationsTest : public ::testing::Test {
 protected:
     LinuxApplicationsTest() {
@@ -55,7 +55,7 @@ protected:
                                          " " + std::to_string(process.terminal) +
                                          " 1 0 0 0 0 0 0 0 0 0 20 0 1 0 5000 0 0 0 0 0 0 0 0 0\n");
     }
-    /// The identifier of the application that a process belongs to.
+    /// The id of the application that a process belongs to.
     std::string owner(const Process& process, const std::string& executable) {
         run(process);
         const auto path = applications.appPath(process.pid, executable);

@@ -28,7 +28,7 @@ constexpr const char* daemonInterface =
     "<signal name='NotificationClosed'><arg type='u'/><arg type='u'/></signal>"
     "</interface></node>";
 
-/// A notification daemon that can do what the test says.
+/// A notification daemon with the capabilities that the test sets.
 class Daemon : public FakeService {
 public:
     Daemon(const std::string& address, std::vector<std::string> capabilities, bool answers = true)

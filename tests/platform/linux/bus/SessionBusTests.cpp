@@ -20,7 +20,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::PrivateBus;
 
-/// What came of a call, once it has.
+/// The result of a call, once there is one.
 struct Answered {
     bool hasValue = false;
     std::string error;
@@ -44,7 +44,7 @@ SessionBus::Call listNames(const std::string& destination = "org.freedesktop.DBu
             .arguments = nullptr};
 }
 
-/// Takes connections and says nothing.
+/// Accepts connections and never answers.
 FileDescriptor mute(const std::string& path) {
     FileDescriptor listener(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     sockaddr_un address{};
@@ -55,7 +55,7 @@ FileDescriptor mute(const std::string& path) {
     return listener;
 }
 
-/// Hangs up on whoever has come; false when nobody has.
+/// Closes the connection of whatever has connected; false when nothing has.
 bool hasSentAway(const FileDescriptor& door) {
     pollfd waiting{.fd = door.get(), .events = POLLIN, .revents = 0};
     if (::poll(&waiting, 1, 0) != 1) return false;

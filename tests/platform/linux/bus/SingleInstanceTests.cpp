@@ -112,7 +112,7 @@ TEST_F(SingleInstanceTest, theNameComesBackFromAStartThatGotInBetween) {
     bus.start();
     auto between = instance();
     EXPECT_EQ(between->settle({}, {}, limit), Outcome::first);
-    // Until it finds that the first one has the folder, and ends.
+    // Until it finds that the first one holds the folder, and ends.
     runFor(std::chrono::milliseconds(400));
     between.reset();
     EXPECT_TRUE(runUntil([&] {

@@ -18,7 +18,7 @@ using testing::PrivateBus;
 
 class StatusHostsTest : public ::testing::Test {
 protected:
-    /// A watcher comes to the bus.
+    /// A watcher appears on the bus.
     void come() {
         service.emplace(bus.address(), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
                         "<node><interface name='org.kde.StatusNotifierWatcher'>"

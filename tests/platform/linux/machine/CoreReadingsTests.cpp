@@ -50,7 +50,7 @@ TEST(Ticks, anotherFileIsNone) {
 
 namespace {
 
-/// What becomes of a core's idle ticks, reading after reading.
+/// A core's idle ticks, reading after reading.
 std::vector<std::uint32_t> idleTicks(const std::vector<std::uint32_t>& read) {
     SteadyTicks steady;
     std::vector<std::uint32_t> told;

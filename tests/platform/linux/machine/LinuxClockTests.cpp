@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// What the kernel tells about this program's timers, one text each.
+/// The kernel's list of this program's timers, one text each.
 std::vector<std::string> timers() {
     std::vector<std::string> found;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fdinfo")) {

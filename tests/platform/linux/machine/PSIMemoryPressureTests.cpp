@@ -24,7 +24,7 @@ const std::string calm =
 const std::string pressed =
     "some avg10=7.50 avg60=0.00 avg300=0.00 total=0\nfull avg10=0.00 avg60=0.00 avg300=0.00 total=0\n";
 
-/// How many descriptors of this program lead to a file.
+/// How many of this program's descriptors lead to a file.
 int descriptorsOf(const std::string& path) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
@@ -158,7 +158,7 @@ private:
 
 constexpr std::size_t hogSize = std::size_t{192} << 20U;
 
-/// Its pages belong to whoever reads them first, and that must be the group.
+/// A page belongs to the group that reads it first, which must be this one.
 void dropFromMemory(const std::string& path) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     ::fsync(file);
@@ -166,7 +166,7 @@ void dropFromMemory(const std::string& path) {
     ::close(file);
 }
 
-/// Touches pages of a file three times the group's size at random, so that each touch throws another page out.
+/// Touches pages of a file three times the group's size at random, so that each touch evicts another page.
 void thrash(const std::string& path) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     void* pages = ::mmap(nullptr, hogSize, PROT_READ, MAP_SHARED, file, 0);

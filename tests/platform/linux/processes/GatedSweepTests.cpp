@@ -35,7 +35,7 @@ protected:
         settle();
     }
 
-    /// Sweeps until neither pid's turn of a re-check is among the next ones.
+    /// Sweeps until neither pid is due for a re-check among the next sweeps.
     void settle() {
         while ((sweeps_ + 20) % wholeRound != 2) sweep();
     }

@@ -49,12 +49,12 @@ TEST(LinuxServiceManager, listsWhatItsServicesHold) {
 
 TEST(LinuxServiceManager, leavesOutWhoStartsAUsersPrograms) {
     MockProc proc;
-    // The desktop's shell, a terminal that it started, and a server in that; a helper of the shell beside.
+    // The desktop's shell, a terminal it started, and a server in that terminal; a helper of the shell beside them.
     proc.put({.pid = 20, .ppid = 1, .group = user + "session.slice/org.gnome.Shell@x11.service"});
     proc.put({.pid = 21, .ppid = 20, .group = user + "app.slice/app-gnome-kitty-21.scope"});
     proc.put({.pid = 22, .ppid = 21, .group = user + "app.slice/app-gnome-kitty-21.scope"});
     proc.put({.pid = 23, .ppid = 20, .group = user + "session.slice/org.gnome.Shell@x11.service"});
-    // A remote login: its server is kept, what it serves is not.
+    // A remote login: its server is managed, what it serves is not.
     proc.put({.pid = 30, .ppid = 1, .group = "/system.slice/ssh.service"});
     proc.put({.pid = 31, .ppid = 30, .group = "/user.slice/user-1000.slice/session-2.scope"});
     EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), Optional(UnorderedElementsAre(23)));

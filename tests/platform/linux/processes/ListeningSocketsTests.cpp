@@ -162,7 +162,7 @@ TEST(ListeningSockets, ofManyProcessesAreFoundWithOneLookAtTheTables) {
 }
 
 TEST(ListeningSockets, eachNetworkHasItsOwnTables) {
-    // In a network of its own the second process's port is nobody's here.
+    // In a network namespace of its own, the second process's port belongs to nobody here.
     const auto port = freePort();
     Child here(listenOn({AF_INET}, port));
     Child there([port] {

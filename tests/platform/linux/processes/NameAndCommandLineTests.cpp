@@ -20,7 +20,7 @@ std::string_view nameOf(std::string_view comm, std::string_view executable,
     return processName(comm, executable, arguments);
 }
 
-/// A disk with npm and a few others beside node.
+/// A disk with npm and a few other programs beside node.
 TitleLookup disk() {
     static const std::map<std::string, std::string> heads = {{"/opt/node/bin/npm", "#!/usr/bin/env node\nrequire"},
                                                              {"/usr/bin/yarn", "#!/usr/bin/node\n"},

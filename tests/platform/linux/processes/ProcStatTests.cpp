@@ -129,7 +129,7 @@ TEST(ProcStat, theStampMovesWithEachAddressThatAnExecSets) {
 }
 
 TEST(ProcStat, theStampIsZeroWhereTheAddressesAreHidden) {
-    // To others the kernel shows 1 as begin and end of the code, and 0 for the rest.
+    // To other users the kernel shows 1 as begin and end of the code, and 0 for the rest.
     auto line = withNumber("4198400 61446085 140724560171024", "1 1 0");
     line.replace(line.find("140724560178453"), 15, "0");
     EXPECT_EQ(parseProcStat(line)->execStamp, 0u);

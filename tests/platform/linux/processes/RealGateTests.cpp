@@ -19,7 +19,7 @@ using testing::touch;
 
 namespace {
 
-/// A control group of the test's own in the unified hierarchy of this machine.
+/// A control group of the test's own in this machine's unified hierarchy.
 class OwnGroup {
 public:
     explicit OwnGroup(const std::string& name) {
@@ -46,7 +46,7 @@ private:
     bool made_ = false;
 };
 
-/// Two children of the test in a group each; the first one does the work.
+/// Two children of the test, each in its own group; the first one works.
 class RealGate : public ::testing::Test {
 protected:
     void start(Child::Step work) {
@@ -62,7 +62,7 @@ protected:
         sweeper_.emplace(*inspection_);
         sweepPast();
     }
-    /// Until the worker is settled and its next re-check is far.
+    /// Until the worker is settled and its next re-check is far off.
     void sweepPast() {
         do {
             sweep();

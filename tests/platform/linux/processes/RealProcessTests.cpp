@@ -64,7 +64,7 @@ std::string wordAt(const std::string& text, int index) {
     return word;
 }
 
-/// What comes behind the name in stat, by the manual's number of the field.
+/// A field of stat behind the name, by the manual's number.
 std::string plainField(Pid pid, int number) {
     const std::string line = contentOf("/proc/" + std::to_string(pid) + "/stat");
     return wordAt(line.substr(line.rfind(')') + 1), number - 3);

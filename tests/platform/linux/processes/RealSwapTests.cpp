@@ -36,8 +36,8 @@ constexpr auto keptThem = "this machine's kernel keeps in memory what it is told
 constexpr std::size_t swapBytes = 48U << 20U;
 const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 
-/// A swap file that serves for one test, where the machine lets it. One test at a time has one: the kernel's counters
-/// are the whole machine's.
+/// A swap file for one test, where the machine allows it. One test at a time has one: the kernel's counters cover the
+/// whole machine.
 class SwapFile {
 public:
     SwapFile() : turn_(::open("/proc/swaps", O_RDONLY | O_CLOEXEC)), path_(folder_.at("swap")) {
@@ -53,7 +53,7 @@ public:
     bool isOn() const { return isOn_; }
 
 private:
-    /// What mkswap writes: version and last page behind the boot block, the name at the end of the first page.
+    /// What mkswap writes: version and last page behind the boot block, the signature at the end of the first page.
     bool make() const {
         std::string bytes(swapBytes, '\0');
         const std::array<std::uint32_t, 2> header{1, static_cast<std::uint32_t>(swapBytes / page - 1)};
@@ -69,7 +69,7 @@ private:
     bool isOn_ = false;
 };
 
-/// A number of a kernel file, such as "pswpin 12" or "SwapFree:   64 kB".
+/// A number in a kernel file, such as "pswpin 12" or "SwapFree: 64 kB".
 std::uint64_t kernelFigure(const std::string& file, const std::string& name) {
     std::istringstream text(testing::contentOf(file));
     std::string word;
@@ -96,7 +96,7 @@ struct Reading {
     KernelSwap kernels;
 };
 
-/// Which pages are in memory, also as what the kernel keeps of those it wrote out.
+/// The pages in memory, including those the kernel keeps after writing them out.
 std::vector<std::size_t> residentPages(char* memory) {
     std::vector<unsigned char> flags(childBytes / page);
     ::mincore(memory, childBytes, flags.data());
@@ -106,9 +106,9 @@ std::vector<std::size_t> residentPages(char* memory) {
     return resident;
 }
 
-/// Until most of it is nowhere but on the disk, for half a minute at most. What was only just written stays in memory
-/// until it is looked at and sent out a second time. Pages that are out are left there: where the disk is slow, to get
-/// all of them back for each turn would never come to an end.
+/// Until most of it is only on the disk, for half a minute at most. A freshly written page stays in memory until it is
+/// examined and sent out a second time. Pages already out are left there: on a slow disk, reading all of them back each
+/// round would never end.
 void sendOut(char* memory) {
     ::madvise(memory, childBytes, MADV_PAGEOUT);
     for (int turn = 0; turn < 600; ++turn) {
@@ -152,7 +152,7 @@ struct RealSwapTest : ::testing::Test {
                 *memory = static_cast<char*>(mapped);
                 std::memset(*memory, 1, childBytes);
             },
-            // Out the first time, back in the second.
+            // Out the first time, back the second time.
             [memory, isOut] {
                 if (!*isOut) {
                     sendOut(*memory);
@@ -184,7 +184,7 @@ TEST_F(RealSwapTest, growthAndReadBackAreTheKernels) {
     const auto readBack = HistoryMath::readBack(later, back.ours.swapIns, start + Seconds{900});
     ASSERT_TRUE(readBack);
     EXPECT_EQ(readBack->amount, kernels);
-    // What was compared holds either way, but it was too little to show much.
+    // The comparison held either way, but too little was sent out to show much.
     if (grown < static_cast<std::int64_t>(childBytes / 2) || kernels < childBytes / 2) GTEST_SKIP() << keptThem;
 }
 

@@ -29,7 +29,7 @@ protected:
         const auto inspection = proc_.inspection();
         Sweeper sweeper(*inspection);
         sweeper.sweep();
-        // One question without a sweep tells the same.
+        // A single question without a sweep gives the same answer.
         const auto once = proc_.inspection();
         once->bsdRecord(pid);
         EXPECT_EQ(once->belongsToSystem(pid), sweeper.readings[pid].system);

@@ -16,7 +16,7 @@ using ::testing::HasSubstr;
 
 namespace {
 
-/// A socket that a log would stand behind.
+/// A socket in place of the journal's.
 class Listener {
 public:
     explicit Listener(const std::string& path) : socket_(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK, 0)) {

@@ -30,7 +30,7 @@ struct AccessibilityFrontmostTest : ::testing::Test {
     bool isListening() {
         return runUntil([this] { return registry->calls.size() >= 2; });
     }
-    /// The first word may be too early for the subscription.
+    /// The first event may come too early for the subscription.
     static bool comesForward(const AccessibilityFrontmost& source, const Speaker& speaker) {
         return runUntil([&] {
             speaker.say("Activate");

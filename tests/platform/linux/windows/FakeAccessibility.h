@@ -51,7 +51,7 @@ public:
     FakeService service;
 };
 
-/// Where listeners say which events they want.
+/// Where listeners register the events they want.
 class Registry : public FakeService {
 public:
     explicit Registry(const PrivateBus& bus)
@@ -59,7 +59,7 @@ public:
                       [](const std::string&) { return g_variant_new("()"); }) {}
 };
 
-/// A program with one window that tells screen readers of its turns.
+/// A program with one window that reports its activations to screen readers.
 class Speaker {
 public:
     Speaker(const PrivateBus& bus, const std::string& name, const std::string& path = "/window")

@@ -11,8 +11,8 @@
 
 namespace tolvane::linuxhost::testing {
 
-/// As much of KWin as a script's life needs: it takes a file under a name once, and runs it at the word "start". What
-/// its scripts would do then is done by the test.
+/// As much of KWin as a script's life needs: it takes a file under a name once, and runs it on "start". The test does
+/// what its scripts would do then.
 class FakeKWin {
 public:
     static constexpr const char* watching = "dev.tolvane.Tolvane.windows";
@@ -33,9 +33,9 @@ public:
     void list(const std::string& lines) const { report("Listed", g_variant_new("(s)", lines.c_str())); }
     void close() const { report("Closed", nullptr); }
 
-    /// By name: the texts that it took and holds.
+    /// By name: the scripts it has loaded.
     std::map<std::string, std::string> scripts;
-    /// Of the watching script that runs: whom it reports to.
+    /// The unique name that the running watching script reports to.
     std::string listener;
     std::string file;
 

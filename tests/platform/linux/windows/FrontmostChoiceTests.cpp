@@ -29,7 +29,7 @@ using testing::PrivateBus;
 using testing::Registry;
 using testing::Speaker;
 
-/// A Wayland session whose compositor keeps its windows to itself, with two applications: an editor, and this test.
+/// A Wayland session whose compositor does not list its windows, with two applications: an editor, and this test.
 struct FrontmostChoiceTest : ::testing::Test {
     TemporaryFolder home;
     PrivateBus session;
