@@ -13,7 +13,7 @@ inline constexpr std::size_t commLimit = 15;
 bool isCutShort(std::string_view comm, std::string_view executable);
 
 /// The name that a person knows the process by: `comm`, whole again where the kernel cut it, from the executable or
-/// the first arguments; the executable's where `comm` says nothing of the program, as Node's "MainThread".
+/// the first arguments; the executable's where `comm` says nothing of the program, as Node's "node-MainThread".
 /// `executable` is a path and may be empty.
 std::string_view processName(std::string_view comm, std::string_view executable,
                              std::span<const std::string_view> arguments);

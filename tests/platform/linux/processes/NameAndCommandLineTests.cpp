@@ -75,6 +75,22 @@ TEST(ProcessName, aNameThatSaysNothingGivesWayToTheExecutables) {
     EXPECT_EQ(nameOf("", ""), "");
 }
 
+TEST(ProcessName, theNameOfAFirstThreadGivesWayHoweverItIsWritten) {
+    EXPECT_EQ(nameOf("node-MainThread", "/usr/bin/node"), "node");
+    EXPECT_EQ(nameOf("Main Thread", "/opt/tool/tool"), "tool");
+    EXPECT_EQ(nameOf("main_thread", "/opt/tool/tool"), "tool");
+    EXPECT_EQ(nameOf("electron-MainTh", "/opt/editor/electron"), "electron");
+    EXPECT_EQ(nameOf("node-MainThread", ""), "node");
+    EXPECT_FALSE(isCutShort("node-MainThread", "/usr/bin/node"));
+}
+
+TEST(ProcessName, aScriptWithMainInItsNameKeepsIt) {
+    EXPECT_EQ(nameOf("shop-main", "/usr/bin/python3.11", {"/usr/bin/python3", "/srv/shop-main"}), "shop-main");
+    EXPECT_EQ(nameOf("site-maintainer", "/usr/bin/python3.11", {"python3", "/srv/site-maintainer"}), "site-maintainer");
+    EXPECT_EQ(nameOf("my-shop-mainten", "/usr/bin/python3.11", {"python3", "/srv/my-shop-maintenance"}),
+              "my-shop-maintenance");
+}
+
 TEST(ProcessName, argumentsAreOnlyWantedForACutName) {
     EXPECT_FALSE(isCutShort("node", "/usr/bin/node"));
     EXPECT_FALSE(isCutShort("gnome-terminal-", "/usr/libexec/gnome-terminal-server"));
