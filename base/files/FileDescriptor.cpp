@@ -1,6 +1,12 @@
 #include "base/files/FileDescriptor.h"
 
-namespace tolvane::Files {
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace tolvane {
 
 namespace {
 
@@ -13,17 +19,16 @@ auto untilUninterrupted(const Call& call) {
 
 }  // namespace
 
-FileDescriptor::FileDescriptor(const std::string& path, int flags, mode_t mode)
-    : number_(untilUninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); })) {}
-
-FileDescriptor::~FileDescriptor() {
-    if (isOpen()) ::close(number_);
+FileDescriptor FileDescriptor::open(const std::string& path, int flags, unsigned mode) {
+    return FileDescriptor(untilUninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); }));
 }
 
-std::optional<struct stat> FileDescriptor::regularStatus() const {
+void FileDescriptor::close() const { ::close(number_); }
+
+std::optional<std::uint64_t> FileDescriptor::regularSize() const {
     struct stat status{};
     if (::fstat(number_, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-    return status;
+    return static_cast<std::uint64_t>(status.st_size);
 }
 
 std::optional<std::size_t> FileDescriptor::readAt(std::uint64_t offset, char* buffer, std::size_t size) const {
@@ -52,10 +57,4 @@ std::size_t FileDescriptor::writeOnce(std::string_view bytes) const {
     return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-std::optional<FileDescriptor> openForReading(const std::string& path) {
-    FileDescriptor file(path, O_RDONLY | O_NONBLOCK);
-    if (!file.isOpen() || !file.regularStatus()) return std::nullopt;
-    return file;
-}
-
-}  // namespace tolvane::Files
+}  // namespace tolvane

@@ -1,43 +1,53 @@
 #pragma once
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
-namespace tolvane::Files {
+namespace tolvane {
 
-/// Owns one open file. Move-only.
+/// Owns one descriptor (a file, a pipe, a socket, a timer) and closes it. Move-only; empty where a call failed.
 class FileDescriptor {
 public:
-    /// As ::open; `isOpen` tells whether it worked. Never handed on to a child process.
-    FileDescriptor(const std::string& path, int flags, mode_t mode = 0);
+    FileDescriptor() = default;
+    /// Takes over what a call returned; -1 makes an empty one.
+    explicit FileDescriptor(int number) : number_(number) {}
     FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    FileDescriptor& operator=(FileDescriptor&&) = delete;
-    ~FileDescriptor();
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        if (this != &other) reset(std::exchange(other.number_, -1));
+        return *this;
+    }
+    ~FileDescriptor() {
+        if (number_ >= 0) close();
+    }
 
-    bool isOpen() const { return number_ >= 0; }
-    int number() const { return number_; }
-    /// None for what is no regular file.
-    std::optional<struct stat> regularStatus() const;
-    /// How many bytes arrived at `buffer`, less than `size` only at the file's end; none on failure.
+    /// As ::open, but child processes do not inherit the file. Empty with errno set when the system refuses.
+    static FileDescriptor open(const std::string& path, int flags, unsigned mode = 0);
+
+    int get() const { return number_; }
+    explicit operator bool() const { return number_ >= 0; }
+    void reset(int number = -1) {
+        if (number_ >= 0) close();
+        number_ = number;
+    }
+
+    /// The size of a regular file in bytes; nullopt for anything else.
+    std::optional<std::uint64_t> regularSize() const;
+    /// How many bytes arrived at `buffer`, fewer than `size` only at the end of the file; nullopt with errno set on
+    /// failure.
     std::optional<std::size_t> readAt(std::uint64_t offset, char* buffer, std::size_t size) const;
     /// Goes on until all is written or the disk refuses.
     bool writeAll(std::string_view bytes) const;
-    /// In one call: how many bytes were taken.
+    /// In one call: how many bytes the system took.
     std::size_t writeOnce(std::string_view bytes) const;
 
 private:
-    int number_;
+    void close() const;
+
+    int number_ = -1;
 };
 
-/// A regular file opened for reading; a pipe or a device is refused without waiting for it.
-std::optional<FileDescriptor> openForReading(const std::string& path);
-
-}  // namespace tolvane::Files
+}  // namespace tolvane

@@ -2,43 +2,26 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
+
+#include "base/files/Files.h"
 
 namespace tolvane {
 
 namespace {
 
-constexpr mode_t ownersFolder = 0700;
-constexpr mode_t ownersFile = 0600;
-
-void makeFolder(const std::string& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(std::filesystem::path(folder).parent_path(), error);
-    // One that is there, or cannot be, shows when the file is opened.
-    static_cast<void>(::mkdir(folder.c_str(), ownersFolder));
-}
+constexpr unsigned ownersFile = 0600;
 
 }  // namespace
 
 FolderLock::FolderLock(const std::string& folder) {
-    makeFolder(folder);
-    const auto path = folder + "/.lock";
-    file_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, ownersFile);
-    if (file_ < 0) return;
-    if (::flock(file_, LOCK_EX | LOCK_NB) == 0) {
-        state_ = State::held;
-    } else if (errno == EWOULDBLOCK) {
-        state_ = State::anothers;
-    }
-}
-
-FolderLock::~FolderLock() {
-    if (file_ >= 0) ::close(file_);
+    // One that cannot be made shows when the file is opened.
+    Files::makePrivateFolder(folder);
+    file_ = FileDescriptor::open(folder + "/.lock", O_RDWR | O_CREAT | O_NOFOLLOW, ownersFile);
+    if (!file_) return;
+    holds_ = ::flock(file_.get(), LOCK_EX | LOCK_NB) == 0;
+    if (!holds_ && errno != EWOULDBLOCK) file_.reset();
 }
 
 }  // namespace tolvane

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <string>
-#include <utility>
+
+#include "base/files/FileDescriptor.h"
 
 namespace tolvane {
 
@@ -14,22 +15,14 @@ public:
     /// Makes the folder, for its owner alone, when it is not there.
     explicit FolderLock(const std::string& folder);
 
-    FolderLock(FolderLock&& other) noexcept
-        : file_(std::exchange(other.file_, -1)), state_(std::exchange(other.state_, State::none)) {}
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
-    FolderLock& operator=(FolderLock&&) = delete;
-    ~FolderLock();
-
     /// A folder that cannot hold a file is neither held nor another's: nothing can be stored in it anyway.
-    bool isHeld() const { return state_ == State::held; }
-    bool isAnothers() const { return state_ == State::anothers; }
+    bool isHeld() const { return file_ && holds_; }
+    bool isAnothers() const { return file_ && !holds_; }
 
 private:
-    enum class State { none, held, anothers };
-
-    int file_ = -1;
-    State state_ = State::none;
+    /// Empty where there is no lock to speak of.
+    FileDescriptor file_;
+    bool holds_ = false;
 };
 
 }  // namespace tolvane

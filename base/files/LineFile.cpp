@@ -3,7 +3,8 @@
 #include <cstring>
 #include <utility>
 
-#include "base/Simdjson.h"
+#include "base/UTF8.h"
+#include "base/files/Files.h"
 
 namespace tolvane::Files {
 
@@ -18,9 +19,9 @@ constexpr std::size_t longestLine = 16U * 1024U * 1024U;
 
 std::optional<LineFile> LineFile::open(const std::string& path, std::size_t padding) {
     auto file = openForReading(path);
-    if (!file) return std::nullopt;
-    const auto status = file->regularStatus();
-    return LineFile(std::move(*file), static_cast<std::uint64_t>(status->st_size), padding);
+    const auto size = file.regularSize();
+    if (!size) return std::nullopt;
+    return LineFile(std::move(file), *size, padding);
 }
 
 std::optional<LineFile::Line> LineFile::next() {
@@ -97,7 +98,7 @@ bool LineFile::check() {
     const std::string_view bytes(buffer_.get() + checked_, end_ - checked_);
     const auto feed = bytes.rfind('\n');
     const std::size_t whole = atEnd_ ? bytes.size() : feed == std::string_view::npos ? 0 : feed + 1;
-    if (!simdjson::validate_utf8(bytes.substr(0, whole))) return false;
+    if (!UTF8::isValid(bytes.substr(0, whole))) return false;
     checked_ += whole;
     return true;
 }

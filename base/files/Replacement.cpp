@@ -1,5 +1,10 @@
 #include "base/files/Replacement.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 
@@ -31,14 +36,14 @@ Replacement::Replacement(const std::string& path, Access access)
       temporary_(temporaryFor(std::filesystem::path(path))) {
     const auto rights = access == Access::ownerOnly ? ownerOnlyMode : rightsOf(path);
     ::unlink(temporary_.c_str());
-    file_.emplace(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights.value_or(usualMode));
-    if (!note(file_->isOpen())) return;
+    file_ = FileDescriptor::open(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights.value_or(usualMode));
+    if (!note(static_cast<bool>(file_))) return;
     // The mask of new files does not bind those whose rights are settled.
-    if (rights) note(::fchmod(file_->number(), *rights) == 0);
+    if (rights) note(::fchmod(file_.get(), *rights) == 0);
 }
 
 Replacement::~Replacement() {
-    if (!temporary_.empty() && file_->isOpen()) ::unlink(temporary_.c_str());
+    if (!temporary_.empty() && file_) ::unlink(temporary_.c_str());
 }
 
 bool Replacement::note(bool worked) {
@@ -46,15 +51,15 @@ bool Replacement::note(bool worked) {
     return worked;
 }
 
-bool Replacement::write(std::string_view bytes) { return failure_ == 0 && note(file_->writeAll(bytes)); }
+bool Replacement::write(std::string_view bytes) { return failure_ == 0 && note(file_.writeAll(bytes)); }
 
 bool Replacement::commit(const std::optional<std::string>& keepOldAs) {
-    if (failure_ != 0 || !note(::fsync(file_->number()) == 0)) return false;
+    if (failure_ != 0 || !note(::fsync(file_.get()) == 0)) return false;
     if (keepOldAs && !note(std::rename(path_.c_str(), keepOldAs->c_str()) == 0)) return false;
     if (!note(std::rename(temporary_.c_str(), path_.c_str()) == 0)) return false;
     temporary_.clear();
-    const FileDescriptor folder(folder_, O_RDONLY | O_DIRECTORY);
-    if (folder.isOpen()) ::fsync(folder.number());
+    const auto folder = FileDescriptor::open(folder_, O_RDONLY | O_DIRECTORY);
+    if (folder) ::fsync(folder.get());
     return true;
 }
 

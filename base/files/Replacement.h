@@ -40,7 +40,7 @@ private:
     std::string path_;
     std::string folder_;
     std::string temporary_;
-    std::optional<FileDescriptor> file_;
+    FileDescriptor file_;
     int failure_ = 0;
 };
 

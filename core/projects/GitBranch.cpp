@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "base/files/TextFile.h"
+#include "base/files/Files.h"
 #include "core/projects/Run.h"
 
 namespace tolvane::GitBranch {
@@ -18,11 +18,6 @@ constexpr std::string_view refPrefix = "ref: ";
 constexpr std::string_view headsPrefix = "refs/heads/";
 /// No branch can have this name: it stands in the head of a repository that keeps its references in a table.
 constexpr std::string_view inTable = ".invalid";
-
-bool isFolder(const files::path& path) {
-    std::error_code ignored;
-    return files::is_directory(path, ignored);
-}
 
 bool isFile(const files::path& path) {
     std::error_code ignored;
@@ -52,8 +47,8 @@ bool anyLine(std::string_view text, Accept accept) {
 /// A linked worktree or a submodule has a file that names the folder elsewhere.
 std::optional<files::path> gitFolder(const files::path& root) {
     auto dotGit = root / ".git";
-    if (isFolder(dotGit)) return dotGit;
-    const auto text = readTextFile(dotGit.string());
+    if (Files::isFolder(dotGit.string())) return dotGit;
+    const auto text = Files::readText(dotGit.string());
     if (!text) return std::nullopt;
     std::optional<files::path> folder;
     anyLine(*text, [&](std::string_view line) {
@@ -66,13 +61,13 @@ std::optional<files::path> gitFolder(const files::path& root) {
 
 /// Where the refs are, which worktrees of one repository share.
 files::path commonFolder(const files::path& gitFolder) {
-    const auto text = readTextFile((gitFolder / "commondir").string());
+    const auto text = Files::readText((gitFolder / "commondir").string());
     const auto place = text ? trimmed(*text) : std::string_view{};
     return place.empty() ? gitFolder : (gitFolder / place).lexically_normal();
 }
 
 bool isPacked(const files::path& commonFolder, std::string_view ref) {
-    const auto packed = readTextFile((commonFolder / "packed-refs").string());
+    const auto packed = Files::readText((commonFolder / "packed-refs").string());
     if (!packed) return false;
     const auto ending = " " + std::string(ref);
     return anyLine(*packed, [&](std::string_view line) { return line.ends_with(ending); });
@@ -83,7 +78,7 @@ bool isPacked(const files::path& commonFolder, std::string_view ref) {
 BranchState read(std::string_view root) {
     const auto folder = gitFolder(files::path(root));
     if (!folder) return {};
-    const auto text = readTextFile((*folder / "HEAD").string());
+    const auto text = Files::readText((*folder / "HEAD").string());
     if (!text) return {};
     const auto head = trimmed(*text);
     if (!head.starts_with(std::string(refPrefix) + std::string(headsPrefix))) return {};

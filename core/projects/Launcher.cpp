@@ -1,13 +1,12 @@
 #include "core/projects/Launcher.h"
 
-#include <filesystem>
-#include <system_error>
+#include "base/Paths.h"
+#include "base/files/Files.h"
 
 namespace tolvane::Launcher {
 
 std::optional<Pid> start(ProcessControl& control, const ParkedCommand& command, const std::string& log) {
-    std::error_code ignored;
-    std::filesystem::create_directories(std::filesystem::path(log).parent_path(), ignored);
+    Files::makeFolder(std::string(Paths::parent(log)));
     return control.start({.executable = command.executable,
                           .args = command.args,
                           .environment = command.env,

@@ -1,8 +1,6 @@
 #include "core/rules/RulesDocument.h"
 
 #include <cstddef>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include "base/Paths.h"
@@ -18,13 +16,6 @@ namespace {
 /// Ten thousand rules and more.
 constexpr std::size_t largestFile = std::size_t{4} << 20U;
 
-std::optional<FileError> makeFolder(const std::string& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (!error) return std::nullopt;
-    return FileError{.code = error.value(), .path = folder};
-}
-
 }  // namespace
 
 Result<RulesDocument, std::string> RulesDocument::read(const std::string& path) {
@@ -36,7 +27,7 @@ Result<RulesDocument, std::string> RulesDocument::read(const std::string& path) 
 }
 
 std::optional<std::string> RulesDocument::write(const std::string& path) const {
-    if (const auto error = makeFolder(std::string(Paths::parent(path)))) return error->text();
+    if (const auto error = Files::makeFolder(std::string(Paths::parent(path)))) return error->text();
     Files::Replacement file(path, Files::Access::usual);
     if (file.write(RuleFile::encode(rules)) && file.commit()) return std::nullopt;
     return FileError{.code = file.failure(), .path = path}.text();

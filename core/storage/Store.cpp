@@ -55,7 +55,10 @@ void appendLine(const std::string& path, const Record& record) {
 
 }  // namespace
 
-Store::Store(std::string folder) : directory(std::move(folder)) { Files::makePrivateFolder(directory); }
+Store::Store(std::string folder) : directory(std::move(folder)) {
+    Files::makePrivateFolder(directory);
+    Files::keepToOwner(directory);
+}
 
 std::vector<Rule> Store::loadRules() const { return loadList<Rule>(rulesPath(*this)).value_or(Rule::presets()); }
 

@@ -6,9 +6,9 @@
 #include <cerrno>
 #include <utility>
 
+#include "base/files/FileDescriptor.h"
 #include "platform/linux/acts/LinuxProcessControl.h"
 #include "platform/linux/acts/SpawnPlan.h"
-#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "base/files/FileDescriptor.h"
 #include "platform/ChildProcesses.h"
-#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

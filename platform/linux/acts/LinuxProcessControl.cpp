@@ -8,10 +8,10 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "base/files/FileDescriptor.h"
+#include "base/files/Files.h"
 #include "platform/linux/machine/LinuxClockFacts.h"
 #include "platform/linux/processes/ProcStatFile.h"
-#include "platform/linux/text/FileDescriptor.h"
-#include "platform/linux/text/Files.h"
 #include "platform/linux/text/KernelText.h"
 #include "platform/linux/text/Scan.h"
 
@@ -76,7 +76,7 @@ bool LinuxProcessControl::isAncestor(Pid pid) const {
 
 bool LinuxProcessControl::isAllowed(Pid pid) const {
     if (pid < 2 || pid == ::getpid() || isAncestor(pid)) return false;
-    const auto status = readWholeFile(proc_ + "/" + std::to_string(pid) + "/status", procFileLimit);
+    const auto status = Files::readKernelFile(proc_ + "/" + std::to_string(pid) + "/status", procFileLimit);
     return status && userOf(*status) == ::getuid();
 }
 
@@ -93,7 +93,7 @@ std::vector<Pid> LinuxProcessControl::threads(Pid pid) const {
 std::vector<Pid> LinuxProcessControl::children(Pid pid) const {
     std::vector<Pid> found;
     for (const Pid thread : threads(pid)) {
-        const auto text = readWholeFile(
+        const auto text = Files::readKernelFile(
             proc_ + "/" + std::to_string(pid) + "/task/" + std::to_string(thread) + "/children", procFileLimit);
         std::string_view rest = text ? std::string_view(*text) : std::string_view();
         for (auto word = Scan::word(rest); !word.empty(); word = Scan::word(rest)) {

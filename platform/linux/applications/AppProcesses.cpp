@@ -9,13 +9,13 @@
 #include <numeric>
 #include <optional>
 
+#include "base/files/Files.h"
 #include "platform/Applications.h"
 #include "platform/linux/applications/AppUnit.h"
 #include "platform/linux/processes/ExecutableOf.h"
 #include "platform/linux/processes/ProcStatFile.h"
 #include "platform/linux/processes/ProcStatus.h"
 #include "platform/linux/text/DesktopEntry.h"
-#include "platform/linux/text/Files.h"
 #include "platform/linux/text/Scan.h"
 
 namespace tolvane::linuxhost {
@@ -25,7 +25,7 @@ namespace {
 constexpr std::size_t procFileLimit = 1U << 20U;
 
 std::string read(const std::string& proc, Pid pid, const char* name) {
-    return readWholeFile(proc + "/" + std::to_string(pid) + "/" + name, procFileLimit).value_or("");
+    return Files::readKernelFile(proc + "/" + std::to_string(pid) + "/" + name, procFileLimit).value_or("");
 }
 
 std::vector<Pid> allPids(const std::string& proc) {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/files/Files.h"
 #include "platform/linux/applications/AppUnit.h"
 #include "platform/linux/machine/LinuxClockFacts.h"
 #include "platform/linux/processes/ProcStatFile.h"
-#include "platform/linux/text/Files.h"
 #include "platform/linux/text/Scan.h"
 
 namespace tolvane::linuxhost {
@@ -48,7 +48,7 @@ private:
     }
 
     std::string read(Pid pid, const char* name) const {
-        return readWholeFile(proc_ + "/" + std::to_string(pid) + "/" + name, procFileLimit).value_or("");
+        return Files::readKernelFile(proc_ + "/" + std::to_string(pid) + "/" + name, procFileLimit).value_or("");
     }
 
     const DesktopEntry* ofControlGroup() const {

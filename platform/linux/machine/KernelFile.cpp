@@ -14,7 +14,7 @@ constexpr std::size_t pieceSize = 8192;
 
 }  // namespace
 
-KernelFile::KernelFile(const std::string& path) : descriptor_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
+KernelFile::KernelFile(const std::string& path) : descriptor_(FileDescriptor::open(path, O_RDONLY)) {}
 
 std::optional<std::string> KernelFile::read() const {
     if (!descriptor_) return std::nullopt;

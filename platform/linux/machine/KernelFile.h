@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

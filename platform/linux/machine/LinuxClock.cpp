@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/files/FileDescriptor.h"
 #include "platform/linux/machine/LinuxClockFacts.h"
-#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "base/files/Files.h"
 #include "platform/linux/machine/PressureReading.h"
-#include "platform/linux/text/Files.h"
 #include "platform/linux/text/KernelText.h"
 
 namespace tolvane::linuxhost {
@@ -16,11 +16,13 @@ namespace {
 constexpr std::size_t sysFileLimit = 65536;
 
 std::optional<std::uint64_t> numberIn(const std::string& path) {
-    const auto text = readWholeFile(path, sysFileLimit);
+    const auto text = Files::readKernelFile(path, sysFileLimit);
     return text ? wholeNumber<std::uint64_t>(withoutLineEnd(*text)) : std::nullopt;
 }
 
-std::set<int> coresIn(const std::string& path) { return parseCoreList(readWholeFile(path, sysFileLimit).value_or("")); }
+std::set<int> coresIn(const std::string& path) {
+    return parseCoreList(Files::readKernelFile(path, sysFileLimit).value_or(""));
+}
 
 std::set<int> coresBelowTheBest(const std::string& sys) {
     const std::string folder = sys + "/devices/system/cpu/";
@@ -89,7 +91,7 @@ std::optional<SwapUsage> LinuxMachineStatistics::swapUsage() const {
 CompressedMemory LinuxMachineStatistics::zram() const {
     CompressedMemory sum;
     for (const std::string& device : zramDevices(swaps_.read().value_or(""))) {
-        const auto text = readWholeFile(roots_.sys + "/block/" + device + "/mm_stat", sysFileLimit);
+        const auto text = Files::readKernelFile(roots_.sys + "/block/" + device + "/mm_stat", sysFileLimit);
         if (const auto use = text ? parseZram(*text) : std::nullopt) sum += *use;
     }
     return sum;

@@ -3,11 +3,10 @@
 #include <malloc.h>
 #include <sys/mman.h>
 
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 
+#include "base/files/Files.h"
 #include "platform/linux/text/Scan.h"
 
 namespace tolvane::linuxhost::OwnMemory {
@@ -15,6 +14,8 @@ namespace tolvane::linuxhost::OwnMemory {
 namespace {
 
 constexpr int hexadecimal = 16;
+/// A program of many libraries has less than a megabyte of them.
+constexpr std::size_t mappingsLimit = std::size_t{64} << 20U;
 
 /// None for a line that begins no mapping, or one of another kind.
 ///
@@ -41,10 +42,7 @@ bool beginsMapping(std::string_view line) {
     return !first.empty() && !first.ends_with(':');
 }
 
-std::string ownMappings() {
-    std::ifstream file("/proc/self/smaps");
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+std::string ownMappings() { return Files::readKernelFile("/proc/self/smaps", mappingsLimit).value_or(""); }
 
 }  // namespace
 

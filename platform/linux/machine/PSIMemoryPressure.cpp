@@ -11,9 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/files/Files.h"
 #include "platform/linux/machine/PressureReading.h"
-#include "platform/linux/text/FileDescriptor.h"
-#include "platform/linux/text/Files.h"
 
 namespace tolvane::linuxhost {
 
@@ -33,7 +32,7 @@ bool isKernelFile(int descriptor) {
 
 /// The file with the order placed in it; empty where the kernel refuses, as before about 6.4 for ordinary users.
 FileDescriptor placeTrigger(const std::string& file) {
-    FileDescriptor order(::open(file.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    auto order = FileDescriptor::open(file, O_RDWR | O_NONBLOCK);
     if (!order || !isKernelFile(order.get())) return {};
     // The kernel wants the NUL too.
     if (::write(order.get(), trigger.data(), trigger.size() + 1) < 0) return {};
@@ -105,7 +104,7 @@ private:
     }
 
     std::optional<PressureAverages> averages() const {
-        const auto text = readWholeFile(settings_.file, fileLimit);
+        const auto text = Files::readKernelFile(settings_.file, fileLimit);
         return text ? parsePressure(*text) : std::nullopt;
     }
 

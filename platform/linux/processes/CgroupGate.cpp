@@ -33,8 +33,6 @@ int openFilesLimit() {
     return static_cast<int>(std::min<rlim_t>(limit.rlim_cur, std::numeric_limits<int>::max()));
 }
 
-FileDescriptor openFile(const std::string& path) { return FileDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC)); }
-
 }  // namespace
 
 std::optional<std::uint64_t> parseUsage(std::string_view cpuStat) {
@@ -88,13 +86,13 @@ void CgroupGate::leave(Group group) {
 void CgroupGate::openUsage(Slot& slot) const {
     std::string path = mount_ + slot.path;
     while (path.size() > mount_.size() && isThreaded(path)) path.resize(path.rfind('/'));
-    if (path.size() > mount_.size()) slot.usageFile = openFile(path + "/cpu.stat");
+    if (path.size() > mount_.size()) slot.usageFile = FileDescriptor::open(path + "/cpu.stat", O_RDONLY);
     if (slot.usageFile.get() >= descriptorLimit_) slot.usageFile = FileDescriptor();
 }
 
 bool CgroupGate::isThreaded(const std::string& path) const {
     Buffer buffer;
-    const FileDescriptor file = openFile(path + "/cgroup.type");
+    const auto file = FileDescriptor::open(path + "/cgroup.type", O_RDONLY);
     const auto type = file ? readAt(file, buffer) : std::nullopt;
     return type && type->starts_with("threaded");
 }

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

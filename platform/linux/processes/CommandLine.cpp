@@ -1,13 +1,10 @@
 #include "platform/linux/processes/CommandLine.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/Files.h"
 #include "platform/linux/text/KernelText.h"
 #include "platform/linux/text/Scan.h"
 
@@ -121,13 +118,11 @@ std::vector<std::string> argumentsOfTitle(std::string_view title, std::string_vi
 }
 
 std::optional<std::string> executableHead(const std::string& path) {
+    // As much as the kernel reads of a script for its first line.
+    constexpr std::size_t headSize = 256;
     struct stat facts{};
     if (::stat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) || (facts.st_mode & 0111) == 0) return {};
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    std::array<char, 256> head{};
-    const ssize_t length = file ? ::read(file.get(), head.data(), head.size()) : -1;
-    if (length < 0) return std::nullopt;
-    return std::string(head.data(), static_cast<std::size_t>(length));
+    return Files::readStart(path, headSize);
 }
 
 }  // namespace tolvane::linuxhost

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/files/FileDescriptor.h"
 #include "platform/linux/processes/ProcFiles.h"
-#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

@@ -59,7 +59,7 @@ PidPath::PidPath(Pid pid, std::string_view leaf) {
 }
 
 ProcFiles::ProcFiles(const std::string& root, Observer observer)
-    : folder_(::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+    : folder_(FileDescriptor::open(root, O_RDONLY | O_DIRECTORY)),
       observer_(std::move(observer)),
       buffer_(std::make_unique_for_overwrite<char[]>(bufferSize)) {}
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/Pid.h"
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

@@ -1,6 +1,6 @@
 #include "platform/linux/processes/ProcStatFile.h"
 
-#include "platform/linux/text/Files.h"
+#include "base/files/Files.h"
 
 namespace tolvane::linuxhost {
 
@@ -11,7 +11,7 @@ constexpr std::size_t procFileLimit = 65536;
 }  // namespace
 
 std::optional<ProcStat> readProcStat(const std::string& proc, Pid pid) {
-    const auto text = readWholeFile(proc + "/" + std::to_string(pid) + "/stat", procFileLimit);
+    const auto text = Files::readKernelFile(proc + "/" + std::to_string(pid) + "/stat", procFileLimit);
     auto stat = text ? parseProcStat(*text) : std::nullopt;
     if (stat) stat->comm = {};
     return stat;

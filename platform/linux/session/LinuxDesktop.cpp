@@ -1,13 +1,11 @@
 #include "platform/linux/session/LinuxDesktop.h"
 
-#include <fcntl.h>
 #include <gio/gdesktopappinfo.h>
-#include <unistd.h>
 
 #include <filesystem>
 
+#include "base/files/Files.h"
 #include "platform/linux/text/ExecLine.h"
-#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -16,19 +14,10 @@ namespace {
 /// Enough for the signatures that tell file types apart.
 constexpr std::size_t sampleSize = 4096;
 
-std::string sampleOf(const std::string& path) {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    std::string sample(sampleSize, '\0');
-    const auto length = file ? ::read(file.get(), sample.data(), sample.size()) : -1;
-    sample.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-    return sample;
-}
-
 /// By name and, where that is not enough, by the first bytes.
 std::string contentType(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) return "inode/directory";
-    const std::string sample = sampleOf(path);
+    if (Files::isFolder(path)) return "inode/directory";
+    const std::string sample = Files::readStart(path, sampleSize).value_or("");
     const auto* bytes = reinterpret_cast<const unsigned char*>(sample.data());
     return textOf(g_content_type_guess(path.c_str(), bytes, sample.size(), nullptr));
 }

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/files/FileDescriptor.h"
 #include "platform/SystemLog.h"
-#include "platform/linux/text/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 

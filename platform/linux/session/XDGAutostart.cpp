@@ -8,10 +8,11 @@
 #include <climits>
 #include <system_error>
 
+#include "base/files/Files.h"
+#include "base/files/Replacement.h"
 #include "platform/linux/processes/ExecutableOf.h"
 #include "platform/linux/text/DesktopEntry.h"
 #include "platform/linux/text/ExecLine.h"
-#include "platform/linux/text/Files.h"
 #include "platform/linux/text/GLibOwned.h"
 #include "platform/linux/text/Scan.h"
 
@@ -85,8 +86,8 @@ std::string runningProgram(const Environment& environment) {
     return program;
 }
 
-std::string wordsFor(const std::string& path, const char* what) {
-    return path + " could not be " + what + ": " + std::error_code(errno, std::generic_category()).message() + ".";
+std::string wordsFor(const std::string& path, const char* what, int error) {
+    return path + " could not be " + what + ": " + std::error_code(error, std::generic_category()).message() + ".";
 }
 
 }  // namespace
@@ -120,9 +121,11 @@ LoginStatus XDGAutostart::status() const {
 }
 
 std::optional<std::string> XDGAutostart::write(const std::string& entry) const {
-    const auto beside = writeBeside(userFile(), entry);
-    if (!beside || !moveInto(userFile(), *beside)) return wordsFor(userFile(), "written");
-    return std::nullopt;
+    const auto failure = [&](int error) { return wordsFor(userFile(), "written", error); };
+    if (const auto error = Files::makePrivateFolder(places_.folder)) return failure(error->code);
+    Files::Replacement file(userFile(), Files::Access::ownerOnly);
+    if (file.write(entry) && file.commit()) return std::nullopt;
+    return failure(file.failure());
 }
 
 std::optional<std::string> XDGAutostart::enroll() {
@@ -134,7 +137,7 @@ std::optional<std::string> XDGAutostart::enroll() {
 std::optional<std::string> XDGAutostart::withdraw() {
     if (isInstalledForAll()) return write(hiddenEntry);
     if (::unlink(userFile().c_str()) == 0 || errno == ENOENT) return std::nullopt;
-    return wordsFor(userFile(), "removed");
+    return wordsFor(userFile(), "removed", errno);
 }
 
 }  // namespace tolvane::linuxhost

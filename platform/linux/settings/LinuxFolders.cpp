@@ -9,6 +9,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/files/Files.h"
+
 namespace tolvane::linuxhost {
 
 namespace {
@@ -57,11 +59,6 @@ bool exists(const std::string& path) {
     return std::filesystem::exists(path, ignored);
 }
 
-bool isFolder(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::is_directory(path, ignored);
-}
-
 std::optional<std::string> withHome(std::optional<std::string> path, const std::string& home) {
     if (!path || !path->starts_with("~/")) return path;
     return below(home, path->substr(2));
@@ -89,9 +86,9 @@ std::optional<std::string> homeOfAccount(unsigned uid) {
 std::optional<std::string> LinuxFolders::syncFolder() const {
     if (auto brought = below(home_, "Library/Mobile Documents/com~apple~CloudDocs"); exists(brought)) return brought;
     const auto chosen = chosenSync_ ? chosenSync_() : std::nullopt;
-    if (auto named = absolute(withHome(chosen, home_))) return isFolder(*named) ? named : std::nullopt;
+    if (auto named = absolute(withHome(chosen, home_))) return Files::isFolder(*named) ? named : std::nullopt;
     for (const auto name : knownSyncFolders) {
-        if (auto folder = below(home_, name); isFolder(folder)) return folder;
+        if (auto folder = below(home_, name); Files::isFolder(folder)) return folder;
     }
     return std::nullopt;
 }

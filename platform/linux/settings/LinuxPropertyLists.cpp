@@ -1,7 +1,7 @@
 #include "platform/linux/settings/LinuxPropertyLists.h"
 
+#include "base/files/Files.h"
 #include "platform/linux/settings/PropertyList.h"
-#include "platform/linux/text/Files.h"
 
 namespace tolvane::linuxhost {
 
@@ -13,7 +13,7 @@ constexpr std::size_t maximumFileSize = 1U << 20U;
 }  // namespace
 
 std::optional<std::string> LinuxPropertyLists::text(const std::string& path, std::string_view key) {
-    const auto bytes = readWholeFile(path, maximumFileSize);
+    const auto bytes = Files::readUpTo(path, maximumFileSize);
     const auto list = bytes ? PropertyList::parseAnyForm(*bytes) : std::nullopt;
     if (!list) return std::nullopt;
     const auto values = list->values();

@@ -2,11 +2,12 @@
 
 #include <sys/stat.h>
 
-#include <cstdio>
 #include <filesystem>
 
+#include "base/Paths.h"
+#include "base/files/Files.h"
+#include "base/files/Replacement.h"
 #include "platform/linux/settings/PropertyList.h"
-#include "platform/linux/text/Files.h"
 
 namespace tolvane::linuxhost {
 
@@ -24,7 +25,7 @@ struct StoredList {
 StoredList load(const std::string& path) {
     struct stat facts{};
     if (::stat(path.c_str(), &facts) != 0) return {};
-    const auto text = readWholeFile(path, maximumFileSize);
+    const auto text = Files::readUpTo(path, maximumFileSize);
     auto list = text ? PropertyList::parse(*text) : std::nullopt;
     if (!list) return {.list = {}, .isDamaged = true};
     return {.list = std::move(*list)};
@@ -59,10 +60,9 @@ void PlistPreferences::save() {
     StoredList stored = load(path_);
     for (const std::string& key : unsaved_) stored.list.set(key, values_.at(key));
     const std::string target = targetOf(path_);
-    const auto beside = writeBeside(target, stored.list.xml());
-    if (!beside) return;
-    if (stored.isDamaged) std::rename(target.c_str(), (target + ".damaged").c_str());
-    if (moveInto(target, *beside)) unsaved_.clear();
+    if (Files::makePrivateFolder(std::string(Paths::parent(target)))) return;
+    const auto damaged = stored.isDamaged ? std::optional(target + ".damaged") : std::nullopt;
+    if (Files::replace(target, stored.list.xml(), Files::Access::ownerOnly, damaged)) unsaved_.clear();
 }
 
 }  // namespace tolvane::linuxhost

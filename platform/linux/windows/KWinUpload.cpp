@@ -6,7 +6,7 @@
 
 #include <utility>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 
 namespace tolvane::linuxhost {
 
@@ -17,8 +17,8 @@ std::string fileOf(const std::string& folder, const std::string& text) {
     std::string file = folder + "/tolvane-XXXXXX.js";
     constexpr int suffixLength = 3;
     const FileDescriptor descriptor(::mkostemps(file.data(), suffixLength, O_CLOEXEC));
-    if (descriptor.get() < 0) return {};
-    if (::write(descriptor.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size())) return file;
+    if (!descriptor) return {};
+    if (descriptor.writeAll(text)) return file;
     ::unlink(file.c_str());
     return {};
 }

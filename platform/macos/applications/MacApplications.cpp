@@ -1,8 +1,8 @@
 #include "platform/macos/applications/MacApplications.h"
 
-#include <filesystem>
 #include <utility>
 
+#include "base/files/Files.h"
 #include "platform/macos/applications/AppBundlePath.h"
 #include "platform/macos/objc/Foundation.h"
 #include "platform/macos/session/PictureOfIcon.h"
@@ -43,12 +43,6 @@ std::string pictureName(std::string_view path) {
     return (name.size() > longest ? name.substr(name.size() - longest) : name) + ".png";
 }
 
-bool makeFolder(const std::string& path) {
-    std::error_code error;
-    std::filesystem::create_directories(path, error);
-    return !error;
-}
-
 }  // namespace
 
 MacApplications::MacApplications(ObjC runtime, std::string iconFolder)
@@ -79,7 +73,7 @@ std::string MacApplications::displayName(std::string_view appPath) {
 
 std::string MacApplications::iconName(std::string_view appPath) {
     auto picture = iconFolder_ + "/" + pictureName(appPath);
-    if (!makeFolder(iconFolder_) || !writePictureOfIcon(*runtime_, appPath, picture)) return {};
+    if (Files::makeFolder(iconFolder_) || !writePictureOfIcon(*runtime_, appPath, picture)) return {};
     return picture;
 }
 

@@ -1,20 +1,11 @@
 #include "platform/macos/session/MacDesktop.h"
 
-#include <filesystem>
 #include <utility>
 
+#include "base/files/Files.h"
 #include "platform/macos/objc/Foundation.h"
 
 namespace tolvane::machost {
-
-namespace {
-
-bool isFolder(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_directory(path, error);
-}
-
-}  // namespace
 
 MacDesktop::MacDesktop(ObjC runtime) : runtime_(std::move(runtime)) {}
 
@@ -22,7 +13,7 @@ Id MacDesktop::workspace() const { return runtime_->send(runtime_->classNamed("N
 
 void MacDesktop::reveal(const std::string& path) {
     const Pool pool(*runtime_);
-    const bool folder = isFolder(path);
+    const bool folder = Files::isFolder(path);
     const Id file = folder ? Id{} : Foundation::string(*runtime_, path);
     const Id root = Foundation::string(*runtime_, folder ? path : std::string());
     runtime_->send<bool>(workspace(), "selectFile:inFileViewerRootedAtPath:", file, root);

@@ -9,7 +9,7 @@
 
 #include <cstring>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 
 #include "tests/platform/linux/Child.h"
 

@@ -9,8 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include "base/files/Files.h"
 #include "platform/linux/processes/ProcStatFile.h"
-#include "platform/linux/text/Files.h"
 #include "tests/platform/linux/ChildProcess.h"
 
 namespace tolvane::linuxhost {
@@ -118,7 +118,7 @@ TEST(LinuxProcessControl, childrenBornMeanwhileGetItBackToo) {
     child.line().tell();
     ASSERT_TRUE(child.line().hear());
     const std::string pid = std::to_string(child.pid());
-    const auto children = readWholeFile("/proc/" + pid + "/task/" + pid + "/children", 65536);
+    const auto children = Files::readKernelFile("/proc/" + pid + "/task/" + pid + "/children", 65536);
     if (!children || children->empty()) GTEST_SKIP() << "this kernel does not list children";
     const Pid grandchild = std::stoi(*children);
     EXPECT_THAT(prioritiesOf(grandchild), Each(low(grandchild)));

@@ -8,7 +8,7 @@
 
 #include <cstring>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 #include "tests/platform/linux/EventLoop.h"
 #include "tests/platform/linux/PrivateBus.h"
 

@@ -10,7 +10,7 @@
 #include <fstream>
 #include <string>
 
-#include "platform/linux/text/FileDescriptor.h"
+#include "base/files/FileDescriptor.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
 namespace tolvane::linuxhost {

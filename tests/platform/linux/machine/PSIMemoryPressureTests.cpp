@@ -8,7 +8,6 @@
 #include <optional>
 #include <random>
 
-#include "platform/linux/text/Files.h"
 #include "tests/platform/linux/ChildProcess.h"
 #include "tests/platform/linux/EventLoop.h"
 #include "tests/platform/linux/TemporaryFolder.h"

@@ -13,12 +13,12 @@
 #include <sstream>
 #include <vector>
 
+#include "base/files/FileDescriptor.h"
 #include "core/history/HistoryMath.h"
 #include "core/sampling/ProcessReader.h"
 #include "core/sampling/SystemMemory.h"
 #include "platform/linux/machine/LinuxMachineStatistics.h"
 #include "platform/linux/processes/LinuxProcessInspection.h"
-#include "platform/linux/text/FileDescriptor.h"
 #include "tests/platform/linux/Child.h"
 #include "tests/platform/linux/TemporaryFolder.h"
 
