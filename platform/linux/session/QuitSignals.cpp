@@ -11,6 +11,8 @@
 #include <memory>
 #include <utility>
 
+#include "base/files/FileDescriptor.h"
+
 namespace tolvane::linuxhost {
 
 namespace {
@@ -34,9 +36,10 @@ public:
     explicit Listener(std::function<void()> asked) : asked_(std::move(asked)) {
         std::array<int, 2> ends = {-1, -1};
         if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-        in_ = ends[0];
+        in_.reset(ends[0]);
+        out_.reset(ends[1]);
         pipeToLoop = ends[1];
-        notifier_ = std::make_unique<QSocketNotifier>(in_, QSocketNotifier::Read);
+        notifier_ = std::make_unique<QSocketNotifier>(in_.get(), QSocketNotifier::Read);
         QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { read(); });
         for (std::size_t index = 0; index < quitSignals.size(); ++index) listen(index);
     }
@@ -44,9 +47,7 @@ public:
         for (std::size_t index = 0; index < quitSignals.size(); ++index) {
             sigaction(quitSignals[index], &before_[index], nullptr);
         }
-        notifier_.reset();
-        if (const int out = pipeToLoop.exchange(-1); out >= 0) close(out);
-        if (in_ >= 0) close(in_);
+        pipeToLoop = -1;
     }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
@@ -62,11 +63,12 @@ private:
     }
     void read() {
         std::array<char, 16> bytes{};
-        if (::read(in_, bytes.data(), bytes.size()) > 0) asked_();
+        if (::read(in_.get(), bytes.data(), bytes.size()) > 0) asked_();
     }
 
     std::function<void()> asked_;
-    int in_ = -1;
+    FileDescriptor in_;
+    FileDescriptor out_;
     std::array<struct sigaction, quitSignals.size()> before_ = {};
     std::unique_ptr<QSocketNotifier> notifier_;
 };

@@ -1,25 +1,24 @@
 #pragma once
 
+#include "base/files/FileDescriptor.h"
+
 namespace tolvane::machost {
 
 /// A pipe that owns both ends until they are closed. Children inherit neither.
 class Pipe {
 public:
     Pipe();
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
-    ~Pipe();
 
-    explicit operator bool() const { return output_ >= 0; }
+    explicit operator bool() const { return static_cast<bool>(output_); }
     /// The read end.
-    int output() const { return output_; }
+    int output() const { return output_.get(); }
     /// The write end; -1 once it is closed.
-    int input() const { return input_; }
-    void closeInput();
+    int input() const { return input_.get(); }
+    void closeInput() { input_.reset(); }
 
 private:
-    int output_ = -1;
-    int input_ = -1;
+    FileDescriptor output_;
+    FileDescriptor input_;
 };
 
 }  // namespace tolvane::machost
