@@ -1,8 +1,7 @@
 #include "base/UTF8.h"
 
+#include <simdjson.h>
 #include <unicode/utf8.h>
-
-#include "base/Simdjson.h"
 
 namespace tolvane::UTF8 {
 
@@ -28,6 +27,7 @@ Part firstPart(std::string_view bytes) {
 
 }  // namespace
 
+// Calls one function of the library and uses none of its records, whose layout depends on its settings.
 bool isValid(std::string_view bytes) { return simdjson::validate_utf8(bytes.data(), bytes.size()); }
 
 std::string repaired(std::string_view bytes) {

@@ -7,8 +7,8 @@
 #include <random>
 #include <string>
 
-#include "base/Simdjson.h"
 #include "core/json/Encode.h"
+#include "core/json/Simdjson.h"
 #include "core/storage/ActivityFields.h"
 #include "core/storage/ActivityStats.h"
 #include "core/storage/Store.h"

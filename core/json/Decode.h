@@ -18,12 +18,12 @@
 
 #include "base/Date.h"
 #include "base/Result.h"
-#include "base/Simdjson.h"
 #include "base/Text.h"
 #include "base/UUID.h"
 #include "core/json/Error.h"
 #include "core/json/Fields.h"
 #include "core/json/Reading.h"
+#include "core/json/Simdjson.h"
 #include "core/json/TextCache.h"
 
 /// Reads records in one forward pass. Unknown keys are checked and ignored; of a repeated key the last holds; null

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/Simdjson.h"
 #include "core/json/Error.h"
+#include "core/json/Simdjson.h"
 
 namespace tolvane::json {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/Simdjson.h"
+#include "core/json/Simdjson.h"
 #include "core/projects/Run.h"
 
 namespace tolvane::Docker {
