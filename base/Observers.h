@@ -8,7 +8,7 @@
 
 #include "base/Subscription.h"
 
-namespace tolvane::linuxhost {
+namespace tolvane {
 
 /// Who wants to hear of something. One that is told may end any subscription, begin new ones, or end the owner of
 /// this. One thread.
@@ -44,4 +44,4 @@ private:
     std::uint64_t last_ = 0;
 };
 
-}  // namespace tolvane::linuxhost
+}  // namespace tolvane
