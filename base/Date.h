@@ -6,18 +6,18 @@ namespace tolvane {
 
 using Seconds = std::chrono::duration<double>;
 
-/// Dates count from 2001-01-01 00:00:00 UTC, so that the number in a file is the number in memory.
+/// Dates count from 2001-01-01 00:00:00 UTC, so a file holds the same number as memory.
 struct ReferenceEpoch {};
 
-/// A point of time in double seconds since the reference epoch.
+/// A point in time in double seconds since the reference epoch.
 using Date = std::chrono::time_point<ReferenceEpoch, Seconds>;
 
 /// 2001-01-01 as seconds since 1970-01-01, both UTC.
 inline constexpr double referenceEpochInUnixSeconds = 978307200.0;
 
-/// The first day of year 1: earlier than anything that happened.
+/// The first day of year 1, earlier than any event.
 inline constexpr Date distantPast{Seconds{-63114076800.0}};
-/// The first day of year 4001: later than anything that will be compared.
+/// The first day of year 4001, later than any date that is compared with it.
 inline constexpr Date distantFuture{Seconds{63113904000.0}};
 
 constexpr Date dateFromUnixSeconds(double seconds) { return Date{Seconds{seconds - referenceEpochInUnixSeconds}}; }

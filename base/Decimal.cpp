@@ -9,7 +9,7 @@ namespace tolvane::Decimal {
 namespace {
 
 constexpr double leastPlain = 1e-4;
-/// Up to here doubles are as dense as whole numbers, give or take one.
+/// Below this, neighbouring doubles are at most 2 apart.
 constexpr double mostPlain = 0x1p54;
 
 std::chars_format formatFor(double value) {
@@ -21,7 +21,7 @@ std::chars_format formatFor(double value) {
 }  // namespace
 
 std::string shortest(double value) {
-    // 17 digits, point, sign and either an exponent or the zeros before it: 32 characters hold each of them.
+    // 17 digits, a point, a sign and either an exponent or leading zeros fit into 32 characters.
     std::array<char, 32> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, formatFor(value));
     return {buffer.data(), written.ptr};

@@ -5,10 +5,10 @@
 
 namespace tolvane {
 
-/// In lower case by Unicode's own rules, whatever the locale.
+/// Converts to lower case by Unicode's default rules, whatever the locale.
 std::string lowerCased(std::string_view text);
 
-/// The same, put behind what `result` holds.
+/// Appends the same to `result`.
 void appendLowerCased(std::string& result, std::string_view text);
 
 }  // namespace tolvane

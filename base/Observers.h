@@ -10,8 +10,8 @@
 
 namespace tolvane {
 
-/// Who wants to hear of something. One that is told may end any subscription, begin new ones, or end the owner of
-/// this. One thread.
+/// Subscribers to one kind of news. While one is notified, it may end any subscription, add new ones, or destroy the
+/// owner of this object. One thread.
 template <typename... News>
 class Observers {
 public:

@@ -4,7 +4,7 @@
 
 namespace tolvane {
 
-/// A process number as the kernel gives it. It is reused: only with the start time does it name one process.
+/// A process number from the kernel. Numbers are reused; only a pid and a start time together name one process.
 using Pid = std::int32_t;
 
 }  // namespace tolvane

@@ -5,11 +5,11 @@
 
 namespace tolvane {
 
-/// A value, or why there is none.
+/// A value, or the reason why there is none.
 template <typename Value, typename Failure>
 class [[nodiscard]] Result {
 public:
-    // Implicit, so that a function may simply return either.
+    // Implicit, so that a function can return either one directly.
     // NOLINTNEXTLINE(google-explicit-constructor)
     Result(Value value) : content_(std::in_place_index<0>, std::move(value)) {}
     // NOLINTNEXTLINE(google-explicit-constructor)

@@ -5,7 +5,7 @@
 
 namespace tolvane {
 
-/// Owns one registration and ends it when it goes. Move-only; the empty one owns nothing.
+/// Owns one registration and ends it on destruction. Move-only; an empty one owns nothing.
 class Subscription {
 public:
     Subscription() = default;

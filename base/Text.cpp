@@ -14,7 +14,7 @@ SharedBlock::SharedBlock(std::size_t size) {
 
 void SharedBlock::release() noexcept {
     if (!block_) return;
-    // Nobody can copy what its only owner gives up, so that the cheaper look comes first.
+    // The only owner cannot race with a copy, so try the cheaper load before the atomic subtraction.
     const bool isOnly = block_->references.load(std::memory_order_acquire) == 1;
     if (!isOnly && block_->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
     block_->~Header();

@@ -13,11 +13,11 @@
 
 namespace tolvane {
 
-/// One heap block, counted and never changed, that any number of values on any threads share.
+/// A reference-counted, immutable heap block that any number of values on any threads share.
 class SharedBlock {
 public:
     SharedBlock() = default;
-    /// The caller fills the `size` bytes before the first copy is made.
+    /// The caller fills the `size` bytes before it makes the first copy.
     explicit SharedBlock(std::size_t size);
     SharedBlock(const SharedBlock& other) noexcept : block_(other.block_) { retain(); }
     SharedBlock(SharedBlock&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
@@ -52,12 +52,12 @@ private:
     Header* block_ = nullptr;
 };
 
-/// An immutable text that copies share: the cold facts of a process travel from reading to reading as one pointer.
-/// The empty text owns nothing.
+/// An immutable text whose copies share one block, so the cold facts of a process pass from one sweep to the next as
+/// a pointer. An empty text owns nothing.
 class Text {
 public:
     Text() = default;
-    // NOLINTBEGIN(google-explicit-constructor): a text stands wherever a string does.
+    // NOLINTBEGIN(google-explicit-constructor): a text is accepted wherever a string is.
     Text(std::string_view text);
     Text(const std::string& text) : Text(std::string_view(text)) {}
     Text(const char* text) : Text(std::string_view(text)) {}
@@ -81,7 +81,7 @@ private:
     SharedBlock block_;
 };
 
-/// An immutable list of texts in one shared block, such as a process's arguments.
+/// An immutable list of texts, such as a process's arguments, in one shared block.
 class TextList {
 public:
     class Iterator {
@@ -125,7 +125,7 @@ public:
     Iterator end() const { return {this, size()}; }
 
     std::vector<std::string> strings() const;
-    /// The texts with `separator` between each two.
+    /// The texts joined by `separator`.
     std::string joined(std::string_view separator) const;
 
     friend bool operator==(const TextList& a, const TextList& b) noexcept {
@@ -136,7 +136,7 @@ private:
     template <typename Texts>
     void assign(const Texts& texts);
 
-    /// The count, the end offset of each text, then the bytes of all: std::uint32_t figures throughout.
+    /// Layout: the count, the end offset of each text (each a std::uint32_t), then the bytes of all texts.
     SharedBlock block_;
 };
 

@@ -9,14 +9,14 @@ namespace {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
-/// Length of the part at the beginning of `bytes` that is one character or stands for one wrong one.
+/// The first part of `bytes`: one valid character, or the bytes that one U+FFFD replaces.
 struct Part {
     std::size_t length = 0;
     bool valid = false;
 };
 
 Part firstPart(std::string_view bytes) {
-    // The longest character has 4 bytes; the window keeps lengths small enough for the library's 32-bit offsets.
+    // A character has at most 4 bytes; the window keeps lengths within the library's 32-bit offsets.
     const auto window = bytes.substr(0, 4);
     std::int32_t offset = 0;
     std::int32_t character = 0;

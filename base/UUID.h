@@ -9,12 +9,12 @@
 
 namespace tolvane {
 
-/// An identity that nothing else has. Prints as 36 characters in upper case.
+/// A universally unique identifier. Prints as 36 characters in upper case.
 struct UUID {
     std::array<std::uint8_t, 16> bytes{};
 
     static UUID random();
-    /// Either case of digits; none for any other text.
+    /// Accepts digits in either case; nullopt for any other text.
     static std::optional<UUID> parse(std::string_view text);
     std::string text() const;
 

@@ -13,7 +13,7 @@ namespace tolvane {
 class FileDescriptor {
 public:
     FileDescriptor() = default;
-    /// Takes over what a call returned; -1 makes an empty one.
+    /// Takes ownership of what a system call returned; -1 leaves it empty.
     explicit FileDescriptor(int number) : number_(number) {}
     FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
@@ -24,7 +24,7 @@ public:
         if (number_ >= 0) close();
     }
 
-    /// As ::open, but child processes do not inherit the file. Empty with errno set when the system refuses.
+    /// Like ::open, but child processes do not inherit the file. Empty, with errno set, when the system refuses.
     static FileDescriptor open(const std::string& path, int flags, unsigned mode = 0);
 
     int get() const { return number_; }
@@ -39,9 +39,9 @@ public:
     /// How many bytes arrived at `buffer`, fewer than `size` only at the end of the file; nullopt with errno set on
     /// failure.
     std::optional<std::size_t> readAt(std::uint64_t offset, char* buffer, std::size_t size) const;
-    /// Goes on until all is written or the disk refuses.
+    /// Writes until all bytes are written or the disk refuses.
     bool writeAll(std::string_view bytes) const;
-    /// In one call: how many bytes the system took.
+    /// Writes in one call and returns how many bytes the system took.
     std::size_t writeOnce(std::string_view bytes) const;
 
 private:

@@ -11,7 +11,7 @@ namespace tolvane {
 
 namespace {
 
-/// What stands behind the file's name; empty for what the system words well enough.
+/// The text after the file's name; empty where the system's own message is clear enough.
 std::string_view plainWords(int code) {
     switch (code) {
         case ENOENT:

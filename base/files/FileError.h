@@ -4,9 +4,9 @@
 
 namespace tolvane {
 
-/// Why a file was not read or written.
+/// Why a file could not be read or written.
 struct FileError {
-    /// An errno. A pipe or a device where a file is wanted is EINVAL, a file beyond the limit EFBIG.
+    /// An errno. EINVAL for a pipe or a device in place of a file, EFBIG for a file above the limit.
     int code = 0;
     std::string path;
 

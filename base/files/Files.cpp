@@ -14,17 +14,17 @@ namespace tolvane::Files {
 
 namespace {
 
-/// A hundred times what our files come to; a size that cannot be meant must not be asked of memory.
+/// A hundred times the size of our files. An absurd size must not become an allocation.
 constexpr std::size_t largestWholeFile = std::size_t{64} << 20U;
-/// Lists of references of large repositories come to tens of megabytes.
+/// The packed references of a large repository take tens of megabytes.
 constexpr std::size_t largestText = std::size_t{1} << 30U;
-/// Holds most files of the kernel whole.
+/// Most kernel files fit into one piece.
 constexpr std::size_t pieceSize = 8192;
 
-/// A pipe or a device does not make the caller wait.
+/// Does not block on a pipe or a device.
 FileDescriptor openWithoutWaiting(const std::string& path) { return FileDescriptor::open(path, O_RDONLY | O_NONBLOCK); }
 
-/// The whole file, or an errno. Reads on past `statedSize`: the kernel's files state 0, and others may grow meanwhile.
+/// Returns the whole file, or an errno. Reads beyond `statedSize`: kernel files state 0, and others may grow meanwhile.
 Result<std::string, int> readToEnd(const FileDescriptor& file, std::size_t statedSize, std::size_t limit) {
     std::string bytes(statedSize, '\0');
     const auto stated = file.readAt(0, bytes.data(), bytes.size());
@@ -98,12 +98,12 @@ bool appendTo(const FileDescriptor& file, std::string_view line) {
     if (!before) return false;
     const std::size_t count = file.writeOnce(line);
     if (count == line.size()) return true;
-    // Part of a line would take the next one with it.
+    // A torn line would also spoil the next one.
     if (count > 0 && ::ftruncate(file.get(), static_cast<off_t>(*before)) != 0) return false;
     return false;
 }
 
-/// With errno set when it is false.
+/// Sets errno when it returns false.
 bool makeOnePrivateFolder(const std::string& path) {
     return ::mkdir(path.c_str(), privateFolderMode) == 0 || errno == EEXIST;
 }

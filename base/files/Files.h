@@ -9,46 +9,46 @@
 #include "base/files/FileDescriptor.h"
 #include "base/files/FileError.h"
 
-/// The few ways in which the program reads and writes its files. All calls block on the disk, none throws, and none
-/// waits for anything but the disk. Paths are absolute.
+/// The few ways in which the program reads and writes files. Calls block on the disk and on nothing else, and never
+/// throw. Paths are absolute.
 namespace tolvane::Files {
 
-/// All bytes of a regular file, also through a link; nullopt when they cannot be read or are more than 64 MB.
+/// All bytes of a regular file, also through a link; nullopt when it cannot be read or is larger than 64 MB.
 std::optional<std::string> read(const std::string& path);
 
-/// The same, or why not; a file of more than `limit` bytes is not read at all.
+/// The same with the reason for a failure. Does not read a file of more than `limit` bytes at all.
 Result<std::string, FileError> readUpTo(const std::string& path, std::size_t limit);
 
-/// The same as text; nullopt when the bytes are not valid UTF-8, or more than 1 GB.
+/// The same as text; nullopt when the bytes are not valid UTF-8 or take more than 1 GB.
 std::optional<std::string> readText(const std::string& path);
 
-/// The first bytes of a regular file, `size` of them unless it ends before; nullopt when they cannot be read.
+/// The first `size` bytes of a regular file, or all of a shorter one; nullopt when it cannot be read.
 std::optional<std::string> readStart(const std::string& path, std::size_t size);
 
-/// All bytes of a file of the kernel, which states no size; nullopt when they cannot be read or are more than `limit`.
+/// All bytes of a kernel file, which states no size; nullopt when it cannot be read or holds more than `limit` bytes.
 std::optional<std::string> readKernelFile(const std::string& path, std::size_t limit);
 
-/// A regular file opened for reading; empty for a pipe or a device, without waiting for it.
+/// Opens a regular file for reading. Returns an empty one for a pipe or a device, without blocking on it.
 FileDescriptor openForReading(const std::string& path);
 
-/// Adds one whole line, its line feed included, in one write; makes the file when it is missing. A line that does not
-/// fit on the disk is taken back, so that no torn one stays. A link in place of the file is not followed.
-/// False when nothing was added.
+/// Appends one whole line, including its line feed, in one write; creates a missing file. Takes a line back that does
+/// not fit on the disk, so that no torn one stays. Does not follow a link in place of the file.
+/// Returns false when nothing was appended.
 bool append(const std::string& path, std::string_view line);
 
-/// A link to a folder counts.
+/// Also true for a link to a folder.
 bool isFolder(const std::string& path);
 
-/// Makes what is missing of the path, with the rights that the user's folders have. Returns why it could not.
+/// Creates the missing folders of the path with the user's usual rights. Returns the error if it fails.
 std::optional<FileError> makeFolder(const std::string& path);
 
-/// The same for the owner alone. What is there keeps its rights.
+/// The same with rights for the owner only. Existing folders keep their rights.
 std::optional<FileError> makePrivateFolder(const std::string& path);
 
-/// Takes everybody else's rights to a folder away.
+/// Leaves rights to a folder to its owner only.
 void keepToOwner(const std::string& folder);
 
-/// Whether anything stands there, a link that leads nowhere included.
+/// Also true for a dangling link.
 bool exists(const std::string& path);
 
 void remove(const std::string& path);

@@ -16,7 +16,7 @@ constexpr unsigned ownersFile = 0600;
 }  // namespace
 
 FolderLock::FolderLock(const std::string& folder) {
-    // One that cannot be made shows when the file is opened.
+    // If this fails, so does opening the file.
     Files::makePrivateFolder(folder);
     file_ = FileDescriptor::open(folder + "/.lock", O_RDWR | O_CREAT | O_NOFOLLOW, ownersFile);
     if (!file_) return;

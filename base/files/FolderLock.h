@@ -6,21 +6,21 @@
 
 namespace tolvane {
 
-/// Says that a folder is in use by this process, for as long as this object lives. It is the kernel that holds the
-/// lock, on the file ".lock" in the folder, and lets go of it however the process ends.
+/// Marks a folder as in use by this process for as long as this object lives. The kernel holds the lock, on the file
+/// ".lock" in the folder, and releases it however the process ends.
 class FolderLock {
 public:
-    /// Of no folder.
+    /// Locks nothing.
     FolderLock() = default;
-    /// Makes the folder, for its owner alone, when it is not there.
+    /// Creates a missing folder with rights for its owner only.
     explicit FolderLock(const std::string& folder);
 
-    /// A folder that cannot hold a file is neither held nor another's: nothing can be stored in it anyway.
+    /// Neither is true of a folder that cannot hold a file: nothing can be stored in it anyway.
     bool isHeld() const { return file_ && holds_; }
     bool isAnothers() const { return file_ && !holds_; }
 
 private:
-    /// Empty where there is no lock to speak of.
+    /// Empty when neither this process nor another holds a lock.
     FileDescriptor file_;
     bool holds_ = false;
 };

@@ -10,9 +10,9 @@ namespace tolvane::Files {
 
 namespace {
 
-/// Small enough for the second-level cache, large enough that calls cost nothing.
+/// Small enough for the second-level cache, large enough that the system calls do not count.
 constexpr std::size_t chunk = 256U * 1024U;
-/// Thousands of times what a line of ours comes to; a hole in a file reads as one line of zeros.
+/// Thousands of times the length of our lines. A hole in a file reads as one line of zeros.
 constexpr std::size_t longestLine = 16U * 1024U * 1024U;
 
 }  // namespace
@@ -79,7 +79,7 @@ void LineFile::dropUnread() {
 }
 
 bool LineFile::grow(std::size_t capacity) {
-    // Large blocks are moved by remapping, not by copying.
+    // realloc remaps large blocks instead of copying them.
     void* memory = std::realloc(buffer_.get(), capacity + padding_);
     if (!memory) return false;
     static_cast<void>(buffer_.release());
@@ -90,11 +90,11 @@ bool LineFile::grow(std::size_t capacity) {
 
 bool LineFile::check() {
     if (skipping_) {
-        // Its begin is gone, and a character may have been cut.
+        // The start of the line is gone, perhaps within a character.
         const auto feed = std::string_view(buffer_.get(), end_).find('\n', checked_);
         checked_ = feed == std::string_view::npos ? end_ : feed + 1;
     }
-    // A chunk may end within a character, a line cannot.
+    // A chunk may end within a character; a line cannot.
     const std::string_view bytes(buffer_.get() + checked_, end_ - checked_);
     const auto feed = bytes.rfind('\n');
     const std::size_t whole = atEnd_ ? bytes.size() : feed == std::string_view::npos ? 0 : feed + 1;

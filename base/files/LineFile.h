@@ -12,35 +12,34 @@
 
 namespace tolvane::Files {
 
-/// The lines of a text file, one after the other, in one buffer that grows with the longest of them only. Lines end at
-/// byte 10; empty ones are passed over, and so is what goes on for longer than any line that we write. One thread; a
-/// few hundred kilobytes.
+/// Reads the lines of a text file one by one, in a buffer that grows only with the longest line. Lines end at byte 10.
+/// Skips empty lines and lines far longer than any that we write. One thread; a few hundred kilobytes.
 class LineFile {
 public:
     struct Line {
-        /// Without its line feed. Valid until the next call of `next`. At least `padding` more bytes may be read
-        /// behind.
+        /// Without its line feed. Valid until the next call of `next`. At least `padding` bytes after it are
+        /// readable.
         std::string_view text;
-        /// Where the line stands in the file, its line feed included.
+        /// The position of the line in the file, including its line feed.
         std::uint64_t begin = 0;
         std::uint64_t end = 0;
     };
 
-    /// None when there is no such file, or it cannot be read, or is no regular file.
+    /// Returns nullopt when the file is missing, unreadable or not a regular file.
     static std::optional<LineFile> open(const std::string& path, std::size_t padding);
 
-    /// None at the end, and from a failure on.
+    /// Returns nullopt at the end and after a failure.
     std::optional<Line> next();
-    /// A read failed, or the text is not UTF-8: then the lines so far are not to be trusted either.
+    /// A read failed or the text is not UTF-8. The lines so far cannot be trusted either.
     bool failed() const { return failed_; }
-    /// Bytes of the file when it was opened.
+    /// The size of the file in bytes when it was opened.
     std::uint64_t size() const { return size_; }
-    /// Position behind the latest line.
+    /// The position after the latest line.
     std::uint64_t position() const { return offset_ + begin_; }
 
-    /// Goes back to the file's begin.
+    /// Goes back to the start of the file.
     void rewind();
-    /// Any bytes of the file; less at its end, none on failure.
+    /// Any bytes of the file: fewer at its end, nullopt on failure.
     std::optional<std::string> bytes(std::uint64_t begin, std::size_t count) const;
 
 private:
@@ -63,18 +62,18 @@ private:
     std::size_t padding_;
     std::unique_ptr<char[], Release> buffer_;
     std::size_t capacity_ = 0;
-    /// Unread bytes in the buffer.
+    /// The unread bytes in the buffer.
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
-    /// Up to here there is no line feed among them.
+    /// No line feed among them up to here.
     std::size_t searched_ = 0;
-    /// Up to here they are known to be UTF-8.
+    /// Known to be UTF-8 up to here.
     std::size_t checked_ = 0;
-    /// Of the buffer's begin in the file.
+    /// The position in the file at which the buffer starts.
     std::uint64_t offset_ = 0;
     bool atEnd_ = false;
     bool failed_ = false;
-    /// Within a line that is too long, of which the begin is dropped.
+    /// Inside an overlong line whose start was dropped.
     bool skipping_ = false;
 };
 

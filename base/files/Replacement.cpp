@@ -16,14 +16,14 @@ constexpr mode_t usualMode = 0666;
 constexpr mode_t ownerOnlyMode = 0600;
 constexpr mode_t allRights = 0777;
 
-/// The rights of the file that is replaced; none when there is none, or when it is no regular file.
+/// The rights of the file to replace; nullopt when it is missing or not a regular file.
 std::optional<mode_t> rightsOf(const std::string& path) {
     struct stat status{};
     if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     return status.st_mode & allRights;
 }
 
-/// One name per target: a run that died in between leaves one file that the next one clears away.
+/// One name per target: if a run dies in between, it leaves one file that the next run removes.
 std::string temporaryFor(const std::filesystem::path& target) {
     return (target.parent_path() / ("." + target.filename().string() + ".new")).string();
 }
@@ -38,7 +38,7 @@ Replacement::Replacement(const std::string& path, Access access)
     ::unlink(temporary_.c_str());
     file_ = FileDescriptor::open(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, rights.value_or(usualMode));
     if (!note(static_cast<bool>(file_))) return;
-    // The mask of new files does not bind those whose rights are settled.
+    // Settled rights must not pass through the umask.
     if (rights) note(::fchmod(file_.get(), *rights) == 0);
 }
 

@@ -9,32 +9,32 @@
 namespace tolvane::Files {
 
 enum class Access {
-    /// As any file that the user makes; a file that is replaced keeps its rights.
+    /// The rights of any file that the user creates; a replaced file keeps its own.
     usual,
-    /// Nobody but the owner, from the first byte on.
+    /// For the owner only, from the first byte on.
     ownerOnly,
 };
 
-/// The new content of a file, written beside it and put in its place at once: readers and a power cut see the old file
-/// or the new one. It is on the disk before it takes the place. A link in that place is replaced, not followed.
-/// What is never put in place goes with this object.
+/// Writes the new content of a file beside it and then renames it into place, so that readers see the old file or the
+/// new one, even after a power cut: the content is flushed before the rename. Replaces a link, does not follow it.
+/// The destructor removes content that was not committed.
 class Replacement {
 public:
-    /// The folder exists.
+    /// The folder must exist.
     Replacement(const std::string& path, Access access);
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement();
 
-    /// Once a call failed, all later ones do.
+    /// After one call fails, all later ones do.
     bool write(std::string_view bytes);
-    /// Puts it in place, and the old file to `keepOldAs` where given. False when the old file stands as it did.
+    /// Moves the old file to `keepOldAs`, if given, and the new one into place. Returns false when the old file stayed.
     bool commit(const std::optional<std::string>& keepOldAs = std::nullopt);
-    /// The errno of the first call that failed; 0 while none did.
+    /// The errno of the first call that failed, or 0.
     int failure() const { return failure_; }
 
 private:
-    /// Keeps the reason when it did not work.
+    /// Records the errno of the first failure and returns `worked`.
     bool note(bool worked);
 
     std::string path_;
@@ -44,7 +44,7 @@ private:
     int failure_ = 0;
 };
 
-/// The whole content in one call.
+/// Replaces the whole content in one call.
 bool replace(const std::string& path, std::string_view bytes, Access access,
              const std::optional<std::string>& keepOldAs = std::nullopt);
 

@@ -58,7 +58,7 @@ std::optional<AppProcess> readProcess(const std::string& proc, Pid pid) {
                       .group = std::move(group)};
 }
 
-/// Sets that grow together: each element knows one that stands for its set.
+/// Disjoint sets that can be merged: each element leads to the one that represents its set.
 class Sets {
 public:
     explicit Sets(std::size_t size) : leaders_(size) { std::iota(leaders_.begin(), leaders_.end(), 0U); }

@@ -16,26 +16,26 @@ namespace tolvane::linuxhost {
 struct AppProcess {
     Pid pid = 0;
     Pid ppid = 0;
-    /// Kernel ticks; with the pid it names one life.
+    /// In kernel ticks; identifies one process together with the pid.
     std::uint64_t startTicks = 0;
-    /// Empty when it is shielded.
+    /// Empty when the kernel does not reveal it.
     std::string executable;
-    /// The application's own control group; empty where it runs in one that others share.
+    /// The application's own control group; empty when it shares one with others.
     std::string group;
 
     bool operator==(const AppProcess&) const = default;
 };
 
-/// The processes of this user that belong to the application whose bundle path is given, but for this program's own.
+/// This user's processes that belong to the application with the given bundle path, except this program's own.
 std::vector<AppProcess> processesOf(Applications& applications, const std::string& appPath, const std::string& proc);
 
-/// The processes as running instances, each the oldest first, the oldest instance first: what descends from one
-/// process, or runs in one control group, is one instance.
+/// Groups the processes into running instances, both in order of age with the oldest first. Processes that descend from
+/// one process, or run in one control group, form one instance.
 std::vector<std::vector<AppProcess>> instancesOf(std::vector<AppProcess> processes);
 
-/// The processes of one instance, which has at least one, that are the application itself: those that run the same
-/// program as the oldest that is no shell, without what descends from them. What else an application starts, such as a
-/// debugger's server, may stay when it goes.
+/// The processes of a non-empty instance that are the application itself: those that run the same program as the oldest
+/// process other than a shell, without their descendants. Other processes that an application starts, such as a
+/// debugger's server, may outlive it.
 std::vector<AppProcess> mainProcesses(const std::vector<AppProcess>& instance);
 
 }  // namespace tolvane::linuxhost

@@ -37,17 +37,17 @@ void add(std::vector<std::string>& identifiers, std::string_view name) {
         identifiers.push_back(std::move(identifier));
 }
 
-/// "[launcher-]ID", where a launcher that does not escape leaves dashes in the identifier: the whole, then what stands
-/// behind each dash.
+/// "[launcher-]ID". A launcher that does not escape leaves dashes in the identifier, so this adds the whole name and
+/// then the part after each dash.
 void addNames(std::vector<std::string>& identifiers, std::string_view name) {
     add(identifiers, name);
     for (auto dash = name.find('-'); dash != std::string_view::npos; dash = name.find('-'))
         add(identifiers, name = name.substr(dash + 1));
 }
 
-/// Cut from the unit's name: "app-", and its end.
+/// `name` is the unit's name without "app-" and its suffix.
 void addAppScope(std::vector<std::string>& identifiers, std::string_view name) {
-    // The random part may be missing where a launcher named its scope by hand.
+    // The random part may be missing if a launcher chose the name of its scope itself.
     const auto dash = name.rfind('-');
     if (dash != std::string_view::npos) addNames(identifiers, name.substr(0, dash));
     if (dash == std::string_view::npos) add(identifiers, name);
@@ -71,7 +71,7 @@ bool isUUID(std::string_view text) {
     return text.size() == 36 && std::ranges::all_of(text, [](char c) { return c == '-' || hexDigit(c) >= 0; });
 }
 
-/// "firefox.firefox-UUID.scope", before "firefox.firefox.UUID.scope"; a snap's entry is "firefox_firefox".
+/// "firefox.firefox-UUID.scope", formerly "firefox.firefox.UUID.scope"; a snap's entry is "firefox_firefox".
 void addSnapUnit(std::vector<std::string>& identifiers, std::string_view name) {
     constexpr std::size_t uuidPart = 37;
     if (!removeEnd(name, scopeEnd)) return;
@@ -90,7 +90,7 @@ void addUnit(std::vector<std::string>& identifiers, std::string_view unit) {
     if (removeStart(unit, "dbus-")) addBusUnit(identifiers, unit);
 }
 
-/// The innermost unit comes first.
+/// Adds the innermost unit first.
 void addPath(std::vector<std::string>& identifiers, std::string_view path) {
     while (!path.empty()) {
         const auto slash = path.rfind('/');
@@ -99,7 +99,7 @@ void addPath(std::vector<std::string>& identifiers, std::string_view path) {
     }
 }
 
-/// Only what the service manager named: the one unified hierarchy, or its own beside older ones.
+/// The path in the hierarchy of the service manager: the unified one, or its own beside older ones.
 std::string_view managedPath(std::string_view line) {
     constexpr std::string_view own = ":name=systemd:";
     if (removeStart(line, "0::")) return line;

@@ -7,14 +7,14 @@
 
 namespace tolvane::linuxhost {
 
-/// Takes the `\x2d` escapes of a unit's name back.
+/// Decodes the `\x2d` escapes of a unit's name.
 std::string unescapedUnitName(std::string_view name);
 
-/// A text as part of a unit's name: "org.example.my\x2deditor" for "org.example.my-editor".
+/// Encodes a text as part of a unit's name: "org.example.my\x2deditor" for "org.example.my-editor".
 std::string escapedUnitName(std::string_view text);
 
-/// Which applications a process's control group may be named after, as identifiers of desktop entries, the likeliest
-/// first. Read from the text of /proc/PID/cgroup, whose lines end in paths such as
+/// The applications that a process's control group may be named after, as identifiers of desktop entries, the likeliest
+/// first. Parses the text of /proc/PID/cgroup, whose lines end in paths such as
 ///
 ///     0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-gnome-firefox-4977.scope
 ///     0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-org.kde.dolphin@1a2b.service
@@ -24,7 +24,8 @@ std::string escapedUnitName(std::string_view text);
 ///     0::/user.slice/user-1000.slice/user@1000.service/app.slice/dbus-:1.2-org.gnome.Calculator@0.service
 std::vector<std::string> appIdentifiersOfCgroup(std::string_view cgroup);
 
-/// The application's name in Flatpak's note to the sandbox, "[Application]" followed by "name=org.example.Editor".
+/// The application's name in Flatpak's information file in the sandbox, "[Application]" followed by
+/// "name=org.example.Editor".
 std::optional<std::string> flatpakIdentifier(std::string_view flatpakInfo);
 
 /// The package of a program that runs from /snap/NAME/REVISION/….

@@ -15,7 +15,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Entries lie one or two folders deep; links that lead in circles end here.
+/// Entries lie one or two folders deep; this bounds links that form a circle.
 constexpr int maximumDepth = 4;
 
 long long changeTime(const std::string& path) {
@@ -24,12 +24,12 @@ long long changeTime(const std::string& path) {
     return facts.st_mtim.tv_sec * 1'000'000'000LL + facts.st_mtim.tv_nsec;
 }
 
-/// Empty above the root and for a path without folders.
+/// Empty for a path directly below the root and for a path without folders.
 std::string_view folderOf(std::string_view path) {
     const auto slash = path.rfind('/');
     return slash == std::string_view::npos ? std::string_view() : path.substr(0, slash);
 }
-/// Where the links of a path end; empty for what is no file that can be run.
+/// The path with its links resolved; empty unless it is an executable file.
 std::string resolved(const std::string& path) {
     std::array<char, PATH_MAX> real{};
     if (::access(path.c_str(), X_OK) != 0 || ::realpath(path.c_str(), real.data()) == nullptr) return {};
@@ -45,7 +45,7 @@ std::string findProgram(std::string_view program, const std::vector<std::string>
     return {};
 }
 
-/// Folders that many programs share say nothing about one of them.
+/// A folder that many programs share does not identify any of them.
 bool isShared(std::string_view folder) {
     constexpr std::array names = {std::string_view("bin"),   std::string_view("sbin"),  std::string_view("games"),
                                   std::string_view("lib"),   std::string_view("lib64"), std::string_view("libexec"),
@@ -69,8 +69,8 @@ bool isNamedAlike(std::string_view folder, std::string_view program) {
     return !folderName.empty() && !stem.empty() && (folderName.starts_with(stem) || stem.starts_with(folderName));
 }
 
-/// "/opt/name" for "/opt/name/bin/program" and "/opt/name/program"; none for "/usr/bin/program". Where packages do not
-/// rule, in a home, only a folder named like the program is taken for its own: in others people keep their work.
+/// "/opt/name" for "/opt/name/bin/program" and "/opt/name/program"; empty for "/usr/bin/program". Below a home, where
+/// packages do not install, only a folder named like the program counts as its own: people keep their work in others.
 std::string_view installFolder(std::string_view program) {
     std::string_view folder = folderOf(program);
     if (Scan::lastComponent(folder) == "bin") folder = folderOf(folder);
@@ -79,7 +79,7 @@ std::string_view installFolder(std::string_view program) {
     return folder;
 }
 
-/// A small program in a shared folder often only starts what lies in a folder of its name.
+/// A small program in a shared folder often only starts a program in a folder named after it.
 std::vector<std::string> foldersNamedAfter(std::string_view program) {
     std::vector<std::string> folders;
     for (const char* parent : {"/opt/", "/usr/lib/", "/usr/lib64/", "/usr/libexec/", "/usr/share/", "/usr/local/lib/"})
@@ -92,7 +92,7 @@ bool hasProgramOfItsOwn(const DesktopEntry& entry) {
            !isNoIdentity(Scan::lastComponent(programOfCommand(entry.command)));
 }
 
-/// A deleted program's path ends so after an upgrade while it runs on.
+/// The kernel marks the path of a program that was deleted while it runs, as upgrades do.
 std::string_view withoutDeletedMark(std::string_view path) {
     constexpr std::string_view mark = " (deleted)";
     return path.ends_with(mark) ? path.substr(0, path.size() - mark.size()) : path;
@@ -141,7 +141,7 @@ void ApplicationIndex::indexPrograms(const std::vector<std::string>& programFold
 }
 
 void ApplicationIndex::indexInstallFolders() {
-    // A folder with two applications becomes nobody's, and stays it.
+    // A folder with two applications belongs to neither, for good.
     const auto claim = [this](std::string_view folder, const DesktopEntry* entry) {
         const auto [place, isNew] = installFolders_.emplace(folder, entry);
         if (!isNew && place->second != entry) place->second = nullptr;
@@ -154,7 +154,7 @@ void ApplicationIndex::indexInstallFolders() {
     }
 }
 
-/// What is said outright goes before what is only alike.
+/// Exact names take precedence over similar ones.
 void ApplicationIndex::indexWindowNames() {
     for (const auto& [identifier, entry] : entries_) {
         if (!entry.windowClass.empty()) windowNames_.emplace(lowerCase(entry.windowClass), &entry);

@@ -11,11 +11,11 @@
 
 namespace tolvane::linuxhost {
 
-/// Every application that a list of data folders describes, as found at one moment. Never changes; any thread.
+/// Every application that a list of data folders describes at one moment. Immutable; any thread.
 class ApplicationIndex {
 public:
     /// Where to look: `dataFolders`, the most important first, each with a folder "applications"; `programFolders` are
-    /// those of PATH; `locale` is for the names, empty for the user's own.
+    /// those of PATH; `locale` selects the names, empty means the user's own.
     struct Places {
         std::vector<std::string> dataFolders;
         std::vector<std::string> programFolders;
@@ -26,20 +26,20 @@ public:
     ApplicationIndex(const ApplicationIndex&) = delete;
     ApplicationIndex& operator=(const ApplicationIndex&) = delete;
 
-    /// None where the identifier is unknown or hidden.
+    /// Null when the identifier is unknown or hidden.
     const DesktopEntry* withIdentifier(std::string_view identifier) const;
     const DesktopEntry* atPath(std::string_view path) const;
-    /// The entry of a Snap package: the one named like it, else its only one.
+    /// The entry of a Snap package: the one with the name of the package, else its only one.
     const DesktopEntry* ofSnap(std::string_view package) const;
-    /// The application that an executable is the program of, or that it is installed with. Of entries that start the
-    /// same program the plainest one counts. Entries outside of menus or inside terminals are left aside.
+    /// The application whose program is the executable, or with which it is installed. Of several entries that start
+    /// the same program, the plainest one counts. Ignores entries that appear in no menu or run in a terminal.
     const DesktopEntry* ofExecutable(std::string_view executable) const;
-    /// The application that a window says it belongs to: by its identifier, else by the class that the entry announces,
-    /// else by the identifier whatever its case or the last part of it.
+    /// The application that a window names: by its identifier, else by the window class of the entry, else by the
+    /// identifier in any case or its last part.
     const DesktopEntry* ofWindow(std::string_view application) const;
 
     std::size_t size() const { return entries_.size(); }
-    /// Whether a folder that was read has got or lost files since.
+    /// Whether files were added to a folder, or removed from it, since it was read.
     bool isOutdated() const;
 
 private:
@@ -52,16 +52,16 @@ private:
     void indexInstallFolders();
     void indexWindowNames();
 
-    /// Hidden ones too until all folders are read.
+    /// Includes hidden ones until all folders are read.
     Entries entries_;
     std::map<std::string_view, const DesktopEntry*> byPath_;
     /// By the program's resolved path.
     Programs programs_;
-    /// By the folder in which a program is installed with all its parts; none of them shared.
+    /// By the folder in which a program is installed with all its parts; no shared folders.
     Programs installFolders_;
-    /// By what windows may call themselves, in lower case.
+    /// By the names that windows may use, in lower case.
     Programs windowNames_;
-    /// Folders read, with the times of their last change in nanoseconds; 0 for one that is missing.
+    /// The folders read, with the times of their last change in nanoseconds; 0 for a missing one.
     std::vector<std::pair<std::string, long long>> folderTimes_;
 };
 

@@ -25,13 +25,13 @@ struct Launcher::Entry {
     bool isOnBus = false;
     bool needsTerminal = false;
 
-    /// None where the entry is gone or its program is not installed.
+    /// Null when the entry is gone or its program is not installed.
     static std::shared_ptr<const Entry> read(const std::string& path);
 };
 
 namespace {
 
-/// Would bring the new program to the front, or tell someone else's supervisor about it.
+/// These would bring the new program to the front, or notify another program's supervisor about it.
 constexpr std::array notInherited = {
     std::string_view("DESKTOP_STARTUP_ID="), std::string_view("XDG_ACTIVATION_TOKEN="),
     std::string_view("NOTIFY_SOCKET="),      std::string_view("INVOCATION_ID="),
@@ -50,7 +50,7 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     return list;
 }
 
-/// "/org/example/Editor" for "org.example.Editor", as applications on the bus name their object.
+/// "/org/example/Editor" for "org.example.Editor": applications on the bus name their object after themselves.
 std::string objectPath(const std::string& identifier) {
     std::string path = "/" + identifier;
     std::ranges::replace(path, '.', '/');
@@ -71,7 +71,7 @@ Variant activation(const std::vector<std::string>& files) {
     return taken(g_variant_new("(@as@a{sv})", addresses(files), nothing));
 }
 
-/// The properties and companions of a scope around one process, as a service manager wants them.
+/// The arguments with which a service manager creates a scope around one process.
 Variant scopeOf(const std::string& unit, const std::string& description, int pid) {
     const auto number = static_cast<std::uint32_t>(pid);
     GVariantBuilder properties;
@@ -127,7 +127,7 @@ void Launcher::launch(const std::string& entryPath, const std::vector<std::strin
     launched(execute(*entry, files));
 }
 
-/// Where the bus cannot start it, the command line may; one that only does not answer may be starting still.
+/// If the bus cannot start it, the command line may. One that merely does not answer may still be starting.
 void Launcher::activate(std::shared_ptr<const Entry> entry, const std::vector<std::string>& files, Launched launched) {
     SessionBus::Call call{.destination = entry->identifier,
                           .path = objectPath(entry->identifier),
@@ -170,7 +170,7 @@ std::vector<std::string> Launcher::withTerminal(std::vector<std::string> command
     return whole;
 }
 
-/// In ours it would be taken for a part of this program, and end with it.
+/// In our own scope it would count as a part of this program and end with it.
 void Launcher::moveToScope(const std::string& identifier, int pid) const {
     const std::string unit = "app-" + escapedUnitName(identifier) + "-" + std::to_string(pid) + ".scope";
     SessionBus::Call call{.destination = "org.freedesktop.systemd1",

@@ -10,23 +10,24 @@
 
 namespace tolvane::linuxhost {
 
-/// Starts applications through their desktop entries: over the bus where the entry says so, else its command line. What
-/// is started lives in a session and, under a service manager, in a scope of its own; it gets the environment that this
-/// program was started with, and no wish to come to the front. Main thread; shared, since what it asks may answer late.
+/// Starts applications through their desktop entries: over the bus if the entry asks for it, else by its command line.
+/// An application runs in its own session and, under a service manager, in its own scope; it gets the environment that
+/// this program was started with, and no request to come to the front. Main thread; shared, since answers may come
+/// late.
 class Launcher : public std::enable_shared_from_this<Launcher> {
 public:
-    /// None when it was started, else the reason in words.
+    /// Gets nullopt when the application was started, else the reason as text.
     using Launched = std::function<void(std::optional<std::string> error)>;
 
-    /// `environment` are entries NAME=value; `home` is where programs start that name no folder. `limit` is
-    /// for applications that are asked over the bus.
+    /// `environment` holds entries NAME=value; programs that name no folder start in `home`. `limit` applies to
+    /// applications that are asked over the bus.
     Launcher(std::shared_ptr<SessionBus> bus, std::vector<std::string> environment, std::string home,
              std::chrono::milliseconds limit = std::chrono::seconds(10));
 
-    /// This process's, as it is now.
+    /// The current environment of this process.
     static std::vector<std::string> presentEnvironment();
 
-    /// Tells once; within the limit, since an application that is asked over the bus may never answer.
+    /// Calls `launched` once, and within the limit: an application that is asked over the bus may never answer.
     void launch(const std::string& entryPath, const std::vector<std::string>& files, Launched launched);
 
 private:

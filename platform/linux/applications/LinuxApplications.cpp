@@ -27,7 +27,7 @@ std::vector<std::string> split(std::string_view list) {
     return parts;
 }
 
-/// One question about one process: its files are read as far as the answer needs them.
+/// Answers one question about one process; reads only the files that the answer needs.
 class Search {
 public:
     Search(const ApplicationIndex& index, const std::string& proc, Pid pid, std::string_view executable)
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    /// As terminals do, this program starts commands that stay in its control group and are none of its own.
+    /// Like terminals, this program starts commands that stay in its control group but do not belong to it.
     static bool startsOtherPeoplesPrograms(const DesktopEntry& entry) {
         return entry.isTerminalEmulator || entry.identifier == ownIdentifier;
     }
@@ -75,14 +75,14 @@ private:
         return ofProgram() == &terminal || (!program.empty() && Scan::lastComponent(executable_).starts_with(program));
     }
 
-    /// In a session with a terminal window of its own, or below a login shell.
+    /// True in a session with a terminal window of its own, or below a login shell.
     bool isStartedByHand() const {
         const auto stat = readProcStat(proc_, pid_);
         if (!stat) return false;
         return stat->isOnPseudoTerminal() || (stat->session > 1 && isLoginShell(stat->session));
     }
 
-    /// A login shell is told so by a dash before its name.
+    /// A login shell has a dash before its name.
     bool isLoginShell(Pid pid) const {
         const std::string command = read(pid, "cmdline");
         return command.starts_with('-') && isShellName(std::string_view(command).substr(1, command.find('\0') - 1));

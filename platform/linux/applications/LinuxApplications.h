@@ -13,11 +13,11 @@ namespace tolvane::linuxhost {
 
 /// Applications by their desktop entries: the bundle path is the entry's file, the identifier the entry's name.
 ///
-/// A process belongs to the application whose scope or service its control group is, whose sandbox it runs in, or else
-/// whose program it is. What a person started by hand in a terminal, in a terminal's window or in an editor's, belongs
-/// to nobody unless its own program is an application's; interpreters are nobody's program.
+/// A process belongs to the application whose scope or service is its control group, in whose sandbox it runs, or else
+/// whose program it runs. A process that a person started by hand, in the window of a terminal or an editor, belongs to
+/// no application unless its own program is one; interpreters are no application's program.
 ///
-/// The entries are read at the first question; whether they changed is looked up at most once a minute. Any thread.
+/// Reads the entries at the first question and checks at most once a minute whether they changed. Any thread.
 class LinuxApplications : public Applications {
 public:
     struct Settings {
@@ -29,16 +29,16 @@ public:
 
     explicit LinuxApplications(Settings settings);
 
-    /// Looks below the XDG data folders and where Flatpak and Snap put theirs, and for programs on PATH.
+    /// Looks in the XDG data folders and those of Flatpak and Snap, and for programs on PATH.
     static Settings settingsFor(const LinuxFolders& folders, const Environment& environment);
 
     std::optional<Text> appPath(Pid pid, std::string_view executable) override;
     std::optional<Text> appID(std::string_view appPath) override;
     std::string displayName(std::string_view appPath) override;
     std::string iconName(std::string_view appPath) override;
-    /// The entry's file; none for an identifier that is not installed.
+    /// The entry's file; nullopt for an identifier that is not installed.
     std::optional<Text> pathOfIdentifier(std::string_view identifier);
-    /// The entry's file and its identifier for what a window says it belongs to; none for what is no application.
+    /// The file and the identifier of the entry that a window names; nullopt when no application has the name.
     std::optional<Text> pathOfWindow(std::string_view application);
     std::optional<std::string> identifierOfWindow(std::string_view application);
 

@@ -12,7 +12,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// How often, and for how long, it is looked whether an instance that closed its windows ends.
+/// How often, and for how long, to check whether an instance that closed its windows ends.
 constexpr milliseconds lookInterval{500};
 constexpr milliseconds longestWatch = std::chrono::seconds(30);
 
@@ -24,7 +24,7 @@ WindowOwner ownerOf(const Members& members, const std::string& identifier) {
     return owner;
 }
 
-/// Detached helpers of an application, such as the one that reports its crashes, look like instances of their own.
+/// Joins detached helpers, such as a crash reporter, which look like instances of their own, to those they help.
 std::vector<Members> withHelpers(std::vector<Members> instances, OtherWindows& windows, const std::string& identifier) {
     std::vector<Members> joined;
     std::vector<Members> windowless;
@@ -33,7 +33,7 @@ std::vector<Members> withHelpers(std::vector<Members> instances, OtherWindows& w
         (isShown ? joined : windowless).push_back(std::move(members));
     }
     for (Members& members : windowless) {
-        // The youngest of those that were there before it.
+        // The youngest instance that is older than the helper.
         const auto isHelped = [&](const Members& shown) {
             return shown.front().startTicks <= members.front().startTicks &&
                    shown.front().executable != members.front().executable;
@@ -90,7 +90,7 @@ private:
             parts.control.send(signal, {.pid = process.pid, .startTime = parts.dateOfTicks(process.startTicks)});
     }
 
-    /// Keeps itself until the watch is over.
+    /// Keeps this object alive until the watch is over.
     void look(const Parts& parts, milliseconds left, milliseconds grace) {
         if (left <= milliseconds(0) || isTerminated()) return endWatch();
         if (!parts.windows->canTell() || parts.windows->any(owner_)) {

@@ -17,13 +17,13 @@ namespace tolvane::linuxhost {
 
 /// Running instances of an installed application, found by its desktop entry.
 ///
-/// Asking to quit is closing every window as its close button would. An instance without windows gets SIGTERM; so does
-/// one whose windows have all gone and that stays, as programs do that hide in the tray. One that keeps a window open,
-/// with a question about unsaved work perhaps, is left alone. In sessions that hide windows nobody is asked: to a
-/// program with unsaved work SIGTERM would not be a question.
+/// Asking to quit closes every window as its close button would. An instance without windows gets SIGTERM, and so does
+/// one that stays after all its windows closed, as programs do that hide in the tray. An instance that keeps a window
+/// open, perhaps with a question about unsaved work, is left alone. In sessions that hide windows no instance is asked:
+/// SIGTERM would not give a program with unsaved work a chance to ask.
 ///
-/// An instance counts as terminated when the application's own processes are gone. Helpers without a window that run
-/// beside one with windows belong to that.
+/// An instance counts as terminated when the application's own processes are gone. Helpers without a window belong to
+/// the instance with windows beside which they run.
 class LinuxRunningApplications : public RunningApplications {
 public:
     struct Parts {
@@ -33,11 +33,11 @@ public:
         std::shared_ptr<Launcher> launcher;
         std::function<Date(std::uint64_t ticks)> dateOfTicks;
         std::string proc = "/proc";
-        /// How long an instance may stay without windows after it closed them.
+        /// How long an instance may stay after it closed its windows.
         std::chrono::milliseconds grace = std::chrono::seconds(4);
     };
 
-    /// What `parts` refers to outlives this.
+    /// Whatever `parts` refers to must outlive this object.
     explicit LinuxRunningApplications(Parts parts);
     ~LinuxRunningApplications() override;
 
@@ -47,7 +47,7 @@ public:
 private:
     class Instance;
 
-    /// Instances may outlive this; what they do then is nothing.
+    /// Instances may outlive this object; they do nothing from then on.
     std::shared_ptr<const Parts> parts_;
 };
 

@@ -8,24 +8,24 @@
 
 namespace tolvane::linuxhost {
 
-/// Whose windows are meant. X11 knows windows by process, Wayland by application.
+/// The owner of windows. X11 knows windows by process, Wayland by application.
 struct WindowOwner {
     std::set<Pid> pids;
-    /// The desktop entry's name.
+    /// The identifier of the desktop entry.
     std::string identifier;
 
     bool operator==(const WindowOwner&) const = default;
 };
 
-/// The windows of other programs. Main thread; each call is a few round trips to the display server at most.
+/// The windows of other programs. Main thread; each call takes at most a few round trips to the display server.
 class OtherWindows {
 public:
     virtual ~OtherWindows() = default;
 
-    /// False in sessions that keep every program's windows to themselves: then no window is not "none".
+    /// False in sessions that do not show a program the windows of others: then finding no window proves nothing.
     virtual bool canTell() = 0;
     virtual bool any(const WindowOwner& owner) = 0;
-    /// As clicks on their close buttons. How many were asked.
+    /// Asks windows to close, as their close buttons do. Returns how many were asked.
     virtual std::size_t askToClose(const WindowOwner& owner) = 0;
 };
 

@@ -14,7 +14,7 @@ namespace {
 /// Enough for the signatures that tell file types apart.
 constexpr std::size_t sampleSize = 4096;
 
-/// By name and, where that is not enough, by the first bytes.
+/// Guesses by the name and, if that is not enough, by the first bytes.
 std::string contentType(const std::string& path) {
     if (Files::isFolder(path)) return "inode/directory";
     const std::string sample = Files::readStart(path, sampleSize).value_or("");
@@ -22,7 +22,7 @@ std::string contentType(const std::string& path) {
     return textOf(g_content_type_guess(path.c_str(), bytes, sample.size(), nullptr));
 }
 
-/// The desktop entry of the user's program for a file; empty where there is none.
+/// The desktop entry of the user's program for a file; empty if there is none.
 std::string handlerOf(const std::string& path) {
     const GObjectOwned<GAppInfo> info(g_app_info_get_default_for_type(contentType(path).c_str(), FALSE));
     if (!info || G_IS_DESKTOP_APP_INFO(info.get()) == FALSE) return {};

@@ -10,15 +10,15 @@
 
 namespace tolvane::linuxhost {
 
-/// Small favours of a Linux desktop: its file manager over the bus, the user's programs by file type, and a pasteboard
-/// that the toolkit brings along. Main thread.
+/// Small services of a Linux desktop: its file manager over the bus, the user's programs by file type, and the
+/// toolkit's clipboard. Main thread.
 class LinuxDesktop : public Desktop {
 public:
     using CopyText = std::function<void(const std::string& text)>;
 
     LinuxDesktop(std::shared_ptr<SessionBus> bus, std::shared_ptr<Launcher> launcher, CopyText copyText);
 
-    /// Without a file manager on the bus its folder is opened.
+    /// Opens the containing folder when no file manager is on the bus.
     void reveal(const std::string& path) override;
     /// A folder opens in the file manager.
     void open(const std::string& path) override;

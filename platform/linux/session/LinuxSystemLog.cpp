@@ -12,14 +12,14 @@ namespace {
 
 constexpr std::string_view identifier = "dev.tolvane.Tolvane";
 
-/// Length as the journal wants it: 8 bytes, the lowest first.
+/// A length as the journal expects it: 8 bytes, little-endian.
 std::string lengthBytes(std::uint64_t length) {
     std::string bytes;
     for (unsigned shift = 0; shift < 64; shift += 8) bytes += static_cast<char>((length >> shift) & 0xffU);
     return bytes;
 }
 
-/// The form with a length holds line ends and anything else.
+/// The form with a length allows line ends and any other byte.
 std::string field(std::string_view name, std::string_view value) {
     return std::string(name) + "\n" + lengthBytes(value.size()) + std::string(value) + "\n";
 }
@@ -29,7 +29,7 @@ std::string journalMessage(std::string_view category, std::string_view line) {
            field("MESSAGE", line);
 }
 
-/// 14 is information from a user's program.
+/// 14 means: facility user, priority info.
 std::string systemLogMessage(std::string_view category, std::string_view line) {
     return "<14>" + std::string(identifier) + ": " + std::string(category) + ": " + std::string(line);
 }

@@ -7,8 +7,8 @@
 
 namespace tolvane::linuxhost {
 
-/// Sends each line to the journal, with the program as SYSLOG_IDENTIFIER and the category as TOLVANE_CATEGORY; without
-/// a journal to the older system log. Never waits: what nobody takes is dropped. Any thread.
+/// Sends each line to the journal, with the program as SYSLOG_IDENTIFIER and the category as TOLVANE_CATEGORY, or to
+/// the older system log if there is no journal. Never blocks; drops a line that neither accepts. Any thread.
 class LinuxSystemLog : public SystemLog {
 public:
     struct Sockets {

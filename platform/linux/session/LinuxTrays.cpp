@@ -24,7 +24,7 @@ void LinuxTrays::watch() {
     onBus_.emplace(bus_, [this] { tell(); });
 }
 
-/// One that goes while the other stays changes nothing.
+/// Losing one tray while the other stays changes nothing.
 void LinuxTrays::tell() {
     const bool differs = told_ != present() || toldPlace_ != place();
     told_ = present();

@@ -11,15 +11,15 @@
 
 namespace tolvane::linuxhost {
 
-/// A host of status items on the session bus, or the tray of the X server for a program that draws there. Nothing is
-/// polled, and nothing waits for an answer.
+/// A host of status items on the session bus, or the X server's tray for a program that draws there. Neither polls nor
+/// waits for an answer.
 class LinuxTrays : public Trays {
 public:
-    /// `drawsOnX11` is asked when the looking begins.
+    /// Calls `drawsOnX11` when the first observer subscribes.
     LinuxTrays(std::shared_ptr<SessionBus> bus, std::shared_ptr<XEvents> events, std::function<bool()> drawsOnX11);
 
     bool present() const override;
-    /// Icons that are shown over a bus know that bus alone.
+    /// Counts the losses of the bus: an icon shown over one bus knows only that bus.
     int place() const override;
     Subscription onChange(std::function<void()> changed) override;
 

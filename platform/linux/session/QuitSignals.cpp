@@ -19,10 +19,10 @@ namespace {
 
 constexpr std::array quitSignals = {SIGTERM, SIGINT, SIGHUP};
 
-/// The only state that a signal handler can reach; -1 while nobody listens.
+/// The only state that a signal handler can reach; -1 while there is no listener.
 std::atomic<int> pipeToLoop = -1;
 
-/// Back to the default first: whoever signals twice means it.
+/// Restores the default first, so that a second signal ends the program.
 void tellLoop(int number) {
     const int saved = errno;
     std::signal(number, SIG_DFL);

@@ -45,7 +45,7 @@ Entry readEntry(const std::string& path) {
     return isOn && works ? Entry::on : Entry::off;
 }
 
-/// A word of an Exec line, and then a value of a key file: each has backslashes of its own.
+/// Quotes twice: as a word of an Exec line, and as a value of a key file, which has backslashes of its own.
 std::string quotedForExec(const std::string& path) {
     std::string word = "\"";
     for (const char letter : path) {
@@ -77,7 +77,7 @@ constexpr const char* hiddenEntry =
     "Name=Tolvane\n"
     "Hidden=true\n";
 
-/// After an upgrade of a running program its path says that it was deleted; the new one stands in the same place.
+/// After an upgrade the path of the running program ends in " (deleted)"; the new program has the same path.
 std::string runningProgram(const Environment& environment) {
     if (const auto image = environment("APPIMAGE"); image && image->starts_with('/')) return *image;
     std::string program = executableOf("/proc", ::getpid());
@@ -133,7 +133,7 @@ std::optional<std::string> XDGAutostart::enroll() {
     return write(entryFor(places_.program));
 }
 
-/// An entry of a package cannot be removed, only hidden.
+/// A package's entry cannot be removed, only hidden.
 std::optional<std::string> XDGAutostart::withdraw() {
     if (isInstalledForAll()) return write(hiddenEntry);
     if (::unlink(userFile().c_str()) == 0 || errno == ENOENT) return std::nullopt;

@@ -10,29 +10,29 @@
 
 namespace tolvane::linuxhost {
 
-/// The login item as an autostart entry of the XDG rules: enabled or not registered, and never in need of approval. An
-/// entry counts while it is not hidden or switched off and its program is there; the user's goes before those that
-/// packages install. Main thread.
+/// The login item as an XDG autostart entry: enabled or not registered, never awaiting approval. An entry counts unless
+/// it is hidden, switched off, or its program is missing; the user's own takes precedence over those of packages. Main
+/// thread.
 class XDGAutostart : public LoginItem {
 public:
     struct Places {
-        /// The user's folder "autostart".
+        /// The user's "autostart" folder.
         std::string folder;
-        /// Those of packages, the most important first.
+        /// The "autostart" folders of packages, the most important first.
         std::vector<std::string> systemFolders;
-        /// What is to be started.
+        /// The program to start.
         std::string program;
     };
 
     explicit XDGAutostart(Places places) : places_(std::move(places)) {}
 
-    /// XDG_CONFIG_HOME and XDG_CONFIG_DIRS; the program is the one that runs now.
+    /// From XDG_CONFIG_HOME and XDG_CONFIG_DIRS; the program is the running one.
     static Places placesFor(const LinuxFolders& folders, const Environment& environment);
 
     LoginStatus status() const override;
     std::optional<std::string> enroll() override;
     std::optional<std::string> withdraw() override;
-    /// These desktops have no common settings for it.
+    /// Linux desktops have no common settings for login items.
     void openSettings() override {}
 
 private:
@@ -43,7 +43,7 @@ private:
     Places places_;
 };
 
-/// What the autostart entry adds to the program's name, so that it starts without its window.
+/// The switch in the autostart entry that starts the program without its window.
 inline constexpr const char* atLoginSwitch = "-atLogin YES";
 
 }  // namespace tolvane::linuxhost

@@ -51,7 +51,7 @@ std::vector<std::string> dataFoldersFrom(const Environment& environment, const s
     return shared;
 }
 
-/// Where the usual services put their folder when nobody tells them otherwise.
+/// The default folders of well-known sync services.
 constexpr std::array<std::string_view, 5> knownSyncFolders = {"Nextcloud", "ownCloud", "Dropbox", "OneDrive", "Sync"};
 
 bool exists(const std::string& path) {
@@ -76,7 +76,7 @@ LinuxFolders::LinuxFolders(const Environment& environment)
 std::optional<std::string> homeOfAccount(unsigned uid) {
     passwd entry{};
     passwd* found = nullptr;
-    // Entries are a line of text; directory services have been seen to return some kilobytes.
+    // An entry is a line of text; some directory services return a few kilobytes.
     std::array<char, 16384> text{};
     if (::getpwuid_r(uid, &entry, text.data(), text.size(), &found) != 0 || found == nullptr) return std::nullopt;
     if (entry.pw_dir == nullptr) return std::nullopt;

@@ -7,7 +7,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// What other programs keep in such files is a few kilobytes.
+/// Other programs keep a few kilobytes in such files.
 constexpr std::size_t maximumFileSize = 1U << 20U;
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 namespace tolvane::linuxhost {
 
-/// Reads property lists in XML and in the binary form, whichever stands there.
+/// Reads property lists, both in XML and in the binary form.
 class LinuxPropertyLists : public PropertyLists {
 public:
     std::optional<std::string> text(const std::string& path, std::string_view key) override;

@@ -13,12 +13,12 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Thousands of hidden suggestions stay far below it.
+/// Thousands of hidden suggestions stay far below this.
 constexpr std::size_t maximumFileSize = 4U << 20U;
 
 struct StoredList {
     PropertyList list;
-    /// Something stands there that could not be read as preferences.
+    /// Something exists that cannot be read as preferences.
     bool isDamaged = false;
 };
 
@@ -31,7 +31,7 @@ StoredList load(const std::string& path) {
     return {.list = std::move(*list)};
 }
 
-/// Where a link leads, so that a file kept elsewhere is written there and the link stays.
+/// Resolves links, so that a file kept elsewhere is written there and the link stays.
 std::string targetOf(const std::string& path) {
     std::error_code error;
     const auto target = std::filesystem::canonical(path, error);

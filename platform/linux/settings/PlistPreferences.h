@@ -9,11 +9,11 @@
 namespace tolvane::linuxhost {
 
 /// Preferences in one property list in XML, read once. Main thread.
-/// A value that changes is written at once: the file is read again, so that keys of others and types that are not ours
-/// stay, and replaced as a whole. What the disk did not take is tried again with the next change.
-/// A file that is no property list gives the defaults and is kept beside, with ".damaged" at its name's end, before it
-/// is written over.
-/// Dates are stored in whole seconds, as the format has them, rounded down; within the run they stay exact.
+/// A change is written at once: the file is read again, so that foreign keys and types stay, and replaced as a whole.
+/// A write that fails is tried again with the next change.
+/// A file that is not a property list yields the defaults. It is kept as NAME.damaged before it is replaced; if that
+/// fails, it is not replaced.
+/// The format stores dates in whole seconds, rounded down; within the run they stay exact.
 class PlistPreferences : public Preferences {
 public:
     explicit PlistPreferences(std::string path);
@@ -26,7 +26,7 @@ private:
 
     std::string path_;
     std::map<std::string, PreferenceValue, std::less<>> values_;
-    /// Keys that this run set and no write has taken yet.
+    /// Keys that this run has set but not yet written.
     std::set<std::string, std::less<>> unsaved_;
 };
 

@@ -13,8 +13,8 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// The library walks nested nodes by recursion and overruns its stack somewhere above 100,000 levels; no honest file
-/// of ours has 100 of them.
+/// The library recurses into nested nodes and overruns its stack somewhere above 100,000 levels; no honest file of
+/// ours has 100.
 constexpr std::size_t maximumContainers = 2'000;
 
 struct Released {
@@ -39,7 +39,7 @@ PropertyListNode parsed(std::string_view xml) {
     return PropertyListNode(node);
 }
 
-/// A level of the binary form takes four bytes at least, so that this size keeps it shallow enough.
+/// A level of the binary form takes at least four bytes, so this size bounds the depth.
 constexpr std::size_t maximumBinarySize = 64U << 10U;
 
 PropertyListNode parsedBinary(std::string_view bytes) {
@@ -57,8 +57,8 @@ std::string written(plist_t node) {
     return text == nullptr ? std::string() : std::string(text, length);
 }
 
-/// The library's own date calls are 32 bits wide and end in 2069; its text form holds every year. "For ever" is the
-/// year 4001.
+/// The library's date calls are 32 bits wide and end in 2069; its text form holds every year. "For ever" is stored as
+/// the year 4001.
 std::optional<Date> dateOf(plist_t node) {
     constexpr std::string_view open = "<date>";
     const std::string xml = written(node);
@@ -73,7 +73,7 @@ plist_t nodeOf(Date date) {
     return text ? parsed("<plist version=\"1.0\"><date>" + *text + "</date></plist>").release() : nullptr;
 }
 
-/// Calls back with the key and the node of each entry.
+/// Calls `visit` with the key and the node of each entry.
 template <typename Visit>
 void forEachEntry(plist_t dictionary, Visit visit) {
     plist_dict_iter position = nullptr;

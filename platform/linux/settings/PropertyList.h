@@ -14,22 +14,22 @@ struct PropertyListDeleter {
     void operator()(void* node) const;
 };
 
-/// A node of the property-list library together with all below it.
+/// Owns a node of the property-list library and everything below it.
 using PropertyListNode = std::unique_ptr<void, PropertyListDeleter>;
 
-/// One dictionary at the root of a property list. Any key or type of others is carried along.
+/// The root dictionary of a property list. Keeps foreign keys and types.
 class PropertyList {
 public:
     /// An empty dictionary.
     PropertyList();
-    /// None for text that is no property list in XML with a dictionary at its root.
+    /// Returns nullopt unless the text is an XML property list with a dictionary at its root.
     static std::optional<PropertyList> parse(std::string_view xml);
-    /// The same for files of others, which may be in the binary form; none for large ones of these.
+    /// The same for files of other programs, which may be binary; nullopt for large binary ones.
     static std::optional<PropertyList> parseAnyForm(std::string_view bytes);
 
-    /// The values whose types are ours.
+    /// The values of the types that preferences use.
     std::map<std::string, PreferenceValue, std::less<>> values() const;
-    /// False for what the format cannot hold: numbers that are not finite, dates outside the years 0 to 9999.
+    /// Returns false for what the format cannot hold: non-finite numbers and dates outside the years 0 to 9999.
     bool set(const std::string& key, const PreferenceValue& value);
     std::string xml() const;
 

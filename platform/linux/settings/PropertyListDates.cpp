@@ -10,11 +10,11 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// The distant past lies two days before year 1 of today's calendar, as it is counted from the Julian one.
+/// The distant past is the first day of year 1 of the Julian calendar, two days before that of the Gregorian one.
 constexpr double firstUnixSecondOfYear0 = -62167219200.0;
 constexpr double firstUnixSecondOfYear10000 = 253402300800.0;
 
-/// Takes the digits and the one character after them.
+/// Takes the digits before `end`, and `end` itself.
 std::optional<int> take(std::string_view& text, char end) {
     int number = 0;
     const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);

@@ -8,10 +8,10 @@
 
 namespace tolvane::linuxhost {
 
-/// A date as property lists write it, "2026-05-09T06:13:20Z", in whole seconds rounded down. None outside the years 0
-/// to 9999.
+/// A date as property lists write it, "2026-05-09T06:13:20Z", in whole seconds, rounded down. Returns nullopt outside
+/// the years 0 to 9999.
 std::optional<std::string> propertyListText(Date date);
-/// None for another form.
+/// Returns nullopt for any other form.
 std::optional<Date> dateFromPropertyListText(std::string_view text);
 
 }  // namespace tolvane::linuxhost

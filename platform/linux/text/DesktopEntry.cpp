@@ -50,7 +50,7 @@ bool lists(GKeyFile* file, const char* key, std::string_view wanted) {
     return false;
 }
 
-/// An icon file's ending says nothing where a theme looks the icon up.
+/// An icon theme looks names up without a file's extension.
 std::string themeName(std::string icon) {
     if (icon.starts_with('/')) return icon;
     for (const std::string_view end : {".png", ".svg", ".xpm"}) {
@@ -86,7 +86,7 @@ constexpr std::array carriers = {
     std::string_view("pkexec"),      std::string_view("sudo"),         std::string_view("su"),
     std::string_view("systemd-run"), std::string_view("true"),         std::string_view("false")};
 
-/// With a version behind it: "python3.11", "electron25", "wine64", "lua5.4".
+/// Names that a version may follow: "python3.11", "electron25", "wine64", "lua5.4".
 constexpr std::array versionedCarriers = {
     std::string_view("python"), std::string_view("perl"),     std::string_view("ruby"), std::string_view("php"),
     std::string_view("lua"),    std::string_view("electron"), std::string_view("wine"), std::string_view("mono"),

@@ -7,7 +7,7 @@ namespace tolvane::linuxhost {
 
 Environment processEnvironment() {
     return [](const std::string& name) -> std::optional<std::string> {
-        // Nobody here ever sets a variable.
+        // This program never sets a variable.
         // NOLINTNEXTLINE(concurrency-mt-unsafe)
         const char* value = std::getenv(name.c_str());
         if (value == nullptr) return std::nullopt;

@@ -7,10 +7,10 @@
 
 namespace tolvane::linuxhost {
 
-/// Looks a variable up; none when it is not set. Whoever needs the environment is handed one of these.
+/// Looks a variable up; nullopt when it is not set. Code that needs the environment gets one of these.
 using Environment = std::function<std::optional<std::string>(const std::string& name)>;
 
-/// The environment of this process, asked at each look-up.
+/// The environment of this process, read at each lookup.
 Environment processEnvironment();
 /// A fixed one.
 Environment environmentOf(std::map<std::string, std::string> variables);

@@ -56,7 +56,7 @@ private:
         }
     }
 
-    /// Placeholders in the middle of a word; those of lists have no place there.
+    /// Expands placeholders inside a word, where those for lists are not allowed.
     std::string inside(std::string_view word) {
         std::string text;
         for (std::size_t at = 0; at < word.size(); ++at) {

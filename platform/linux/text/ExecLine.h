@@ -6,20 +6,20 @@
 
 namespace tolvane::linuxhost {
 
-/// What the placeholders of an Exec line stand for.
+/// The values for the placeholders of an Exec line.
 struct ExecFacts {
     /// "%c"
     std::string name;
-    /// "%i" is "--icon" and this, or nothing without.
+    /// "%i" becomes "--icon" and this, or nothing when this is empty.
     std::string icon;
     /// "%k", the entry's file.
     std::string entryPath;
-    /// Absolute paths: "%f" is the first and "%F" all of them, "%u" and "%U" the same as addresses. A line that has a
-    /// place for none gets the first at its end.
+    /// Absolute paths: "%f" is the first and "%F" all of them, "%u" and "%U" the same as addresses. A line without
+    /// any of these gets the first path at its end.
     std::vector<std::string> files;
 };
 
-/// The words to execute for an Exec line such as `env A=b /opt/x/app --flag "a b" %U`. Empty where its quotes do not
+/// The words to execute for an Exec line such as `env A=b /opt/x/app --flag "a b" %U`. Empty when the quotes do not
 /// match or no word is left.
 std::vector<std::string> commandOfExec(const std::string& exec, const ExecFacts& facts);
 

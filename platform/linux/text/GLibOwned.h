@@ -17,11 +17,11 @@ struct GLibRelease {
     void operator()(GDBusNodeInfo* node) const { g_dbus_node_info_unref(node); }
 };
 
-/// Anything of GLib's that is freed in a way of its own.
+/// Owns a GLib value and frees it with the function for its type.
 template <typename Type>
 using GLibOwned = std::unique_ptr<Type, GLibRelease>;
 
-/// A fresh value is nobody's yet: this takes it.
+/// A new GVariant has a floating reference; `taken` sinks it.
 using Variant = GLibOwned<GVariant>;
 inline Variant taken(GVariant* fresh) { return Variant(fresh == nullptr ? nullptr : g_variant_ref_sink(fresh)); }
 
@@ -34,7 +34,7 @@ struct GObjectRelease {
 template <typename Type>
 using GObjectOwned = std::unique_ptr<Type, GObjectRelease>;
 
-/// What went wrong in words; GLib writes it through `place`.
+/// A GLib error message; GLib writes it through `place`.
 class Failure {
 public:
     Failure() = default;

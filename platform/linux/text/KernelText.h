@@ -7,7 +7,7 @@
 
 namespace tolvane::linuxhost {
 
-/// The whole text as one number; none for anything else.
+/// The whole text as one number; nullopt for anything else.
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text) {
     Number value{};
@@ -16,7 +16,7 @@ std::optional<Number> wholeNumber(std::string_view text) {
     return value;
 }
 
-/// A file's one line, with or without its end.
+/// The only line of a file, with or without its line end.
 inline std::string_view withoutLineEnd(std::string_view text) { return text.substr(0, text.find('\n')); }
 
 }  // namespace tolvane::linuxhost

@@ -6,10 +6,10 @@
 
 namespace tolvane::linuxhost {
 
-/// Bytes from the kernel as text: what is not UTF-8 becomes U+FFFD, and a NUL ends it.
+/// Converts bytes from the kernel to text: invalid UTF-8 becomes U+FFFD, and a NUL ends the text.
 Text repairedText(std::string_view bytes);
 
-/// Gives `text` these bytes; a text that holds them already stays the same shared one.
+/// Assigns the bytes to `text`; a text that already equals them keeps its shared block.
 void assign(Text& text, std::string_view bytes);
 
 }  // namespace tolvane::linuxhost

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-/// Small steps over the text of kernel files. Pure; nothing here allocates.
+/// Small steps through the text of kernel files. Pure functions that do not allocate.
 namespace tolvane::linuxhost::Scan {
 
 constexpr std::string_view skipBlanks(std::string_view text) {
@@ -14,7 +14,7 @@ constexpr std::string_view skipBlanks(std::string_view text) {
     return first == std::string_view::npos ? std::string_view{} : text.substr(first);
 }
 
-/// The number at the text's begin, blanks before it allowed; none when there is none or it does not fit.
+/// The number at the start of the text, after any blanks; nullopt when there is none or it does not fit.
 inline std::optional<std::uint64_t> figure(std::string_view text, int base = 10) {
     text = skipBlanks(text);
     std::uint64_t value = 0;
@@ -23,7 +23,7 @@ inline std::optional<std::uint64_t> figure(std::string_view text, int base = 10)
     return value;
 }
 
-/// What stands before `separator`, and `rest` moves behind it; the whole rest where none comes.
+/// Returns the text before `separator` and moves `rest` past it; returns the whole rest when there is no separator.
 constexpr std::string_view take(std::string_view& rest, char separator) {
     const auto end = rest.find(separator);
     const auto taken = rest.substr(0, end);
@@ -31,7 +31,7 @@ constexpr std::string_view take(std::string_view& rest, char separator) {
     return taken;
 }
 
-/// The next word, blanks around it skipped; empty at the end.
+/// The next word, without the blanks around it; empty at the end.
 constexpr std::string_view word(std::string_view& rest) {
     rest = skipBlanks(rest);
     const auto end = rest.find_first_of(" \t");
@@ -40,7 +40,7 @@ constexpr std::string_view word(std::string_view& rest) {
     return taken;
 }
 
-/// The last part of a path; slashes at its end do not count.
+/// The last component of a path; ignores trailing slashes.
 constexpr std::string_view lastComponent(std::string_view path) {
     while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
     const auto slash = path.rfind('/');
