@@ -3,6 +3,8 @@
 #   tolvane_floor(NAME FOLDER LINKS...)      a static library of every .cpp below FOLDER
 #   tolvane_tests(NAME FOLDER LINKS...)      a GoogleTest program of every .cpp below tests/FOLDER
 
+include(${CMAKE_CURRENT_LIST_DIR}/Suites.cmake)
+
 function(tolvane_sources out folder)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
   set(${out} ${sources} PARENT_SCOPE)
@@ -37,6 +39,5 @@ function(tolvane_tests name folder)
   target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS} $<$<CONFIG:Debug>:-O0>)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gmock)
   tolvane_precompile(${name} ${TOLVANE_TEST_HEADERS})
-  include(GoogleTest)
-  gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  tolvane_suites(${name})
 endfunction()

@@ -116,6 +116,24 @@ build() {
         fail "Building failed; the lines above tell why."
 }
 
+# runTests PRESET ARGUMENTS...: ctest on what is built, then how many single tests ran in the suites and which of them
+# were skipped: ctest itself counts suites. One more at a time than there are cores, since some of them mostly wait.
+runTests() {
+    local build="$top/build/$1" log result=0 ran skipped
+    shift
+    log="$build/Testing/Temporary/LastTest.log"
+    rm -f "$log"
+    ctest --test-dir "$build" --no-tests=error --no-label-summary --output-on-failure \
+        --parallel "$(($(cores) + 1))" "$@" </dev/null || result=$?
+    if [ -f "$log" ]; then
+        ran=$(grep -cE '\[ +(OK|FAILED) +\] .* \([0-9]+ ms\)$' "$log" || true)
+        skipped=$(sed -nE 's/^.*\[  SKIPPED \] (.*) \([0-9]+ ms\)$/  \1/p' "$log" | LC_ALL=C sort)
+        echo "Tests in suites: $ran ran, $(grep -c . <<<"$skipped" || true) skipped${skipped:+:}"
+        [ -z "$skipped" ] || echo "$skipped"
+    fi
+    return "$result"
+}
+
 # A private XDG_RUNTIME_DIR for what is run here, gone at the end: none of it belongs to the person's session.
 privateRuntimeFolder() {
     XDG_RUNTIME_DIR=$(mktemp -d)
