@@ -49,7 +49,7 @@ TEST(Spawn, outputGoesToTheEndOfTheLogAndErrorsWithIt) {
 
 TEST(Spawn, theChildLeadsASessionOfItsOwn) {
     Pid pid = 0;
-    ASSERT_EQ(spawn(shell("sleep 60"), &pid), 0);
+    ASSERT_EQ(spawn(shell("exec sleep 60"), &pid), 0);
     EXPECT_EQ(::getsid(pid), pid);
     ::kill(pid, SIGKILL);
     statusOf(pid);
