@@ -5,28 +5,14 @@
 #include <utility>
 
 #include "core/rules/AgentNames.h"
-#include "core/rules/Ask.h"
-#include "core/rules/Rule.h"
 
 namespace tolvane {
 
 namespace {
 
-bool isAgent(const ProcSample& sample, std::string& scratch) {
-    bool found = false;
-    eachAgentName(sample, scratch, [&](std::string_view name) {
-        found = found || std::ranges::find(Rule::defaultAgentNames, name) != Rule::defaultAgentNames.end();
-    });
-    return found;
-}
-
-bool isInFront(const ProcRow& row, const World& world) {
-    return row.appID && world.frontmostAppID && *row.appID == *world.frontmostAppID;
-}
-
 bool isEligible(const ProcRow& row, const World& world, std::string& scratch) {
-    if (!mayTouch(row.sample, world) || row.sample.isSystem() || row.claudeSession) return false;
-    if (row.appID) return !isInFront(row, world);
+    if (!world.mayTouch(row.sample) || row.sample.isSystem() || row.claudeSession) return false;
+    if (row.appID) return !world.isInFront(row);
     return row.appPath || !isAgent(row.sample, scratch);
 }
 

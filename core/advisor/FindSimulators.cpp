@@ -4,7 +4,7 @@
 #include "core/advisor/AdviceWords.h"
 #include "core/advisor/Detectors.h"
 #include "core/advisor/Simulators.h"
-#include "core/sampling/ChildIndex.h"
+#include "core/sampling/ProcessTree.h"
 
 namespace tolvane::Detectors {
 
@@ -13,8 +13,8 @@ namespace {
 constexpr Seconds leastIdle{3600};
 
 /// The device's first process and all below it, whoever they are, as far as they are the user's own.
-RowList membersOf(const ProcRow& first, const World& world, const ChildIndex& children) {
-    const auto below = children.descendants(first.id());
+RowList membersOf(const ProcRow& first, const World& world, const ProcessTree& tree) {
+    const auto below = tree.descendants(first.id());
     std::unordered_set<Pid> pids(below.begin(), below.end());
     pids.insert(first.id());
     RowList members;
@@ -51,13 +51,13 @@ void addDevice(Advice& advice, const std::string& device, const RowList& members
 void findSimulators(Advice& advice) {
     const auto& world = advice.scene.world;
     if (world.frontmostAppID == Simulators::appID) return;
-    std::optional<ChildIndex> children;
+    std::optional<ProcessTree> tree;
     for (const auto* row : advice.eligible()) {
         if (row->sample.name != Simulators::processName) continue;
         const auto device = Simulators::device(row->sample.args);
         if (!device) continue;
-        if (!children) children.emplace(world.rows);
-        addDevice(advice, *device, membersOf(*row, world, *children));
+        if (!tree) tree.emplace(world.rows);
+        addDevice(advice, *device, membersOf(*row, world, *tree));
     }
 }
 

@@ -11,9 +11,8 @@
 #include <unordered_set>
 
 #include "base/LowerCase.h"
-#include "core/projects/Ancestry.h"
 #include "core/rules/AgentNames.h"
-#include "core/rules/Rule.h"
+#include "core/sampling/ProcessTree.h"
 
 namespace tolvane::Projects {
 
@@ -33,33 +32,46 @@ bool isNamed(const ProcSample& sample, const std::array<std::string_view, count>
 
 bool isEditor(const ProcSample& sample) { return isNamed(sample, editors); }
 
-/// Nobody's project work: it leaves no trace in any group.
-bool isBystander(const ProcSample& sample, const World& world, Ancestry& ancestry) {
-    return sample.uid != world.uid || sample.pid < 2 || sample.pid == world.selfPID || sample.isSystem() ||
-           isNamed(sample, shells) || ancestry.anyOf(sample, isEditor);
-}
+/// The rows of the machine, and which of them count to a project.
+class Membership {
+public:
+    Membership(const World& world, const std::set<Pid>& launchd)
+        : world_(world), launchd_(launchd), tree_(world.rows) {}
 
-bool isAgent(const ProcSample& sample) {
-    bool found = false;
-    std::string scratch;
-    eachAgentName(sample, scratch, [&](std::string_view name) {
-        found = found || std::ranges::find(Rule::defaultAgentNames, name) != Rule::defaultAgentNames.end();
-    });
-    return found;
-}
+    /// Nobody's project work: it leaves no trace in any group.
+    bool isBystander(std::uint32_t row) const {
+        const auto& sample = world_.rows[row].sample;
+        return !world_.mayTouch(sample) || sample.isSystem() || isNamed(sample, shells) ||
+               isOrDescendsFrom(row, isEditor);
+    }
 
-bool isLeftAlone(const ProcRow& row, const std::set<Pid>& launchd, Ancestry& ancestry) {
-    const auto isManaged = [&](const ProcSample& sample) { return launchd.contains(sample.pid); };
-    return row.claudeSession || isAgent(row.sample) || ancestry.anyOf(row.sample, isManaged);
-}
+    bool isLeftAlone(std::uint32_t row) const {
+        std::string scratch;
+        return world_.rows[row].claudeSession || isAgent(world_.rows[row].sample, scratch) ||
+               isOrDescendsFrom(row, [&](const ProcSample& sample) { return launchd_.contains(sample.pid); });
+    }
+
+private:
+    template <typename Test>
+    bool isOrDescendsFrom(std::uint32_t row, const Test& test) const {
+        return test(world_.rows[row].sample) ||
+               tree_.anyAbove(row, ProcessTree::Repeated::last,
+                              [&](std::uint32_t above) { return test(world_.rows[above].sample); });
+    }
+
+    const World& world_;
+    const std::set<Pid>& launchd_;
+    ProcessTree tree_;
+};
 
 MembersByRoot membersByRoot(const World& world, const std::set<Pid>& launchd) {
-    Ancestry ancestry(world.rows);
+    const Membership membership(world, launchd);
     MembersByRoot members;
-    for (const auto& row : world.rows) {
-        if (!row.project || isBystander(row.sample, world, ancestry)) continue;
+    for (std::uint32_t index = 0; index < world.rows.size(); ++index) {
+        const auto& row = world.rows[index];
+        if (!row.project || membership.isBystander(index)) continue;
         auto& project = members[*row.project];
-        if (isLeftAlone(row, launchd, ancestry)) {
+        if (membership.isLeftAlone(index)) {
             ++project.leftAlone;
         } else {
             project.rows.push_back(&row);

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "base/Paths.h"
-#include "core/rules/AgentMatches.h"
-#include "core/rules/ProcessTree.h"
+#include "core/rules/AgentNames.h"
 #include "core/rules/SubjectKey.h"
+#include "core/sampling/ProcessTree.h"
 
 namespace tolvane {
 
@@ -84,7 +84,7 @@ public:
         for (const Place root : roots) labels_[root].isRoot = true;
         std::vector<Session> found;
         for (const Place root : roots) {
-            if (mayTouch(agents_.row(root).sample, agents_.world)) found.push_back(session(root));
+            if (agents_.world.mayTouch(agents_.row(root).sample)) found.push_back(session(root));
         }
         for (const Place place : labelled_) labels_[place] = {};
         labelled_.clear();
@@ -115,14 +115,8 @@ private:
     }
 
     bool isInsideAnother(Place place) const {
-        auto above = agents_.tree.parent(place);
-        // After as many steps as there are rows a walk goes in a ring and has seen all of it.
-        for (std::size_t step = 0; step < labels_.size() && above && above != place; ++step) {
-            if (agents_.row(*above).sample.pid < 2) return false;
-            if (labels_[*above].isSet()) return true;
-            above = agents_.tree.parent(*above);
-        }
-        return false;
+        return agents_.tree.anyAbove(place, ProcessTree::Repeated::first,
+                                     [&](Place above) { return labels_[above].isSet(); });
     }
 
     bool isRoot(Place place) const {
@@ -165,7 +159,7 @@ private:
         Session session{.root = root, .name = labels_[root].name, .unusedSince = agents_.row(root).unusedSince};
         for (const auto member : members_) {
             const auto& row = agents_.world.rows[member];
-            if (!mayTouch(row.sample, agents_.world)) continue;
+            if (!agents_.world.mayTouch(row.sample)) continue;
             session.pids.push_back(row.sample.pid);
             session.memory += row.sample.footprint;
             session.compressed += row.sample.compressed;

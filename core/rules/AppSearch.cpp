@@ -32,7 +32,7 @@ void addRow(Subject& app, const ProcRow& row) {
 
 void addRows(Apps& apps, const World& world) {
     for (const auto& row : world.rows) {
-        if (!row.appID || !mayTouch(row.sample, world)) continue;
+        if (!row.appID || !world.mayTouch(row.sample)) continue;
         const auto app = apps.find(row.appID->view());
         if (app != apps.end()) addRow(app->second, row);
     }

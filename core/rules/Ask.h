@@ -45,9 +45,4 @@ struct Ask {
     }
 };
 
-/// Whether rules may ever touch the process: this user's, not one of the first two, not this program.
-inline bool mayTouch(const ProcSample& sample, const World& world) {
-    return sample.uid == world.uid && sample.pid >= 2 && sample.pid != world.selfPID;
-}
-
 }  // namespace tolvane

@@ -34,10 +34,6 @@ std::vector<Wanted> wantedCommands(const std::vector<Ask*>& asks, PatternSet& se
     return all;
 }
 
-bool isInFront(const ProcRow& row, const World& world) {
-    return row.appID && world.frontmostAppID && *row.appID == *world.frontmostAppID;
-}
-
 /// What patterns are looked for in: the command line in lower case.
 void assignSearchText(std::string& text, const ProcSample& sample) {
     text.clear();
@@ -55,7 +51,7 @@ public:
         : wanted_(wanted), patterns_(patterns), world_(world) {}
 
     void take(const ProcRow& row) {
-        if (!mayTouch(row.sample, world_)) return;
+        if (!world_.mayTouch(row.sample)) return;
         row_ = &row;
         state_ = State::untested;
         for (const auto& wanted : wanted_) {
@@ -74,7 +70,7 @@ private:
 
     bool prepared() {
         if (state_ == State::untested) {
-            const bool excluded = row_->sample.isSystem() || isInFront(*row_, world_);
+            const bool excluded = row_->sample.isSystem() || world_.isInFront(*row_);
             state_ = excluded ? State::excluded : State::ready;
             if (!excluded) search();
         }

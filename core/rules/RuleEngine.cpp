@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "core/rules/AgentNames.h"
 #include "core/rules/AgentSearch.h"
 #include "core/rules/AppSearch.h"
 #include "core/rules/Ask.h"
@@ -95,13 +94,6 @@ std::vector<Decision> candidates(const Rule& rule, const World& world) {
 
 std::string cooldownKey(const Rule& rule, std::string_view subject) {
     return rule.id.text() + "|" + std::string(subject);
-}
-
-std::set<std::string> agentIdentities(const ProcSample& sample) {
-    std::set<std::string> names;
-    std::string scratch;
-    eachAgentName(sample, scratch, [&](std::string_view name) { names.emplace(name); });
-    return names;
 }
 
 bool needsFrontmost(const Rule& rule) {

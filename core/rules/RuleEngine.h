@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,9 +30,6 @@ std::vector<Decision> candidates(const Rule& rule, const World& world);
 
 /// "{id of the rule}|{subject}"
 std::string cooldownKey(const Rule& rule, std::string_view subject);
-
-/// Lower-case names under which the process can count as an agent. An empty one is possible.
-std::set<std::string> agentIdentities(const ProcSample& sample);
 
 /// Whether the rule stands still as a whole while nobody can tell which application is in front.
 bool needsFrontmost(const Rule& rule);

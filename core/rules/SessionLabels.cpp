@@ -1,7 +1,7 @@
 #include "core/rules/SessionLabels.h"
 
-#include "core/sampling/ChildIndex.h"
 #include "core/sampling/PidTable.h"
+#include "core/sampling/ProcessTree.h"
 
 namespace tolvane::SessionLabels {
 
@@ -14,12 +14,12 @@ struct Claim {
 
 /// Of a pid that several workers claim the last claim holds.
 PidTable<Claim> claims(const std::vector<ClaudeWorker>& workers, const std::vector<ProcRow>& rows) {
-    const ChildIndex children(rows);
+    const ProcessTree tree(rows);
     PidTable<Claim> table;
     for (const auto& worker : workers) {
         const Text text = label(worker);
         table.add({.pid = worker.hostPID, .label = text});
-        for (const Pid pid : children.descendants(worker.hostPID)) table.add({.pid = pid, .label = text});
+        for (const Pid pid : tree.descendants(worker.hostPID)) table.add({.pid = pid, .label = text});
     }
     table.settle();
     return table;

@@ -25,6 +25,11 @@ struct World {
     /// The host can tell who is in front. Where it cannot, nothing ends an application: it may be the one in use.
     bool frontmostKnown = true;
 
+    /// Whether rules and advice may ever act on the process.
+    bool mayTouch(const ProcSample& sample) const { return sample.mayBeTouchedBy(selfPID, uid); }
+    /// Whether the row belongs to the application in front.
+    bool isInFront(const ProcRow& row) const { return row.appID && frontmostAppID && *row.appID == *frontmostAppID; }
+
     bool operator==(const World&) const = default;
 };
 

@@ -44,6 +44,9 @@ struct ProcSample {
 
     /// The arguments with blanks between them, or `path` without any.
     std::string commandLine() const;
+    /// Whether a program with that pid, run by that user, may ever act on the process: the user's own, not one of the
+    /// first two, not the program itself.
+    bool mayBeTouchedBy(Pid program, std::uint32_t user) const { return uid == user && pid >= 2 && pid != program; }
     /// Programs that come with the system rather than with the user.
     bool isSystem() const;
     /// The word that tells this process from others of its interpreter: the first argument that looks like a path,

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/Paths.h"
-#include "core/sampling/ChildIndex.h"
 #include "core/sampling/ProcStrings.h"
 
 namespace tolvane {
@@ -132,10 +131,6 @@ std::map<Pid, std::vector<int>> ProcessReader::listeningPorts(ProcessInspection&
     auto portsByPid = inspection.listeningPortsOf(pids);
     for (auto& [pid, ports] : portsByPid) tidy(ports);
     return portsByPid;
-}
-
-std::vector<Pid> ProcessReader::descendants(Pid pid, const std::vector<ProcRow>& rows) {
-    return ChildIndex(rows).descendants(pid);
 }
 
 }  // namespace tolvane

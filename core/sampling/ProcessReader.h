@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "core/sampling/PidTable.h"
-#include "core/sampling/ProcRow.h"
 #include "core/sampling/ProcSample.h"
 #include "platform/ProcessInspection.h"
 
@@ -34,9 +33,6 @@ public:
     static std::vector<int> listeningPorts(ProcessInspection& inspection, Pid pid);
     /// Of several processes, each under its pid, also where there are none.
     static std::map<Pid, std::vector<int>> listeningPorts(ProcessInspection& inspection, const std::vector<Pid>& pids);
-
-    /// As `ChildIndex::descendants`, for one question.
-    static std::vector<Pid> descendants(Pid pid, const std::vector<ProcRow>& rows);
 
 private:
     /// The arguments of one run of one program. A process that starts another program in its place (a shell's `exec`,

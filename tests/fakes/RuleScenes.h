@@ -1,7 +1,10 @@
 #pragma once
 
+#include <set>
+#include <string>
 #include <string_view>
 
+#include "core/rules/AgentNames.h"
 #include "core/rules/World.h"
 #include "core/sampling/ProcRow.h"
 
@@ -31,6 +34,14 @@ inline ProcRow appRow(Pid pid, Pid ppid, std::string_view name, std::string_view
     result.appPath = "/Applications/" + std::string(name) + ".app";
     result.appID = appID;
     return result;
+}
+
+/// Every name under which the process can count as an agent.
+inline std::set<std::string> agentIdentities(const ProcSample& sample) {
+    std::set<std::string> names;
+    std::string scratch;
+    eachAgentName(sample, scratch, [&](std::string_view name) { names.emplace(name); });
+    return names;
 }
 
 inline World worldOf(std::vector<ProcRow> rows) { return {.rows = std::move(rows), .selfPID = 4000, .uid = someUser}; }

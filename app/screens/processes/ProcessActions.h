@@ -39,7 +39,7 @@ struct Actor {
     Pid pid = 0;
     std::uint32_t uid = 0;
 
-    bool mayActOn(const ProcRow& row) const { return row.sample.uid == uid && row.id() >= 2 && row.id() != pid; }
+    bool mayActOn(const ProcRow& row) const { return row.sample.mayBeTouchedBy(pid, uid); }
     /// On at least one process of the line.
     bool mayActOn(const TableRow& line, const std::vector<ProcRow>& rows) const;
 };

@@ -3,10 +3,10 @@
 #include <random>
 
 #include "core/advisor/Simulators.h"
-#include "core/rules/RuleEngine.h"
 #include "core/words/Cores.h"
 #include "core/words/Words.h"
 #include "tests/core/advisor/AdviceTest.h"
+#include "tests/fakes/RuleScenes.h"
 
 namespace tolvane {
 namespace {
@@ -58,7 +58,7 @@ private:
         if (sample.isSystem() || row.claudeSession) return false;
         if (row.appID && world.frontmostAppID && row.appID->str() == *world.frontmostAppID) return false;
         if (row.appID || row.appPath) return true;
-        const auto names = RuleEngine::agentIdentities(sample);
+        const auto names = fakes::agentIdentities(sample);
         return std::ranges::none_of(Rule::defaultAgentNames,
                                     [&](std::string_view agent) { return names.contains(std::string(agent)); });
     }

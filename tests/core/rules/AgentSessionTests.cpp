@@ -49,38 +49,38 @@ ClaudeWorker worker(std::string shortID, Pid host, bool hasPrompt = true) {
 ProcSample sampleOf(std::string_view name, TextList args) { return row(10, 1, name, std::move(args)).sample; }
 
 TEST(AgentIdentities, areTheNameAndTheProgramInLowerCase) {
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("Claude", {"/opt/bin/Runner/"})), ElementsAre("claude", "runner"));
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("goose", {})), ElementsAre("goose"));
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("Claude", {"/opt/bin/Runner/"})), ElementsAre("claude", "runner"));
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("goose", {})), ElementsAre("goose"));
 }
 
 TEST(AgentIdentities, ofAScriptHoldTheScript) {
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("node", {"node", "/opt/tool/bin/codex.js", "--flag"})),
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("node", {"node", "/opt/tool/bin/codex.js", "--flag"})),
                 ElementsAre("codex", "node"));
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("python3", {"python3", "-m", "aider"})),
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("python3", {"python3", "-m", "aider"})),
                 ElementsAre("aider", "python3"));
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("Python3.12", {"Python", "-u", "/x/Tool.v2.py"})),
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("Python3.12", {"Python", "-u", "/x/Tool.v2.py"})),
                 ElementsAre("python", "python3.12", "tool.v2"));
 }
 
 TEST(AgentIdentities, ofAnInterpreterWithOptionsOnlyHoldNoScript) {
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("deno", {"deno", "--version"})), ElementsAre("deno"));
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("bun", {"bun"})), ElementsAre("bun"));
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("deno", {"deno", "--version"})), ElementsAre("deno"));
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("bun", {"bun"})), ElementsAre("bun"));
 }
 
 TEST(AgentIdentities, ofOtherProgramsIgnoreTheirArguments) {
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("vim", {"vim", "/x/claude.js"})), ElementsAre("vim"));
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("vim", {"vim", "/x/claude.js"})), ElementsAre("vim"));
 }
 
 TEST(AgentIdentities, aVersionsFolderMeansClaude) {
     auto sample = sampleOf("2.0.1", {"x"});
     sample.path = "/home/ada/.local/share/claude/versions/2.0.1";
-    EXPECT_THAT(RuleEngine::agentIdentities(sample), ElementsAre("2.0.1", "claude", "x"));
+    EXPECT_THAT(fakes::agentIdentities(sample), ElementsAre("2.0.1", "claude", "x"));
     sample.path = "/home/ada/claude/version/2.0.1";
-    EXPECT_THAT(RuleEngine::agentIdentities(sample), ElementsAre("2.0.1", "x"));
+    EXPECT_THAT(fakes::agentIdentities(sample), ElementsAre("2.0.1", "x"));
 }
 
 TEST(AgentIdentities, keepAnEmptyOne) {
-    EXPECT_THAT(RuleEngine::agentIdentities(sampleOf("node", {"", ""})), ElementsAre("", "node"));
+    EXPECT_THAT(fakes::agentIdentities(sampleOf("node", {"", ""})), ElementsAre("", "node"));
 }
 
 // Sessions

@@ -9,6 +9,7 @@
 #include "base/LowerCase.h"
 #include "base/Paths.h"
 #include "core/rules/SubjectKey.h"
+#include "tests/fakes/RuleScenes.h"
 
 namespace tolvane::plain {
 
@@ -91,7 +92,7 @@ public:
 private:
     void match(const ProcRow& row) {
         if (row.appPath && !workers_.contains(row.id())) return;
-        const auto identities = RuleEngine::agentIdentities(row.sample);
+        const auto identities = fakes::agentIdentities(row.sample);
         for (const auto& name : target_.names) {
             const auto wanted = lowerCased(trimmed(name));
             if (wanted.empty() || !identities.contains(wanted)) continue;

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/rules/PatternSet.h"
-#include "core/rules/ProcessTree.h"
 #include "core/rules/RuleEngine.h"
 #include "tests/core/rules/PlainRuleEngine.h"
 
@@ -183,26 +182,6 @@ TEST(PatternSet, givesOnePatternOneNumber) {
     PatternSet set;
     EXPECT_EQ(set.add("vite"), set.add("vite"));
     EXPECT_NE(set.add("vite"), set.add("next"));
-}
-
-TEST(ProcessTree, standsForEachPidAtItsFirstRow) {
-    std::vector<ProcRow> rows(4);
-    const Pid pids[] = {7, 3, 7, 9};
-    const Pid parents[] = {3, 99, 9, 7};
-    for (std::size_t index = 0; index < rows.size(); ++index) {
-        rows[index].sample.pid = pids[index];
-        rows[index].sample.ppid = parents[index];
-    }
-    const ProcessTree tree(rows);
-    EXPECT_EQ(tree.place(7), 0);
-    EXPECT_EQ(tree.placeOf(2), 0);
-    EXPECT_EQ(tree.place(4), std::nullopt);
-    EXPECT_EQ(tree.parent(0), 1);
-    EXPECT_EQ(tree.parent(1), std::nullopt) << "its parent has no row";
-    EXPECT_EQ(std::vector(tree.children(0).begin(), tree.children(0).end()), std::vector<std::uint32_t>{3});
-    EXPECT_EQ(std::vector(tree.children(3).begin(), tree.children(3).end()), std::vector<std::uint32_t>{2});
-    const std::vector<ProcRow> nobody;
-    EXPECT_EQ(ProcessTree(nobody).place(1), std::nullopt);
 }
 
 }  // namespace

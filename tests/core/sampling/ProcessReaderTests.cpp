@@ -310,40 +310,5 @@ TEST_F(ProcessReaderTest, processWithoutSocketsHasNoPorts) {
     EXPECT_THAT(ProcessReader::listeningPorts(*inspection, 11), IsEmpty());
 }
 
-/// Rows of pid and parent.
-std::vector<ProcRow> family(const std::vector<std::pair<Pid, Pid>>& links) {
-    std::vector<ProcRow> rows;
-    for (const auto& [pid, ppid] : links) {
-        auto& row = rows.emplace_back();
-        row.sample.pid = pid;
-        row.sample.ppid = ppid;
-    }
-    return rows;
-}
-
-TEST(Descendants, areTheChildrenThenThoseOfTheLastChild) {
-    const auto rows = family({{2, 1}, {3, 1}, {4, 2}, {5, 3}, {6, 3}, {7, 6}, {8, 5}});
-    EXPECT_THAT(ProcessReader::descendants(1, rows), ElementsAre(2, 3, 5, 6, 7, 8, 4));
-}
-
-TEST(Descendants, childrenComeInRowOrder) {
-    EXPECT_THAT(ProcessReader::descendants(1, family({{9, 1}, {3, 1}, {5, 1}})), ElementsAre(9, 3, 5));
-}
-
-TEST(Descendants, ofAProcessWithoutChildrenAreNone) {
-    EXPECT_THAT(ProcessReader::descendants(3, family({{2, 1}, {3, 1}})), IsEmpty());
-    EXPECT_THAT(ProcessReader::descendants(77, {}), IsEmpty());
-}
-
-TEST(Descendants, aGrandchildWhoseParentIsMissingIsNotFound) {
-    EXPECT_THAT(ProcessReader::descendants(1, family({{2, 1}, {4, 3}})), ElementsAre(2));
-}
-
-TEST(Descendants, aRingOfParentsEnds) {
-    EXPECT_THAT(ProcessReader::descendants(0, family({{0, 0}, {1, 0}})), ElementsAre(1));
-    EXPECT_THAT(ProcessReader::descendants(5, family({{5, 6}, {6, 5}})), ElementsAre(6));
-    EXPECT_THAT(ProcessReader::descendants(1, family({{5, 6}, {6, 5}, {5, 1}})), ElementsAre(5, 6, 5));
-}
-
 }  // namespace
 }  // namespace tolvane

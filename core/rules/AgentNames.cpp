@@ -1,7 +1,8 @@
-#include "core/rules/AgentMatches.h"
-
-#include "base/LowerCase.h"
 #include "core/rules/AgentNames.h"
+
+#include <algorithm>
+
+#include "core/rules/Rule.h"
 
 namespace tolvane {
 
@@ -15,6 +16,14 @@ std::string_view withoutBlanks(std::string_view text) {
 }
 
 }  // namespace
+
+bool isAgent(const ProcSample& sample, std::string& scratch) {
+    bool found = false;
+    eachAgentName(sample, scratch, [&](std::string_view name) {
+        found = found || std::ranges::find(Rule::defaultAgentNames, name) != Rule::defaultAgentNames.end();
+    });
+    return found;
+}
 
 std::vector<std::uint32_t> AgentNameSet::add(const std::vector<std::string>& names) {
     std::vector<std::uint32_t> numbers;
