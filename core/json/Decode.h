@@ -56,11 +56,16 @@ bool readInteger(ondemand::value source, Integer& value, Reading& reading) {
     return true;
 }
 
+constexpr bool isBlank(char character) {
+    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+
 /// What stands between the quotes of a string without escapes, as most are: taken in place, not copied. None for any
 /// other value; it is to be read yet in any case.
 inline std::optional<std::string_view> plainString(ondemand::value& source) {
     std::string_view token = source.raw_json_token();
-    token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    // Compact text has no blanks here, and searching for one of a set costs more than a look at the last character.
+    while (!token.empty() && isBlank(token.back())) token.remove_suffix(1);
     if (token.size() < 2 || token.front() != '"' || token.back() != '"') return std::nullopt;
     if (std::memchr(token.data(), '\\', token.size())) return std::nullopt;
     return token.substr(1, token.size() - 2);

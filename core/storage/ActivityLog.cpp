@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/files/LineFile.h"
-#include "core/json/AtSight.h"
 #include "core/json/Decode.h"
 #include "core/json/TextCache.h"
 #include "core/storage/ActivityFields.h"
@@ -36,31 +35,18 @@ void reserve(std::vector<ActivityEntry>& entries, const Files::LineFile& file) {
     entries.reserve(std::max(entries.size() + entries.size() / 2 + atFirst, static_cast<std::size_t>(expected)));
 }
 
-class LineReader {
-public:
-    /// `entry` is a new one; false when the line is damaged.
-    bool read(std::string_view line, ActivityEntry& entry) {
-        if (json::AtSight(line, texts_).read(entry)) return true;
-        entry = {};
-        return decoder_.decodePadded(line, entry);
-    }
-
-private:
-    json::TextCache texts_;
-    json::Decoder decoder_{&texts_};
-};
-
 }  // namespace
 
 std::vector<ActivityEntry> readActivity(const std::string& path, std::uint64_t limit) {
     auto file = Files::LineFile::open(path, simdjson::SIMDJSON_PADDING);
     if (!file) return {};
     for (std::uint64_t left = linesBefore(*file, limit); left > 0; --left) file->next();
-    LineReader reader;
+    json::TextCache texts;
+    json::Decoder decoder(&texts);
     std::vector<ActivityEntry> entries;
     while (const auto line = file->next()) {
         reserve(entries, *file);
-        if (!reader.read(line->text, entries.emplace_back())) entries.pop_back();
+        if (!decoder.decodePadded(line->text, entries.emplace_back())) entries.pop_back();
     }
     if (file->failed()) return {};
     std::ranges::reverse(entries);
