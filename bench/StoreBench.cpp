@@ -9,10 +9,10 @@
 
 #include "core/json/Encode.h"
 #include "core/json/Simdjson.h"
-#include "core/storage/ActivityFields.h"
+#include "core/storage/ActivityEntry.h"
 #include "core/storage/ActivityStats.h"
 #include "core/storage/Store.h"
-#include "core/words/ZoneCalendar.h"
+#include "core/words/Calendar.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 // What the log costs at start, with a million lines of 330 bytes, beside the bare reader that takes all fields and
@@ -156,7 +156,7 @@ BENCHMARK(appendTenThousand)->Unit(benchmark::kMillisecond);
 
 void statistics(benchmark::State& state) {
     const auto entries = LongLog::shared().store.loadActivity(everything);
-    const ZoneCalendar calendar("Europe/Berlin");
+    const Calendar calendar("Europe/Berlin");
     for (auto _ : state) {
         benchmark::DoNotOptimize(ActivityStats::byRule(entries, distantPast));
         benchmark::DoNotOptimize(ActivityStats::daily(entries, 30, entries.front().date, calendar));

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/projects/ProjectLabels.h"
-#include "core/rules/ClaudeWorker.h"
+#include "core/rules/ClaudeRoster.h"
 #include "core/rules/SessionLabels.h"
 #include "core/sampling/UsageTracker.h"
 

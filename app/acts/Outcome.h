@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/rules/RuleAction.h"
+#include "core/rules/Rule.h"
 
 namespace tolvane {
 

@@ -5,7 +5,7 @@
 
 #include "core/rules/Decision.h"
 #include "core/rules/RuleEngine.h"
-#include "core/sampling/Lowered.h"
+#include "core/sampling/Priority.h"
 
 namespace tolvane {
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "base/Date.h"
-#include "core/rules/ClaudeWorker.h"
+#include "core/rules/ClaudeRoster.h"
 #include "core/sampling/CPULoad.h"
 #include "core/sampling/ProcRow.h"
 #include "core/sampling/SystemMemory.h"

@@ -4,13 +4,15 @@
 
 #include "app/rows/Format.h"
 #include "app/sampling/ClockSetBack.h"
-#include "core/words/Cores.h"
+#include "core/words/Words.h"
 
 namespace tolvane {
 
 namespace {
 
-std::string coresOf(double inCores, std::string_view locale) { return cores(inCores * 100, std::nullopt, locale); }
+std::string coresOf(double inCores, std::string_view locale) {
+    return Words::cores(inCores * 100, std::nullopt, locale);
+}
 
 std::vector<ValueRow> partsOf(const CPULoad& cpu, std::string_view locale) {
     if (cpu.efficiencyCores > 0) {
@@ -70,7 +72,7 @@ CPUSummary CPUSummary::of(const CPULoad& cpu, const std::vector<LoadPoint>& load
     if (!loadHistory.empty()) summary.rows.push_back(peakRow(loadHistory, locale));
     if (busiest) {
         summary.rows.push_back(
-            {.label = "Busiest", .value = busiest->title + ", " + cores(busiest->cpu, std::nullopt, locale)});
+            {.label = "Busiest", .value = busiest->title + ", " + Words::cores(busiest->cpu, std::nullopt, locale)});
     }
     return summary;
 }

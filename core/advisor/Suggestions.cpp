@@ -4,7 +4,6 @@
 
 #include "core/advisor/Advice.h"
 #include "core/advisor/Advisor.h"
-#include "core/advisor/Detectors.h"
 
 namespace tolvane {
 

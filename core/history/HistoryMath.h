@@ -8,8 +8,32 @@
 #include <vector>
 
 #include "core/history/Moment.h"
-#include "core/history/SwapWarning.h"
-#include "core/sampling/Pressure.h"
+#include "core/sampling/SystemMemory.h"
+
+namespace tolvane {
+
+/// What grew between two moments, as it stood at the later one.
+struct Grower {
+    Holder holder;
+    /// Bytes.
+    std::uint64_t amount = 0;
+
+    bool operator==(const Grower&) const = default;
+};
+
+/// Swap is growing, or memory is being read back from it, fast enough to tell the user.
+struct SwapWarning {
+    /// Bytes over the last quarter of an hour.
+    std::uint64_t growth = 0;
+    /// The largest first.
+    std::vector<Grower> growers;
+    /// `growth` counts memory read back; else swap that grew.
+    bool readBack = false;
+
+    bool operator==(const SwapWarning&) const = default;
+};
+
+}  // namespace tolvane
 
 /// Is swap growing, is memory being read back from it, and who is responsible: judged over about a quarter of an hour
 /// of moments, which come oldest first. Under ten minutes of data nothing is judged.

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 #include "base/Date.h"
 #include "base/Text.h"
+#include "core/json/Fields.h"
 
 namespace tolvane {
 
@@ -50,3 +52,25 @@ struct Moment {
 };
 
 }  // namespace tolvane
+
+namespace tolvane::json {
+
+template <>
+struct Fields<Holder> {
+    static constexpr auto fields =
+        std::tuple(Field{"key", &Holder::key}, Field{"title", &Holder::title}, Field{"bundlePath", &Holder::appPath},
+                   Field{"memory", &Holder::memory}, Field{"compressed", &Holder::compressed},
+                   Field{"cpu", &Holder::cpu}, Field{"started", &Holder::started}, Field{"swapIns", &Holder::swapIns});
+};
+
+template <>
+struct Fields<Moment> {
+    static constexpr auto fields =
+        std::tuple(Field{"date", &Moment::date}, Field{"total", &Moment::total}, Field{"used", &Moment::used},
+                   Field{"compressed", &Moment::compressed}, Field{"swapUsed", &Moment::swapUsed},
+                   Field{"pressure", &Moment::pressure}, Field{"cpu", &Moment::cpu}, Field{"cores", &Moment::cores},
+                   Field{"holders", &Moment::holders}, Field{"performance", &Moment::performance},
+                   Field{"efficiency", &Moment::efficiency}, Field{"swapIns", &Moment::swapIns});
+};
+
+}  // namespace tolvane::json

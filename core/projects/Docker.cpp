@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "core/json/Simdjson.h"
-#include "core/projects/Run.h"
+#include "core/projects/ToolOutput.h"
 
 namespace tolvane::Docker {
 
@@ -79,7 +79,7 @@ std::optional<std::string> executable(ChildProcesses& children, const std::strin
 std::vector<Container> running(ChildProcesses& children, const std::string& home) {
     const auto client = executable(children, home);
     if (!client) return {};
-    return parse(run(children, *client, {"ps", "--format", "{{json .}}"}).value_or(""));
+    return parse(toolOutput(children, *client, {"ps", "--format", "{{json .}}"}).value_or(""));
 }
 
 bool perform(ChildProcesses& children, const std::string& home, const std::string& verb,
@@ -89,7 +89,7 @@ bool perform(ChildProcesses& children, const std::string& home, const std::strin
     if (!client) return false;
     std::vector<std::string> arguments = {verb};
     arguments.insert(arguments.end(), ids.begin(), ids.end());
-    return run(children, *client, arguments).has_value();
+    return toolOutput(children, *client, arguments).has_value();
 }
 
 }  // namespace tolvane::Docker

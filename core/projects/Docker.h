@@ -5,8 +5,21 @@
 #include <string_view>
 #include <vector>
 
-#include "core/projects/Container.h"
 #include "platform/ChildProcesses.h"
+
+namespace tolvane {
+
+/// One running container.
+struct Container {
+    std::string id;
+    std::string name;
+    /// The compose project's folder.
+    std::optional<std::string> workingDir;
+
+    bool operator==(const Container&) const = default;
+};
+
+}  // namespace tolvane
 
 /// Containers as the client of the container engine tells of them.
 namespace tolvane::Docker {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "base/files/Files.h"
-#include "core/projects/Run.h"
+#include "core/projects/ToolOutput.h"
 
 namespace tolvane::GitBranch {
 
@@ -92,8 +92,8 @@ BranchState read(std::string_view root) {
 
 bool remoteGone(ChildProcesses& children, const std::string& root, const std::string& branch) {
     const auto track =
-        run(children, "/usr/bin/git",
-            {"-C", root, "for-each-ref", "--format=%(upstream:track)", std::string(headsPrefix) + branch});
+        toolOutput(children, "/usr/bin/git",
+                   {"-C", root, "for-each-ref", "--format=%(upstream:track)", std::string(headsPrefix) + branch});
     return track && track->find("[gone]") != std::string::npos;
 }
 

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "core/projects/Run.h"
+#include "core/projects/ToolOutput.h"
 
 namespace tolvane::Launchd {
 
@@ -33,7 +33,7 @@ std::optional<Pid> number(std::string_view field) {
 std::set<Pid> managedPIDs(ServiceManager& services, ChildProcesses& children) {
     auto managed = services.managedPIDs();
     if (managed) return std::move(*managed);
-    return parsePIDs(run(children, "/bin/launchctl", {"list"}).value_or(""));
+    return parsePIDs(toolOutput(children, "/bin/launchctl", {"list"}).value_or(""));
 }
 
 std::set<Pid> parsePIDs(std::string_view text) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "base/Date.h"
+#include "core/json/Fields.h"
 
 namespace tolvane {
 
@@ -31,3 +33,21 @@ struct ParkedProject {
 };
 
 }  // namespace tolvane
+
+namespace tolvane::json {
+
+template <>
+struct Fields<ParkedCommand> {
+    static constexpr auto fields =
+        std::tuple(Field{"executable", &ParkedCommand::executable}, Field{"args", &ParkedCommand::args},
+                   Field{"env", &ParkedCommand::env}, Field{"cwd", &ParkedCommand::cwd});
+};
+
+template <>
+struct Fields<ParkedProject> {
+    static constexpr auto fields =
+        std::tuple(Field{"root", &ParkedProject::root}, Field{"date", &ParkedProject::date},
+                   Field{"commands", &ParkedProject::commands}, Field{"containers", &ParkedProject::containers});
+};
+
+}  // namespace tolvane::json

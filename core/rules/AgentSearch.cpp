@@ -1,4 +1,4 @@
-#include "core/rules/AgentSearch.h"
+#include "core/rules/SubjectSearch.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -205,11 +205,11 @@ void dropUnmatched(std::vector<Wanted>& wanted, const std::vector<AgentMatch>& m
 
 }  // namespace
 
-void findAgentSessions(const std::vector<Ask*>& asks, const World& world) {
+void findAgentSessions(const std::vector<SubjectSearch*>& searches, const World& world) {
     AgentNameSet names;
     std::vector<Wanted> wanted;
-    for (const auto* ask : asks) {
-        const auto target = targetOf(*ask->rule);
+    for (const auto* search : searches) {
+        const auto target = targetOf(*search->rule);
         wanted.push_back({names.add(target.names), target.onlyWithoutPrompt});
     }
     if (names.empty()) return;
@@ -219,14 +219,14 @@ void findAgentSessions(const std::vector<Ask*>& asks, const World& world) {
 
     dropUnmatched(wanted, matches, names.size());
     const AgentWorld agents(world, std::move(workers));
-    SessionSearch search(agents, matches);
+    SessionSearch finder(agents, matches);
     std::map<Wanted, std::vector<Session>> known;
-    for (std::size_t index = 0; index < asks.size(); ++index) {
+    for (std::size_t index = 0; index < searches.size(); ++index) {
         const auto [sessions, isNew] = known.try_emplace(wanted[index]);
-        if (isNew) sessions->second = search.sessions(wanted[index]);
+        if (isNew) sessions->second = finder.sessions(wanted[index]);
         for (const auto& session : sessions->second) {
-            if (!asks[index]->fits(session.unusedSince, session.memory)) continue;
-            asks[index]->found.push_back(subjectOf(session, agents, names));
+            if (!searches[index]->fits(session.unusedSince, session.memory)) continue;
+            searches[index]->found.push_back(subjectOf(session, agents, names));
         }
     }
 }

@@ -1,4 +1,4 @@
-#include "core/rules/AppSearch.h"
+#include "core/rules/SubjectSearch.h"
 
 #include <algorithm>
 #include <string_view>
@@ -12,12 +12,12 @@ namespace {
 
 using Apps = std::unordered_map<std::string_view, Subject>;
 
-const AppTarget& targetOf(const Ask& ask) { return std::get<AppTarget>(ask.rule->target); }
+const AppTarget& targetOf(const SubjectSearch& search) { return std::get<AppTarget>(search.rule->target); }
 
-Apps wantedApps(const std::vector<Ask*>& asks, const World& world) {
+Apps wantedApps(const std::vector<SubjectSearch*>& searches, const World& world) {
     Apps apps;
-    for (const auto* ask : asks) {
-        const auto& target = targetOf(*ask);
+    for (const auto* search : searches) {
+        const auto& target = targetOf(*search);
         if (world.frontmostAppID != target.appID) apps.try_emplace(target.appID);
     }
     return apps;
@@ -40,19 +40,19 @@ void addRows(Apps& apps, const World& world) {
 
 }  // namespace
 
-void findApps(const std::vector<Ask*>& asks, const World& world) {
-    auto apps = wantedApps(asks, world);
+void findApps(const std::vector<SubjectSearch*>& searches, const World& world) {
+    auto apps = wantedApps(searches, world);
     if (apps.empty()) return;
     addRows(apps, world);
-    for (auto* ask : asks) {
-        const auto& target = targetOf(*ask);
+    for (auto* search : searches) {
+        const auto& target = targetOf(*search);
         const auto app = apps.find(target.appID);
         if (app == apps.end() || app->second.pids.empty()) continue;
-        if (!ask->fits(app->second.unusedSince, app->second.memory)) continue;
+        if (!search->fits(app->second.unusedSince, app->second.memory)) continue;
         auto subject = app->second;
         subject.key = SubjectKey::app(target.appID);
         subject.title = target.name;
-        ask->found.push_back(std::move(subject));
+        search->found.push_back(std::move(subject));
     }
 }
 

@@ -1,4 +1,4 @@
-#include "core/rules/CommandSearch.h"
+#include "core/rules/SubjectSearch.h"
 
 #include <algorithm>
 #include <string>
@@ -12,7 +12,7 @@ namespace tolvane {
 namespace {
 
 struct Wanted {
-    Ask* ask = nullptr;
+    SubjectSearch* search = nullptr;
     /// At least one.
     std::vector<PatternSet::Number> patterns;
 };
@@ -25,11 +25,11 @@ std::vector<PatternSet::Number> usablePatterns(const CommandTarget& target, Patt
     return patterns;
 }
 
-std::vector<Wanted> wantedCommands(const std::vector<Ask*>& asks, PatternSet& set) {
+std::vector<Wanted> wantedCommands(const std::vector<SubjectSearch*>& searches, PatternSet& set) {
     std::vector<Wanted> all;
-    for (auto* ask : asks) {
-        auto patterns = usablePatterns(std::get<CommandTarget>(ask->rule->target), set);
-        if (!patterns.empty()) all.push_back({ask, std::move(patterns)});
+    for (auto* search : searches) {
+        auto patterns = usablePatterns(std::get<CommandTarget>(search->rule->target), set);
+        if (!patterns.empty()) all.push_back({search, std::move(patterns)});
     }
     return all;
 }
@@ -55,29 +55,29 @@ public:
         row_ = &row;
         state_ = State::untested;
         for (const auto& wanted : wanted_) {
-            if (!fits(*wanted.ask)) continue;
+            if (!fits(*wanted.search)) continue;
             if (!prepared()) return;
-            if (matches(wanted.patterns)) add(*wanted.ask);
+            if (matches(wanted.patterns)) add(*wanted.search);
         }
     }
 
 private:
     enum class State { untested, excluded, ready };
 
-    bool fits(const Ask& ask) const {
-        return ask.fits(row_->unusedSince, row_->sample.footprint) && !(ask.sparesApplications && row_->appID);
+    bool fits(const SubjectSearch& search) const {
+        return search.fits(row_->unusedSince, row_->sample.footprint) && !(search.sparesApplications && row_->appID);
     }
 
     bool prepared() {
         if (state_ == State::untested) {
             const bool excluded = row_->sample.isSystem() || world_.isInFront(*row_);
             state_ = excluded ? State::excluded : State::ready;
-            if (!excluded) search();
+            if (!excluded) lookForPatterns();
         }
         return state_ == State::ready;
     }
 
-    void search() {
+    void lookForPatterns() {
         assignSearchText(text_, row_->sample);
         patterns_.search(text_);
     }
@@ -86,14 +86,14 @@ private:
         return std::ranges::any_of(patterns, [&](PatternSet::Number each) { return patterns_.isFound(each); });
     }
 
-    void add(Ask& ask) const {
+    void add(SubjectSearch& search) const {
         const auto& sample = row_->sample;
-        ask.found.push_back({.key = SubjectKey::process(sample),
-                             .title = sample.name.str(),
-                             .pids = {sample.pid},
-                             .memory = sample.footprint,
-                             .unusedSince = row_->unusedSince,
-                             .compressed = sample.compressed});
+        search.found.push_back({.key = SubjectKey::process(sample),
+                                .title = sample.name.str(),
+                                .pids = {sample.pid},
+                                .memory = sample.footprint,
+                                .unusedSince = row_->unusedSince,
+                                .compressed = sample.compressed});
     }
 
     const std::vector<Wanted>& wanted_;
@@ -106,9 +106,9 @@ private:
 
 }  // namespace
 
-void findCommands(const std::vector<Ask*>& asks, const World& world) {
+void findCommands(const std::vector<SubjectSearch*>& searches, const World& world) {
     PatternSet patterns;
-    const auto wanted = wantedCommands(asks, patterns);
+    const auto wanted = wantedCommands(searches, patterns);
     if (wanted.empty()) return;
     patterns.prepare();
     CommandPass pass(wanted, patterns, world);

@@ -2,10 +2,7 @@
 
 #include <utility>
 
-#include "core/rules/AgentSearch.h"
-#include "core/rules/AppSearch.h"
-#include "core/rules/Ask.h"
-#include "core/rules/CommandSearch.h"
+#include "core/rules/SubjectSearch.h"
 
 namespace tolvane::RuleEngine {
 
@@ -16,42 +13,42 @@ bool isOpen(const Rule& rule, const World& world) {
            (world.frontmostKnown || !needsFrontmost(rule));
 }
 
-std::vector<Ask> openAsks(const std::vector<Rule>& rules, const World& world, Date now) {
-    std::vector<Ask> asks;
+std::vector<SubjectSearch> openSearches(const std::vector<Rule>& rules, const World& world, Date now) {
+    std::vector<SubjectSearch> searches;
     for (const auto& rule : rules) {
         if (!isOpen(rule, world)) continue;
-        auto ask = Ask::due(rule, now);
-        if (!ask) continue;
-        ask->sparesApplications = !world.frontmostKnown && rule.action == RuleAction::terminate;
-        asks.push_back(std::move(*ask));
+        auto search = SubjectSearch::due(rule, now);
+        if (!search) continue;
+        search->sparesApplications = !world.frontmostKnown && rule.action == RuleAction::terminate;
+        searches.push_back(std::move(*search));
     }
-    return asks;
+    return searches;
 }
 
-void findSubjects(std::vector<Ask>& asks, const World& world) {
-    std::vector<Ask*> apps;
-    std::vector<Ask*> commands;
-    std::vector<Ask*> agents;
-    for (auto& ask : asks) {
-        const auto& target = ask.rule->target;
+void findSubjects(std::vector<SubjectSearch>& searches, const World& world) {
+    std::vector<SubjectSearch*> apps;
+    std::vector<SubjectSearch*> commands;
+    std::vector<SubjectSearch*> agents;
+    for (auto& search : searches) {
+        const auto& target = search.rule->target;
         const bool isApp = std::holds_alternative<AppTarget>(target);
         const bool isCommand = std::holds_alternative<CommandTarget>(target);
-        (isApp ? apps : isCommand ? commands : agents).push_back(&ask);
+        (isApp ? apps : isCommand ? commands : agents).push_back(&search);
     }
     findApps(apps, world);
     findCommands(commands, world);
     findAgentSessions(agents, world);
 }
 
-void dropCoolingDown(Ask& ask, const FiredDates& lastFired) {
-    if (lastFired.empty() || ask.found.empty()) return;
-    const Seconds span = ask.rule->dryRun ? dryRunCooldown : cooldown;
-    auto key = cooldownKey(*ask.rule, {});
+void dropCoolingDown(SubjectSearch& search, const FiredDates& lastFired) {
+    if (lastFired.empty() || search.found.empty()) return;
+    const Seconds span = search.rule->dryRun ? dryRunCooldown : cooldown;
+    auto key = cooldownKey(*search.rule, {});
     const auto prefix = key.size();
-    std::erase_if(ask.found, [&](const Subject& subject) {
+    std::erase_if(search.found, [&](const Subject& subject) {
         key.replace(prefix, std::string::npos, subject.key);
         const auto fired = lastFired.find(key);
-        return fired != lastFired.end() && ask.now - fired->second < span;
+        return fired != lastFired.end() && search.now - fired->second < span;
     });
 }
 
@@ -69,26 +66,26 @@ Decision decisionOn(Subject subject, const Rule& rule) {
 
 std::vector<Decision> decisions(const std::vector<Rule>& rules, const World& world, Date now,
                                 const FiredDates& lastFired) {
-    auto asks = openAsks(rules, world, now);
-    findSubjects(asks, world);
+    auto searches = openSearches(rules, world, now);
+    findSubjects(searches, world);
     std::size_t most = 0;
-    for (auto& ask : asks) {
-        dropCoolingDown(ask, lastFired);
-        most += ask.found.size();
+    for (auto& search : searches) {
+        dropCoolingDown(search, lastFired);
+        most += search.found.size();
     }
     std::vector<Decision> due;
     due.reserve(most);
-    for (auto& ask : asks) {
-        for (auto& subject : ask.found) due.push_back(decisionOn(std::move(subject), *ask.rule));
+    for (auto& search : searches) {
+        for (auto& subject : search.found) due.push_back(decisionOn(std::move(subject), *search.rule));
     }
     return due;
 }
 
 std::vector<Decision> candidates(const Rule& rule, const World& world) {
-    std::vector<Ask> asks = {Ask::all(rule)};
-    findSubjects(asks, world);
+    std::vector<SubjectSearch> searches = {SubjectSearch::all(rule)};
+    findSubjects(searches, world);
     std::vector<Decision> all;
-    for (auto& subject : asks.front().found) all.push_back(decisionOn(std::move(subject), rule));
+    for (auto& subject : searches.front().found) all.push_back(decisionOn(std::move(subject), rule));
     return all;
 }
 

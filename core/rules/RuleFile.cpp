@@ -6,7 +6,7 @@
 
 #include "core/json/Decode.h"
 #include "core/json/Encode.h"
-#include "core/rules/RuleFields.h"
+#include "core/rules/Rule.h"
 
 namespace tolvane {
 

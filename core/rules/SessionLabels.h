@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "core/rules/ClaudeWorker.h"
+#include "core/rules/ClaudeRoster.h"
 #include "core/sampling/ProcRow.h"
 
 /// Which processes belong to a listed agent session, in words.

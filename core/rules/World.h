@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/Pid.h"
-#include "core/rules/ClaudeWorker.h"
+#include "core/rules/ClaudeRoster.h"
 #include "core/sampling/ProcRow.h"
 
 namespace tolvane {

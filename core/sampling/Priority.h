@@ -3,10 +3,24 @@
 #include <map>
 #include <vector>
 
+#include "base/Date.h"
 #include "base/Pid.h"
-#include "core/sampling/Lowered.h"
 #include "core/sampling/ProcRow.h"
 #include "platform/ProcessControl.h"
+
+namespace tolvane {
+
+/// A process whose priority this program lowered, on loan.
+struct Lowered {
+    /// Start time of the process, which tells it from a later one with its pid.
+    Date start;
+    /// When it was lowered.
+    Date at;
+
+    bool operator==(const Lowered&) const = default;
+};
+
+}  // namespace tolvane
 
 /// Background priority as a loan: what was lowered is given back once it is used again.
 namespace tolvane::Priority {

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <tuple>
 
 #include "base/Date.h"
 #include "base/Text.h"
 #include "base/UUID.h"
+#include "core/json/Fields.h"
 
 namespace tolvane {
 
@@ -33,3 +35,18 @@ struct ActivityEntry {
 };
 
 }  // namespace tolvane
+
+namespace tolvane::json {
+
+template <>
+struct Fields<ActivityEntry> {
+    static constexpr auto fields =
+        std::tuple(Field{"id", &ActivityEntry::id}, Field{"date", &ActivityEntry::date},
+                   Field{"ruleName", &ActivityEntry::ruleName}, Field{"subject", &ActivityEntry::subject},
+                   Field{"outcome", &ActivityEntry::outcome}, Field{"memory", &ActivityEntry::memory},
+                   Field{"dryRun", &ActivityEntry::dryRun}, Field{"subjectKey", &ActivityEntry::subjectKey},
+                   Field{"compressed", &ActivityEntry::compressed}, Field{"freed", &ActivityEntry::freed},
+                   Field{"freedCompressed", &ActivityEntry::freedCompressed});
+};
+
+}  // namespace tolvane::json

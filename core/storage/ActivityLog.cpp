@@ -5,7 +5,7 @@
 #include "base/files/LineFile.h"
 #include "core/json/Decode.h"
 #include "core/json/TextCache.h"
-#include "core/storage/ActivityFields.h"
+#include "core/storage/ActivityEntry.h"
 
 namespace tolvane {
 

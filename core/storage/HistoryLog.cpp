@@ -7,7 +7,7 @@
 
 #include "base/files/LineFile.h"
 #include "base/files/Replacement.h"
-#include "core/history/MomentFields.h"
+#include "core/history/Moment.h"
 #include "core/json/Decode.h"
 #include "core/json/TextCache.h"
 

@@ -7,12 +7,12 @@
 
 #include "base/files/Files.h"
 #include "base/files/Replacement.h"
-#include "core/history/MomentFields.h"
+#include "core/history/Moment.h"
 #include "core/json/Decode.h"
 #include "core/json/Encode.h"
-#include "core/projects/ParkedFields.h"
-#include "core/rules/RuleFields.h"
-#include "core/storage/ActivityFields.h"
+#include "core/projects/ParkedProject.h"
+#include "core/rules/Rule.h"
+#include "core/storage/ActivityEntry.h"
 #include "core/storage/ActivityLog.h"
 #include "core/storage/HistoryLog.h"
 

@@ -101,4 +101,10 @@ std::string duration(Seconds span, UnitWidth width, std::string_view locale) {
     return utf8(text);
 }
 
+std::string cores(double percent, std::optional<std::string_view> kind, std::string_view locale) {
+    const auto number = decimal(percent / 100, 0, 1, locale);
+    const auto unit = kind ? std::string(*kind) + " core" : std::string("core");
+    return number + " " + unit + (number == "1" ? "" : "s");
+}
+
 }  // namespace tolvane::Words

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,5 +45,8 @@ enum class UnitWidth {
 /// Days, hours and minutes without those that are zero, rounded to the minute, half to even. A negative span counts
 /// as none: "0 min".
 std::string duration(Seconds span, UnitWidth width, std::string_view locale);
+
+/// "1 core", "0.5 performance cores": percent of one core as a number of cores, with at most one fraction digit.
+std::string cores(double percent, std::optional<std::string_view> kind, std::string_view locale);
 
 }  // namespace tolvane::Words

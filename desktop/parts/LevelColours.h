@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-#include "core/sampling/Pressure.h"
+#include "core/sampling/SystemMemory.h"
 #include "desktop/look/Tokens.h"
 
 namespace tolvane::desktop {

@@ -10,7 +10,7 @@
 #include "base/UTF8.h"
 #include "core/json/Decode.h"
 #include "core/json/Encode.h"
-#include "core/storage/ActivityFields.h"
+#include "core/storage/ActivityEntry.h"
 #include "core/storage/ActivityLog.h"
 #include "tests/fakes/TemporaryFolder.h"
 

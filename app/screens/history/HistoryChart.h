@@ -7,7 +7,7 @@
 
 #include "base/Date.h"
 #include "core/history/Moment.h"
-#include "core/sampling/Pressure.h"
+#include "core/sampling/SystemMemory.h"
 
 namespace tolvane {
 

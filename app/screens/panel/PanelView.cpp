@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "app/rows/Format.h"
-#include "core/words/Cores.h"
 #include "core/words/DateWords.h"
+#include "core/words/Words.h"
 
 namespace tolvane {
 
@@ -59,7 +59,7 @@ std::vector<PanelSuggestion> PanelView::suggestionsOf(const std::vector<Suggesti
             {.appPath = each.appPath,
              .title = each.title,
              .tag = std::string(tagOf(each.kind)),
-             .figure = each.cpu ? cores(*each.cpu, std::nullopt, locale) : Format::bytes(each.memory, locale)});
+             .figure = each.cpu ? Words::cores(*each.cpu, std::nullopt, locale) : Format::bytes(each.memory, locale)});
     }
     return rows;
 }

@@ -11,7 +11,7 @@
 #include "app/sampling/Snapshot.h"
 #include "app/screens/MemorySummary.h"
 #include "app/screens/processes/ProcessActions.h"
-#include "core/sampling/Lowered.h"
+#include "core/sampling/Priority.h"
 
 namespace tolvane {
 

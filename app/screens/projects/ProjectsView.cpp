@@ -13,8 +13,8 @@
 #include "base/Paths.h"
 #include "core/projects/Docker.h"
 #include "core/projects/Projects.h"
-#include "core/words/Cores.h"
 #include "core/words/DateWords.h"
+#include "core/words/Words.h"
 
 namespace tolvane {
 
@@ -115,7 +115,7 @@ std::array<ProjectFigure, 3> ProjectRow::figuresOf(const ProjectGroup& group, Da
         unusedSince = std::max(unusedSince, row.unusedSince);
     }
     return {{{.title = "Memory", .value = Format::bytes(memory, locale)},
-             {.title = "CPU", .value = cpu >= leastBusy ? cores(cpu, std::nullopt, locale) : "Idle"},
+             {.title = "CPU", .value = cpu >= leastBusy ? Words::cores(cpu, std::nullopt, locale) : "Idle"},
              {.title = "Unused", .value = Format::duration(unusedSince, now)}}};
 }
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "core/rules/RuleMode.h"
+#include "core/rules/Rule.h"
 
 namespace tolvane {
 

@@ -10,7 +10,7 @@
 #include "app/model/AppModel.h"
 #include "app/screens/EmptyText.h"
 #include "core/storage/ActivityStats.h"
-#include "core/words/ZoneCalendar.h"
+#include "core/words/Calendar.h"
 
 namespace tolvane {
 
@@ -139,7 +139,7 @@ private:
     AppModel& model_;
     std::string locale_;
     std::string zone_;
-    ZoneCalendar calendar_;
+    Calendar calendar_;
     StatsPeriod period_ = StatsPeriod::week;
     std::optional<Date> selectedDay_;
 };

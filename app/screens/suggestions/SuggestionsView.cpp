@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "app/rows/Format.h"
-#include "core/words/Cores.h"
+#include "core/words/Words.h"
 
 namespace tolvane {
 
@@ -35,7 +35,7 @@ std::vector<Incarnation> livesOf(const std::vector<Pid>& pids, const Starts& sta
 
 SuggestionRow SuggestionRow::of(Suggestion suggestion, std::string_view locale) {
     auto figure =
-        suggestion.cpu ? cores(*suggestion.cpu, std::nullopt, locale) : Format::bytes(suggestion.memory, locale);
+        suggestion.cpu ? Words::cores(*suggestion.cpu, std::nullopt, locale) : Format::bytes(suggestion.memory, locale);
     auto label = SuggestionMenu::primaryLabel(suggestion);
     return {.suggestion = std::move(suggestion),
             .lives = {},

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "core/history/MomentFields.h"
+#include "core/history/Moment.h"
 #include "core/json/Encode.h"
 #include "core/storage/Store.h"
 #include "tests/app/ModelTest.h"

@@ -3,7 +3,6 @@
 #include <random>
 
 #include "core/advisor/Simulators.h"
-#include "core/words/Cores.h"
 #include "core/words/Words.h"
 #include "tests/core/advisor/AdviceTest.h"
 #include "tests/fakes/RuleScenes.h"
@@ -286,7 +285,7 @@ private:
                  .kind = Kind::busy,
                  .title = name(first),
                  .appPath = pathOf(first),
-                 .evidence = "Used about " + cores(use->percent, kind, scene_.locale) + " for the last " +
+                 .evidence = "Used about " + Words::cores(use->percent, kind, scene_.locale) + " for the last " +
                              duration(use->span) +
                              (first.appID ? " while in the background."
                               : isOrphan  ? ". Its terminal is gone."

@@ -6,7 +6,6 @@
 #include "core/json/Decode.h"
 #include "core/json/Encode.h"
 #include "core/rules/Rule.h"
-#include "core/rules/RuleFields.h"
 
 namespace tolvane {
 namespace {

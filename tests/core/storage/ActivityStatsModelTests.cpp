@@ -6,7 +6,7 @@
 #include <random>
 
 #include "core/storage/ActivityStats.h"
-#include "core/words/ZoneCalendar.h"
+#include "core/words/Calendar.h"
 
 namespace tolvane {
 namespace {
@@ -129,7 +129,7 @@ TEST(ActivityStatsModel, agreesWithPlainSumsOnArbitraryLogs) {
 TEST(ActivityStatsModel, agreesWithPlainDaysInEveryZone) {
     for (const char* zone : {"UTC", "Europe/Berlin", "America/New_York", "America/Sao_Paulo", "Asia/Kathmandu",
                              "Australia/Lord_Howe", "Pacific/Kiritimati"}) {
-        const ZoneCalendar calendar(zone);
+        const Calendar calendar(zone);
         for (unsigned seed = 0; seed < 60; ++seed) {
             ArbitraryLog log(seed);
             const auto entries = log.entries();

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "core/words/ZoneCalendar.h"
+#include "core/words/Calendar.h"
 
 namespace tolvane {
 namespace {
@@ -46,7 +46,7 @@ TEST(ActivityStats, ofAnEmptyLogAreZero) {
     EXPECT_EQ(ActivityStats::freed({}, distantPast), FreedTotals{});
     EXPECT_EQ(ActivityStats::wouldFree({}, distantPast), FreedTotals{});
     EXPECT_THAT(ActivityStats::byRule({}, distantPast), IsEmpty());
-    const auto days = ActivityStats::daily({}, 7, now, ZoneCalendar("Europe/Berlin"));
+    const auto days = ActivityStats::daily({}, 7, now, Calendar("Europe/Berlin"));
     EXPECT_THAT(days, SizeIs(7));
     EXPECT_THAT(days, Each(Field(&ActivityStats::Day::memory, 0)));
 }
@@ -150,7 +150,7 @@ TEST(WouldFree, looksAtLoggedEntriesSinceTheDate) {
 Date at(std::string_view zone, int daysAfter2026, double hours) {
     // Noon of 2026-01-01 in UTC lies within that day in all zones that are tested here.
     constexpr Date noon = dateFromUnixSeconds(1767268800);
-    const ZoneCalendar calendar(zone);
+    const Calendar calendar(zone);
     return calendar.startOfDay(*calendar.addingDays(noon, daysAfter2026)) + Seconds{hours * 3600};
 }
 
@@ -160,10 +160,10 @@ TEST(Daily, givesTheDaysOldestFirstAndEachItsSum) {
                                  measured(4, at(zone, 9, 23.9999)), measured(8, at(zone, 7, 24 - 0.001)),
                                  measured(16, at(zone, 8, 0)),      measured(32, at(zone, 11, 0))};
     const std::vector<ActivityStats::Day> expected = {{at(zone, 8, 0), 16}, {at(zone, 9, 0), 4}, {at(zone, 10, 0), 3}};
-    EXPECT_EQ(ActivityStats::daily(entries, 3, at(zone, 10, 15), ZoneCalendar(zone)), expected);
+    EXPECT_EQ(ActivityStats::daily(entries, 3, at(zone, 10, 15), Calendar(zone)), expected);
     auto reversed = entries;
     std::ranges::reverse(reversed);
-    EXPECT_EQ(ActivityStats::daily(reversed, 3, at(zone, 10, 0), ZoneCalendar(zone)), expected);
+    EXPECT_EQ(ActivityStats::daily(reversed, 3, at(zone, 10, 0), Calendar(zone)), expected);
 }
 
 TEST(Daily, countsWhatFreedCounts) {
@@ -172,13 +172,13 @@ TEST(Daily, countsWhatFreedCounts) {
     auto zero = acted("Terminated", 100);
     zero.freed = 0;
     const std::vector entries = {dry, zero, acted("Terminated", 4), acted("Quit", 8), measured(16)};
-    EXPECT_THAT(ActivityStats::daily(entries, 1, now, ZoneCalendar("UTC")),
+    EXPECT_THAT(ActivityStats::daily(entries, 1, now, Calendar("UTC")),
                 ElementsAre(Field(&ActivityStats::Day::memory, 20)));
 }
 
 TEST(Daily, fewerThanOneDayIsOne) {
     for (const int days : {0, -5, 1}) {
-        EXPECT_THAT(ActivityStats::daily({measured(3)}, days, now, ZoneCalendar("UTC")),
+        EXPECT_THAT(ActivityStats::daily({measured(3)}, days, now, Calendar("UTC")),
                     ElementsAre(Field(&ActivityStats::Day::memory, 3)));
     }
 }
@@ -191,7 +191,7 @@ TEST(Daily, daysOfSummerTimeChangesAreWhole) {
     for (const int day : {87, 297}) {
         const std::vector entries = {measured(1, at(zone, day, 0)), measured(2, at(zone, day + 1, -0.001)),
                                      measured(4, at(zone, day + 1, 0))};
-        const auto days = ActivityStats::daily(entries, 3, at(zone, day + 1, 10), ZoneCalendar(zone));
+        const auto days = ActivityStats::daily(entries, 3, at(zone, day + 1, 10), Calendar(zone));
         EXPECT_EQ(days, (std::vector<ActivityStats::Day>{
                             {at(zone, day - 1, 0), 0}, {at(zone, day, 0), 3}, {at(zone, day + 1, 0), 4}}));
     }
@@ -199,7 +199,7 @@ TEST(Daily, daysOfSummerTimeChangesAreWhole) {
 
 TEST(Daily, daysThatBeginLateAreFoundFromTheirNeighbours) {
     // 2017-10-15 began at one o'clock in this zone.
-    const ZoneCalendar calendar("America/Sao_Paulo");
+    const Calendar calendar("America/Sao_Paulo");
     const Date begin = dateFromUnixSeconds(1508036400);
     EXPECT_EQ(calendar.startOfDay(begin + Seconds{7200}), begin);
     EXPECT_EQ(calendar.startOfDay(begin - Seconds{1}), begin - Seconds{86400});
@@ -214,29 +214,12 @@ TEST(Daily, daysThatBeginLateAreFoundFromTheirNeighbours) {
 
 TEST(Daily, aMidnightThatComesTwiceBeginsItsDayOnce) {
     // On 2025-11-02 clocks in this zone went back from one o'clock to midnight.
-    const ZoneCalendar calendar("America/Havana");
+    const Calendar calendar("America/Havana");
     const Date begin = dateFromUnixSeconds(1762056000);
     EXPECT_EQ(calendar.startOfDay(begin), begin);
     EXPECT_EQ(calendar.startOfDay(begin + Seconds{3600}), begin);
     EXPECT_EQ(calendar.startOfDay(begin + Seconds{24 * 3600}), begin);
     EXPECT_EQ(calendar.startOfDay(begin - Seconds{1}), begin - Seconds{86400});
-}
-
-class BrokenCalendar : public Calendar {
-public:
-    Date startOfDay(Date date) const override { return date; }
-    std::optional<Date> addingDays(Date date, int days) const override {
-        if (days == -1) return std::nullopt;
-        return date + Seconds{days * 86400.0};
-    }
-};
-
-TEST(Daily, leavesOutDaysThatCannotBeFormed) {
-    const std::vector entries = {measured(1, now), measured(2, now - Seconds{86400}),
-                                 measured(4, now - Seconds{3 * 86400})};
-    EXPECT_EQ(
-        ActivityStats::daily(entries, 4, now, BrokenCalendar()),
-        (std::vector<ActivityStats::Day>{{now - Seconds{3 * 86400}, 4}, {now - Seconds{2 * 86400}, 0}, {now, 1}}));
 }
 
 // Rules

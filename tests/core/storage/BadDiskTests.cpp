@@ -10,10 +10,10 @@
 #include <limits>
 
 #include "base/files/Files.h"
-#include "core/history/MomentFields.h"
+#include "core/history/Moment.h"
 #include "core/json/Encode.h"
 #include "core/rules/RulesDocument.h"
-#include "core/storage/ActivityFields.h"
+#include "core/storage/ActivityEntry.h"
 #include "core/storage/Store.h"
 #include "tests/fakes/SmallDisk.h"
 #include "tests/fakes/TemporaryFolder.h"

@@ -10,10 +10,10 @@
 #include <iterator>
 #include <limits>
 
-#include "core/history/MomentFields.h"
+#include "core/history/Moment.h"
 #include "core/json/Encode.h"
-#include "core/rules/RuleFields.h"
-#include "core/storage/ActivityFields.h"
+#include "core/rules/Rule.h"
+#include "core/storage/ActivityEntry.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "core/words/Calendar.h"
 #include "core/words/DateWords.h"
-#include "core/words/ZoneCalendar.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {
@@ -46,7 +46,7 @@ struct MachineZoneTest : ::testing::Test {
 
 TEST_F(MachineZoneTest, wordsAndDaysFollowTheMachine) {
     MachineZone zone(folder / "localtime");
-    const ZoneCalendar calendar;
+    const Calendar calendar;
     EXPECT_EQ(DateWords::time(noonish, "de_DE"), "14:36");
     EXPECT_EQ(unixSeconds(calendar.startOfDay(noonish)), 1'780'264'800);
     leadTo("Asia/Tokyo");
@@ -57,7 +57,7 @@ TEST_F(MachineZoneTest, wordsAndDaysFollowTheMachine) {
 
 TEST_F(MachineZoneTest, zonesThatAreAskedForStay) {
     MachineZone zone(folder / "localtime");
-    const ZoneCalendar calendar("UTC");
+    const Calendar calendar("UTC");
     leadTo("Asia/Tokyo");
     EXPECT_TRUE(zone.follow());
     EXPECT_EQ(DateWords::time(noonish, "de_DE", "UTC"), "12:36");

@@ -6,8 +6,6 @@
 #include <limits>
 #include <thread>
 
-#include "core/words/Cores.h"
-
 namespace tolvane::Words {
 namespace {
 
@@ -194,17 +192,17 @@ TEST(Duration, isWrittenOutInTheWideWidth) {
 }
 
 TEST(Cores, areCountedInTheSingularForExactlyOne) {
-    EXPECT_EQ(cores(100, std::nullopt, "en_US"), "1 core");
-    EXPECT_EQ(cores(103, std::nullopt, "en_US"), "1 core");
-    EXPECT_EQ(cores(100, "performance", "en_US"), "1 performance core");
+    EXPECT_EQ(Words::cores(100, std::nullopt, "en_US"), "1 core");
+    EXPECT_EQ(Words::cores(103, std::nullopt, "en_US"), "1 core");
+    EXPECT_EQ(Words::cores(100, "performance", "en_US"), "1 performance core");
 }
 
 TEST(Cores, areCountedInThePluralOtherwise) {
-    EXPECT_EQ(cores(50, "performance", "en_US"), "0.5 performance cores");
-    EXPECT_EQ(cores(0, std::nullopt, "en_US"), "0 cores");
-    EXPECT_EQ(cores(110, std::nullopt, "en_US"), "1.1 cores");
-    EXPECT_EQ(cores(1200, std::nullopt, "en_US"), "12 cores");
-    EXPECT_EQ(cores(50, std::nullopt, "de_DE"), "0,5 cores");
+    EXPECT_EQ(Words::cores(50, "performance", "en_US"), "0.5 performance cores");
+    EXPECT_EQ(Words::cores(0, std::nullopt, "en_US"), "0 cores");
+    EXPECT_EQ(Words::cores(110, std::nullopt, "en_US"), "1.1 cores");
+    EXPECT_EQ(Words::cores(1200, std::nullopt, "en_US"), "12 cores");
+    EXPECT_EQ(Words::cores(50, std::nullopt, "de_DE"), "0,5 cores");
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ struct StatsViewTest : ModelTest {
     }
     StatsContent content(StatsPeriod period = StatsPeriod::week) { return view(period).content(); }
 
-    ZoneCalendar calendar{"UTC"};
+    Calendar calendar{"UTC"};
     Date today;
 };
 
@@ -171,7 +171,7 @@ TEST_F(StatsViewTest, allTimeReachesToTheOldestDayAndIsNeverLessThanAWeek) {
 }
 
 TEST_F(StatsViewTest, daysAreCountedOnTheCalendarAcrossAChangeOfTheClock) {
-    const ZoneCalendar berlin("Europe/Berlin");
+    const Calendar berlin("Europe/Berlin");
     /// 2026-11-20 12:00 UTC; summer time ended on October 25.
     const Date now{Seconds{816868800}};
     EXPECT_EQ(StatsView::days(StatsPeriod::all, {acted("A", now - 30 * day, 1)}, now, berlin), 31);

@@ -2,9 +2,9 @@
 #include <utility>
 #include <vector>
 
+#include "core/advisor/Advice.h"
 #include "core/advisor/AdviceWords.h"
-#include "core/advisor/Detectors.h"
-#include "core/words/Cores.h"
+#include "core/words/Words.h"
 
 namespace tolvane::Detectors {
 
@@ -41,7 +41,7 @@ std::string ending(const ProcRow& first) {
 
 std::string evidenceOf(const Advisor::Busy& busy, const ProcRow& first, const Advice& advice) {
     const auto kind = advice.advisor.hybrid ? std::optional<std::string_view>("performance") : std::nullopt;
-    return "Used about " + cores(busy.percent, kind, advice.scene.locale) + " for the last " +
+    return "Used about " + Words::cores(busy.percent, kind, advice.scene.locale) + " for the last " +
            AdviceWords::duration(busy.span, advice.scene) + ending(first);
 }
 

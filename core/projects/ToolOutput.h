@@ -10,7 +10,7 @@ namespace tolvane {
 
 /// Runs a tool to its end and gives what it printed, invalid UTF-8 repaired; none when it could not be started or
 /// failed. It has no time limit: call it on background jobs only.
-std::optional<std::string> run(ChildProcesses& children, const std::string& path,
-                               const std::vector<std::string>& arguments);
+std::optional<std::string> toolOutput(ChildProcesses& children, const std::string& path,
+                                      const std::vector<std::string>& arguments);
 
 }  // namespace tolvane

@@ -1,8 +1,8 @@
 #include <string>
 #include <unordered_set>
 
+#include "core/advisor/Advice.h"
 #include "core/advisor/AdviceWords.h"
-#include "core/advisor/Detectors.h"
 #include "core/advisor/Simulators.h"
 #include "core/sampling/ProcessTree.h"
 

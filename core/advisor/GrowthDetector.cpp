@@ -2,8 +2,8 @@
 #include <string>
 #include <utility>
 
+#include "core/advisor/Advice.h"
 #include "core/advisor/AdviceWords.h"
-#include "core/advisor/Detectors.h"
 
 namespace tolvane::Detectors {
 

@@ -1,4 +1,4 @@
-#include "core/words/ZoneCalendar.h"
+#include "core/words/Calendar.h"
 
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
@@ -15,7 +15,7 @@ UDate milliseconds(Date date) { return unixSeconds(date) * millisecondsPerSecond
 
 }  // namespace
 
-struct ZoneCalendar::Days {
+struct Calendar::Days {
     UErrorCode status = U_ZERO_ERROR;
     /// None when the library lacks its data; then there are no dates.
     std::unique_ptr<icu::GregorianCalendar> calendar;
@@ -49,17 +49,17 @@ struct ZoneCalendar::Days {
     }
 };
 
-ZoneCalendar::ZoneCalendar(std::string_view zone) : days_(std::make_unique<Days>(zone)) {}
-ZoneCalendar::~ZoneCalendar() = default;
+Calendar::Calendar(std::string_view zone) : days_(std::make_unique<Days>(zone)) {}
+Calendar::~Calendar() = default;
 
-Date ZoneCalendar::startOfDay(Date date) const {
+Date Calendar::startOfDay(Date date) const {
     const auto start = days_->after(date, [](icu::Calendar& calendar, UErrorCode&) {
         for (const auto field : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND}) calendar.set(field, 0);
     });
     return start.value_or(date);
 }
 
-std::optional<Date> ZoneCalendar::addingDays(Date date, int days) const {
+std::optional<Date> Calendar::addingDays(Date date, int days) const {
     return days_->after(
         date, [days](icu::Calendar& calendar, UErrorCode& status) { calendar.add(UCAL_DAY_OF_MONTH, days, status); });
 }
