@@ -14,7 +14,7 @@ bool AppModel::lowerPriority(const std::vector<Pid>& pids) {
         const auto row = std::ranges::find(rows, pid, &ProcRow::id);
         if (row == rows.end()) continue;
         const Date start = row->sample.startTime;
-        if (!Priority::lower(*host().control, {.pid = pid, .startTime = start})) continue;
+        if (!host().control->lowerPriority({.pid = pid, .startTime = start})) continue;
         loans.insert_or_assign(pid, Lowered{.start = start, .at = now});
         any = true;
     }
@@ -28,7 +28,7 @@ void AppModel::restorePriority(const std::vector<Pid>& pids) {
         const auto loan = loans.find(pid);
         if (loan == loans.end()) continue;
         // What the host refuses to give back it would refuse again.
-        static_cast<void>(Priority::restore(*host().control, {.pid = pid, .startTime = loan->second.start}));
+        static_cast<void>(host().control->restorePriority({.pid = pid, .startTime = loan->second.start}));
         loans.erase(loan);
     }
     lowered.set(std::move(loans));

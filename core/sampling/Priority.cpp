@@ -17,10 +17,6 @@ RowsByPid bearers(const std::map<Pid, Lowered>& lowered, const std::vector<ProcR
 
 }  // namespace
 
-bool lower(ProcessControl& control, const Incarnation& process) { return control.lowerPriority(process); }
-
-bool restore(ProcessControl& control, const Incarnation& process) { return control.restorePriority(process); }
-
 Review review(const std::map<Pid, Lowered>& lowered, const std::vector<ProcRow>& rows) {
     Review result;
     if (lowered.empty()) return result;

@@ -6,7 +6,6 @@
 #include "base/Date.h"
 #include "base/Pid.h"
 #include "core/sampling/ProcRow.h"
-#include "platform/ProcessControl.h"
 
 namespace tolvane {
 
@@ -24,12 +23,6 @@ struct Lowered {
 
 /// Background priority as a loan: what was lowered is given back once it is used again.
 namespace tolvane::Priority {
-
-/// True on success.
-bool lower(ProcessControl& control, const Incarnation& process);
-
-/// True on success.
-bool restore(ProcessControl& control, const Incarnation& process);
 
 /// What became of the lowered processes, each list ascending.
 struct Review {

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/fakes/FakeHost.h"
-
 namespace tolvane {
 namespace {
 
@@ -21,29 +19,6 @@ ProcRow rowOf(Pid pid, Date unusedSince, Date startTime = start) {
     row.sample.startTime = startTime;
     row.unusedSince = unusedSince;
     return row;
-}
-
-TEST(Priority, goesThroughTheHost) {
-    fakes::FakeHost host;
-    host.world->add(10, "x").bsd->startTime = start;
-    auto& control = *host.host.control;
-    EXPECT_TRUE(Priority::lower(control, {.pid = 10, .startTime = start}));
-    EXPECT_TRUE(Priority::restore(control, {.pid = 10, .startTime = start}));
-    EXPECT_THAT(host.world->asked, ElementsAre("lower 10", "restore 10"));
-}
-
-TEST(Priority, saysWhenTheHostRefuses) {
-    fakes::FakeHost host;
-    host.world->add(10, "x").bsd->startTime = start;
-    host.world->shielded.insert(10);
-    EXPECT_FALSE(Priority::lower(*host.host.control, {.pid = 10, .startTime = start}));
-    EXPECT_FALSE(Priority::restore(*host.host.control, {.pid = 10, .startTime = start}));
-}
-
-TEST(Priority, neverTouchesAReusedPid) {
-    fakes::FakeHost host;
-    host.world->add(10, "x").bsd->startTime = start + Seconds{1};
-    EXPECT_FALSE(Priority::lower(*host.host.control, {.pid = 10, .startTime = start}));
 }
 
 TEST(PriorityReview, ofNothingIsNothing) { EXPECT_EQ(Priority::review({}, {rowOf(10, noon)}), Priority::Review{}); }
