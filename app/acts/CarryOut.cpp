@@ -88,7 +88,7 @@ QCoro::Task<Outcome> AppModel::Private::perform(Decision decision, RunningApps a
         }
         case RuleAction::quit: {
             if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
-            const bool quit = co_await quitAndWait(*host.clock, std::move(apps), quitRounds, tasks.token());
+            const bool quit = co_await quitAndWait(*host.clock, std::move(apps), quitPatience, tasks.token());
             co_return Outcome::of(quit ? Deed::quit : Deed::askedToQuit, subject);
         }
         case RuleAction::relaunch:

@@ -10,7 +10,7 @@ namespace tolvane {
 namespace {
 
 /// Half a minute: an application that saves much, or asks, needs longer than one that a rule only quits.
-constexpr int relaunchRounds = 60;
+constexpr Seconds relaunchPatience{30};
 
 }  // namespace
 
@@ -19,7 +19,7 @@ QCoro::Task<std::string> AppModel::relaunch(std::vector<Pid> pids) {
     const auto apps = runningApps(pids);
     const auto appPath = apps.empty() ? std::nullopt : apps.front()->appPath();
     if (!appPath) co_return "Not running";
-    const bool allQuit = co_await quitAndWait(*host().clock, apps, relaunchRounds, cancellation);
+    const bool allQuit = co_await quitAndWait(*host().clock, apps, relaunchPatience, cancellation);
     if (cancellation.stop_requested()) co_return std::string();
     if (!allQuit) co_return "Did not quit, it may have unsaved changes";
     const auto error = co_await AppLaunch(*host().running, *appPath, cancellation);

@@ -5,6 +5,7 @@
 #include "app/acts/LivingTargets.h"
 #include "app/model/AppModelPrivate.h"
 #include "app/tasks/Sleep.h"
+#include "app/tasks/Wait.h"
 #include "core/sampling/ForceQuitTargets.h"
 
 namespace tolvane {
@@ -12,8 +13,7 @@ namespace tolvane {
 namespace {
 
 /// Ten seconds in all, as people know it from elsewhere.
-constexpr int politeRounds = 20;
-constexpr Seconds roundLength{0.5};
+constexpr Seconds politePatience{10};
 /// What the kernel takes to clear away even a large process.
 constexpr Seconds afterKill{0.3};
 
@@ -39,13 +39,10 @@ QCoro::Task<bool> AppModel::terminate(std::vector<Pid> pids, bool force) {
     LivingTargets targets(host(), incarnationsOf(pids, snapshot->rows));
     sendAll(*host().control, force ? Signal::kill : Signal::terminate, targets.all());
     if (force) co_return true;
-    for (int round = 0; round < politeRounds; ++round) {
-        if (!targets.anyAlive()) continue;
-        if (co_await Sleep(*host().clock, roundLength, Seconds{0}, cancellation) == Awoken::cancelled) co_return false;
-    }
-    const auto stubborn = targets.alive();
-    if (stubborn.empty()) co_return true;
-    sendAll(*host().control, Signal::kill, stubborn);
+    const auto areGone = [&targets] { return !targets.anyAlive(); };
+    const auto end = co_await waitUntil(*host().clock, areGone, politePatience, cancellation);
+    if (end != WaitEnd::patienceOver) co_return end == WaitEnd::held;
+    sendAll(*host().control, Signal::kill, targets.alive());
     if (co_await Sleep(*host().clock, afterKill, Seconds{0}, cancellation) == Awoken::cancelled) co_return false;
     co_return !targets.anyAlive();
 }

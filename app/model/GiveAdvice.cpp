@@ -70,7 +70,7 @@ QCoro::Task<std::optional<Outcome>> AppModel::Private::actOn(Suggestion suggesti
         case RuleAction::quit: {
             auto apps = model.runningApps(suggestion.pids);
             if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
-            if (co_await quitAndWait(*host.clock, std::move(apps), quitRounds, tasks.token())) break;
+            if (co_await quitAndWait(*host.clock, std::move(apps), quitPatience, tasks.token())) break;
             co_return Outcome::of(Deed::askedToQuit, subject);
         }
         case RuleAction::relaunch: {

@@ -68,7 +68,7 @@ QCoro::Task<> ProcessDeeds::quit(AppModel* model, TableRow line, WeakTold failed
         tell(failed, Outcome::of(Deed::notRunning, line.title));
         co_return;
     }
-    const bool done = co_await quitAndWait(*model->host().clock, std::move(apps), quitRounds, cancellation);
+    const bool done = co_await quitAndWait(*model->host().clock, std::move(apps), quitPatience, cancellation);
     if (!done && !cancellation.stop_requested()) tell(failed, Outcome::of(Deed::askedToQuit, line.title));
 }
 
