@@ -40,7 +40,7 @@ ActivityEntry entryOf(const Decision& decision, const Outcome& outcome, Date dat
                         .date = date,
                         .ruleName = decision.rule.name,
                         .subject = decision.title,
-                        .outcome = outcome.word,
+                        .outcome = outcome.logText,
                         .memory = decision.memory,
                         .dryRun = decision.dryRun(),
                         .subjectKey = Text(decision.subjectKey),
@@ -63,10 +63,10 @@ QCoro::Task<> AppModel::Private::carryOut(Decision decision) {
     const auto outcome = co_await perform(decision, std::move(apps));
     if (cancellation.stop_requested()) co_return;
     const Date date = host.clock->now();
-    host.log->info("rules", decision.rule.name + ": " + outcome.word + " " + decision.title);
+    host.log->info("rules", decision.rule.name + ": " + outcome.logText + " " + decision.title);
     tell(decision, outcome, date);
     auto entry = entryOf(decision, outcome, date);
-    if (outcome.deed == Deed::relaunched && appPath) {
+    if (outcome.kind == Outcome::Kind::relaunched && appPath) {
         const auto awoken = co_await Sleep(*host.clock, readBackDelay, Seconds{0}, cancellation);
         if (awoken == Awoken::cancelled) co_return;
         const auto now = sizesOf(host, *appPath);
@@ -81,15 +81,15 @@ QCoro::Task<Outcome> AppModel::Private::perform(Decision decision, RunningApps a
     if (decision.dryRun()) co_return Outcome::ofLogging(decision.action(), subject);
     switch (decision.action()) {
         case RuleAction::notify:
-            co_return Outcome::of(Deed::notified, subject);
+            co_return Outcome::of(Outcome::Kind::notified, subject);
         case RuleAction::terminate: {
             const bool gone = co_await model.terminate(decision.pids, false);
-            co_return Outcome::of(gone ? Deed::terminated : Deed::stillRunning, subject);
+            co_return Outcome::of(gone ? Outcome::Kind::terminated : Outcome::Kind::stillRunning, subject);
         }
         case RuleAction::quit: {
-            if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
+            if (apps.empty()) co_return Outcome::of(Outcome::Kind::notRunning, subject);
             const bool quit = co_await quitAndWait(*host.clock, std::move(apps), quitPatience, tasks.token());
-            co_return Outcome::of(quit ? Deed::quit : Deed::askedToQuit, subject);
+            co_return Outcome::of(quit ? Outcome::Kind::quit : Outcome::Kind::askedToQuit, subject);
         }
         case RuleAction::relaunch:
             co_return Outcome::ofRelaunch(co_await model.relaunch(decision.pids), subject);
@@ -97,7 +97,7 @@ QCoro::Task<Outcome> AppModel::Private::perform(Decision decision, RunningApps a
             break;
     }
     const bool isLow = model.lowerPriority(decision.pids);
-    co_return Outcome::of(isLow ? Deed::lowered : Deed::notLowered, subject);
+    co_return Outcome::of(isLow ? Outcome::Kind::lowered : Outcome::Kind::notLowered, subject);
 }
 
 /// A rule that only logs stays quiet, unless telling is all that it would do.

@@ -11,63 +11,83 @@ namespace tolvane {
 namespace {
 
 struct Row {
-    Deed deed;
-    /// Of the notification's title, before and after the subject's.
+    Outcome::Kind kind;
+    /// The title around the subject.
     std::string_view before;
     std::string_view after;
-    /// Empty where the word depends on what was done.
-    std::string_view word;
-    bool tellsWord = false;
+    /// Empty where it depends on what was done.
+    std::string_view logText;
+    bool explains = false;
     bool freesAll = false;
 };
 
 constexpr std::array rows = {
-    Row{.deed = Deed::onlyLogged, .before = "", .after = " is over its limit", .word = ""},
-    Row{.deed = Deed::notified, .before = "", .after = " is over its limit", .word = "Notified"},
-    Row{.deed = Deed::terminated, .before = "Stopped ", .after = "", .word = "Terminated", .freesAll = true},
-    Row{.deed = Deed::stillRunning,
+    Row{.kind = Outcome::Kind::onlyLogged, .before = "", .after = " is over its limit", .logText = ""},
+    Row{.kind = Outcome::Kind::notified, .before = "", .after = " is over its limit", .logText = "Notified"},
+    Row{.kind = Outcome::Kind::terminated,
+        .before = "Stopped ",
+        .after = "",
+        .logText = "Terminated",
+        .freesAll = true},
+    Row{.kind = Outcome::Kind::stillRunning,
         .before = "Could not stop ",
         .after = "",
-        .word = "Still running",
-        .tellsWord = true},
-    Row{.deed = Deed::notRunning, .before = "", .after = " was not running", .word = "Not running", .tellsWord = true},
-    Row{.deed = Deed::quit, .before = "Quit ", .after = "", .word = "Quit", .freesAll = true},
-    Row{.deed = Deed::askedToQuit, .before = "Asked ", .after = " to quit", .word = "Asked to quit"},
-    Row{.deed = Deed::relaunched, .before = "Restarted ", .after = "", .word = Outcome::relaunchedWord},
-    Row{.deed = Deed::notRelaunched, .before = "Could not restart ", .after = "", .word = "", .tellsWord = true},
-    Row{.deed = Deed::lowered, .before = "Lowered the priority of ", .after = "", .word = "Lowered priority"},
-    Row{.deed = Deed::notLowered,
+        .logText = "Still running",
+        .explains = true},
+    Row{.kind = Outcome::Kind::notRunning,
+        .before = "",
+        .after = " was not running",
+        .logText = "Not running",
+        .explains = true},
+    Row{.kind = Outcome::Kind::quit, .before = "Quit ", .after = "", .logText = "Quit", .freesAll = true},
+    Row{.kind = Outcome::Kind::askedToQuit, .before = "Asked ", .after = " to quit", .logText = "Asked to quit"},
+    Row{.kind = Outcome::Kind::relaunched, .before = "Restarted ", .after = "", .logText = Outcome::relaunchedText},
+    Row{.kind = Outcome::Kind::notRelaunched,
+        .before = "Could not restart ",
+        .after = "",
+        .logText = "",
+        .explains = true},
+    Row{.kind = Outcome::Kind::lowered,
+        .before = "Lowered the priority of ",
+        .after = "",
+        .logText = "Lowered priority"},
+    Row{.kind = Outcome::Kind::notLowered,
         .before = "Could not lower the priority of ",
         .after = "",
-        .word = "Priority unchanged",
-        .tellsWord = true},
+        .logText = "Priority unchanged",
+        .explains = true},
 };
 
 }  // namespace
 
-Outcome Outcome::of(Deed deed, std::string_view subject) {
-    const auto& row = *std::ranges::find(rows, deed, &Row::deed);
-    return {.deed = deed,
-            .word = std::string(row.word),
+Outcome Outcome::of(Kind kind, std::string_view subject) {
+    const auto& row = *std::ranges::find(rows, kind, &Row::kind);
+    return {.kind = kind,
+            .logText = std::string(row.logText),
             .title = std::string(row.before) + std::string(subject) + std::string(row.after),
-            .tellsWord = row.tellsWord,
+            .explains = row.explains,
             .freesAll = row.freesAll};
 }
 
 Outcome Outcome::ofLogging(RuleAction action, std::string_view subject) {
-    auto outcome = of(Deed::onlyLogged, subject);
-    outcome.word = "Would " + lowerCased(RuleActions::title(action));
+    auto outcome = of(Kind::onlyLogged, subject);
+    outcome.logText = "Would " + lowerCased(RuleActions::title(action));
     return outcome;
 }
 
 Outcome Outcome::ofRelaunch(std::string answer, std::string_view subject) {
-    auto outcome = of(answer == relaunchedWord ? Deed::relaunched : Deed::notRelaunched, subject);
-    outcome.word = std::move(answer);
+    auto outcome = of(answer == relaunchedText ? Kind::relaunched : Kind::notRelaunched, subject);
+    outcome.logText = std::move(answer);
     return outcome;
 }
 
 std::string Outcome::body(std::string_view reason) const {
-    return tellsWord ? word + ". " + std::string(reason) : std::string(reason);
+    return explains ? logText + ". " + std::string(reason) : std::string(reason);
+}
+
+std::string Outcome::sentence() const {
+    const bool tellsWhy = explains && kind != Kind::notRunning;
+    return tellsWhy ? title + ". " + logText + "." : title + ".";
 }
 
 }  // namespace tolvane

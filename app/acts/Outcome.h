@@ -7,48 +7,48 @@
 
 namespace tolvane {
 
-/// How an act on a subject ended.
-enum class Deed {
-    onlyLogged,
-    notified,
-    terminated,
-    stillRunning,
-    notRunning,
-    quit,
-    askedToQuit,
-    relaunched,
-    notRelaunched,
-    lowered,
-    notLowered,
-};
-
-/// What came of an act, in the words of the log and of the notification. The words of the log are fixed: the statistics
-/// compute on them.
+/// What came of an act, in the texts of the log, of the notification and of the notice on a screen. The log's texts are
+/// fixed: the statistics compute on them.
 struct Outcome {
-    Deed deed = Deed::onlyLogged;
-    /// For the log.
-    std::string word;
-    /// Of the notification.
+    enum class Kind {
+        onlyLogged,
+        notified,
+        terminated,
+        stillRunning,
+        notRunning,
+        quit,
+        askedToQuit,
+        relaunched,
+        notRelaunched,
+        lowered,
+        notLowered,
+    };
+
+    Kind kind = Kind::onlyLogged;
+    std::string logText;
+    /// Title of the notification.
     std::string title;
-    /// The notification says the word before it gives the reason.
-    bool tellsWord = false;
+    /// The log's text says why, so the notification gives it too.
+    bool explains = false;
     /// The processes are gone, and gave back all that they held.
     bool freesAll = false;
 
     bool operator==(const Outcome&) const = default;
 
-    /// What relaunching an application answers when all went well.
-    static constexpr std::string_view relaunchedWord = "Relaunched";
+    /// The log's text of a relaunch that went well.
+    static constexpr std::string_view relaunchedText = "Relaunched";
 
-    /// `subject` is what people call it. Of a deed whose word depends on nothing else.
-    static Outcome of(Deed deed, std::string_view subject);
+    /// `subject` is what people call it.
+    static Outcome of(Kind kind, std::string_view subject);
     /// Of an action that a rule only logged.
     static Outcome ofLogging(RuleAction action, std::string_view subject);
     /// Of a relaunch that gave `answer`.
     static Outcome ofRelaunch(std::string answer, std::string_view subject);
 
-    /// Of the notification.
+    /// Text of the notification.
     std::string body(std::string_view reason) const;
+    /// For a notice: "Could not stop node. Still running."
+    std::string sentence() const;
 };
 
 }  // namespace tolvane

@@ -24,7 +24,7 @@ QCoro::Task<std::string> AppModel::relaunch(std::vector<Pid> pids) {
     if (!allQuit) co_return "Did not quit, it may have unsaved changes";
     const auto error = co_await AppLaunch(*host().running, *appPath, cancellation);
     if (cancellation.stop_requested()) co_return std::string();
-    co_return error ? "Quit, relaunch failed: " + *error : std::string(Outcome::relaunchedWord);
+    co_return error ? "Quit, relaunch failed: " + *error : std::string(Outcome::relaunchedText);
 }
 
 }  // namespace tolvane

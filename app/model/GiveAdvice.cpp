@@ -66,21 +66,21 @@ QCoro::Task<std::optional<Outcome>> AppModel::Private::actOn(Suggestion suggesti
             break;
         case RuleAction::terminate:
             if (co_await model.terminate(suggestion.pids, false)) break;
-            co_return Outcome::of(Deed::stillRunning, subject);
+            co_return Outcome::of(Outcome::Kind::stillRunning, subject);
         case RuleAction::quit: {
             auto apps = model.runningApps(suggestion.pids);
-            if (apps.empty()) co_return Outcome::of(Deed::notRunning, subject);
+            if (apps.empty()) co_return Outcome::of(Outcome::Kind::notRunning, subject);
             if (co_await quitAndWait(*host.clock, std::move(apps), quitPatience, tasks.token())) break;
-            co_return Outcome::of(Deed::askedToQuit, subject);
+            co_return Outcome::of(Outcome::Kind::askedToQuit, subject);
         }
         case RuleAction::relaunch: {
             auto outcome = Outcome::ofRelaunch(co_await model.relaunch(suggestion.pids), subject);
-            if (outcome.deed == Deed::relaunched) break;
+            if (outcome.kind == Outcome::Kind::relaunched) break;
             co_return outcome;
         }
         case RuleAction::lowerPriority:
             if (model.lowerPriority(suggestion.pids)) break;
-            co_return Outcome::of(Deed::notLowered, subject);
+            co_return Outcome::of(Outcome::Kind::notLowered, subject);
     }
     co_return std::nullopt;
 }

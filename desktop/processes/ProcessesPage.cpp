@@ -57,7 +57,7 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
       notice_(new NoticeBar(look)),
       inspector_(new InspectorPane(look, view_.locale())),
       inspected_(model, view_.locale(), [this] { showInspector(); }),
-      deeds_(model, [this](const Outcome& outcome) { notice_->tell(qtText(ProcessDeeds::sentenceOf(outcome))); }) {
+      deeds_(model, [this](const Outcome& outcome) { notice_->tell(qtText(outcome.sentence())); }) {
     buildControls();
     buildPanes();
     restoreLayout();

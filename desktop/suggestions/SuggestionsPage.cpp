@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/screens/processes/ProcessDeeds.h"
 #include "desktop/look/QtText.h"
 #include "desktop/parts/EmptyState.h"
 
@@ -23,8 +22,7 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
       model_(model),
       look_(look),
       notice_(new NoticeBar(look)),
-      view_(model, std::move(locale),
-            [this](const Outcome& outcome) { notice_->tell(qtText(ProcessDeeds::sentenceOf(outcome))); }),
+      view_(model, std::move(locale), [this](const Outcome& outcome) { notice_->tell(qtText(outcome.sentence())); }),
       showHidden_(new QPushButton(look.icons().get(SuggestionsView::showHiddenIcon),
                                   qtText(SuggestionsView::showHiddenLabel), this)),
       panes_(new QStackedLayout),

@@ -23,11 +23,6 @@ void tell(const std::weak_ptr<ProcessDeeds::Told>& told, const Outcome& outcome)
 ProcessDeeds::ProcessDeeds(AppModel& model, Told failed)
     : model_(model), failed_(std::make_shared<Told>(std::move(failed))) {}
 
-std::string ProcessDeeds::sentenceOf(const Outcome& outcome) {
-    const bool explains = outcome.tellsWord && outcome.deed != Deed::notRunning;
-    return explains ? outcome.title + ". " + outcome.word + "." : outcome.title + ".";
-}
-
 void ProcessDeeds::carryOut(ProcessAction action, const TableRow& shown) {
     const TableRow line = RowProcesses::present(shown, model_.snapshot->rows);
     switch (action) {
@@ -58,28 +53,28 @@ void ProcessDeeds::changePriority(ProcessAction action, const TableRow& line) {
     if (action == ProcessAction::restorePriority) {
         model_.restorePriority(line.pids);
     } else if (!model_.lowerPriority(line.pids)) {
-        tell(failed_, Outcome::of(Deed::notLowered, line.title));
+        tell(failed_, Outcome::of(Outcome::Kind::notLowered, line.title));
     }
 }
 
 QCoro::Task<> ProcessDeeds::quit(AppModel* model, TableRow line, WeakTold failed, std::stop_token cancellation) {
     auto apps = model->runningApps(line.pids);
     if (apps.empty()) {
-        tell(failed, Outcome::of(Deed::notRunning, line.title));
+        tell(failed, Outcome::of(Outcome::Kind::notRunning, line.title));
         co_return;
     }
     const bool done = co_await quitAndWait(*model->host().clock, std::move(apps), quitPatience, cancellation);
-    if (!done && !cancellation.stop_requested()) tell(failed, Outcome::of(Deed::askedToQuit, line.title));
+    if (!done && !cancellation.stop_requested()) tell(failed, Outcome::of(Outcome::Kind::askedToQuit, line.title));
 }
 
 QCoro::Task<> ProcessDeeds::relaunch(AppModel* model, TableRow line, WeakTold failed) {
     const auto outcome = Outcome::ofRelaunch(co_await model->relaunch(line.pids), line.title);
-    if (outcome.deed == Deed::notRelaunched) tell(failed, outcome);
+    if (outcome.kind == Outcome::Kind::notRelaunched) tell(failed, outcome);
 }
 
 QCoro::Task<> ProcessDeeds::terminate(AppModel* model, TableRow line, WeakTold failed) {
     const bool gone = co_await model->terminate(line.pids, false);
-    if (!gone) tell(failed, Outcome::of(Deed::stillRunning, line.title));
+    if (!gone) tell(failed, Outcome::of(Outcome::Kind::stillRunning, line.title));
 }
 
 void ProcessDeeds::forceQuit(const std::vector<TableRow>& shown) {
@@ -96,7 +91,7 @@ QCoro::Task<> ProcessDeeds::lookAfter(AppModel* model, std::vector<TableRow> lin
     if (awoken == Awoken::cancelled) co_return;
     for (const auto& line : lines) {
         LivingTargets targets(model->host(), RowProcesses::lives(line));
-        if (targets.anyAlive()) tell(failed, Outcome::of(Deed::stillRunning, line.title));
+        if (targets.anyAlive()) tell(failed, Outcome::of(Outcome::Kind::stillRunning, line.title));
     }
 }
 

@@ -27,9 +27,6 @@ public:
     void carryOut(ProcessAction action, const TableRow& line);
     void forceQuit(const std::vector<TableRow>& lines);
 
-    /// "Could not stop node. Still running."
-    static std::string sentenceOf(const Outcome& outcome);
-
 private:
     using WeakTold = std::weak_ptr<Told>;
 

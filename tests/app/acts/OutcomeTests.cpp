@@ -5,32 +5,34 @@
 namespace tolvane {
 namespace {
 
+using Kind = Outcome::Kind;
+
 struct Expected {
-    Deed deed;
+    Kind kind;
     std::string title;
-    std::string word;
+    std::string logText;
     std::string body;
     bool freesAll = false;
 };
 
-TEST(Outcome, saysOfEveryDeedWhatCameOfIt) {
+TEST(Outcome, saysOfEveryKindWhatCameOfIt) {
     const std::vector<Expected> rows{
-        {Deed::notified, "Mail is over its limit", "Notified", "Why."},
-        {Deed::terminated, "Stopped Mail", "Terminated", "Why.", true},
-        {Deed::stillRunning, "Could not stop Mail", "Still running", "Still running. Why."},
-        {Deed::notRunning, "Mail was not running", "Not running", "Not running. Why."},
-        {Deed::quit, "Quit Mail", "Quit", "Why.", true},
-        {Deed::askedToQuit, "Asked Mail to quit", "Asked to quit", "Why."},
-        {Deed::lowered, "Lowered the priority of Mail", "Lowered priority", "Why."},
-        {Deed::notLowered, "Could not lower the priority of Mail", "Priority unchanged", "Priority unchanged. Why."},
+        {Kind::notified, "Mail is over its limit", "Notified", "Why."},
+        {Kind::terminated, "Stopped Mail", "Terminated", "Why.", true},
+        {Kind::stillRunning, "Could not stop Mail", "Still running", "Still running. Why."},
+        {Kind::notRunning, "Mail was not running", "Not running", "Not running. Why."},
+        {Kind::quit, "Quit Mail", "Quit", "Why.", true},
+        {Kind::askedToQuit, "Asked Mail to quit", "Asked to quit", "Why."},
+        {Kind::lowered, "Lowered the priority of Mail", "Lowered priority", "Why."},
+        {Kind::notLowered, "Could not lower the priority of Mail", "Priority unchanged", "Priority unchanged. Why."},
     };
     for (const auto& row : rows) {
-        const auto outcome = Outcome::of(row.deed, "Mail");
-        EXPECT_EQ(outcome.deed, row.deed);
+        const auto outcome = Outcome::of(row.kind, "Mail");
+        EXPECT_EQ(outcome.kind, row.kind);
         EXPECT_EQ(outcome.title, row.title);
-        EXPECT_EQ(outcome.word, row.word);
+        EXPECT_EQ(outcome.logText, row.logText);
         EXPECT_EQ(outcome.body("Why."), row.body);
-        EXPECT_EQ(outcome.freesAll, row.freesAll) << row.word;
+        EXPECT_EQ(outcome.freesAll, row.freesAll) << row.logText;
     }
 }
 
@@ -42,7 +44,7 @@ TEST(Outcome, saysWhatARuleThatOnlyLogsWouldHaveDone) {
                                                                {RuleAction::lowerPriority, "Would lower priority"}};
     for (const auto& [action, word] : rows) {
         const auto outcome = Outcome::ofLogging(action, "Mail");
-        EXPECT_EQ(outcome.word, word);
+        EXPECT_EQ(outcome.logText, word);
         EXPECT_EQ(outcome.title, "Mail is over its limit");
         EXPECT_EQ(outcome.body("Why."), "Why.");
         EXPECT_FALSE(outcome.freesAll);
@@ -51,9 +53,9 @@ TEST(Outcome, saysWhatARuleThatOnlyLogsWouldHaveDone) {
 
 TEST(Outcome, aRelaunchIsNamedByItsAnswer) {
     const auto done = Outcome::ofRelaunch("Relaunched", "Mail");
-    EXPECT_EQ(done.deed, Deed::relaunched);
+    EXPECT_EQ(done.kind, Kind::relaunched);
     EXPECT_EQ(done.title, "Restarted Mail");
-    EXPECT_EQ(done.word, "Relaunched");
+    EXPECT_EQ(done.logText, "Relaunched");
     EXPECT_EQ(done.body("Why."), "Why.");
     EXPECT_FALSE(done.freesAll);
 }
@@ -62,12 +64,18 @@ TEST(Outcome, aRelaunchThatFailedTellsWhy) {
     for (const std::string answer :
          {"Not running", "Did not quit, it may have unsaved changes", "Quit, relaunch failed: no such file"}) {
         const auto failed = Outcome::ofRelaunch(answer, "Mail");
-        EXPECT_EQ(failed.deed, Deed::notRelaunched);
+        EXPECT_EQ(failed.kind, Kind::notRelaunched);
         EXPECT_EQ(failed.title, "Could not restart Mail");
-        EXPECT_EQ(failed.word, answer);
+        EXPECT_EQ(failed.logText, answer);
         EXPECT_EQ(failed.body("Why."), answer + ". Why.");
         EXPECT_FALSE(failed.freesAll);
     }
+}
+
+TEST(Outcome, theNoticeSaysWhyUnlessTheTitleDoes) {
+    EXPECT_EQ(Outcome::of(Kind::stillRunning, "Mail").sentence(), "Could not stop Mail. Still running.");
+    EXPECT_EQ(Outcome::of(Kind::notRunning, "Mail").sentence(), "Mail was not running.");
+    EXPECT_EQ(Outcome::of(Kind::askedToQuit, "Mail").sentence(), "Asked Mail to quit.");
 }
 
 }  // namespace

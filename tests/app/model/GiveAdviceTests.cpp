@@ -222,7 +222,7 @@ TEST_F(SuggestionDeedTest, aProcessThatStaysIsGivenBack) {
     clock.advance(9s);
     EXPECT_THAT(ended, IsEmpty());
     clock.advance(2s);
-    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::stillRunning, "Notes")));
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Outcome::Kind::stillRunning, "Notes")));
 }
 
 TEST_F(SuggestionDeedTest, anApplicationThatStaysIsGivenBack) {
@@ -232,7 +232,7 @@ TEST_F(SuggestionDeedTest, anApplicationThatStaysIsGivenBack) {
     act(RuleAction::quit);
     act(RuleAction::relaunch);
     clock.advance(31s);
-    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::askedToQuit, "Notes"),
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Outcome::Kind::askedToQuit, "Notes"),
                                    Outcome::ofRelaunch("Did not quit, it may have unsaved changes", "Notes")));
 }
 
@@ -240,13 +240,13 @@ TEST_F(SuggestionDeedTest, anApplicationThatIsGoneIsGivenBack) {
     world.add(7, "node");
     start();
     act(RuleAction::quit);
-    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::notRunning, "Notes")));
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Outcome::Kind::notRunning, "Notes")));
 }
 
 TEST_F(SuggestionDeedTest, aPriorityThatStaysIsGivenBack) {
     start();
     act(RuleAction::lowerPriority);
-    EXPECT_THAT(ended, ElementsAre(Outcome::of(Deed::notLowered, "Notes")));
+    EXPECT_THAT(ended, ElementsAre(Outcome::of(Outcome::Kind::notLowered, "Notes")));
 }
 
 TEST_F(AdviceModelTest, actingWritesNoEntryOfItsOwn) {

@@ -21,8 +21,8 @@ struct ProcessDeedsTest : ModelTest {
 
     void begin() {
         start();
-        deeds = std::make_unique<ProcessDeeds>(
-            *model, [this](const Outcome& outcome) { told.push_back(ProcessDeeds::sentenceOf(outcome)); });
+        deeds = std::make_unique<ProcessDeeds>(*model,
+                                               [this](const Outcome& outcome) { told.push_back(outcome.sentence()); });
     }
     /// The top line of the table that holds the process.
     tolvane::TableRow lineOf(Pid pid) const {
