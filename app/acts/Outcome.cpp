@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "base/LowerCase.h"
 
@@ -10,84 +9,101 @@ namespace tolvane {
 
 namespace {
 
+using enum Outcome::Kind;
+
 struct Row {
     Outcome::Kind kind;
-    /// The title around the subject.
-    std::string_view before;
-    std::string_view after;
-    /// Empty where it depends on what was done.
+    /// "{}" stands for the subject.
+    std::string_view title;
+    /// Each "{}" stands for a detail.
     std::string_view logText;
+    bool failed = false;
     bool explains = false;
     bool freesAll = false;
 };
 
+constexpr std::string_view notRestarted = "Could not restart {}";
+constexpr std::string_view notAllStarted = "Could not start all of {}";
+
 constexpr std::array rows = {
-    Row{.kind = Outcome::Kind::onlyLogged, .before = "", .after = " is over its limit", .logText = ""},
-    Row{.kind = Outcome::Kind::notified, .before = "", .after = " is over its limit", .logText = "Notified"},
-    Row{.kind = Outcome::Kind::terminated,
-        .before = "Stopped ",
-        .after = "",
-        .logText = "Terminated",
-        .freesAll = true},
-    Row{.kind = Outcome::Kind::stillRunning,
-        .before = "Could not stop ",
-        .after = "",
+    Row{.kind = onlyLogged, .title = "{} is over its limit", .logText = "Would {}"},
+    Row{.kind = notified, .title = "{} is over its limit", .logText = "Notified"},
+    Row{.kind = terminated, .title = "Stopped {}", .logText = "Terminated", .freesAll = true},
+    Row{.kind = stillRunning,
+        .title = "Could not stop {}",
         .logText = "Still running",
+        .failed = true,
         .explains = true},
-    Row{.kind = Outcome::Kind::notRunning,
-        .before = "",
-        .after = " was not running",
-        .logText = "Not running",
+    Row{.kind = notRunning, .title = "{} was not running", .logText = "Not running", .failed = true, .explains = true},
+    Row{.kind = quit, .title = "Quit {}", .logText = "Quit", .freesAll = true},
+    Row{.kind = askedToQuit, .title = "Asked {} to quit", .logText = "Asked to quit", .failed = true},
+    Row{.kind = relaunched, .title = "Restarted {}", .logText = "Relaunched"},
+    Row{.kind = nothingToRelaunch, .title = notRestarted, .logText = "Not running", .failed = true, .explains = true},
+    Row{.kind = stayedOpen,
+        .title = notRestarted,
+        .logText = "Did not quit, it may have unsaved changes",
+        .failed = true,
         .explains = true},
-    Row{.kind = Outcome::Kind::quit, .before = "Quit ", .after = "", .logText = "Quit", .freesAll = true},
-    Row{.kind = Outcome::Kind::askedToQuit, .before = "Asked ", .after = " to quit", .logText = "Asked to quit"},
-    Row{.kind = Outcome::Kind::relaunched, .before = "Restarted ", .after = "", .logText = Outcome::relaunchedText},
-    Row{.kind = Outcome::Kind::notRelaunched,
-        .before = "Could not restart ",
-        .after = "",
-        .logText = "",
+    Row{.kind = notReopened,
+        .title = notRestarted,
+        .logText = "Quit, relaunch failed: {}",
+        .failed = true,
         .explains = true},
-    Row{.kind = Outcome::Kind::lowered,
-        .before = "Lowered the priority of ",
-        .after = "",
-        .logText = "Lowered priority"},
-    Row{.kind = Outcome::Kind::notLowered,
-        .before = "Could not lower the priority of ",
-        .after = "",
+    Row{.kind = lowered, .title = "Lowered the priority of {}", .logText = "Lowered priority"},
+    Row{.kind = notLowered,
+        .title = "Could not lower the priority of {}",
         .logText = "Priority unchanged",
+        .failed = true,
         .explains = true},
+    Row{.kind = startedAgain, .title = "Started {}", .logText = "Started again"},
+    Row{.kind = commandsNotStarted,
+        .title = notAllStarted,
+        .logText = "{} did not start. Output goes to {}",
+        .failed = true,
+        .explains = true},
+    Row{.kind = containersNotStarted,
+        .title = notAllStarted,
+        .logText = "Docker did not start its containers",
+        .failed = true,
+        .explains = true},
+    Row{.kind = cancelled, .title = "", .logText = ""},
 };
+
+std::string filled(std::string_view pattern, std::initializer_list<std::string_view> values) {
+    constexpr std::string_view gap = "{}";
+    std::string text;
+    for (const auto value : values) {
+        const auto at = pattern.find(gap);
+        if (at == std::string_view::npos) break;
+        text.append(pattern.substr(0, at)).append(value);
+        pattern.remove_prefix(at + gap.size());
+    }
+    return text.append(pattern);
+}
 
 }  // namespace
 
-Outcome Outcome::of(Kind kind, std::string_view subject) {
+Outcome Outcome::of(Kind kind, std::string_view subject, std::initializer_list<std::string_view> details) {
     const auto& row = *std::ranges::find(rows, kind, &Row::kind);
     return {.kind = kind,
-            .logText = std::string(row.logText),
-            .title = std::string(row.before) + std::string(subject) + std::string(row.after),
+            .logText = filled(row.logText, details),
+            .title = filled(row.title, {subject}),
+            .failed = row.failed,
             .explains = row.explains,
             .freesAll = row.freesAll};
 }
 
 Outcome Outcome::ofLogging(RuleAction action, std::string_view subject) {
-    auto outcome = of(Kind::onlyLogged, subject);
-    outcome.logText = "Would " + lowerCased(RuleActions::title(action));
-    return outcome;
-}
-
-Outcome Outcome::ofRelaunch(std::string answer, std::string_view subject) {
-    auto outcome = of(answer == relaunchedText ? Kind::relaunched : Kind::notRelaunched, subject);
-    outcome.logText = std::move(answer);
-    return outcome;
+    return of(Kind::onlyLogged, subject, {lowerCased(RuleActions::title(action))});
 }
 
 std::string Outcome::body(std::string_view reason) const {
-    return explains ? logText + ". " + std::string(reason) : std::string(reason);
+    return explains ? explanation() + " " + std::string(reason) : std::string(reason);
 }
 
 std::string Outcome::sentence() const {
-    const bool tellsWhy = explains && kind != Kind::notRunning;
-    return tellsWhy ? title + ". " + logText + "." : title + ".";
+    const bool titleSaysWhy = !explains || kind == Kind::notRunning;
+    return titleSaysWhy ? title + "." : title + ". " + explanation();
 }
 
 }  // namespace tolvane

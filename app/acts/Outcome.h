@@ -1,5 +1,7 @@
 #pragma once
 
+#include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,34 +21,44 @@ struct Outcome {
         quit,
         askedToQuit,
         relaunched,
-        notRelaunched,
+        nothingToRelaunch,
+        stayedOpen,
+        notReopened,
         lowered,
         notLowered,
+        startedAgain,
+        commandsNotStarted,
+        containersNotStarted,
+        /// The program's end cut the act short. Nothing is to be said about it.
+        cancelled,
     };
 
-    Kind kind = Kind::onlyLogged;
-    std::string logText;
+    Kind kind = Kind::cancelled;
+    std::string logText = {};
     /// Title of the notification.
-    std::string title;
+    std::string title = {};
+    /// What was asked for did not come about.
+    bool failed = false;
     /// The log's text says why, so the notification gives it too.
     bool explains = false;
     /// The processes are gone, and gave back all that they held.
     bool freesAll = false;
+    /// Path of the application that was started again; it holds memory anew.
+    std::optional<std::string> relaunchedApp = {};
 
     bool operator==(const Outcome&) const = default;
 
-    /// The log's text of a relaunch that went well.
-    static constexpr std::string_view relaunchedText = "Relaunched";
-
-    /// `subject` is what people call it.
-    static Outcome of(Kind kind, std::string_view subject);
+    /// `subject` is what people call the target. `details` fill the log's text where the kind leaves room: the host's
+    /// error for `notReopened`, the commands and their log for `commandsNotStarted`.
+    static Outcome of(Kind kind, std::string_view subject, std::initializer_list<std::string_view> details = {});
     /// Of an action that a rule only logged.
     static Outcome ofLogging(RuleAction action, std::string_view subject);
-    /// Of a relaunch that gave `answer`.
-    static Outcome ofRelaunch(std::string answer, std::string_view subject);
+    static Outcome cancelled() { return {}; }
 
-    /// Text of the notification.
+    /// Text of the notification about a rule's act.
     std::string body(std::string_view reason) const;
+    /// The log's text as a sentence.
+    std::string explanation() const { return logText + "."; }
     /// For a notice: "Could not stop node. Still running."
     std::string sentence() const;
 };

@@ -1,42 +1,38 @@
 #include <algorithm>
+#include <utility>
 
-#include "app/model/AppModelPrivate.h"
-#include "core/sampling/Priority.h"
+#include "app/acts/Acts.h"
 
 namespace tolvane {
 
-bool AppModel::lowerPriority(const std::vector<Pid>& pids) {
-    const Date now = host().clock->now();
-    const auto& rows = snapshot->rows;
-    auto loans = *lowered;
+Outcome Acts::lowerPriority(const ActTarget& target) {
+    const Date now = host_.clock->now();
+    auto loans = state_.loans();
     bool any = false;
-    for (const Pid pid : pids) {
-        const auto row = std::ranges::find(rows, pid, &ProcRow::id);
-        if (row == rows.end()) continue;
-        const Date start = row->sample.startTime;
-        if (!host().control->lowerPriority({.pid = pid, .startTime = start})) continue;
-        loans.insert_or_assign(pid, Lowered{.start = start, .at = now});
+    for (const auto& process : incarnationsOf(target.pids)) {
+        if (!host_.control->lowerPriority(process)) continue;
+        loans.insert_or_assign(process.pid, Lowered{.start = process.startTime, .at = now});
         any = true;
     }
-    lowered.set(std::move(loans));
-    return any;
+    state_.setLoans(std::move(loans));
+    return Outcome::of(any ? Outcome::Kind::lowered : Outcome::Kind::notLowered, target.title);
 }
 
-void AppModel::restorePriority(const std::vector<Pid>& pids) {
-    auto loans = *lowered;
+void Acts::restorePriority(const std::vector<Pid>& pids) {
+    auto loans = state_.loans();
     for (const Pid pid : pids) {
         const auto loan = loans.find(pid);
         if (loan == loans.end()) continue;
-        // What the host refuses to give back it would refuse again.
-        static_cast<void>(host().control->restorePriority({.pid = pid, .startTime = loan->second.start}));
+        // A host that refuses once would refuse again.
+        static_cast<void>(host_.control->restorePriority({.pid = pid, .startTime = loan->second.start}));
         loans.erase(loan);
     }
-    lowered.set(std::move(loans));
+    state_.setLoans(std::move(loans));
 }
 
-void AppModel::prepareToQuit() {
+void Acts::restoreAllPriorities() {
     std::vector<Pid> pids;
-    for (const auto& [pid, loan] : *lowered) pids.push_back(pid);
+    for (const auto& [pid, loan] : state_.loans()) pids.push_back(pid);
     restorePriority(pids);
 }
 

@@ -34,6 +34,8 @@ bool AppModel::demo() const { return d_->demo; }
 
 Host& AppModel::host() const { return d_->host; }
 
+Acts& AppModel::acts() const { return d_->acts; }
+
 const Store& AppModel::store() const { return d_->store; }
 
 const RowNames& AppModel::rowNames() const { return d_->names; }
@@ -52,6 +54,8 @@ World AppModel::world() const {
 std::vector<HistoryPoint> AppModel::historyFor(const std::vector<Pid>& pids) const { return history->points(pids); }
 
 Executor& AppModel::portReader() const { return d_->background.of(BackgroundJobs::Kind::portLookUps); }
+
+void AppModel::prepareToQuit() { d_->acts.restoreAllPriorities(); }
 
 void AppModel::open(AppSection wanted) {
     section.set(wanted);

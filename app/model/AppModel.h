@@ -36,6 +36,7 @@ class Task;
 
 namespace tolvane {
 
+class Acts;
 struct Store;
 
 /// The one observable object that all screens read and all actions go through. Confined to the main thread; the
@@ -98,6 +99,8 @@ public:
 
     bool demo() const;
     Host& host() const;
+    /// Ends, restarts and lowers what the latest sample holds.
+    Acts& acts() const;
     /// The folder of files that the model writes through to.
     const Store& store() const;
     /// The names that every table of processes shares.
@@ -110,23 +113,6 @@ public:
     Executor& portReader() const;
     /// Shows a section in the main window, opening it when need be.
     void open(AppSection section);
-
-    /// True when at least one of the processes is at background priority now.
-    bool lowerPriority(const std::vector<Pid>& pids);
-    /// Gives back what this program took; others are passed over.
-    void restorePriority(const std::vector<Pid>& pids);
-    // Ending and restarting. Each works on the latest sample's processes and on nothing else; a wait that the model's
-    // end cuts short gives false or an empty text.
-
-    /// Asks the processes to end, and kills after ten seconds what is left; true when all are gone. `force` kills at
-    /// once and does not look. Pids that the latest sample does not hold are passed over.
-    QCoro::Task<bool> terminate(std::vector<Pid> pids, bool force);
-    /// Asks the applications behind the processes to quit and starts the first of them again. The outcome in words.
-    QCoro::Task<std::string> relaunch(std::vector<Pid> pids);
-    /// The running applications behind the processes, with instances that are not among them.
-    std::vector<std::shared_ptr<RunningApplication>> runningApps(const std::vector<Pid>& pids) const;
-    /// Ends what the lines stand for without asking. Returns at once.
-    void forceQuit(const std::vector<TableRow>& lines);
 
     // Words to the user.
 
@@ -155,12 +141,8 @@ public:
 
     /// Reads branches, containers and ports in the background. One run at a time is the caller's business.
     QCoro::Task<void> refreshProjects();
-    QCoro::Task<void> stop(ProjectGroup group);
-    /// Remembers how the project was started, then stops it.
-    QCoro::Task<void> park(ProjectGroup group);
+    /// Starts a parked project again, and notifies when not all of it did start.
     QCoro::Task<void> startAgain(ParkedProject project);
-    /// Where the output of a project's restarted commands goes.
-    std::string projectLog(const std::string& root) const;
 
     /// What must not be left undone when the program ends in whatever way: gives back every priority that is on loan.
     /// Can be called more than once; the destructor calls it too.

@@ -5,10 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "app/acts/Outcome.h"
-#include "app/acts/QuitWait.h"
+#include "app/acts/Acts.h"
 #include "app/model/AppModel.h"
 #include "app/model/DueDecisions.h"
 #include "app/rows/TableRow.h"
@@ -26,7 +26,7 @@ namespace tolvane {
 ///
 /// Coroutines: every wait belongs to a source that ends with the model, and a coroutine that is woken by that end
 /// returns without touching the model. So none is ever resumed into a model that is gone, and none is left over.
-struct AppModel::Private {
+struct AppModel::Private final : ActState {
     Private(AppModel& model, Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor);
 
     // StartUp.cpp
@@ -55,22 +55,17 @@ struct AppModel::Private {
     QCoro::Task<bool> askServiceManager();
     void applyRules();
 
-    // ProjectActions.cpp
-    /// Whether the client did it; none when the model's end cut the wait short.
-    QCoro::Task<std::optional<bool>> performOnContainers(std::string verb, std::vector<std::string> ids);
-
-    // CarryOut.cpp
+    // DecisionTask.cpp
     QCoro::Task<> carryOut(Decision decision);
-    QCoro::Task<Outcome> perform(Decision decision, RunningApps apps);
+    QCoro::Task<Outcome> outcomeOf(const Decision& decision);
     void tell(const Decision& decision, const Outcome& outcome, Date date);
     void record(ActivityEntry entry);
 
     // RuleChanges.cpp
     void backUpRules();
 
-    // Advice.cpp
+    // GiveAdvice.cpp
     void giveAdvice();
-    QCoro::Task<std::optional<Outcome>> actOn(Suggestion suggestion, std::optional<RuleAction> action);
     std::map<Pid, std::vector<int>> listeningPorts(const std::vector<Pid>& pids);
 
     // Warnings.cpp
@@ -83,6 +78,16 @@ struct AppModel::Private {
 
     // RecordMoment.cpp
     void recordMoment();
+
+    // What acts read and change, as properties of the model.
+    const std::vector<ProcRow>& rows() const override { return model.snapshot->rows; }
+    const std::map<Pid, Lowered>& loans() const override { return *model.lowered; }
+    void setLoans(std::map<Pid, Lowered> loans) override { model.lowered.set(std::move(loans)); }
+    const std::vector<Container>& containers() const override { return *model.containers; }
+    void setContainers(std::vector<Container> containers) override { model.containers.set(std::move(containers)); }
+    const std::vector<ParkedProject>& parked() const override { return *model.parked; }
+    void setParked(std::vector<ParkedProject> parked) override { model.parked.set(std::move(parked)); }
+    void resample() override;
 
     AppModel& model;
     Host& host;
@@ -105,6 +110,7 @@ struct AppModel::Private {
     BackgroundJobs background;
     /// Of everything that goes on beside the loop; ends with the model.
     CancelSource tasks;
+    Acts acts;
     /// Of the loop that is in force; cancelled ones finish the tick that they are in.
     CancelSource loop;
     /// Last, so that no event comes any more while the rest goes.

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "app/acts/Outcome.h"
-#include "app/acts/QuitWait.h"
 #include "app/model/AppModelPrivate.h"
 #include "core/advisor/AdviceScene.h"
 #include "core/advisor/Simulators.h"
@@ -54,35 +53,10 @@ QCoro::Task<std::optional<Outcome>> AppModel::act(Suggestion suggestion, std::op
     auto others = *suggestions;
     std::erase_if(others, [&](const Suggestion& each) { return each.id == suggestion.id; });
     suggestions.set(std::move(others));
-    const auto cancellation = d_->tasks.token();
-    auto failure = co_await d_->actOn(std::move(suggestion), action);
-    co_return cancellation.stop_requested() ? std::nullopt : std::move(failure);
-}
-
-QCoro::Task<std::optional<Outcome>> AppModel::Private::actOn(Suggestion suggestion, std::optional<RuleAction> action) {
-    const auto& subject = suggestion.title;
-    switch (action.value_or(suggestion.action)) {
-        case RuleAction::notify:
-            break;
-        case RuleAction::terminate:
-            if (co_await model.terminate(suggestion.pids, false)) break;
-            co_return Outcome::of(Outcome::Kind::stillRunning, subject);
-        case RuleAction::quit: {
-            auto apps = model.runningApps(suggestion.pids);
-            if (apps.empty()) co_return Outcome::of(Outcome::Kind::notRunning, subject);
-            if (co_await quitAndWait(*host.clock, std::move(apps), quitPatience, tasks.token())) break;
-            co_return Outcome::of(Outcome::Kind::askedToQuit, subject);
-        }
-        case RuleAction::relaunch: {
-            auto outcome = Outcome::ofRelaunch(co_await model.relaunch(suggestion.pids), subject);
-            if (outcome.kind == Outcome::Kind::relaunched) break;
-            co_return outcome;
-        }
-        case RuleAction::lowerPriority:
-            if (model.lowerPriority(suggestion.pids)) break;
-            co_return Outcome::of(Outcome::Kind::notLowered, subject);
-    }
-    co_return std::nullopt;
+    auto outcome = co_await d_->acts.perform(action.value_or(suggestion.action),
+                                             {.title = suggestion.title, .pids = suggestion.pids});
+    if (!outcome.failed) co_return std::nullopt;
+    co_return outcome;
 }
 
 }  // namespace tolvane

@@ -19,6 +19,10 @@ void AppModel::Private::restartLoop() {
     static_cast<void>(runLoop(loop.token()));
 }
 
+void AppModel::Private::resample() {
+    if (windowVisible) restartLoop();
+}
+
 QCoro::Task<> AppModel::Private::runLoop(std::stop_token cancellation) {
     while (!cancellation.stop_requested()) {
         co_await tick();

@@ -76,4 +76,9 @@ QCoro::Task<> AppModel::refreshProjects() {
     ports.set(std::move(facts->ports));
 }
 
+QCoro::Task<> AppModel::startAgain(ParkedProject project) {
+    const auto outcome = co_await d_->acts.startAgain(std::move(project));
+    if (outcome.failed) notify(outcome.title, outcome.explanation(), std::nullopt);
+}
+
 }  // namespace tolvane

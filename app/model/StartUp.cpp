@@ -19,7 +19,8 @@ AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, 
       names(AppNames::rowNames(*machine.applications, machine.folders->home())),
       store(machine.folders->applicationSupport() + "/Tolvane"),
       sampler(std::make_unique<Sampler>(machine, makeExecutor())),
-      background(makeExecutor) {}
+      background(makeExecutor),
+      acts(machine, *this, background, tasks) {}
 
 void AppModel::Private::start() {
     load();

@@ -51,7 +51,7 @@ void AppModel::Private::reviewPriorities() {
     for (auto& [pid, loan] : loans) loan.at = std::min(loan.at, model.snapshot->date);
     model.lowered.set(loans);
     const auto review = Priority::review(loans, model.snapshot->rows);
-    model.restorePriority(review.restore);
+    acts.restorePriority(review.restore);
     loans = *model.lowered;
     for (const Pid pid : review.gone) loans.erase(pid);
     model.lowered.set(std::move(loans));

@@ -57,7 +57,7 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
       notice_(new NoticeBar(look)),
       inspector_(new InspectorPane(look, view_.locale())),
       inspected_(model, view_.locale(), [this] { showInspector(); }),
-      deeds_(model, [this](const Outcome& outcome) { notice_->tell(qtText(outcome.sentence())); }) {
+      acts_(model, [this](const Outcome& outcome) { notice_->tell(qtText(outcome.sentence())); }) {
     buildControls();
     buildPanes();
     restoreLayout();
@@ -235,7 +235,7 @@ void ProcessesPage::chosen(ProcessAction action, const std::vector<TableRow>& cl
         case ProcessAction::lowerPriority:
         case ProcessAction::restorePriority:
             notice_->hide();
-            deeds_.carryOut(action, clicked.front());
+            acts_.perform(action, clicked.front());
             break;
     }
 }
@@ -260,7 +260,7 @@ void ProcessesPage::askForceQuit(const std::vector<TableRow>& lines) {
         inspected_.confirmForceQuit = false;
         if (answer == QDialog::Accepted) {
             notice_->hide();
-            deeds_.forceQuit(view_.confirmForceQuit());
+            acts_.forceQuit(view_.confirmForceQuit());
         } else {
             view_.cancelForceQuit();
         }

@@ -10,8 +10,8 @@
 
 #include "app/model/AppModel.h"
 #include "app/screens/processes/InspectorView.h"
-#include "app/screens/processes/ProcessDeeds.h"
 #include "app/screens/processes/ProcessesView.h"
+#include "app/screens/processes/RowActs.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/IconButton.h"
 #include "desktop/parts/NoticeBar.h"
@@ -90,7 +90,7 @@ private:
     NoticeBar* notice_;
     InspectorPane* inspector_;
     InspectorView inspected_;
-    ProcessDeeds deeds_;
+    RowActs acts_;
     bool stale_ = true;
     bool waiting_ = false;
     std::shared_ptr<TableArrangement> kept_;

@@ -26,7 +26,7 @@ public:
     const std::vector<SuggestionRowWidget*>& rows() const { return rows_; }
 
 signals:
-    void wanted(tolvane::SuggestionRow row, tolvane::SuggestionAction deed);
+    void wanted(tolvane::SuggestionRow row, tolvane::SuggestionAction action);
     void menuOpened();
     void menuClosed();
 

@@ -128,12 +128,13 @@ void SuggestionRowWidget::paintEvent(QPaintEvent*) {
 /// What an entry acts on was settled when the menu opened.
 void SuggestionRowWidget::fill(QMenu& menu, bool includesPrimary) {
     for (const auto& item : SuggestionMenu::items(row_.suggestion, includesPrimary)) {
-        if (!item.deed) {
+        if (!item.action) {
             menu.addSeparator();
             continue;
         }
-        auto* action = menu.addAction(menuText(qtText(item.title)));
-        connect(action, &QAction::triggered, this, [this, row = row_, deed = *item.deed] { emit wanted(row, deed); });
+        auto* entry = menu.addAction(menuText(qtText(item.title)));
+        connect(entry, &QAction::triggered, this,
+                [this, row = row_, action = *item.action] { emit wanted(row, action); });
     }
 }
 

@@ -33,7 +33,7 @@ public:
     void setButtonsWidth(int width);
 
 signals:
-    void wanted(tolvane::SuggestionRow row, tolvane::SuggestionAction deed);
+    void wanted(tolvane::SuggestionRow row, tolvane::SuggestionAction action);
     /// While a menu is open the row must not change under it.
     void menuOpened();
     void menuClosed();

@@ -67,9 +67,9 @@ SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {
     if (card) return card;
     card = new SuggestionCard(look_);
     card->hide();
-    connect(card, &SuggestionCard::wanted, this, [this](const SuggestionRow& row, SuggestionAction deed) {
+    connect(card, &SuggestionCard::wanted, this, [this](const SuggestionRow& row, SuggestionAction action) {
         notice_->hide();
-        view_.carryOut(row, deed);
+        view_.carryOut(row, action);
     });
     connect(card, &SuggestionCard::menuOpened, this, [this] { hold(true); });
     connect(card, &SuggestionCard::menuClosed, this, [this] { hold(false); });

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/acts/Acts.h"
 #include "app/model/AppModel.h"
 #include "tests/fakes/Executors.h"
 #include "tests/fakes/FakeHost.h"
@@ -33,6 +34,11 @@ struct ModelTest : testing::Test {
     void startDemo() { make(true, fakes::InlineExecutor::make); }
     void make(bool demo, const ExecutorFactory& makeExecutor) {
         model = std::make_unique<AppModel>(fake.host, *fake.windows, demo, makeExecutor);
+    }
+
+    /// True when at least one of them is at background priority now.
+    bool lowerPriority(const std::vector<Pid>& pids) {
+        return model->acts().lowerPriority({.title = "x", .pids = pids}).kind == Outcome::Kind::lowered;
     }
 
     /// Each tick lists the processes once.

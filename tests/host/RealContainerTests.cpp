@@ -115,7 +115,7 @@ TEST_F(RealContainers, areFoundParkedAndStartedAgainWithTheirProject) {
     QCoro::waitFor(model->refreshProjects());
     EXPECT_THAT(*model->containers, ElementsAre(Container{.id = id, .name = "web-1", .workingDir = root}));
 
-    QCoro::waitFor(model->park(group(root)));
+    QCoro::waitFor(model->acts().park(group(root)));
     EXPECT_THAT(*model->containers, IsEmpty());
     ASSERT_EQ(model->parked->size(), 1U);
     EXPECT_THAT(model->parked->front().containers, ElementsAre(id));

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/acts/Acts.h"
 #include "app/model/AppModel.h"
 #include "platform/linux/acts/LinuxChildProcesses.h"
 #include "tests/fakes/FakeHost.h"

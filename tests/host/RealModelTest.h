@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "app/acts/Acts.h"
 #include "app/model/AppModel.h"
 #include "platform/linux/makeLinuxHost.h"
 #include "tests/app/AnswerOf.h"
@@ -49,9 +50,14 @@ struct RealModelTest : testing::Test {
     /// Waits for the outcome on the real clock.
     End terminate(std::vector<Pid> pids) {
         const Date began = host.clock->now();
-        const AnswerOf<bool> answer(model->terminate(std::move(pids), false));
+        const AnswerOf<bool> answer(areGone(model->acts().terminate({.title = "x", .pids = std::move(pids)})));
         EXPECT_TRUE(linuxhost::runUntil([&] { return answer.isThere(); }, std::chrono::seconds(20)));
         return {.gone = answer.get().value_or(false), .took = host.clock->now() - began};
+    }
+
+    static QCoro::Task<bool> areGone(QCoro::Task<Outcome> act) {
+        const auto outcome = co_await act;
+        co_return outcome.kind == Outcome::Kind::terminated;
     }
 
     /// A child's side: lives until a signal or the test's end.

@@ -67,7 +67,7 @@ TEST_F(RealProject, aDevelopmentServerIsParkedAndStartedAgainAsItWas) {
     const auto running = group(root);
     EXPECT_GE(running.rows.size(), 3U) << "npm, the server and its worker";
 
-    QCoro::waitFor(model->park(running));
+    QCoro::waitFor(model->acts().park(running));
     ASSERT_EQ(model->parked->size(), 1U);
     const auto parked = model->parked->front();
     ASSERT_EQ(parked.commands.size(), 1U);
@@ -108,7 +108,7 @@ TEST_F(RealProject, whatIgnoresTheSignalIsKilled) {
     }());
     tick();
     ASSERT_EQ(group(root).rows.size(), 1U);
-    QCoro::waitFor(model->stop(group(root)));
+    QCoro::waitFor(model->acts().stop(group(root)));
     EXPECT_THAT(files.read("first.log"), HasSubstr("no"));
     EXPECT_THAT(processesIn(root), IsEmpty());
     EXPECT_THAT(*model->parked, IsEmpty());
@@ -236,7 +236,7 @@ TEST_F(HangingTool, holdsUpNeitherTheTickNorTheEnd) {
     ASSERT_TRUE(eventually([&] { return files.read("client.pid").ends_with('\n'); })) << "samples go on meanwhile";
     const Pid tool = std::stoi(files.read("client.pid"));
     const auto running = group(root);
-    static_cast<void>(model->stop(running));
+    static_cast<void>(model->acts().stop(running));
     EXPECT_TRUE(eventually([&] { return group(root).rows.empty(); }));
     EXPECT_EQ(model->containers->size(), 1U);
 

@@ -8,6 +8,7 @@
 #include <set>
 #include <utility>
 
+#include "app/acts/Acts.h"
 #include "app/rows/Format.h"
 #include "app/tasks/Sleep.h"
 #include "base/Paths.h"
@@ -148,7 +149,7 @@ ParkedRow ProjectsView::rowOf(const ParkedProject& project) const {
     ParkedRow row{.project = project,
                   .title = nameOf(project.root),
                   .when = "Parked " + DateWords::relative(project.date, model_.host().clock->now(), locale_, zone_),
-                  .hasLog = std::filesystem::exists(model_.projectLog(project.root), ignored)};
+                  .hasLog = std::filesystem::exists(model_.acts().projectLog(project.root), ignored)};
     std::ranges::transform(project.commands, std::back_inserter(row.commands), commandLine);
     if (!project.containers.empty()) row.containers = containersText(project.containers.size());
     return row;
@@ -202,9 +203,9 @@ QCoro::Task<void> ProjectsView::end(AppModel* model, ProjectGroup group, bool pa
     const auto root = group.root;
     ending->insert(root);
     if (parks) {
-        co_await model->park(std::move(group));
+        co_await model->acts().park(std::move(group));
     } else {
-        co_await model->stop(std::move(group));
+        co_await model->acts().stop(std::move(group));
     }
     ending->erase(root);
 }
@@ -218,7 +219,7 @@ void ProjectsView::forget(const ParkedProject& project) {
 }
 
 void ProjectsView::showLog(const ParkedProject& project) {
-    model_.host().desktop->open(model_.projectLog(project.root));
+    model_.host().desktop->open(model_.acts().projectLog(project.root));
 }
 
 void ProjectsView::showFolder(const ProjectGroup& project) { model_.host().desktop->open(project.root); }

@@ -35,8 +35,8 @@ std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool include
     return items;
 }
 
-QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggestion, SuggestionAction deed) {
-    switch (deed) {
+QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggestion, SuggestionAction action) {
+    switch (action) {
         case SuggestionAction::primary:
             co_return co_await model.act(std::move(suggestion));
         case SuggestionAction::quit:

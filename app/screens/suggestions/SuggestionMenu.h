@@ -14,10 +14,10 @@ namespace tolvane {
 /// What the user can do with a suggestion.
 enum class SuggestionAction { primary, quit, lowerPriority, makeRule, snooze, ignore };
 
-/// One entry of a suggestion's menu; without a deed it is a divider.
+/// One entry of a suggestion's menu; without an action it is a divider.
 struct SuggestionMenuItem {
     std::string title;
-    std::optional<SuggestionAction> deed;
+    std::optional<SuggestionAction> action;
 
     bool operator==(const SuggestionMenuItem&) const = default;
 };
@@ -32,7 +32,7 @@ inline constexpr std::string_view makeRuleHelp =
 std::string primaryLabel(const Suggestion& suggestion);
 std::vector<SuggestionMenuItem> items(const Suggestion& suggestion, bool includesPrimary);
 /// Does it. What ends processes goes on beside the caller. Gives what did not come off.
-QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggestion, SuggestionAction deed);
+QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggestion, SuggestionAction action);
 
 }  // namespace SuggestionMenu
 

@@ -81,17 +81,17 @@ std::vector<SuggestionSection> SuggestionsView::sections() const {
     return sections;
 }
 
-void SuggestionsView::carryOut(SuggestionRow row, SuggestionAction deed) {
+void SuggestionsView::carryOut(SuggestionRow row, SuggestionAction action) {
     const auto starts = startsOf({row.suggestion}, model_.snapshot->rows);
     std::erase_if(row.suggestion.pids, [&](Pid pid) {
         const Incarnation now{.pid = pid, .startTime = starts.at(pid)};
         return std::ranges::find(row.lives, now) == row.lives.end();
     });
-    static_cast<void>(tellFailure(SuggestionMenu::carryOut(model_, std::move(row.suggestion), deed), failed_));
+    static_cast<void>(tellFailure(SuggestionMenu::carryOut(model_, std::move(row.suggestion), action), failed_));
 }
 
-QCoro::Task<> SuggestionsView::tellFailure(QCoro::Task<std::optional<Outcome>> deed, std::weak_ptr<Told> failed) {
-    const auto outcome = co_await deed;
+QCoro::Task<> SuggestionsView::tellFailure(QCoro::Task<std::optional<Outcome>> act, std::weak_ptr<Told> failed) {
+    const auto outcome = co_await act;
     const auto told = failed.lock();
     if (outcome && told && *told) (*told)(*outcome);
 }

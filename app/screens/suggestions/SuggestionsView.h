@@ -82,12 +82,12 @@ public:
     /// In the order of the kinds, without those that have none.
     std::vector<SuggestionSection> sections() const;
     /// Does it to those of the row's processes that live on. What ends processes goes on beside the caller.
-    void carryOut(SuggestionRow row, SuggestionAction deed);
+    void carryOut(SuggestionRow row, SuggestionAction action);
     bool canShowHidden() const { return !model_.hiddenSuggestions->empty(); }
     void showHidden() { model_.hiddenSuggestions.set({}); }
 
 private:
-    static QCoro::Task<> tellFailure(QCoro::Task<std::optional<Outcome>> deed, std::weak_ptr<Told> failed);
+    static QCoro::Task<> tellFailure(QCoro::Task<std::optional<Outcome>> act, std::weak_ptr<Told> failed);
 
     AppModel& model_;
     std::string locale_;

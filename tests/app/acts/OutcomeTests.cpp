@@ -51,8 +51,8 @@ TEST(Outcome, saysWhatARuleThatOnlyLogsWouldHaveDone) {
     }
 }
 
-TEST(Outcome, aRelaunchIsNamedByItsAnswer) {
-    const auto done = Outcome::ofRelaunch("Relaunched", "Mail");
+TEST(Outcome, aRelaunchFreesNothingByItself) {
+    const auto done = Outcome::of(Kind::relaunched, "Mail");
     EXPECT_EQ(done.kind, Kind::relaunched);
     EXPECT_EQ(done.title, "Restarted Mail");
     EXPECT_EQ(done.logText, "Relaunched");
@@ -60,16 +60,41 @@ TEST(Outcome, aRelaunchIsNamedByItsAnswer) {
     EXPECT_FALSE(done.freesAll);
 }
 
-TEST(Outcome, aRelaunchThatFailedTellsWhy) {
-    for (const std::string answer :
-         {"Not running", "Did not quit, it may have unsaved changes", "Quit, relaunch failed: no such file"}) {
-        const auto failed = Outcome::ofRelaunch(answer, "Mail");
-        EXPECT_EQ(failed.kind, Kind::notRelaunched);
+TEST(Outcome, aRelaunchThatFailedSaysWhy) {
+    const std::vector<std::pair<Kind, std::string>> rows{
+        {Kind::nothingToRelaunch, "Not running"},
+        {Kind::stayedOpen, "Did not quit, it may have unsaved changes"},
+        {Kind::notReopened, "Quit, relaunch failed: no such file"}};
+    for (const auto& [kind, logText] : rows) {
+        const auto failed = Outcome::of(kind, "Mail", {"no such file"});
+        EXPECT_EQ(failed.kind, kind);
         EXPECT_EQ(failed.title, "Could not restart Mail");
-        EXPECT_EQ(failed.logText, answer);
-        EXPECT_EQ(failed.body("Why."), answer + ". Why.");
+        EXPECT_EQ(failed.logText, logText);
+        EXPECT_EQ(failed.body("Why."), logText + ". Why.");
         EXPECT_FALSE(failed.freesAll);
     }
+}
+
+TEST(Outcome, aStartThatFailedInPartSaysWhatIsMissing) {
+    const auto commands = Outcome::of(Kind::commandsNotStarted, "shop", {"npm and {}", "/logs/shop.log"});
+    EXPECT_EQ(commands.title, "Could not start all of shop");
+    EXPECT_EQ(commands.explanation(), "npm and {} did not start. Output goes to /logs/shop.log.");
+    const auto containers = Outcome::of(Kind::containersNotStarted, "shop");
+    EXPECT_EQ(containers.title, "Could not start all of shop");
+    EXPECT_EQ(containers.explanation(), "Docker did not start its containers.");
+}
+
+TEST(Outcome, onlyWhatDidNotComeAboutHasFailed) {
+    for (const auto kind :
+         {Kind::stillRunning, Kind::notRunning, Kind::askedToQuit, Kind::nothingToRelaunch, Kind::stayedOpen,
+          Kind::notReopened, Kind::notLowered, Kind::commandsNotStarted, Kind::containersNotStarted}) {
+        EXPECT_TRUE(Outcome::of(kind, "Mail").failed) << Outcome::of(kind, "Mail").logText;
+    }
+    for (const auto kind : {Kind::onlyLogged, Kind::notified, Kind::terminated, Kind::quit, Kind::relaunched,
+                            Kind::lowered, Kind::startedAgain, Kind::cancelled}) {
+        EXPECT_FALSE(Outcome::of(kind, "Mail").failed) << Outcome::of(kind, "Mail").logText;
+    }
+    EXPECT_EQ(Outcome::of(Kind::cancelled, "Mail"), Outcome::cancelled());
 }
 
 TEST(Outcome, theNoticeSaysWhyUnlessTheTitleDoes) {

@@ -11,7 +11,7 @@ TEST_F(PriorityLoansTest, aLoweredProcessIsRemembered) {
     world.add(7, "node");
     start();
     clock.advance(10s);
-    EXPECT_TRUE(model->lowerPriority({7}));
+    EXPECT_TRUE(lowerPriority({7}));
     const std::map<Pid, Lowered> expected{{7, {.start = row(7)->sample.startTime, .at = clock.now()}}};
     EXPECT_EQ(*model->lowered, expected);
 }
@@ -19,9 +19,9 @@ TEST_F(PriorityLoansTest, aLoweredProcessIsRemembered) {
 TEST_F(PriorityLoansTest, loweringAgainMovesTheDate) {
     world.add(7, "node");
     start();
-    model->lowerPriority({7});
+    lowerPriority({7});
     clock.advance(10s);
-    EXPECT_TRUE(model->lowerPriority({7}));
+    EXPECT_TRUE(lowerPriority({7}));
     EXPECT_EQ(world.timesAsked("lower 7"), 2U);
     EXPECT_EQ(model->lowered->at(7).at, clock.now());
 }
@@ -31,7 +31,7 @@ TEST_F(PriorityLoansTest, oneSuccessIsEnough) {
     world.add(8, "vi");
     world.shielded = {7};
     start();
-    EXPECT_TRUE(model->lowerPriority({7, 8}));
+    EXPECT_TRUE(lowerPriority({7, 8}));
     EXPECT_EQ(world.timesAsked("lower 7"), 1U);
     EXPECT_FALSE(model->lowered->contains(7));
     EXPECT_TRUE(model->lowered->contains(8));
@@ -41,27 +41,27 @@ TEST_F(PriorityLoansTest, aHostThatRefusesLeavesNoLoan) {
     world.add(7, "node");
     world.shielded = {7};
     start();
-    EXPECT_FALSE(model->lowerPriority({7}));
+    EXPECT_FALSE(lowerPriority({7}));
     EXPECT_TRUE(model->lowered->empty());
 }
 
 TEST_F(PriorityLoansTest, whatIsNotInTheSnapshotIsPassedOverWithoutACall) {
     start();
     world.add(7, "node");
-    EXPECT_FALSE(model->lowerPriority({7}));
+    EXPECT_FALSE(lowerPriority({7}));
     EXPECT_EQ(world.timesAsked("lower 7"), 0U);
 }
 
 TEST_F(PriorityLoansTest, nothingToLowerIsNoSuccess) {
     start();
-    EXPECT_FALSE(model->lowerPriority({}));
+    EXPECT_FALSE(lowerPriority({}));
 }
 
 TEST_F(PriorityLoansTest, restoringGivesBackWhatWasTaken) {
     world.add(7, "node");
     start();
-    model->lowerPriority({7});
-    model->restorePriority({7});
+    lowerPriority({7});
+    model->acts().restorePriority({7});
     EXPECT_EQ(world.timesAsked("restore 7"), 1U);
     EXPECT_TRUE(model->lowered->empty());
 }
@@ -69,16 +69,16 @@ TEST_F(PriorityLoansTest, restoringGivesBackWhatWasTaken) {
 TEST_F(PriorityLoansTest, aProcessThatWasNotLoweredIsNeverRaised) {
     world.add(7, "node");
     start();
-    model->restorePriority({7});
+    model->acts().restorePriority({7});
     EXPECT_EQ(world.timesAsked("restore 7"), 0U);
 }
 
 TEST_F(PriorityLoansTest, aLoanEndsAlsoWhenTheHostRefusesToTakeItBack) {
     world.add(7, "node");
     start();
-    model->lowerPriority({7});
+    lowerPriority({7});
     world.shielded = {7};
-    model->restorePriority({7});
+    model->acts().restorePriority({7});
     EXPECT_EQ(world.timesAsked("restore 7"), 1U);
     EXPECT_TRUE(model->lowered->empty());
 }
@@ -87,7 +87,7 @@ TEST_F(PriorityLoansTest, quittingGivesEverythingBackOnce) {
     world.add(7, "node");
     world.add(8, "vi");
     start();
-    model->lowerPriority({7, 8});
+    lowerPriority({7, 8});
     model->prepareToQuit();
     EXPECT_EQ(world.timesAsked("restore 7"), 1U);
     EXPECT_EQ(world.timesAsked("restore 8"), 1U);
@@ -98,7 +98,7 @@ TEST_F(PriorityLoansTest, quittingGivesEverythingBackOnce) {
 TEST_F(PriorityLoansTest, aModelThatGoesGivesEverythingBack) {
     world.add(7, "node");
     start();
-    model->lowerPriority({7});
+    lowerPriority({7});
     model.reset();
     EXPECT_EQ(world.timesAsked("restore 7"), 1U);
 }

@@ -44,7 +44,7 @@ struct SteadyMemoryTest : ModelTest {
         describe(process, pid);
         burn(world.processes[(place + 7) % 40].pid, 50, 60s);
         if (tick % 5 == 0) world.activate("/Applications/App3.app");
-        if (tick % 7 == 0) model->lowerPriority({pid});
+        if (tick % 7 == 0) lowerPriority({pid});
     }
 
     void run(int ticks) {

@@ -85,10 +85,10 @@ TEST_F(ApplyRulesTest, aRestartForgetsTheCooldown) {
 TEST_F(ApplyRulesTest, whatIsLoweredAlreadyIsNotLoweredAgain) {
     addWorker(7);
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     fire({workerRule(RuleAction::lowerPriority)});
     EXPECT_THAT(outcomes(), IsEmpty());
-    model->restorePriority({7});
+    model->acts().restorePriority({7});
     world.press();
     EXPECT_THAT(outcomes(), ElementsAre("Lowered priority"));
 }
@@ -97,7 +97,7 @@ TEST_F(ApplyRulesTest, anApplicationOfWhichOneProcessIsNotLoweredIsLowered) {
     addMail(7);
     addMail(8);
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     fire({mailRule(RuleAction::lowerPriority)});
     EXPECT_THAT(outcomes(), ElementsAre("Lowered priority"));
     EXPECT_TRUE(model->lowered->contains(8));

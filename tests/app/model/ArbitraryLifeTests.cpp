@@ -142,10 +142,10 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
         const auto project = group(once(2) ? shop : blog);
         switch (below(4)) {
             case 0:
-                model->stop(project);
+                model->acts().stop(project);
                 return;
             case 1:
-                model->park(project);
+                model->acts().park(project);
                 return;
             case 2:
                 if (!model->parked->empty()) model->startAgain(model->parked->front());
@@ -158,17 +158,18 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
         const Pid pid = anyPid();
         switch (below(5)) {
             case 0:
-                model->lowerPriority({pid, anyPid()});
+                lowerPriority({pid, anyPid()});
                 return;
             case 1:
-                return model->restorePriority({pid});
+                return model->acts().restorePriority({pid});
             case 2:
-                model->relaunch({pid});
+                model->acts().relaunch({.title = "x", .pids = {pid}});
                 return;
             case 3:
-                return model->forceQuit({TableRow{.id = "x", .title = "x", .pids = {pid}}});
+                model->acts().forceQuit({{.title = "x", .pids = {pid}}});
+                return;
             default:
-                model->terminate({pid}, false);
+                model->acts().terminate({.title = "x", .pids = {pid}});
         }
     }
     void passTime() {

@@ -70,7 +70,7 @@ TEST_F(TickTest, pausedRulesPauseNothingElse) {
     world.add(7, "node").usage->footprint = 100 * MiB;
     setSwap(GiB);
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     clock.advance(900s);
     setSwap(2 * GiB);
     burn(7, 50, 60s);
@@ -86,7 +86,7 @@ TEST_F(TickTest, pausedRulesPauseNothingElse) {
 TEST_F(TickTest, aLoweredProcessThatIsUsedGetsItsPriorityBack) {
     world.add(7, "node");
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     clock.advance(60s);
     EXPECT_EQ(world.timesAsked("restore 7"), 0U);
     burn(7, 50, 60s);
@@ -98,7 +98,7 @@ TEST_F(TickTest, aLoweredProcessThatIsUsedGetsItsPriorityBack) {
 TEST_F(TickTest, aLoweredProcessThatIsUsedAfterTheClockWasSetBackGetsItsPriorityBack) {
     world.add(7, "node");
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     clock.setTo(clock.now() - 24h);
     clock.advance(60s);
     EXPECT_EQ(world.timesAsked("restore 7"), 0U);
@@ -111,7 +111,7 @@ TEST_F(TickTest, aLoweredAppThatComesToTheFrontGetsItsPriorityBack) {
     addApp(7, "/Applications/Mail.app");
     start();
     clock.advance(60s);
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     clock.advance(30s);
     world.activate("/Applications/Mail.app");
     clock.advance(30s);
@@ -121,7 +121,7 @@ TEST_F(TickTest, aLoweredAppThatComesToTheFrontGetsItsPriorityBack) {
 TEST_F(TickTest, aLoweredProcessThatEndedIsForgottenWithoutACall) {
     world.add(7, "node");
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     world.processes.clear();
     clock.advance(60s);
     EXPECT_TRUE(model->lowered->empty());
@@ -131,7 +131,7 @@ TEST_F(TickTest, aLoweredProcessThatEndedIsForgottenWithoutACall) {
 TEST_F(TickTest, aProcessUnderAReusedPidIsNotTouched) {
     world.add(7, "node");
     start();
-    ASSERT_TRUE(model->lowerPriority({7}));
+    ASSERT_TRUE(lowerPriority({7}));
     world.find(7)->bsd->startTime = clock.now() + 1s;
     clock.advance(60s);
     EXPECT_TRUE(model->lowered->empty());

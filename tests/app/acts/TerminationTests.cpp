@@ -20,9 +20,14 @@ private:
     std::shared_ptr<int> life_;
 };
 
-struct TerminateTest : ModelTest {
-    AnswerOf<bool> terminate(std::vector<Pid> pids, bool force = false) {
-        return AnswerOf<bool>(model->terminate(std::move(pids), force));
+struct TerminationTest : ModelTest {
+    /// Whether all have gone.
+    AnswerOf<bool> terminate(std::vector<Pid> pids) {
+        return AnswerOf<bool>(areGone(model->acts().terminate({.title = "x", .pids = std::move(pids)})));
+    }
+    static QCoro::Task<bool> areGone(QCoro::Task<Outcome> act) {
+        const auto outcome = co_await act;
+        co_return outcome.kind == Outcome::Kind::terminated;
     }
     std::size_t asked(Pid pid) const { return world.timesAsked("signal 15 " + std::to_string(pid)); }
     std::size_t killed(Pid pid) const { return world.timesAsked("signal 9 " + std::to_string(pid)); }
@@ -33,7 +38,7 @@ struct TerminateTest : ModelTest {
     }
 };
 
-TEST_F(TerminateTest, aProcessThatEndsAtOnceIsNotWaitedFor) {
+TEST_F(TerminationTest, aProcessThatEndsAtOnceIsNotWaitedFor) {
     world.add(7, "node");
     start();
     const auto waiting = clock.waiting();
@@ -43,7 +48,7 @@ TEST_F(TerminateTest, aProcessThatEndsAtOnceIsNotWaitedFor) {
     EXPECT_EQ(killed(7), 0U);
 }
 
-TEST_F(TerminateTest, aProcessThatEndsAfterThreeSecondsIsWaitedForThatLong) {
+TEST_F(TerminationTest, aProcessThatEndsAfterThreeSecondsIsWaitedForThatLong) {
     world.add(7, "node").endsAfter = 3s;
     start();
     const auto answer = terminate({7});
@@ -55,7 +60,7 @@ TEST_F(TerminateTest, aProcessThatEndsAfterThreeSecondsIsWaitedForThatLong) {
     EXPECT_EQ(killed(7), 0U);
 }
 
-TEST_F(TerminateTest, aProcessThatIgnoresTheSignalIsKilledAfterTenSeconds) {
+TEST_F(TerminationTest, aProcessThatIgnoresTheSignalIsKilledAfterTenSeconds) {
     world.add(7, "node").endsAfter = std::nullopt;
     start();
     const auto answer = terminate({7});
@@ -68,7 +73,7 @@ TEST_F(TerminateTest, aProcessThatIgnoresTheSignalIsKilledAfterTenSeconds) {
     EXPECT_THAT(answer.get(), Optional(true));
 }
 
-TEST_F(TerminateTest, onlyWhatIsLeftIsKilled) {
+TEST_F(TerminationTest, onlyWhatIsLeftIsKilled) {
     world.add(7, "node").endsAfter = 1s;
     world.add(8, "vite").endsAfter = std::nullopt;
     start();
@@ -79,7 +84,7 @@ TEST_F(TerminateTest, onlyWhatIsLeftIsKilled) {
     EXPECT_EQ(killed(8), 1U);
 }
 
-TEST_F(TerminateTest, aProcessThatCannotBeSignalledStaysAlive) {
+TEST_F(TerminationTest, aProcessThatCannotBeSignalledStaysAlive) {
     world.add(7, "node");
     world.shielded = {7};
     start();
@@ -91,7 +96,7 @@ TEST_F(TerminateTest, aProcessThatCannotBeSignalledStaysAlive) {
     EXPECT_EQ(killed(7), 1U);
 }
 
-TEST_F(TerminateTest, oneThatLivesOnIsEnoughForAFailure) {
+TEST_F(TerminationTest, oneThatLivesOnIsEnoughForAFailure) {
     world.add(7, "node");
     world.add(8, "vite");
     world.shielded = {8};
@@ -101,30 +106,47 @@ TEST_F(TerminateTest, oneThatLivesOnIsEnoughForAFailure) {
     EXPECT_THAT(answer.get(), Optional(false));
 }
 
-TEST_F(TerminateTest, whatTheSnapshotDoesNotHoldIsDroppedAndCountsAsGone) {
+TEST_F(TerminationTest, whatTheSnapshotDoesNotHoldIsDroppedAndCountsAsGone) {
     start();
     world.add(7, "node");
     EXPECT_THAT(terminate({7}).get(), Optional(true));
     EXPECT_EQ(asked(7), 0U);
 }
 
-TEST_F(TerminateTest, nothingToEndIsASuccess) {
+TEST_F(TerminationTest, nothingToEndIsASuccess) {
     start();
     EXPECT_THAT(terminate({}).get(), Optional(true));
 }
 
-TEST_F(TerminateTest, forceKillsAtOnceAndDoesNotLook) {
+TEST_F(TerminationTest, forceQuitKillsAtOnceAndLooksASecondLater) {
     world.add(7, "node");
+    world.add(8, "vite");
     world.shielded = {7};
     start();
     const auto before = world.timesAsked("bsdRecord 7");
-    EXPECT_THAT(terminate({7}, true).get(), Optional(true));
+    const AnswerOf<std::vector<Outcome>> answer(
+        model->acts().forceQuit({{.title = "node", .pids = {7}}, {.title = "vite", .pids = {8}}}));
     EXPECT_EQ(killed(7), 1U);
     EXPECT_EQ(asked(7), 0U);
     EXPECT_EQ(world.timesAsked("bsdRecord 7"), before);
+    clock.advance(0.9s);
+    EXPECT_FALSE(answer.isThere());
+    clock.advance(0.1s);
+    EXPECT_THAT(answer.get(), Optional(testing::ElementsAre(Outcome::of(Outcome::Kind::stillRunning, "node"),
+                                                            Outcome::of(Outcome::Kind::terminated, "vite"))));
 }
 
-TEST_F(TerminateTest, aPidThatIsReusedMeanwhileCountsAsGoneAndTheNewcomerIsNotSignalled) {
+TEST_F(TerminationTest, aModelThatGoesEndsTheLookAfterAForceQuit) {
+    world.add(7, "node");
+    world.shielded = {7};
+    start();
+    const AnswerOf<std::vector<Outcome>> answer(model->acts().forceQuit({{.title = "node", .pids = {7}}}));
+    model.reset();
+    EXPECT_THAT(answer.get(), Optional(testing::IsEmpty()));
+    EXPECT_EQ(clock.waiting(), 0U);
+}
+
+TEST_F(TerminationTest, aPidThatIsReusedMeanwhileCountsAsGoneAndTheNewcomerIsNotSignalled) {
     world.add(7, "node").endsAfter = std::nullopt;
     start();
     const auto answer = terminate({7});
@@ -138,7 +160,7 @@ TEST_F(TerminateTest, aPidThatIsReusedMeanwhileCountsAsGoneAndTheNewcomerIsNotSi
     EXPECT_TRUE(world.find(7));
 }
 
-TEST_F(TerminateTest, aPidThatWasReusedBeforeTheFirstSignalIsNotHit) {
+TEST_F(TerminationTest, aPidThatWasReusedBeforeTheFirstSignalIsNotHit) {
     world.add(7, "node");
     start();
     replace(7);
@@ -146,7 +168,7 @@ TEST_F(TerminateTest, aPidThatWasReusedBeforeTheFirstSignalIsNotHit) {
     EXPECT_TRUE(world.find(7));
 }
 
-TEST_F(TerminateTest, aTickMeanwhileChangesNothing) {
+TEST_F(TerminationTest, aTickMeanwhileChangesNothing) {
     world.add(7, "node").endsAfter = std::nullopt;
     start();
     const auto answer = terminate({7});
@@ -159,7 +181,7 @@ TEST_F(TerminateTest, aTickMeanwhileChangesNothing) {
     EXPECT_EQ(killed(7), 0U);
 }
 
-TEST_F(TerminateTest, severalCanWaitAtOnce) {
+TEST_F(TerminationTest, severalCanWaitAtOnce) {
     world.add(7, "node").endsAfter = 4s;
     world.add(8, "vite").endsAfter = 2s;
     start();
@@ -172,7 +194,7 @@ TEST_F(TerminateTest, severalCanWaitAtOnce) {
     EXPECT_THAT(first.get(), Optional(true));
 }
 
-TEST_F(TerminateTest, aWaitKeepsNoReaderOfTheKernel) {
+TEST_F(TerminationTest, aWaitKeepsNoReaderOfTheKernel) {
     world.add(7, "node").endsAfter = std::nullopt;
     start();
     std::vector<std::weak_ptr<int>> readers;
@@ -191,7 +213,7 @@ TEST_F(TerminateTest, aWaitKeepsNoReaderOfTheKernel) {
     EXPECT_THAT(answer.get(), Optional(true));
 }
 
-TEST_F(TerminateTest, aModelThatGoesEndsTheWait) {
+TEST_F(TerminationTest, aModelThatGoesEndsTheWait) {
     world.add(7, "node").endsAfter = std::nullopt;
     start();
     const auto polite = terminate({7});
@@ -202,7 +224,7 @@ TEST_F(TerminateTest, aModelThatGoesEndsTheWait) {
     EXPECT_EQ(killed(7), 0U);
 }
 
-TEST_F(TerminateTest, aModelThatGoesAfterTheKillEndsTheWaitToo) {
+TEST_F(TerminationTest, aModelThatGoesAfterTheKillEndsTheWaitToo) {
     world.add(7, "node");
     world.shielded = {7};
     start();
@@ -214,7 +236,7 @@ TEST_F(TerminateTest, aModelThatGoesAfterTheKillEndsTheWaitToo) {
     EXPECT_EQ(clock.waiting(), 0U);
 }
 
-struct RunningAppsTest : TerminateTest {
+struct RunningAppsTest : TerminationTest {
     void install(const std::string& name) {
         const auto path = "/Applications/" + name + ".app";
         world.appIDs[path] = "com.example." + name;
@@ -222,11 +244,11 @@ struct RunningAppsTest : TerminateTest {
     }
     std::vector<std::optional<std::string>> pathsOf(const std::vector<Pid>& pids) {
         std::vector<std::optional<std::string>> paths;
-        for (const auto& app : model->runningApps(pids)) paths.push_back(app->appPath());
+        for (const auto& app : model->acts().runningApps(pids)) paths.push_back(app->appPath());
         return paths;
     }
-    TableRow line(std::vector<Pid> pids, std::optional<std::string> appPath = {}) {
-        return {.id = "x", .title = "X", .appPath = std::move(appPath), .pids = std::move(pids)};
+    static ActTarget target(std::vector<Pid> pids, std::optional<std::string> appPath = {}) {
+        return {.title = "X", .pids = std::move(pids), .appPath = std::move(appPath)};
     }
 };
 
@@ -269,7 +291,7 @@ TEST_F(RunningAppsTest, forceQuitEndsApplicationsThroughTheirInstancesAndOthersB
     addApp(7, "/Applications/mail.app");
     world.add(8, "node");
     start();
-    model->forceQuit({line({7}, "/Applications/mail.app"), line({8})});
+    model->acts().forceQuit({target({7}, "/Applications/mail.app"), target({8})});
     EXPECT_EQ(world.instances[0].forced, 1);
     EXPECT_EQ(world.instances[0].asked, 0);
     EXPECT_EQ(killed(7), 0U);
@@ -280,7 +302,7 @@ TEST_F(RunningAppsTest, aProcessUnderBothGoesWithItsApplication) {
     install("mail");
     addApp(7, "/Applications/mail.app");
     start();
-    model->forceQuit({line({7}), line({7}, "/Applications/mail.app")});
+    model->acts().forceQuit({target({7}), target({7}, "/Applications/mail.app")});
     EXPECT_EQ(world.instances[0].forced, 1);
     EXPECT_EQ(killed(7), 0U);
 }
@@ -288,14 +310,14 @@ TEST_F(RunningAppsTest, aProcessUnderBothGoesWithItsApplication) {
 TEST_F(RunningAppsTest, aBundleWithoutAnIdentifierIsEndedByTheSignal) {
     addApp(7, "/Applications/mail.app");
     start();
-    model->forceQuit({line({7}, "/Applications/mail.app")});
+    model->acts().forceQuit({target({7}, "/Applications/mail.app")});
     EXPECT_EQ(killed(7), 1U);
 }
 
 TEST_F(RunningAppsTest, forceQuitLeavesNoEntryInTheLog) {
     world.add(8, "node");
     start();
-    model->forceQuit({line({8})});
+    model->acts().forceQuit({target({8})});
     clock.advance(20s);
     EXPECT_TRUE(model->activity->empty());
     EXPECT_TRUE(world.notifications.empty());

@@ -1,6 +1,8 @@
+#include <gmock/gmock.h>
 #include <sys/wait.h>
 
 #include <optional>
+#include <vector>
 
 #include "tests/host/RealModelTest.h"
 #include "tests/platform/linux/Newcomer.h"
@@ -189,7 +191,7 @@ TEST_F(RealTerminate, aNewcomerUnderTheNumberBetweenTheSignalsLivesOn) {
     ASSERT_TRUE(child.line().hear());
     start();
     const Pid number = child.pid();
-    const AnswerOf<bool> answer(model->terminate({number}, false));
+    const AnswerOf<bool> answer(areGone(model->acts().terminate({.title = "x", .pids = {number}})));
     linuxhost::runFor(1200ms);
     EXPECT_FALSE(answer.isThere());
     child.end();
@@ -205,9 +207,10 @@ TEST_F(RealTerminate, forceKillsWhatIgnoresTheOtherSignal) {
     const ChildProcess child(liveOn);
     ASSERT_TRUE(child.line().hear());
     start();
-    const AnswerOf<bool> answer(model->terminate({child.pid()}, true));
-    EXPECT_EQ(answer.get(), true);
+    const AnswerOf<std::vector<Outcome>> answer(model->acts().forceQuit({{.title = "x", .pids = {child.pid()}}}));
     EXPECT_TRUE(linuxhost::runUntil([&] { return wasKilled(child.pid()); }));
+    EXPECT_TRUE(linuxhost::runUntil([&] { return answer.isThere(); }));
+    EXPECT_THAT(answer.get(), testing::Optional(testing::ElementsAre(Outcome::of(Outcome::Kind::terminated, "x"))));
 }
 
 TEST_F(RealTerminate, aLineIsForceQuitWithAllItsProcesses) {
@@ -216,7 +219,7 @@ TEST_F(RealTerminate, aLineIsForceQuitWithAllItsProcesses) {
     ASSERT_TRUE(first.line().hear());
     ASSERT_TRUE(second.line().hear());
     start();
-    model->forceQuit({tolvane::TableRow{.id = "group", .title = "Group", .pids = {first.pid(), second.pid()}}});
+    model->acts().forceQuit({{.title = "Group", .pids = {first.pid(), second.pid()}}});
     EXPECT_TRUE(linuxhost::runUntil([&] { return wasKilled(first.pid()) && wasKilled(second.pid()); }));
 }
 

@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "app/acts/Outcome.h"
-#include "app/acts/QuitWait.h"
 #include "app/model/AppModelPrivate.h"
 #include "app/preferences/AppPreferences.h"
 #include "app/tasks/Sleep.h"
@@ -54,50 +53,28 @@ ActivityEntry entryOf(const Decision& decision, const Outcome& outcome, Date dat
 
 }  // namespace
 
-/// A task of its own, which a tick starts and nobody waits for.
+/// A task of its own, which a tick starts and nothing waits for.
 QCoro::Task<> AppModel::Private::carryOut(Decision decision) {
     const auto cancellation = tasks.token();
-    // Looked up before anything is done: an application that has ended says no longer where it lies.
-    auto apps = model.runningApps(decision.pids);
-    const auto appPath = apps.empty() ? std::nullopt : apps.front()->appPath();
-    const auto outcome = co_await perform(decision, std::move(apps));
-    if (cancellation.stop_requested()) co_return;
+    const auto outcome = co_await outcomeOf(decision);
+    if (outcome.kind == Outcome::Kind::cancelled) co_return;
     const Date date = host.clock->now();
     host.log->info("rules", decision.rule.name + ": " + outcome.logText + " " + decision.title);
     tell(decision, outcome, date);
     auto entry = entryOf(decision, outcome, date);
-    if (outcome.kind == Outcome::Kind::relaunched && appPath) {
+    if (outcome.relaunchedApp) {
         const auto awoken = co_await Sleep(*host.clock, readBackDelay, Seconds{0}, cancellation);
         if (awoken == Awoken::cancelled) co_return;
-        const auto now = sizesOf(host, *appPath);
+        const auto now = sizesOf(host, *outcome.relaunchedApp);
         entry.freed = difference(decision.memory, now.footprint);
         entry.freedCompressed = difference(decision.compressed, now.compressed);
     }
     record(std::move(entry));
 }
 
-QCoro::Task<Outcome> AppModel::Private::perform(Decision decision, RunningApps apps) {
-    const auto& subject = decision.title;
-    if (decision.dryRun()) co_return Outcome::ofLogging(decision.action(), subject);
-    switch (decision.action()) {
-        case RuleAction::notify:
-            co_return Outcome::of(Outcome::Kind::notified, subject);
-        case RuleAction::terminate: {
-            const bool gone = co_await model.terminate(decision.pids, false);
-            co_return Outcome::of(gone ? Outcome::Kind::terminated : Outcome::Kind::stillRunning, subject);
-        }
-        case RuleAction::quit: {
-            if (apps.empty()) co_return Outcome::of(Outcome::Kind::notRunning, subject);
-            const bool quit = co_await quitAndWait(*host.clock, std::move(apps), quitPatience, tasks.token());
-            co_return Outcome::of(quit ? Outcome::Kind::quit : Outcome::Kind::askedToQuit, subject);
-        }
-        case RuleAction::relaunch:
-            co_return Outcome::ofRelaunch(co_await model.relaunch(decision.pids), subject);
-        case RuleAction::lowerPriority:
-            break;
-    }
-    const bool isLow = model.lowerPriority(decision.pids);
-    co_return Outcome::of(isLow ? Outcome::Kind::lowered : Outcome::Kind::notLowered, subject);
+QCoro::Task<Outcome> AppModel::Private::outcomeOf(const Decision& decision) {
+    if (decision.dryRun()) co_return Outcome::ofLogging(decision.action(), decision.title);
+    co_return co_await acts.perform(decision.action(), {.title = decision.title, .pids = decision.pids});
 }
 
 /// A rule that only logs stays quiet, unless telling is all that it would do.

@@ -1,4 +1,3 @@
-#include <QCoroTask>
 #include <algorithm>
 #include <iterator>
 #include <string>
@@ -6,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/model/AppModelPrivate.h"
+#include "app/acts/Acts.h"
 #include "app/rows/Format.h"
 #include "app/tasks/BackgroundCall.h"
 #include "base/Paths.h"
@@ -18,6 +17,10 @@
 namespace tolvane {
 
 namespace {
+
+using Kind = Outcome::Kind;
+
+std::string titleOf(const std::string& root) { return std::string(Paths::lastComponent(root)); }
 
 std::vector<std::string> idsOf(const std::vector<Container>& containers) {
     std::vector<std::string> ids;
@@ -86,59 +89,55 @@ std::vector<std::string> startAll(Host& host, const std::vector<ParkedCommand>& 
 
 }  // namespace
 
-QCoro::Task<std::optional<bool>> AppModel::Private::performOnContainers(std::string verb,
-                                                                        std::vector<std::string> ids) {
+QCoro::Task<std::optional<bool>> Acts::performOnContainers(std::string verb, std::vector<std::string> ids) {
     if (ids.empty()) co_return true;
-    auto perform = [&children = *host.children, home = host.folders->home(), verb = std::move(verb),
+    auto perform = [&children = *host_.children, home = host_.folders->home(), verb = std::move(verb),
                     ids = std::move(ids)] { return Docker::perform(children, home, verb, ids); };
-    co_return co_await BackgroundCall(background.of(BackgroundJobs::Kind::containers), std::move(perform),
-                                      tasks.token());
+    co_return co_await BackgroundCall(background_.of(BackgroundJobs::Kind::containers), std::move(perform),
+                                      tasks_.token());
 }
 
-QCoro::Task<> AppModel::stop(ProjectGroup group) {
-    const auto cancellation = d_->tasks.token();
-    const auto ids = idsOf(Docker::containersIn(*containers, group.root));
-    co_await terminate(pidsStillMeant(group, snapshot->rows), false);
-    if (cancellation.stop_requested()) co_return;
-    // Whoever looks sees at once what came of it.
-    if (d_->windowVisible) d_->restartLoop();
-    const auto performed = co_await d_->performOnContainers("stop", ids);
-    if (!performed) co_return;
-    auto left = *containers;
+QCoro::Task<Outcome> Acts::stop(ProjectGroup group) {
+    const auto ids = idsOf(Docker::containersIn(state_.containers(), group.root));
+    auto outcome = co_await terminate({.title = titleOf(group.root), .pids = pidsStillMeant(group, state_.rows())});
+    if (outcome.kind == Kind::cancelled) co_return outcome;
+    state_.resample();
+    const auto performed = co_await performOnContainers("stop", ids);
+    if (!performed) co_return Outcome::cancelled();
+    auto left = state_.containers();
     std::erase_if(left, [&ids](const Container& each) { return std::ranges::find(ids, each.id) != ids.end(); });
-    containers.set(std::move(left));
+    state_.setContainers(std::move(left));
+    co_return outcome;
 }
 
 /// Remembers first and stops afterwards, since an environment can only be read while its process lives.
-QCoro::Task<> AppModel::park(ProjectGroup group) {
-    const auto inspection = host().makeInspection();
+QCoro::Task<Outcome> Acts::park(ProjectGroup group) {
+    const auto inspection = host_.makeInspection();
     std::vector<ParkedProject> all = {{.root = group.root,
-                                       .date = host().clock->now(),
-                                       .commands = commandsOf(group, snapshot->rows, *inspection),
-                                       .containers = idsOf(Docker::containersIn(*containers, group.root))}};
-    std::ranges::move(without(*parked, group.root), std::back_inserter(all));
-    parked.set(std::move(all));
-    co_await stop(std::move(group));
+                                       .date = host_.clock->now(),
+                                       .commands = commandsOf(group, state_.rows(), *inspection),
+                                       .containers = idsOf(Docker::containersIn(state_.containers(), group.root))}};
+    std::ranges::move(without(state_.parked(), group.root), std::back_inserter(all));
+    state_.setParked(std::move(all));
+    co_return co_await stop(std::move(group));
 }
 
-/// Whatever comes of it, the project is parked no more: the log tells the user what to do by hand.
-QCoro::Task<> AppModel::startAgain(ParkedProject project) {
+QCoro::Task<Outcome> Acts::startAgain(ParkedProject project) {
     const auto log = projectLog(project.root);
-    const auto failed = startAll(host(), project.commands, log);
-    const auto dockerStarted = co_await d_->performOnContainers("start", project.containers);
-    if (!dockerStarted) co_return;
-    parked.set(without(*parked, project.root));
-    // Whoever looks sees at once what came of it.
-    if (d_->windowVisible) d_->restartLoop();
-    if (failed.empty() && *dockerStarted) co_return;
-    const auto body = failed.empty()
-                          ? "Docker did not start its containers."
-                          : Format::list(failed, host().locale) + " did not start. Output goes to " + log + ".";
-    notify("Could not start all of " + std::string(Paths::lastComponent(project.root)), body, std::nullopt);
+    const auto failed = startAll(host_, project.commands, log);
+    const auto dockerStarted = co_await performOnContainers("start", project.containers);
+    if (!dockerStarted) co_return Outcome::cancelled();
+    state_.setParked(without(state_.parked(), project.root));
+    state_.resample();
+    const auto title = titleOf(project.root);
+    if (!failed.empty()) {
+        co_return Outcome::of(Kind::commandsNotStarted, title, {Format::list(failed, host_.locale), log});
+    }
+    co_return Outcome::of(*dockerStarted ? Kind::startedAgain : Kind::containersNotStarted, title);
 }
 
-std::string AppModel::projectLog(const std::string& root) const {
-    return host().folders->home() + "/Library/Logs/Tolvane/" + std::string(Paths::lastComponent(root)) + ".log";
+std::string Acts::projectLog(const std::string& root) const {
+    return host_.folders->home() + "/Library/Logs/Tolvane/" + titleOf(root) + ".log";
 }
 
 }  // namespace tolvane

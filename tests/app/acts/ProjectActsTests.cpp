@@ -11,9 +11,9 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-struct ProjectActions : ProjectScene {
-    void stop(const ProjectGroup& group) { static_cast<void>(model->stop(group)); }
-    void park(const std::string& root) { static_cast<void>(model->park(group(root))); }
+struct ProjectActs : ProjectScene {
+    void stop(const ProjectGroup& group) { static_cast<void>(model->acts().stop(group)); }
+    void park(const std::string& root) { static_cast<void>(model->acts().park(group(root))); }
     void startAgain(const ParkedProject& project) { static_cast<void>(model->startAgain(project)); }
     void refresh() { static_cast<void>(model->refreshProjects()); }
     /// Longer than any wait for an end.
@@ -34,7 +34,7 @@ struct ProjectActions : ProjectScene {
 
 // Stop.
 
-TEST_F(ProjectActions, stopEndsEveryProcessOfTheProjectAndNoOther) {
+TEST_F(ProjectActs, stopEndsEveryProcessOfTheProjectAndNoOther) {
     start();
     stop(group(shop));
     settle();
@@ -45,7 +45,7 @@ TEST_F(ProjectActions, stopEndsEveryProcessOfTheProjectAndNoOther) {
     EXPECT_THAT(*model->parked, IsEmpty());
 }
 
-TEST_F(ProjectActions, whoLooksOnSeesAtOnceWhatStopped) {
+TEST_F(ProjectActs, whoLooksOnSeesAtOnceWhatStopped) {
     start();
     world.showWindow(true);
     const auto before = ticks();
@@ -55,7 +55,7 @@ TEST_F(ProjectActions, whoLooksOnSeesAtOnceWhatStopped) {
     EXPECT_TRUE(group(shop).rows.empty());
 }
 
-TEST_F(ProjectActions, withoutAWindowTheNextSampleComesInItsTime) {
+TEST_F(ProjectActs, withoutAWindowTheNextSampleComesInItsTime) {
     start();
     const auto before = ticks();
     stop(group(shop));
@@ -63,7 +63,7 @@ TEST_F(ProjectActions, withoutAWindowTheNextSampleComesInItsTime) {
     EXPECT_EQ(ticks(), before);
 }
 
-TEST_F(ProjectActions, stopKillsWhatIgnoresTheSignal) {
+TEST_F(ProjectActs, stopKillsWhatIgnoresTheSignal) {
     world.find(12)->endsAfter.reset();
     start();
     stop(group(shop));
@@ -73,7 +73,7 @@ TEST_F(ProjectActions, stopKillsWhatIgnoresTheSignal) {
     EXPECT_EQ(world.find(12), nullptr);
 }
 
-TEST_F(ProjectActions, stopSparesWhoTookANumberMeanwhile) {
+TEST_F(ProjectActs, stopSparesWhoTookANumberMeanwhile) {
     start();
     const auto asked = group(shop);
     world.find(12)->bsd->startTime = clock.now();
@@ -84,7 +84,7 @@ TEST_F(ProjectActions, stopSparesWhoTookANumberMeanwhile) {
     EXPECT_EQ(world.find(11), nullptr);
 }
 
-TEST_F(ProjectActions, stopStopsTheProjectsContainersAndForgetsThemAtOnce) {
+TEST_F(ProjectActs, stopStopsTheProjectsContainersAndForgetsThemAtOnce) {
     runEngine();
     answer("stop c1");
     start();
@@ -96,7 +96,7 @@ TEST_F(ProjectActions, stopStopsTheProjectsContainersAndForgetsThemAtOnce) {
     EXPECT_THAT(*model->containers, ElementsAre(Container{.id = "c2", .name = "lone", .workingDir = std::nullopt}));
 }
 
-TEST_F(ProjectActions, aFailedStopOfContainersIsSilent) {
+TEST_F(ProjectActs, aFailedStopOfContainersIsSilent) {
     runEngine();
     start();
     refresh();
@@ -109,7 +109,7 @@ TEST_F(ProjectActions, aFailedStopOfContainersIsSilent) {
     EXPECT_EQ(model->containers->size(), 2U) << "the next look shows it again";
 }
 
-TEST_F(ProjectActions, stopWithoutContainersNeedsNoClient) {
+TEST_F(ProjectActs, stopWithoutContainersNeedsNoClient) {
     world.executables.insert(client);
     start();
     stop(group(shop));
@@ -119,7 +119,7 @@ TEST_F(ProjectActions, stopWithoutContainersNeedsNoClient) {
 
 // Park.
 
-TEST_F(ProjectActions, parkRemembersTheTopOfEachTree) {
+TEST_F(ProjectActs, parkRemembersTheTopOfEachTree) {
     start();
     park(shop);
     ASSERT_EQ(model->parked->size(), 1U);
@@ -133,7 +133,7 @@ TEST_F(ProjectActions, parkRemembersTheTopOfEachTree) {
     EXPECT_THAT(parked.containers, IsEmpty());
 }
 
-TEST_F(ProjectActions, parkWritesFirstAndStopsThen) {
+TEST_F(ProjectActs, parkWritesFirstAndStopsThen) {
     start();
     park(shop);
     const auto saved = model->store().loadParked();
@@ -143,7 +143,7 @@ TEST_F(ProjectActions, parkWritesFirstAndStopsThen) {
     EXPECT_EQ(world.find(13), nullptr);
 }
 
-TEST_F(ProjectActions, parkRemembersTheProjectsContainers) {
+TEST_F(ProjectActs, parkRemembersTheProjectsContainers) {
     runEngine();
     answer("stop c1");
     start();
@@ -154,32 +154,32 @@ TEST_F(ProjectActions, parkRemembersTheProjectsContainers) {
     EXPECT_EQ(clientRuns("stop c1"), 1U);
 }
 
-TEST_F(ProjectActions, aProcessWithoutAFolderIsStartedInTheProjects) {
+TEST_F(ProjectActs, aProcessWithoutAFolderIsStartedInTheProjects) {
     start();
     auto asked = group(shop);
     asked.rows.front().sample.cwd.reset();
-    static_cast<void>(model->park(asked));
+    static_cast<void>(model->acts().park(asked));
     EXPECT_EQ(model->parked->front().commands.front().cwd, shop);
 }
 
-TEST_F(ProjectActions, anEnvironmentThatCannotBeReadIsEmpty) {
+TEST_F(ProjectActs, anEnvironmentThatCannotBeReadIsEmpty) {
     start();
     auto asked = group(shop);
     world.find(11)->argumentsBlock.reset();
-    static_cast<void>(model->park(asked));
+    static_cast<void>(model->acts().park(asked));
     EXPECT_THAT(model->parked->front().commands.front().env, IsEmpty());
     EXPECT_THAT(model->parked->front().commands.front().args, ElementsAre("npm", "run", "dev"));
 }
 
-TEST_F(ProjectActions, whoTookANumberMeanwhileKeepsItsSecrets) {
+TEST_F(ProjectActs, whoTookANumberMeanwhileKeepsItsSecrets) {
     start();
     auto asked = group(shop);
     world.find(11)->bsd->startTime = clock.now();
-    static_cast<void>(model->park(asked));
+    static_cast<void>(model->acts().park(asked));
     EXPECT_THAT(model->parked->front().commands.front().env, IsEmpty());
 }
 
-TEST_F(ProjectActions, parkingAgainReplacesTheEntryAndMovesItUp) {
+TEST_F(ProjectActs, parkingAgainReplacesTheEntryAndMovesItUp) {
     start();
     park(shop);
     clock.advance(Seconds{100});
@@ -196,7 +196,7 @@ TEST_F(ProjectActions, parkingAgainReplacesTheEntryAndMovesItUp) {
     EXPECT_EQ(model->parked->back().root, blog);
 }
 
-TEST_F(ProjectActions, whatIsParkedIsForItsOwnersEyesOnly) {
+TEST_F(ProjectActs, whatIsParkedIsForItsOwnersEyesOnly) {
     start();
     park(shop);
     struct stat status{};
@@ -207,7 +207,7 @@ TEST_F(ProjectActions, whatIsParkedIsForItsOwnersEyesOnly) {
 
 // Start Again.
 
-TEST_F(ProjectActions, startAgainStartsEachCommandAsItWas) {
+TEST_F(ProjectActs, startAgainStartsEachCommandAsItWas) {
     start();
     startAgain(parkedShop({command("/opt/npm", {"npm", "run", "dev"}), command("/opt/tool", {})}));
     ASSERT_EQ(world.started.size(), 2U);
@@ -221,7 +221,7 @@ TEST_F(ProjectActions, startAgainStartsEachCommandAsItWas) {
     EXPECT_THAT(world.notifications, IsEmpty());
 }
 
-TEST_F(ProjectActions, startAgainForgetsTheEntry) {
+TEST_F(ProjectActs, startAgainForgetsTheEntry) {
     start();
     park(shop);
     park(blog);
@@ -231,7 +231,7 @@ TEST_F(ProjectActions, startAgainForgetsTheEntry) {
     EXPECT_EQ(model->store().loadParked(), *model->parked);
 }
 
-TEST_F(ProjectActions, startAgainOfNothingAsksNobody) {
+TEST_F(ProjectActs, startAgainOfNothingAsksNobody) {
     world.executables.insert(client);
     start();
     model->parked.set({parkedShop({})});
@@ -242,7 +242,7 @@ TEST_F(ProjectActions, startAgainOfNothingAsksNobody) {
     EXPECT_THAT(world.notifications, IsEmpty());
 }
 
-TEST_F(ProjectActions, oneThatDoesNotStartLeavesTheOthersRunning) {
+TEST_F(ProjectActs, oneThatDoesNotStartLeavesTheOthersRunning) {
     world.unstartable.insert("/opt/gone");
     start();
     const auto project = parkedShop(
@@ -258,7 +258,7 @@ TEST_F(ProjectActions, oneThatDoesNotStartLeavesTheOthersRunning) {
     EXPECT_EQ(world.notifications[0].section, std::nullopt);
 }
 
-TEST_F(ProjectActions, thoseThatDoNotStartAreListedByName) {
+TEST_F(ProjectActs, thoseThatDoNotStartAreListedByName) {
     world.unstartable = {"/opt/a", "/opt/b", "/opt/c"};
     start();
     startAgain(parkedShop({command("/opt/a", {"a", "x"}), command("/opt/b", {}), command("/opt/c", {"c"})}));
@@ -266,7 +266,7 @@ TEST_F(ProjectActions, thoseThatDoNotStartAreListedByName) {
               "a, /opt/b, and c did not start. Output goes to " + home + "/Library/Logs/Tolvane/shop.log.");
 }
 
-TEST_F(ProjectActions, startAgainStartsTheContainersAfterTheCommands) {
+TEST_F(ProjectActs, startAgainStartsTheContainersAfterTheCommands) {
     runEngine();
     answer("start c1 c9");
     start();
@@ -277,7 +277,7 @@ TEST_F(ProjectActions, startAgainStartsTheContainersAfterTheCommands) {
     EXPECT_THAT(world.notifications, IsEmpty());
 }
 
-TEST_F(ProjectActions, containersThatDoNotStartAreTold) {
+TEST_F(ProjectActs, containersThatDoNotStartAreTold) {
     start();
     model->parked.set({parkedShop({}, {"c1"})});
     startAgain(parkedShop({}, {"c1"}));
@@ -286,16 +286,16 @@ TEST_F(ProjectActions, containersThatDoNotStartAreTold) {
     EXPECT_THAT(*model->parked, IsEmpty());
 }
 
-TEST_F(ProjectActions, projectsOfOneFolderNameShareALog) {
+TEST_F(ProjectActs, projectsOfOneFolderNameShareALog) {
     start();
-    EXPECT_EQ(model->projectLog(shop), home + "/Library/Logs/Tolvane/shop.log");
-    EXPECT_EQ(model->projectLog(home + "/old/shop"), model->projectLog(shop));
-    EXPECT_EQ(model->projectLog("/srv/a b.c/"), home + "/Library/Logs/Tolvane/a b.c.log");
+    EXPECT_EQ(model->acts().projectLog(shop), home + "/Library/Logs/Tolvane/shop.log");
+    EXPECT_EQ(model->acts().projectLog(home + "/old/shop"), model->acts().projectLog(shop));
+    EXPECT_EQ(model->acts().projectLog("/srv/a b.c/"), home + "/Library/Logs/Tolvane/a b.c.log");
 }
 
 // A client that hangs.
 
-struct HangingClient : ProjectActions {
+struct HangingClient : ProjectActs {
     fakes::HeldJobs jobs;
     HangingClient() {
         runEngine();
@@ -326,7 +326,7 @@ TEST_F(HangingClient, anEndDuringTheWaitIsQuiet) {
     EXPECT_THAT(world.notifications, IsEmpty());
 }
 
-TEST_F(ProjectActions, anEndDuringTheWaitForProcessesIsQuiet) {
+TEST_F(ProjectActs, anEndDuringTheWaitForProcessesIsQuiet) {
     world.find(12)->endsAfter.reset();
     start();
     park(shop);

@@ -1,4 +1,4 @@
-#include "app/screens/processes/ProcessDeeds.h"
+#include "app/screens/processes/RowActs.h"
 
 #include <gmock/gmock.h>
 
@@ -15,14 +15,14 @@ using testing::IsEmpty;
 
 const std::string mail = "/Applications/Mail.app";
 
-struct ProcessDeedsTest : ModelTest {
+struct RowActsTest : ModelTest {
     std::vector<std::string> told;
-    std::unique_ptr<ProcessDeeds> deeds;
+    std::unique_ptr<RowActs> acts;
 
     void begin() {
         start();
-        deeds = std::make_unique<ProcessDeeds>(*model,
-                                               [this](const Outcome& outcome) { told.push_back(outcome.sentence()); });
+        acts =
+            std::make_unique<RowActs>(*model, [this](const Outcome& outcome) { told.push_back(outcome.sentence()); });
     }
     /// The top line of the table that holds the process.
     tolvane::TableRow lineOf(Pid pid) const {
@@ -47,56 +47,56 @@ struct ProcessDeedsTest : ModelTest {
     }
 };
 
-TEST_F(ProcessDeedsTest, terminateAsksTheProcessesAndSaysNothingWhenTheyEnd) {
+TEST_F(RowActsTest, terminateAsksTheProcessesAndSaysNothingWhenTheyEnd) {
     world.add(7, "node").endsAfter = 2s;
     begin();
-    deeds->carryOut(ProcessAction::terminate, lineOf(7));
+    acts->perform(ProcessAction::terminate, lineOf(7));
     clock.advance(20s);
     EXPECT_EQ(asked(7), 1U);
     EXPECT_THAT(told, IsEmpty());
     EXPECT_TRUE(model->activity->empty());
 }
 
-TEST_F(ProcessDeedsTest, terminateSaysWhatWouldNotEnd) {
+TEST_F(RowActsTest, terminateSaysWhatWouldNotEnd) {
     world.add(7, "node");
     world.shielded = {7};
     begin();
-    deeds->carryOut(ProcessAction::terminate, lineOf(7));
+    acts->perform(ProcessAction::terminate, lineOf(7));
     EXPECT_THAT(told, IsEmpty());
     clock.advance(11s);
     EXPECT_THAT(told, ElementsAre("Could not stop node. Still running."));
 }
 
-TEST_F(ProcessDeedsTest, whoTookOverANumberMeanwhileIsLeftAlone) {
+TEST_F(RowActsTest, whoTookOverANumberMeanwhileIsLeftAlone) {
     world.add(7, "node");
     world.add(8, "node").endsAfter = std::nullopt;
     begin();
     const auto line = lineOf(7);
     ASSERT_THAT(line.pids, testing::UnorderedElementsAre(7, 8));
     replace(7);
-    deeds->carryOut(ProcessAction::terminate, line);
-    deeds->forceQuit({line});
-    deeds->carryOut(ProcessAction::lowerPriority, line);
+    acts->perform(ProcessAction::terminate, line);
+    acts->forceQuit({line});
+    acts->perform(ProcessAction::lowerPriority, line);
     EXPECT_EQ(asked(7) + killed(7) + world.timesAsked("lower 7"), 0U);
     EXPECT_EQ(asked(8), 1U);
     EXPECT_EQ(killed(8), 1U);
 }
 
-TEST_F(ProcessDeedsTest, quitAsksEveryInstance) {
+TEST_F(RowActsTest, quitAsksEveryInstance) {
     addMail(7);
     addMail(8);
     begin();
-    deeds->carryOut(ProcessAction::quit, lineOf(7));
+    acts->perform(ProcessAction::quit, lineOf(7));
     EXPECT_EQ(world.instances[0].asked, 1);
     EXPECT_EQ(world.instances[1].asked, 1);
     clock.advance(20s);
     EXPECT_THAT(told, IsEmpty());
 }
 
-TEST_F(ProcessDeedsTest, quitSaysWhenTheApplicationStays) {
+TEST_F(RowActsTest, quitSaysWhenTheApplicationStays) {
     addMail(7).quitsAfter = std::nullopt;
     begin();
-    deeds->carryOut(ProcessAction::quit, lineOf(7));
+    acts->perform(ProcessAction::quit, lineOf(7));
     clock.advance(9.5s);
     EXPECT_THAT(told, IsEmpty());
     clock.advance(1s);
@@ -104,70 +104,70 @@ TEST_F(ProcessDeedsTest, quitSaysWhenTheApplicationStays) {
     EXPECT_EQ(world.instances[0].forced, 0);
 }
 
-TEST_F(ProcessDeedsTest, quitSaysWhenNothingRuns) {
+TEST_F(RowActsTest, quitSaysWhenNothingRuns) {
     addMail(7).terminated = true;
     begin();
-    deeds->carryOut(ProcessAction::quit, lineOf(7));
+    acts->perform(ProcessAction::quit, lineOf(7));
     EXPECT_THAT(told, ElementsAre("Mail was not running."));
 }
 
-TEST_F(ProcessDeedsTest, relaunchStartsTheApplicationAgain) {
+TEST_F(RowActsTest, relaunchStartsTheApplicationAgain) {
     addMail(7).quitsAfter = 1s;
     begin();
-    deeds->carryOut(ProcessAction::relaunch, lineOf(7));
+    acts->perform(ProcessAction::relaunch, lineOf(7));
     clock.advance(1s);
     EXPECT_EQ(world.timesAsked("open " + mail), 1U);
     EXPECT_THAT(told, IsEmpty());
 }
 
-TEST_F(ProcessDeedsTest, relaunchSaysWhatWentWrong) {
+TEST_F(RowActsTest, relaunchSaysWhatWentWrong) {
     addMail(7).quitsAfter = std::nullopt;
     begin();
-    deeds->carryOut(ProcessAction::relaunch, lineOf(7));
+    acts->perform(ProcessAction::relaunch, lineOf(7));
     clock.advance(31s);
     EXPECT_THAT(told, ElementsAre("Could not restart Mail. Did not quit, it may have unsaved changes."));
 }
 
-TEST_F(ProcessDeedsTest, prioritiesAreLentAndGivenBack) {
+TEST_F(RowActsTest, prioritiesAreLentAndGivenBack) {
     world.add(7, "node");
     begin();
-    deeds->carryOut(ProcessAction::lowerPriority, lineOf(7));
+    acts->perform(ProcessAction::lowerPriority, lineOf(7));
     EXPECT_TRUE(model->lowered->contains(7));
-    deeds->carryOut(ProcessAction::restorePriority, lineOf(7));
+    acts->perform(ProcessAction::restorePriority, lineOf(7));
     EXPECT_FALSE(model->lowered->contains(7));
     EXPECT_THAT(told, IsEmpty());
 }
 
-TEST_F(ProcessDeedsTest, aPriorityThatTheHostKeepsIsTold) {
+TEST_F(RowActsTest, aPriorityThatTheHostKeepsIsTold) {
     world.add(7, "node");
     world.shielded = {7};
     begin();
-    deeds->carryOut(ProcessAction::lowerPriority, lineOf(7));
+    acts->perform(ProcessAction::lowerPriority, lineOf(7));
     EXPECT_THAT(told, ElementsAre("Could not lower the priority of node. Priority unchanged."));
 }
 
-TEST_F(ProcessDeedsTest, forceQuitKillsAndLooksAfterwards) {
+TEST_F(RowActsTest, forceQuitKillsAndLooksAfterwards) {
     world.add(7, "node").endsAfter = std::nullopt;
     world.add(8, "vite");
     world.shielded = {8};
     begin();
-    deeds->forceQuit({lineOf(7), lineOf(8)});
+    acts->forceQuit({lineOf(7), lineOf(8)});
     EXPECT_EQ(killed(7), 1U);
     EXPECT_THAT(told, IsEmpty());
     clock.advance(1s);
     EXPECT_THAT(told, ElementsAre("Could not stop vite. Still running."));
 }
 
-TEST_F(ProcessDeedsTest, nobodyIsToldAfterTheScreenIsGone) {
+TEST_F(RowActsTest, nobodyIsToldAfterTheScreenIsGone) {
     world.add(7, "node");
     addMail(8).quitsAfter = std::nullopt;
     world.shielded = {7};
     begin();
-    deeds->carryOut(ProcessAction::terminate, lineOf(7));
-    deeds->forceQuit({lineOf(7)});
-    deeds->carryOut(ProcessAction::relaunch, lineOf(8));
-    deeds->carryOut(ProcessAction::quit, lineOf(8));
-    deeds.reset();
+    acts->perform(ProcessAction::terminate, lineOf(7));
+    acts->forceQuit({lineOf(7)});
+    acts->perform(ProcessAction::relaunch, lineOf(8));
+    acts->perform(ProcessAction::quit, lineOf(8));
+    acts.reset();
     clock.advance(60s);
     EXPECT_THAT(told, IsEmpty());
 }

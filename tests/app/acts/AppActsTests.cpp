@@ -21,7 +21,14 @@ struct RelaunchTest : ModelTest {
         return world.instances.emplace_back(
             fakes::FakeInstance{.identifier = "com.example.mail", .appPath = mail, .quitsAfter = 2s});
     }
-    AnswerOf<std::string> relaunch() { return AnswerOf<std::string>(model->relaunch({7})); }
+    /// What the log says of it.
+    AnswerOf<std::string> relaunch() {
+        return AnswerOf<std::string>(logTextOf(model->acts().relaunch({.title = "Mail", .pids = {7}})));
+    }
+    static QCoro::Task<std::string> logTextOf(QCoro::Task<Outcome> act) {
+        const auto outcome = co_await act;
+        co_return outcome.logText;
+    }
     std::size_t opened() const { return world.timesAsked("open " + mail); }
 };
 

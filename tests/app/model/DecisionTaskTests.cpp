@@ -14,7 +14,7 @@ using testing::Optional;
 const std::string workerReason = "worker was using 300 MB, over the 200 MB limit. Rule: Large workers.";
 const std::string mailReason = "Mail was using 300 MB, over the 200 MB limit. Rule: Large mail.";
 
-struct CarryOutTest : RuleActsTest {
+struct DecisionTaskTest : RuleActsTest {
     const ActivityEntry& latest() const { return model->activity->front(); }
     void expectFreed(std::optional<std::uint64_t> freed, std::optional<std::uint64_t> compressed) const {
         EXPECT_EQ(latest().freed, freed);
@@ -22,7 +22,7 @@ struct CarryOutTest : RuleActsTest {
     }
 };
 
-TEST_F(CarryOutTest, aTerminatedProcessGaveBackAllThatItHeld) {
+TEST_F(DecisionTaskTest, aTerminatedProcessGaveBackAllThatItHeld) {
     addWorker(7).endsAfter = 3s;
     fire({workerRule(RuleAction::terminate)});
     EXPECT_THAT(outcomes(), IsEmpty());
@@ -42,7 +42,7 @@ TEST_F(CarryOutTest, aTerminatedProcessGaveBackAllThatItHeld) {
     EXPECT_THAT(world.logLines, ElementsAre("rules: Large workers: Terminated worker"));
 }
 
-TEST_F(CarryOutTest, aProcessThatWillNotEndIsStillRunning) {
+TEST_F(DecisionTaskTest, aProcessThatWillNotEndIsStillRunning) {
     addWorker(7);
     world.shielded = {7};
     fire({workerRule(RuleAction::terminate)});
@@ -54,7 +54,7 @@ TEST_F(CarryOutTest, aProcessThatWillNotEndIsStillRunning) {
     EXPECT_EQ(lastBody(), "Still running. " + workerReason);
 }
 
-TEST_F(CarryOutTest, notifyTellsAndTouchesNothing) {
+TEST_F(DecisionTaskTest, notifyTellsAndTouchesNothing) {
     addWorker(7);
     fire({workerRule(RuleAction::notify)});
     ASSERT_THAT(outcomes(), ElementsAre("Notified"));
@@ -64,7 +64,7 @@ TEST_F(CarryOutTest, notifyTellsAndTouchesNothing) {
     EXPECT_EQ(world.timesAsked("signal 15 7"), 0U);
 }
 
-TEST_F(CarryOutTest, anApplicationThatQuitsGaveBackAllThatItHeld) {
+TEST_F(DecisionTaskTest, anApplicationThatQuitsGaveBackAllThatItHeld) {
     addMail(7);
     addInstance().quitsAfter = 2s;
     fire({mailRule(RuleAction::quit)});
@@ -77,7 +77,7 @@ TEST_F(CarryOutTest, anApplicationThatQuitsGaveBackAllThatItHeld) {
     EXPECT_EQ(world.instances[0].asked, 1);
 }
 
-TEST_F(CarryOutTest, anApplicationThatStaysWasAskedToQuit) {
+TEST_F(DecisionTaskTest, anApplicationThatStaysWasAskedToQuit) {
     addMail(7);
     addInstance().quitsAfter = 2s;
     addInstance().quitsAfter = std::nullopt;
@@ -92,7 +92,7 @@ TEST_F(CarryOutTest, anApplicationThatStaysWasAskedToQuit) {
     EXPECT_EQ(world.instances[1].forced, 0);
 }
 
-TEST_F(CarryOutTest, quittingWhatIsNoApplicationIsNotRunningWithoutAWaitThoughItLives) {
+TEST_F(DecisionTaskTest, quittingWhatIsNoApplicationIsNotRunningWithoutAWaitThoughItLives) {
     addWorker(7);
     fire({workerRule(RuleAction::quit)});
     ASSERT_THAT(outcomes(), ElementsAre("Not running"));
@@ -102,11 +102,11 @@ TEST_F(CarryOutTest, quittingWhatIsNoApplicationIsNotRunningWithoutAWaitThoughIt
     EXPECT_TRUE(world.find(7));
 }
 
-TEST_F(CarryOutTest, aRelaunchIsToldAtOnceAndEnteredAMinuteLater) {
+TEST_F(DecisionTaskTest, aRelaunchIsToldAtOnceAndEnteredAMinuteLater) {
     addMail(7);
     addInstance();
     fire({mailRule(RuleAction::relaunch)});
-    const Date deed = clock.now();
+    const Date done = clock.now();
     EXPECT_EQ(lastTitle(), "Restarted Mail");
     EXPECT_EQ(lastBody(), mailReason);
     EXPECT_THAT(world.logLines, ElementsAre("rules: Large mail: Relaunched Mail"));
@@ -116,11 +116,11 @@ TEST_F(CarryOutTest, aRelaunchIsToldAtOnceAndEnteredAMinuteLater) {
     EXPECT_THAT(outcomes(), IsEmpty());
     clock.advance(0.1s);
     ASSERT_THAT(outcomes(), ElementsAre("Relaunched"));
-    EXPECT_EQ(latest().date, deed);
+    EXPECT_EQ(latest().date, done);
     expectFreed(180 * MiB, 70 * MiB);
 }
 
-TEST_F(CarryOutTest, theReadBackCountsEveryProcessOfTheApplicationAndNoOther) {
+TEST_F(DecisionTaskTest, theReadBackCountsEveryProcessOfTheApplicationAndNoOther) {
     addMail(7);
     addInstance();
     fire({mailRule(RuleAction::relaunch)});
@@ -134,7 +134,7 @@ TEST_F(CarryOutTest, theReadBackCountsEveryProcessOfTheApplicationAndNoOther) {
     expectFreed(150 * MiB, 80 * MiB);
 }
 
-TEST_F(CarryOutTest, aProcessThatTheDesktopPutIntoTheApplicationCountsInTheReadBack) {
+TEST_F(DecisionTaskTest, aProcessThatTheDesktopPutIntoTheApplicationCountsInTheReadBack) {
     addMail(7);
     addInstance();
     fire({mailRule(RuleAction::relaunch)});
@@ -145,7 +145,7 @@ TEST_F(CarryOutTest, aProcessThatTheDesktopPutIntoTheApplicationCountsInTheReadB
     expectFreed(180 * MiB, 0);
 }
 
-TEST_F(CarryOutTest, whatComesBackLargerFreedNothing) {
+TEST_F(DecisionTaskTest, whatComesBackLargerFreedNothing) {
     addMail(7);
     addInstance();
     fire({mailRule(RuleAction::relaunch)});
@@ -155,7 +155,7 @@ TEST_F(CarryOutTest, whatComesBackLargerFreedNothing) {
     expectFreed(0, 0);
 }
 
-TEST_F(CarryOutTest, aRelaunchThatFailedIsEnteredAtOnceWithoutFigures) {
+TEST_F(DecisionTaskTest, aRelaunchThatFailedIsEnteredAtOnceWithoutFigures) {
     addMail(7);
     addInstance();
     world.openError = "The file is damaged.";
@@ -166,14 +166,14 @@ TEST_F(CarryOutTest, aRelaunchThatFailedIsEnteredAtOnceWithoutFigures) {
     EXPECT_EQ(lastBody(), "Quit, relaunch failed: The file is damaged.. " + mailReason);
 }
 
-TEST_F(CarryOutTest, anApplicationThatDoesNotRunIsNotRestarted) {
+TEST_F(DecisionTaskTest, anApplicationThatDoesNotRunIsNotRestarted) {
     addMail(7);
     fire({mailRule(RuleAction::relaunch)});
     ASSERT_THAT(outcomes(), ElementsAre("Not running"));
     EXPECT_EQ(lastTitle(), "Could not restart Mail");
 }
 
-TEST_F(CarryOutTest, anApplicationWithUnsavedChangesIsNotRestarted) {
+TEST_F(DecisionTaskTest, anApplicationWithUnsavedChangesIsNotRestarted) {
     addMail(7);
     addInstance().quitsAfter = std::nullopt;
     fire({mailRule(RuleAction::relaunch)});
@@ -182,7 +182,7 @@ TEST_F(CarryOutTest, anApplicationWithUnsavedChangesIsNotRestarted) {
     EXPECT_EQ(lastBody(), "Did not quit, it may have unsaved changes. " + mailReason);
 }
 
-TEST_F(CarryOutTest, loweringIsALoanAndFreesNothing) {
+TEST_F(DecisionTaskTest, loweringIsALoanAndFreesNothing) {
     addWorker(7);
     fire({workerRule(RuleAction::lowerPriority)});
     ASSERT_THAT(outcomes(), ElementsAre("Lowered priority"));
@@ -192,7 +192,7 @@ TEST_F(CarryOutTest, loweringIsALoanAndFreesNothing) {
     EXPECT_TRUE(model->lowered->contains(7));
 }
 
-TEST_F(CarryOutTest, whatTheHostWillNotLowerIsUnchanged) {
+TEST_F(DecisionTaskTest, whatTheHostWillNotLowerIsUnchanged) {
     addWorker(7);
     world.shielded = {7};
     fire({workerRule(RuleAction::lowerPriority)});
@@ -202,7 +202,7 @@ TEST_F(CarryOutTest, whatTheHostWillNotLowerIsUnchanged) {
     EXPECT_TRUE(model->lowered->empty());
 }
 
-TEST_F(CarryOutTest, aRuleThatOnlyLogsTouchesNothingAndSaysNothing) {
+TEST_F(DecisionTaskTest, aRuleThatOnlyLogsTouchesNothingAndSaysNothing) {
     addWorker(7);
     fire({onlyLogging(workerRule(RuleAction::terminate)), onlyLogging(workerRule(RuleAction::lowerPriority)),
           onlyLogging(workerRule(RuleAction::quit)), onlyLogging(workerRule(RuleAction::relaunch))});
@@ -216,7 +216,7 @@ TEST_F(CarryOutTest, aRuleThatOnlyLogsTouchesNothingAndSaysNothing) {
     EXPECT_EQ(world.logLines.size(), 4U);
 }
 
-TEST_F(CarryOutTest, aRuleThatWouldOnlyNotifyNotifiesInLogOnlyModeToo) {
+TEST_F(DecisionTaskTest, aRuleThatWouldOnlyNotifyNotifiesInLogOnlyModeToo) {
     addWorker(7);
     fire({onlyLogging(workerRule(RuleAction::notify))});
     ASSERT_THAT(outcomes(), ElementsAre("Would notify"));
@@ -225,7 +225,7 @@ TEST_F(CarryOutTest, aRuleThatWouldOnlyNotifyNotifiesInLogOnlyModeToo) {
     EXPECT_EQ(lastBody(), workerReason);
 }
 
-TEST_F(CarryOutTest, withoutNotificationsEntriesAreStillWritten) {
+TEST_F(DecisionTaskTest, withoutNotificationsEntriesAreStillWritten) {
     world.preferences["notifyOnAction"] = false;
     addWorker(7);
     fire({workerRule(RuleAction::terminate), onlyLogging(workerRule(RuleAction::notify))});
@@ -233,7 +233,7 @@ TEST_F(CarryOutTest, withoutNotificationsEntriesAreStillWritten) {
     EXPECT_THAT(world.notifications, IsEmpty());
 }
 
-TEST_F(CarryOutTest, aProcessThatVanishedBeforeTheSignalCountsAsTerminated) {
+TEST_F(DecisionTaskTest, aProcessThatVanishedBeforeTheSignalCountsAsTerminated) {
     addWorker(7);
     start();
     model->rules.set({workerRule(RuleAction::terminate)});
@@ -243,7 +243,7 @@ TEST_F(CarryOutTest, aProcessThatVanishedBeforeTheSignalCountsAsTerminated) {
     expectFreed(300 * MiB, 100 * MiB);
 }
 
-TEST_F(CarryOutTest, theNewestEntryComesFirstAndIsOnDiskAsWell) {
+TEST_F(DecisionTaskTest, theNewestEntryComesFirstAndIsOnDiskAsWell) {
     addWorker(7).endsAfter = 4s;
     addWorker(8).endsAfter = 1s;
     fire({workerRule(RuleAction::terminate)});
@@ -254,21 +254,21 @@ TEST_F(CarryOutTest, theNewestEntryComesFirstAndIsOnDiskAsWell) {
     EXPECT_EQ(model->store().loadActivity(10), *model->activity);
 }
 
-TEST_F(CarryOutTest, everyEntryHasAnIdOfItsOwn) {
+TEST_F(DecisionTaskTest, everyEntryHasAnIdOfItsOwn) {
     addWorker(7);
     addWorker(8);
     fire({workerRule(RuleAction::notify)});
     EXPECT_NE((*model->activity)[0].id, (*model->activity)[1].id);
 }
 
-TEST_F(CarryOutTest, numbersInTheReasonFollowTheUsersRegion) {
+TEST_F(DecisionTaskTest, numbersInTheReasonFollowTheUsersRegion) {
     fake.host.locale = "de_DE";
     addWorker(7).usage->footprint = 1536 * MiB;
     fire({workerRule(RuleAction::notify)});
     EXPECT_EQ(lastBody(), "worker was using 1,5 GB, over the 200 MB limit. Rule: Large workers.");
 }
 
-TEST_F(CarryOutTest, severalDecisionsWaitSideBySideAndTheTicksGoOn) {
+TEST_F(DecisionTaskTest, severalDecisionsWaitSideBySideAndTheTicksGoOn) {
     addWorker(7).endsAfter = 8s;
     addMail(8);
     addInstance().quitsAfter = 25s;
@@ -283,7 +283,7 @@ TEST_F(CarryOutTest, severalDecisionsWaitSideBySideAndTheTicksGoOn) {
     EXPECT_GT(ticks(), before);
 }
 
-TEST_F(CarryOutTest, aModelThatGoesLeavesNoTaskBehind) {
+TEST_F(DecisionTaskTest, aModelThatGoesLeavesNoTaskBehind) {
     addWorker(7).endsAfter = std::nullopt;
     addMail(8);
     addInstance().quitsAfter = std::nullopt;
@@ -295,7 +295,7 @@ TEST_F(CarryOutTest, aModelThatGoesLeavesNoTaskBehind) {
     EXPECT_EQ(world.timesAsked("signal 9 7"), 0U);
 }
 
-TEST_F(CarryOutTest, aModelThatGoesDuringTheReadBackLeavesNoTaskBehind) {
+TEST_F(DecisionTaskTest, aModelThatGoesDuringTheReadBackLeavesNoTaskBehind) {
     addMail(7);
     addInstance();
     fire({mailRule(RuleAction::relaunch)});
