@@ -53,11 +53,11 @@ public:
     explicit Bench(ProcessesPage& page) : page_(page), paintings_(*page.table().viewport()) { settle(); }
 
     /// False when the table was not repainted: then nothing was measured.
-    template <typename Deed>
-    bool measure(Times& times, Deed deed) {
+    template <typename Action>
+    bool measure(Times& times, Action action) {
         const int before = paintings_.count;
         const double wall = milliseconds(CLOCK_MONOTONIC), cpu = milliseconds(CLOCK_THREAD_CPUTIME_ID);
-        deed();
+        action();
         while (paintings_.count == before && milliseconds(CLOCK_MONOTONIC) - wall < 5000) QApplication::processEvents();
         times.cpu.push_back(milliseconds(CLOCK_THREAD_CPUTIME_ID) - cpu);
         times.wall.push_back(milliseconds(CLOCK_MONOTONIC) - wall);
@@ -146,11 +146,11 @@ int main(int argc, char** argv) {
     window.show();
     auto* page = window.findChild<ProcessesPage*>();
     std::printf(
-        "%zu rows on \"%s\"\n\n| from the deed to the picture | ms CPU, least / median / most | ms |\n"
+        "%zu rows on \"%s\"\n\n| from the action to the picture | ms CPU, least / median / most | ms |\n"
         "|---|---:|---:|\n",
         model.snapshot->rows.size(), qPrintable(QApplication::platformName()));
     Bench bench(*page);
     if (run(bench, rounds)) return 0;
-    std::fputs("the table was not drawn anew after a deed\n", stderr);
+    std::fputs("the table was not drawn anew after an action\n", stderr);
     return 1;
 }

@@ -13,7 +13,7 @@ constexpr double minutesPerDay = 1440;
 constexpr double mebibyte = 1'048'576;
 
 /// What a rule did, and when.
-struct Deed {
+struct Act {
     double minutesAgo;
     std::size_t rule;
     std::string_view subject, outcome;
@@ -25,7 +25,7 @@ struct Deed {
 
 enum Presets : std::size_t { vite, rails, claude, teams, slack };
 
-constexpr std::array<Deed, 26> deeds = {{
+constexpr std::array<Act, 26> acts = {{
     {9, vite, "node", "Terminated", 418.2, 96, false, 418.2},
     {34, rails, "ruby", "Would terminate", 371.4, 30.9, true, 0},
     {71, claude, "claude", "Terminated", 286.1, 44, false, 286.1},
@@ -65,21 +65,21 @@ UUID idOf(std::size_t number) {
 
 std::uint64_t bytes(double mebibytes) { return static_cast<std::uint64_t>(mebibytes * mebibyte); }
 
-ActivityEntry entry(const Deed& deed, std::size_t number, Date now) {
+ActivityEntry entry(const Act& act, std::size_t number, Date now) {
     ActivityEntry made{.id = idOf(number),
-                       .date = now - Seconds{deed.minutesAgo * 60},
-                       .ruleName = Text(Rule::presets()[deed.rule].name),
-                       .subject = Text(deed.subject),
-                       .outcome = Text(deed.outcome),
-                       .memory = bytes(deed.mb),
-                       .dryRun = deed.dryRun,
+                       .date = now - Seconds{act.minutesAgo * 60},
+                       .ruleName = Text(Rule::presets()[act.rule].name),
+                       .subject = Text(act.subject),
+                       .outcome = Text(act.outcome),
+                       .memory = bytes(act.mb),
+                       .dryRun = act.dryRun,
                        .subjectKey = Text("demo:" + std::to_string(number)),
-                       .compressed = bytes(deed.compressedMB),
+                       .compressed = bytes(act.compressedMB),
                        .freed = std::nullopt,
                        .freedCompressed = std::nullopt};
-    if (deed.freedMB > 0) {
-        made.freed = bytes(deed.freedMB);
-        made.freedCompressed = bytes(deed.compressedMB * deed.freedMB / deed.mb);
+    if (act.freedMB > 0) {
+        made.freed = bytes(act.freedMB);
+        made.freedCompressed = bytes(act.compressedMB * act.freedMB / act.mb);
     }
     return made;
 }
@@ -116,7 +116,7 @@ std::vector<Rule> rules() {
 
 std::vector<ActivityEntry> activity(Date now) {
     std::vector<ActivityEntry> entries;
-    for (std::size_t number = 0; number < deeds.size(); ++number) entries.push_back(entry(deeds[number], number, now));
+    for (std::size_t number = 0; number < acts.size(); ++number) entries.push_back(entry(acts[number], number, now));
     return entries;
 }
 

@@ -31,11 +31,11 @@ void HolderRows::show(const HolderList& list) {
     take(qtText(list.title), std::move(rows), qtText(list.empty), true);
 }
 
-void HolderRows::show(const QString& title, const std::vector<RuleDeedRow>& rows) {
-    std::vector<Row> deeds;
-    deeds.reserve(rows.size());
-    for (const auto& row : rows) deeds.push_back({oneLine(qtText(row.text)), std::nullopt, qtText(row.time)});
-    take(title, std::move(deeds), {}, false);
+void HolderRows::show(const QString& title, const std::vector<RuleActRow>& rows) {
+    std::vector<Row> acts;
+    acts.reserve(rows.size());
+    for (const auto& row : rows) acts.push_back({oneLine(qtText(row.text)), std::nullopt, qtText(row.time)});
+    take(title, std::move(acts), {}, false);
 }
 
 void HolderRows::take(const QString& title, std::vector<Row> rows, const QString& empty, bool hasIcons) {

@@ -19,7 +19,7 @@ public:
 
     void show(const HolderList& list);
     /// What rules did: no icons, and quiet times for figures.
-    void show(const QString& title, const std::vector<RuleDeedRow>& rows);
+    void show(const QString& title, const std::vector<RuleActRow>& rows);
     using QWidget::show;
 
     QSize sizeHint() const override;

@@ -12,19 +12,19 @@ namespace tolvane::desktop {
 namespace {
 
 /// A broken connection is heard of on two of the toolkit's threads, and either ends the process: neither may before it
-/// is done. The deed may itself be told.
+/// is done. The act itself may report one again.
 std::recursive_mutex doing;
 /// The only state that the end of the process can reach; null while there is nothing to do. Of who holds `doing`.
 const std::function<void()>* present = nullptr;
 
 void doIt() {
     const std::lock_guard lock(doing);
-    if (const auto* deed = std::exchange(present, nullptr)) (*deed)();
+    if (const auto* act = std::exchange(present, nullptr)) (*act)();
 }
 
-void expect(const std::function<void()>* deed) {
+void expect(const std::function<void()>* act) {
     const std::lock_guard lock(doing);
-    present = deed;
+    present = act;
 }
 
 /// Whoever heard the toolkit's messages before.
@@ -37,9 +37,9 @@ void hear(QtMsgType type, const QMessageLogContext& where, const QString& messag
 
 }  // namespace
 
-ExitAct::ExitAct(std::function<void()> deed) : deed_(std::move(deed)) {
+ExitAct::ExitAct(std::function<void()> act) : act_(std::move(act)) {
     static const bool isAsked = std::atexit(&doIt) == 0;
-    if (isAsked) expect(&deed_);
+    if (isAsked) expect(&act_);
     passOn = qInstallMessageHandler(&hear);
 }
 

@@ -10,13 +10,13 @@ namespace tolvane::desktop {
 /// good order is over before. One at a time. Main thread.
 class ExitAct {
 public:
-    explicit ExitAct(std::function<void()> deed);
+    explicit ExitAct(std::function<void()> act);
     ~ExitAct();
     ExitAct(const ExitAct&) = delete;
     ExitAct& operator=(const ExitAct&) = delete;
 
 private:
-    std::function<void()> deed_;
+    std::function<void()> act_;
 };
 
 }  // namespace tolvane::desktop

@@ -23,7 +23,7 @@ Program::Program(QApplication& application, Host host, const Purpose& purpose)
       host_(std::move(host)),
       windows_(windowsOf(host_)),
       model_(host_, *windows_, purpose.demo),
-      lastDeed_([this] { model_.prepareToQuit(); }),
+      exitAct_([this] { model_.prepareToQuit(); }),
       zoneLook_(model_.snapshot.onChange([this] { zone_.follow(); })),
       scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
       look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance(), 1, host_.symbols.get()),

@@ -52,7 +52,7 @@ private:
     Host host_;
     std::unique_ptr<Windows> windows_;
     AppModel model_;
-    ExitAct lastDeed_;
+    ExitAct exitAct_;
     MachineZone zone_;
     QPropertyNotifier zoneLook_;
     ColorScheme scheme_;

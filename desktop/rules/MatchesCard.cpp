@@ -43,8 +43,8 @@ public:
         title_->setText(qtText(match.title));
         detail_->setText(qtText(match.detail));
         tag_->show(qtText(match.tag()), match.isDue ? TagKind::orange : TagKind::plain);
-        setToolTip(tip(qtText(match.lastDeed)));
-        setAccessibleDescription(qtText(match.lastDeed));
+        setToolTip(tip(qtText(match.lastOutcome)));
+        setAccessibleDescription(qtText(match.lastOutcome));
     }
 
 private:

@@ -214,7 +214,7 @@ void RuleEditorPane::refresh() {
     const auto now = model_.snapshot->date;
     const auto status = RuleStatus::of(*rule, model_.world(), now);
     auto matches = MatchesSection::of(status, now, locale_);
-    matches.addDeeds(*rule, status, *model_.activity, now, locale_);
+    matches.addLastOutcomes(*rule, status, *model_.activity, now, locale_);
     matches_->show(matches);
 }
 

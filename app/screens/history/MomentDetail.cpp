@@ -82,8 +82,8 @@ HolderList grownOf(const MomentDetail::Scene& scene) {
     return list;
 }
 
-std::vector<RuleDeedRow> deedsOf(const MomentDetail::Scene& scene) {
-    std::vector<RuleDeedRow> rows;
+std::vector<RuleActRow> actsOf(const MomentDetail::Scene& scene) {
+    std::vector<RuleActRow> rows;
     for (const auto& entry : scene.activity) {
         const Seconds after = entry.date - scene.moment.date;
         if (after <= -rulesBefore || after > rulesAfter) continue;
@@ -101,7 +101,7 @@ MomentDetail MomentDetail::of(const Scene& scene) {
             .hint = scene.isLatest ? "" : "Click the charts to pick another moment.",
             .largest = largestOf(scene.moment, scene.locale),
             .grew = grownOf(scene),
-            .rules = deedsOf(scene)};
+            .rules = actsOf(scene)};
 }
 
 }  // namespace tolvane

@@ -30,11 +30,11 @@ struct HolderList {
 };
 
 /// What a rule did, and when.
-struct RuleDeedRow {
+struct RuleActRow {
     std::string text;
     std::string time;
 
-    bool operator==(const RuleDeedRow&) const = default;
+    bool operator==(const RuleActRow&) const = default;
 };
 
 /// What stood out at one moment.
@@ -60,7 +60,7 @@ struct MomentDetail {
     HolderList largest;
     HolderList grew;
     /// Empty for no such section.
-    std::vector<RuleDeedRow> rules;
+    std::vector<RuleActRow> rules;
 
     static MomentDetail of(const Scene& scene);
 

@@ -23,14 +23,14 @@ MatchesSection MatchesSection::of(const RuleStatus& status, Date now, std::strin
     return list;
 }
 
-void MatchesSection::addDeeds(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity,
+void MatchesSection::addLastOutcomes(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity,
                               Date now, std::string_view locale) {
     for (std::size_t number = 0; number < rows.size(); ++number) {
         const auto& key = status.matches[number].subjectKey;
         for (const auto& entry : activity) {
             if (entry.date <= now - RuleEngine::cooldown) break;
             if (entry.ruleName != rule.name || !entry.subjectKey || *entry.subjectKey != key) continue;
-            rows[number].lastDeed = entry.outcome.str() + " at " + DateWords::time(entry.date, locale);
+            rows[number].lastOutcome = entry.outcome.str() + " at " + DateWords::time(entry.date, locale);
             break;
         }
     }

@@ -23,7 +23,7 @@ struct MatchesSection {
         std::string detail;
         bool isDue = false;
         /// "Would terminate at 2:41 PM": why the rule leaves it alone for now. Empty when it does not.
-        std::string lastDeed = {};
+        std::string lastOutcome = {};
 
         std::string_view tag() const { return isDue ? pastLimit : withinLimit; }
         bool operator==(const Row&) const = default;
@@ -36,7 +36,7 @@ struct MatchesSection {
 
     static MatchesSection of(const RuleStatus& status, Date now, std::string_view locale);
     /// Adds to the rows what the rule did to each within its cool-down. `activity` is newest first.
-    void addDeeds(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity, Date now,
+    void addLastOutcomes(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity, Date now,
                   std::string_view locale);
 
     bool operator==(const MatchesSection&) const = default;

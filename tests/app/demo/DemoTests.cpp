@@ -160,7 +160,7 @@ TEST_F(DemoTest, showsEachModeOfARule) {
     }
 }
 
-TEST_F(DemoTest, tellsItsDeedsNewestFirst) {
+TEST_F(DemoTest, listsItsActsNewestFirst) {
     ASSERT_GE(state.activity.size(), 5U);
     std::vector<std::string> told;
     for (std::size_t place = 0; place < 5; ++place) {

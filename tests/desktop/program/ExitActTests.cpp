@@ -20,7 +20,7 @@ struct ExitActDeathTest : ::testing::Test {
 
 TEST_F(ExitActDeathTest, isDoneWhenSomethingEndsTheProcess) {
     const auto endWithout = [] {
-        const ExitAct deed(&tell);
+        const ExitAct act(&tell);
         std::exit(3);
     };
     EXPECT_EXIT(endWithout(), ::testing::ExitedWithCode(3), "given back");
@@ -29,7 +29,7 @@ TEST_F(ExitActDeathTest, isDoneWhenSomethingEndsTheProcess) {
 TEST_F(ExitActDeathTest, isNotDoneOnceItsOwnerIsGone) {
     const auto endInOrder = [] {
         {
-            const ExitAct deed(&tell);
+            const ExitAct act(&tell);
         }
         std::exit(3);
     };
@@ -50,7 +50,7 @@ TEST_F(ExitActDeathTest, isDoneOnce) {
 TEST(ExitAct, isDoneAtTheWarningThatACompositorIsGone) {
     int done = 0;
     {
-        const ExitAct deed([&done] { ++done; });
+        const ExitAct act([&done] { ++done; });
         qWarning("The layout is broken");
         EXPECT_EQ(done, 0);
         qWarning("The Wayland connection broke. Did the Wayland compositor die?");
@@ -66,7 +66,7 @@ TEST(ExitAct, nobodyWhoHearsOfTheEndGoesOnBeforeItIsDone) {
     const auto hear = [] { qWarning("The Wayland connection broke. Did the Wayland compositor die?"); };
     std::future<void> other;
     bool wentOn = false;
-    const ExitAct deed([&] {
+    const ExitAct act([&] {
         other = std::async(std::launch::async, hear);
         wentOn = other.wait_for(std::chrono::milliseconds(100)) == std::future_status::ready;
     });

@@ -349,10 +349,10 @@ TEST_F(HistoryViewTest, whatRulesDidAroundTheMomentIsListed) {
     history.select(now - Seconds{600});
     EXPECT_EQ(MomentDetail::rulesTitle, "Rules in the 15 minutes before");
     EXPECT_THAT(history.content()->detail.rules,
-                ElementsAre(RuleDeedRow{"Relaunched: Slack", "14:32"}, RuleDeedRow{"Would terminate: Slack", "14:16"}));
+                ElementsAre(RuleActRow{"Relaunched: Slack", "14:32"}, RuleActRow{"Would terminate: Slack", "14:16"}));
 }
 
-TEST_F(HistoryViewTest, withoutDeedsOfRulesThereIsNoSuchSection) {
+TEST_F(HistoryViewTest, withoutActsOfRulesThereIsNoSuchSection) {
     show({moment(Seconds{60})});
     model->activity.set({entry(Seconds{5000}, "Relaunched")});
     EXPECT_THAT(detail().rules, IsEmpty());

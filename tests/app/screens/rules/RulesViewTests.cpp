@@ -71,18 +71,18 @@ TEST_F(RulesViewTest, aMatchTellsWhatTheRuleDidToItWithinItsCoolDown) {
                              .dryRun = true,
                              .subjectKey = Text(key)};
     };
-    const auto deeds = [&](const std::vector<ActivityEntry>& activity) {
+    const auto outcomes = [&](const std::vector<ActivityEntry>& activity) {
         auto list = matches();
-        list.addDeeds(first(), status(), activity, now, locale);
-        return std::pair(list.rows.at(0).lastDeed, list.rows.at(1).lastDeed);
+        list.addLastOutcomes(first(), status(), activity, now, locale);
+        return std::pair(list.rows.at(0).lastOutcome, list.rows.at(1).lastOutcome);
     };
-    EXPECT_THAT(deeds({entry(60)}).first, ::testing::StartsWith("Would terminate at "));
-    EXPECT_EQ(deeds({entry(60)}).second, "");
-    EXPECT_EQ(deeds({entry(601)}).first, "");
+    EXPECT_THAT(outcomes({entry(60)}).first, ::testing::StartsWith("Would terminate at "));
+    EXPECT_EQ(outcomes({entry(60)}).second, "");
+    EXPECT_EQ(outcomes({entry(601)}).first, "");
     auto other = entry(60);
     other.ruleName = "Another";
-    EXPECT_EQ(deeds({other}).first, "");
-    EXPECT_EQ(deeds({}).first, "");
+    EXPECT_EQ(outcomes({other}).first, "");
+    EXPECT_EQ(outcomes({}).first, "");
 }
 
 TEST_F(RulesViewTest, aRuleWithoutAConditionHasMatchesButNoneIsDue) {
