@@ -32,8 +32,6 @@ std::unique_ptr<Executor> AppModel::makeWorkerThread() { return std::make_unique
 
 bool AppModel::demo() const { return d_->demo; }
 
-Host& AppModel::host() const { return d_->host; }
-
 Acts& AppModel::acts() const { return d_->acts; }
 
 const Store& AppModel::store() const { return d_->store; }
@@ -45,15 +43,13 @@ World AppModel::world() const {
     return {.rows = snapshot->rows,
             .frontmostAppID = front ? front->appID : std::nullopt,
             .claudeWorkers = snapshot->claude,
-            .selfPID = host().selfPID,
-            .uid = host().uid,
+            .selfPID = selfPID(),
+            .uid = uid(),
             .memoryTight = *memoryTight,
-            .frontmostKnown = host().frontmost->canTell()};
+            .frontmostKnown = knowsFrontmost()};
 }
 
 std::vector<HistoryPoint> AppModel::historyFor(const std::vector<Pid>& pids) const { return history->points(pids); }
-
-Executor& AppModel::portReader() const { return d_->background.of(BackgroundJobs::Kind::portLookUps); }
 
 void AppModel::prepareToQuit() { d_->acts.restoreAllPriorities(); }
 

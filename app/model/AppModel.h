@@ -16,6 +16,7 @@
 #include "app/sampling/ProcessHistory.h"
 #include "app/sampling/Snapshot.h"
 #include "app/tasks/Executor.h"
+#include "app/tasks/PortLookup.h"
 #include "core/advisor/Suggestion.h"
 #include "core/history/Moment.h"
 #include "core/projects/Docker.h"
@@ -98,9 +99,32 @@ public:
     Observed<std::map<std::string, Date, std::less<>>> hiddenSuggestions;
 
     bool demo() const;
+    /// All of the host, which acting needs. Screens get by on what follows.
     Host& host() const;
     /// Ends, restarts and lowers what the latest sample holds.
     Acts& acts() const;
+
+    // What screens ask of the host.
+
+    Date now() const;
+    /// For waits.
+    Clock& clock() const;
+    Preferences& preferences() const;
+    Desktop& desktop() const;
+    /// Null where the host has none.
+    LoginItem* loginItem() const;
+    /// The user's home folder.
+    std::string home() const;
+    /// The user's, as an ICU identifier.
+    const std::string& locale() const;
+    /// This program's own process, and the user it runs as.
+    Pid selfPID() const;
+    std::uint32_t uid() const;
+    /// False where the session does not report which application is in front.
+    bool knowsFrontmost() const;
+    /// Reads the ports of one process at a time. The model outlives it.
+    PortLookup portLookup() const;
+
     /// The folder of files that the model writes through to.
     const Store& store() const;
     /// The names that every table of processes shares.
@@ -109,8 +133,6 @@ public:
     World world() const;
     /// Recent readings of the processes together, oldest first: figures of one tick are summed.
     std::vector<HistoryPoint> historyFor(const std::vector<Pid>& pids) const;
-    /// For asking the kernel which ports a process listens on, which may take a while.
-    Executor& portReader() const;
     /// Shows a section in the main window, opening it when need be.
     void open(AppSection section);
 

@@ -205,7 +205,7 @@ void ProcessesPage::showInspector() {
 void ProcessesPage::openMenu(QPoint position) {
     const auto clicked = shownSelection();
     const auto& rows = model_.snapshot->rows;
-    const Actor actor{.pid = model_.host().selfPID, .uid = model_.host().uid};
+    const Actor actor{.pid = model_.selfPID(), .uid = model_.uid()};
     const auto items = ProcessActions::menuOf(clicked, rows, actor);
     if (items.empty()) return;
     const auto subject = ProcessActions::of(clicked.front(), rows);
@@ -218,10 +218,10 @@ void ProcessesPage::openMenu(QPoint position) {
 void ProcessesPage::chosen(ProcessAction action, const std::vector<TableRow>& clicked, const ProcessActions& subject) {
     switch (action) {
         case ProcessAction::copyCommand:
-            model_.host().desktop->copyText(subject.command);
+            model_.desktop().copyText(subject.command);
             break;
         case ProcessAction::showWorkingFolder:
-            if (subject.workingFolder) model_.host().desktop->open(*subject.workingFolder);
+            if (subject.workingFolder) model_.desktop().open(*subject.workingFolder);
             break;
         case ProcessAction::addRule:
             if (subject.rule) model_.addRule(*subject.rule);

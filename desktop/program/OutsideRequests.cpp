@@ -4,11 +4,10 @@
 
 namespace tolvane::desktop {
 
-OutsideRequests::OutsideRequests(AppModel& model, Window window)
+OutsideRequests::OutsideRequests(AppModel& model, Notifications& notifications, Window window)
     : model_(model),
       window_(std::move(window)),
-      clicks_(
-          model.host().notifications->onClick([this](const std::optional<std::string>& section) { show(section); })) {}
+      clicks_(notifications.onClick([this](const std::optional<std::string>& section) { show(section); })) {}
 
 void OutsideRequests::openFiles(const std::vector<std::string>& files) {
     RuleFileArguments::open(model_, files, [this] {

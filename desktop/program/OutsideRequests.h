@@ -7,6 +7,7 @@
 
 #include "app/model/AppModel.h"
 #include "base/Subscription.h"
+#include "platform/Notifications.h"
 
 namespace tolvane::desktop {
 
@@ -21,7 +22,7 @@ public:
         std::function<bool()> isShown;
     };
 
-    OutsideRequests(AppModel& model, Window window);
+    OutsideRequests(AppModel& model, Notifications& notifications, Window window);
 
     /// Imports rule files. What came of it is shown in the window where that is open, else told in a notification.
     void openFiles(const std::vector<std::string>& files);

@@ -46,7 +46,7 @@ Shell& Program::show(bool isReachable, bool atLogin) {
     if (host_.dock) {
         presence_ = std::make_unique<WindowPresence>([dock = host_.dock.get()](bool open) { dock->setInDock(open); });
     }
-    shell_ = std::make_unique<Shell>(model_, look_, state_, screens(), isReachable);
+    shell_ = std::make_unique<Shell>(model_, *host_.trays, look_, state_, screens(), isReachable);
     // To end is not to close the windows one by one: closing one may leave the program running.
     QObject::connect(
         shell_.get(), &Shell::quitWanted, &application_, [] { QApplication::exit(); }, Qt::QueuedConnection);
@@ -60,7 +60,7 @@ OutsideRequests& Program::answer(const std::vector<std::string>& files) {
     };
     const auto isShown = [this] { return shell_ && shell_->isWindowShown(); };
     outside_ = std::make_unique<OutsideRequests>(
-        model_, OutsideRequests::Window{.bringForward = bringForward, .isShown = isShown});
+        model_, *host_.notifications, OutsideRequests::Window{.bringForward = bringForward, .isShown = isShown});
     // What comes of it is told in the window, also when the file is why the program was started.
     handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) {
         show(true);

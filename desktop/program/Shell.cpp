@@ -18,16 +18,17 @@ const auto toldKey = QStringLiteral("main/toldWhereItWent");
 
 }  // namespace
 
-Shell::Shell(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens, bool secondStartOpens)
+Shell::Shell(AppModel& model, Trays& trays, const Look& look, WindowState& state, std::vector<Screen> screens,
+             bool secondStartOpens)
     : model_(model),
       look_(look),
       state_(state),
       screens_(std::move(screens)),
       secondStartOpens_(secondStartOpens),
-      tray_(model, look) {
+      tray_(model, trays, look) {
     connectTray();
     windowRequest_ = model_.windowRequest.onChange([this] { openWindow(); });
-    tray_.setWanted(AppPreferences::showTrayIcon.in(*model_.host().preferences));
+    tray_.setWanted(AppPreferences::showTrayIcon.in(model_.preferences()));
 }
 
 Shell::~Shell() = default;
@@ -46,7 +47,7 @@ void Shell::start(bool atLogin) {
         if (tray_.isShown()) waitForTray_ = {};
     };
     connect(&tray_, &Tray::shownChanged, this, stopWaiting);
-    waitForTray_ = model_.host().clock->after(trayPatience, Seconds{1}, [this] { openWindow(); });
+    waitForTray_ = model_.clock().after(trayPatience, Seconds{1}, [this] { openWindow(); });
 }
 
 void Shell::makeWindow() {
@@ -89,7 +90,7 @@ void Shell::letGo() {
 
 /// Once for good: who has read it knows.
 void Shell::tellWhereItWent() {
-    if (state_.flag(toldKey, false) || !model_.host().notifications) return;
+    if (state_.flag(toldKey, false)) return;
     state_.set(toldKey, true);
     model_.notify(std::string(WindowLife::unseenTitle), std::string(WindowLife::unseenText), std::nullopt);
 }
@@ -104,7 +105,7 @@ void Shell::openSettings() {
 
 void Shell::togglePanel(QRect icon) {
     if (!panel_) {
-        panel_ = std::make_unique<PanelPopup>(model_, look_, model_.host().locale);
+        panel_ = std::make_unique<PanelPopup>(model_, look_, model_.locale());
         connect(panel_.get(), &PanelPopup::settingsWanted, this, &Shell::openSettings);
         connect(panel_.get(), &PanelPopup::quitWanted, this, &Shell::quitWanted);
     }

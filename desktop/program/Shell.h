@@ -28,7 +28,8 @@ class Shell : public QObject {
 public:
     /// All references outlive it. `secondStartOpens` tells whether another start reaches this one and brings the window
     /// back: without that and without a tray, closing the window quits.
-    Shell(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens, bool secondStartOpens);
+    Shell(AppModel& model, Trays& trays, const Look& look, WindowState& state, std::vector<Screen> screens,
+          bool secondStartOpens);
     ~Shell() override;
 
     /// Opens the window. A start by the session waits a moment for a tray, since panels come late at login, and opens

@@ -44,7 +44,7 @@ Snapshots::Snapshots(AppModel& model, Look& look, std::vector<Screen> screens, Q
       dark_(dark),
       done_(std::move(done)),
       window_(std::make_unique<MainWindow>(model, look, state_, screens_)),
-      wait_(model.host().clock->after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {
+      wait_(model.clock().after(model.demo() ? demoWait : realWait, Seconds{0}, [this] { render(); })) {
     window_->show();
 }
 
@@ -80,7 +80,7 @@ bool Snapshots::renderSections() {
 }
 
 bool Snapshots::renderSheets() {
-    const auto& locale = model_.host().locale;
+    const auto& locale = model_.locale();
     NewRuleDialog apps(model_, look_, locale, TargetKind::app, nullptr);
     NewRuleDialog agents(model_, look_, locale, TargetKind::agent, nullptr);
     SettingsWindow settings(model_, look_);
@@ -97,7 +97,7 @@ bool Snapshots::renderSheets() {
 bool Snapshots::renderSelection() {
     const auto lines =
         ProcessesView::linesOf(*model_.snapshot, Grouping::apps, {}, {{.field = RowField::memory, .ascending = false}},
-                               model_.rowNames(), model_.host().locale);
+                               model_.rowNames(), model_.locale());
     std::set<std::string> ids;
     for (const auto& line : lines | std::views::take(3)) ids.insert(line.id);
     const auto before = *model_.selectedRows;

@@ -18,8 +18,8 @@ constexpr std::array sizes = {16, 22, 24, 32, 48, 64};
 
 }  // namespace
 
-Tray::Tray(AppModel& model, const Look& look)
-    : model_(model), look_(look), trays_(*model.host().trays), menu_(std::make_unique<QMenu>()) {
+Tray::Tray(AppModel& model, Trays& trays, const Look& look)
+    : model_(model), look_(look), trays_(trays), menu_(std::make_unique<QMenu>()) {
     buildMenu();
     news_ = trays_.onChange([this] {
         update();

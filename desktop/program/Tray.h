@@ -23,7 +23,7 @@ class Tray : public QObject {
 
 public:
     /// `model` and `look` outlive the tray.
-    Tray(AppModel& model, const Look& look);
+    Tray(AppModel& model, Trays& trays, const Look& look);
     ~Tray() override;
 
     /// The user's choice to have an icon at all.

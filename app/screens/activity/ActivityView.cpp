@@ -24,15 +24,12 @@ ActivityFilter storedFilter(const Preferences& preferences) {
 }  // namespace
 
 ActivityView::ActivityView(AppModel& model, std::string locale, std::string zone)
-    : model_(model),
-      locale_(std::move(locale)),
-      zone_(std::move(zone)),
-      filter_(storedFilter(*model.host().preferences)) {}
+    : model_(model), locale_(std::move(locale)), zone_(std::move(zone)), filter_(storedFilter(model.preferences())) {}
 
 void ActivityView::setFilter(ActivityFilter filter) {
     filter_ = filter;
     const auto& rawValue = activityFilters[static_cast<std::size_t>(filter)].rawValue;
-    model_.host().preferences->set(filterKey, std::string(rawValue));
+    model_.preferences().set(filterKey, std::string(rawValue));
 }
 
 bool ActivityView::passes(const ActivityEntry& entry, ActivityFilter filter) {

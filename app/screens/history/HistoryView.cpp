@@ -20,15 +20,12 @@ HistoryRange storedRange(const Preferences& preferences) {
 }  // namespace
 
 HistoryView::HistoryView(AppModel& model, std::string locale, std::string zone)
-    : model_(model),
-      locale_(std::move(locale)),
-      zone_(std::move(zone)),
-      range_(storedRange(*model.host().preferences)) {}
+    : model_(model), locale_(std::move(locale)), zone_(std::move(zone)), range_(storedRange(model.preferences())) {}
 
 void HistoryView::setRange(HistoryRange range) {
     range_ = range;
     selected_.reset();
-    model_.host().preferences->set(rangeKey, std::string(traits().rawValue));
+    model_.preferences().set(rangeKey, std::string(traits().rawValue));
 }
 
 MomentList HistoryView::visible(Date now) const {
@@ -49,7 +46,7 @@ std::size_t HistoryView::focus(const MomentList& visible) const {
 }
 
 void HistoryView::move(int places) {
-    const auto moments = visible(model_.host().clock->now());
+    const auto moments = visible(model_.now());
     if (moments.empty()) return;
     const auto last = static_cast<std::ptrdiff_t>(moments.size()) - 1;
     const auto wanted = static_cast<std::ptrdiff_t>(focus(moments)) + places;
@@ -57,7 +54,7 @@ void HistoryView::move(int places) {
 }
 
 std::optional<HistoryContent> HistoryView::content() const {
-    const Date now = model_.host().clock->now();
+    const Date now = model_.now();
     const auto moments = visible(now);
     if (moments.empty()) return std::nullopt;
     const auto& moment = *moments[focus(moments)];

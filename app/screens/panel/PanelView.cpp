@@ -27,7 +27,7 @@ PanelView PanelView::of(const AppModel& model, std::string_view locale) {
                     .suggestions = suggestionsOf(suggestions, locale),
                     .showSuggestions = showSuggestionsLabel(suggestions.size()),
                     .rulesPaused = *model.rulesPaused};
-    if (!activity.empty()) panel.lastActivity = activityOf(activity.front(), model.host().clock->now(), locale);
+    if (!activity.empty()) panel.lastActivity = activityOf(activity.front(), model.now(), locale);
     return panel;
 }
 

@@ -10,9 +10,9 @@ namespace tolvane {
 InspectorView::InspectorView(AppModel& model, std::string locale, std::function<void()> changed)
     : model_(model),
       locale_(std::move(locale)),
-      home_(model.host().folders->home()),
+      home_(model.home()),
       changed_(std::move(changed)),
-      reader_(model.host(), model.portReader()) {}
+      reader_(model.portLookup()) {}
 
 void InspectorView::show(TableRow line) {
     const bool another = !line_ || line_->id != line.id || (!line.children && line_->started != line.started);
@@ -42,7 +42,7 @@ InspectorContent InspectorView::content() const {
                                        .lowered = *model_.lowered,
                                        .ports = ports_,
                                        .home = home_,
-                                       .actor = {.pid = model_.host().selfPID, .uid = model_.host().uid},
+                                       .actor = {.pid = model_.selfPID(), .uid = model_.uid()},
                                        .locale = locale_});
 }
 

@@ -20,14 +20,14 @@ Grouping storedGrouping(const Preferences& preferences) {
 }  // namespace
 
 ProcessesView::ProcessesView(AppModel& model, std::string locale)
-    : model_(model), locale_(std::move(locale)), grouping_(storedGrouping(*model.host().preferences)) {}
+    : model_(model), locale_(std::move(locale)), grouping_(storedGrouping(model.preferences())) {}
 
 Grouping ProcessesView::grouping() const { return grouping_; }
 
 void ProcessesView::setGrouping(Grouping grouping) {
     grouping_ = grouping;
     const auto& rawValue = groupings[static_cast<std::size_t>(grouping)].rawValue;
-    model_.host().preferences->set(groupingKey, std::string(rawValue));
+    model_.preferences().set(groupingKey, std::string(rawValue));
 }
 
 void ProcessesView::sortBy(RowField field) { sortOrder_ = orderAfterClick(std::move(sortOrder_), field); }

@@ -72,7 +72,7 @@ std::string portsText(const std::set<int>& ports, std::string_view locale) {
 
 /// The screen's own: it touches nothing of the view, which may go while facts are read.
 QCoro::Task<> keepFresh(AppModel& model, std::shared_ptr<bool> reading, std::stop_token cancellation) {
-    auto& clock = *model.host().clock;
+    auto& clock = model.clock();
     while (!cancellation.stop_requested()) {
         // One that hangs since the screen was here before is not joined by a second.
         if (!std::exchange(*reading, true)) {
@@ -148,7 +148,7 @@ ParkedRow ProjectsView::rowOf(const ParkedProject& project) const {
     std::error_code ignored;
     ParkedRow row{.project = project,
                   .title = nameOf(project.root),
-                  .when = "Parked " + DateWords::relative(project.date, model_.host().clock->now(), locale_, zone_),
+                  .when = "Parked " + DateWords::relative(project.date, model_.now(), locale_, zone_),
                   .hasLog = std::filesystem::exists(model_.acts().projectLog(project.root), ignored)};
     std::ranges::transform(project.commands, std::back_inserter(row.commands), commandLine);
     if (!project.containers.empty()) row.containers = containersText(project.containers.size());
@@ -219,10 +219,10 @@ void ProjectsView::forget(const ParkedProject& project) {
 }
 
 void ProjectsView::showLog(const ParkedProject& project) {
-    model_.host().desktop->open(model_.acts().projectLog(project.root));
+    model_.desktop().open(model_.acts().projectLog(project.root));
 }
 
-void ProjectsView::showFolder(const ProjectGroup& project) { model_.host().desktop->open(project.root); }
+void ProjectsView::showFolder(const ProjectGroup& project) { model_.desktop().open(project.root); }
 
 std::string ProjectsView::subtitle(std::size_t projects) {
     return counted(projects, "project running", "projects running");

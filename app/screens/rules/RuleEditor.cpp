@@ -177,7 +177,7 @@ bool RuleEditor::onlyWithoutPrompt() const {
 
 bool RuleEditor::offersWithoutPrompt(const AppModel& model) {
     std::error_code ignored;
-    return std::filesystem::is_directory(model.host().folders->home() + "/.claude/daemon", ignored);
+    return std::filesystem::is_directory(model.home() + "/.claude/daemon", ignored);
 }
 
 }  // namespace tolvane

@@ -21,7 +21,7 @@ constexpr std::string_view ownIdentifier = "dev.tolvane.Tolvane";
 bool isOwn(const RunningApp& app, const AppModel& model) {
     if (app.id == ownIdentifier) return true;
     return std::ranges::any_of(model.snapshot->rows, [&](const ProcRow& row) {
-        return row.id() == model.host().selfPID && row.appID && *row.appID == app.id;
+        return row.id() == model.selfPID() && row.appID && *row.appID == app.id;
     });
 }
 
@@ -49,8 +49,8 @@ struct CommandGroup {
     }
 };
 
-bool canBeCommand(const ProcRow& row, const Host& host) {
-    return !row.appPath && row.sample.uid == host.uid && !row.sample.isSystem();
+bool canBeCommand(const ProcRow& row, std::uint32_t uid) {
+    return !row.appPath && row.sample.uid == uid && !row.sample.isSystem();
 }
 
 std::vector<RuleSuggestion> byMemory(std::vector<RuleSuggestion> entries) {
@@ -120,7 +120,7 @@ std::vector<RuleSuggestion> appSuggestions(const AppModel& model, std::string_vi
 std::vector<RuleSuggestion> commandSuggestions(const AppModel& model, std::string_view locale) {
     std::map<std::string, CommandGroup, std::less<>> groups;
     for (const auto& row : model.snapshot->rows) {
-        if (canBeCommand(row, model.host())) groups[std::string(row.sample.ruleMatch())].add(row);
+        if (canBeCommand(row, model.uid())) groups[std::string(row.sample.ruleMatch())].add(row);
     }
     std::vector<RuleSuggestion> entries;
     for (const auto& [match, group] : groups) {

@@ -25,7 +25,7 @@ std::vector<RuleRow> RulesView::rows(const AppModel& model, std::string_view loc
 }
 
 std::optional<std::string_view> RulesView::notice(const AppModel& model) {
-    if (model.host().frontmost->canTell()) return std::nullopt;
+    if (model.knowsFrontmost()) return std::nullopt;
     if (!std::ranges::any_of(*model.rules, RuleEngine::needsFrontmost)) return std::nullopt;
     return heldBack;
 }

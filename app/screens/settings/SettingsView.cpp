@@ -70,7 +70,7 @@ SettingsView::SettingsView(AppModel& model) : model_(model) {}
 void SettingsView::appear() { readLogin(); }
 
 void SettingsView::readLogin() {
-    const auto& item = model_.host().loginItem;
+    auto* const item = model_.loginItem();
     loginStatus_ = item ? item->status() : LoginStatus::notFound;
 }
 
@@ -85,7 +85,7 @@ SettingsSection SettingsView::loginSection() const {
                             .control = Control::openAtLogin,
                             .label = "Open at login",
                             .isOn = loginStatus_ == LoginStatus::enabled,
-                            .isEnabled = model_.host().loginItem != nullptr});
+                            .isEnabled = model_.loginItem() != nullptr});
     if (loginStatus_ == LoginStatus::requiresApproval) {
         section.rows.push_back({.kind = Kind::labelledButton,
                                 .control = Control::loginItems,
@@ -94,12 +94,12 @@ SettingsSection SettingsView::loginSection() const {
                                 .button = "Open Login Items"});
     }
     if (loginError_) section.rows.push_back(error(Control::loginError, *loginError_));
-    section.rows.push_back(toggle(*model_.host().preferences, Control::showTrayIcon, "Show in menu bar"));
+    section.rows.push_back(toggle(model_.preferences(), Control::showTrayIcon, "Show in menu bar"));
     return section;
 }
 
 SettingsSection SettingsView::tickSection() const {
-    const auto& preferences = *model_.host().preferences;
+    const Preferences& preferences = model_.preferences();
     return {.rows = {intervalPicker(preferences),
                      toggle(preferences, Control::notifyOnAction, "Notify me when a rule acts"),
                      toggle(preferences, Control::notifyAboutSuggestions, "Notify me about suggestions",
@@ -129,12 +129,12 @@ SettingsSection SettingsView::backupSection(bool possible, bool wanted, const st
 void SettingsView::setOn(Control control, bool on) {
     if (control == Control::openAtLogin) return setLogin(on);
     if (control == Control::backUp) return model_.backupToSyncFolder.set(on);
-    if (const auto* preference = preferenceOf(control)) preference->store(*model_.host().preferences, on);
+    if (const auto* preference = preferenceOf(control)) preference->store(model_.preferences(), on);
 }
 
 /// A toggle that failed falls back to the truth.
 void SettingsView::setLogin(bool on) {
-    const auto& item = model_.host().loginItem;
+    auto* const item = model_.loginItem();
     if (!item) return;
     loginError_ = on ? item->enroll() : item->withdraw();
     readLogin();
@@ -142,12 +142,12 @@ void SettingsView::setLogin(bool on) {
 
 void SettingsView::press(Control control) {
     if (control == Control::restore) confirmRestore_ = true;
-    if (control == Control::loginItems && model_.host().loginItem) model_.host().loginItem->openSettings();
+    if (control == Control::loginItems && model_.loginItem()) model_.loginItem()->openSettings();
 }
 
 void SettingsView::choose(Control control, std::size_t choice) {
     if (control != Control::openInterval || choice >= intervals.size()) return;
-    AppPreferences::openInterval.store(*model_.host().preferences, intervals[choice].seconds);
+    AppPreferences::openInterval.store(model_.preferences(), intervals[choice].seconds);
 }
 
 std::optional<Question> SettingsView::restoreQuestion() const {

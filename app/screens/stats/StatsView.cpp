@@ -74,15 +74,15 @@ StatsView::StatsView(AppModel& model, std::string locale, std::string zone)
       locale_(std::move(locale)),
       zone_(std::move(zone)),
       calendar_(zone_),
-      period_(storedPeriod(*model.host().preferences)) {}
+      period_(storedPeriod(model.preferences())) {}
 
 void StatsView::setPeriod(StatsPeriod period) {
     period_ = period;
     const auto& rawValue = statsPeriods[static_cast<std::size_t>(period)].rawValue;
-    model_.host().preferences->set(periodKey, std::string(rawValue));
+    model_.preferences().set(periodKey, std::string(rawValue));
 }
 
-Date StatsView::today() const { return calendar_.startOfDay(model_.host().clock->now()); }
+Date StatsView::today() const { return calendar_.startOfDay(model_.now()); }
 
 int StatsView::days(StatsPeriod period, const std::vector<ActivityEntry>& entries, Date now, const Calendar& calendar) {
     if (period == StatsPeriod::week) return daysOfWeek;
@@ -102,7 +102,7 @@ Date StatsView::since(int days, Date now, const Calendar& calendar) {
 
 StatsContent StatsView::content() const {
     const auto& entries = *model_.activity;
-    const Date now = model_.host().clock->now();
+    const Date now = model_.now();
     const int count = days(period_, entries, now, calendar_);
     const Date start = since(count, now, calendar_);
     const auto freed = ActivityStats::freed(entries, start);

@@ -47,7 +47,7 @@ QCoro::Task<std::optional<Outcome>> carryOut(AppModel& model, Suggestion suggest
             if (suggestion.rule) model.addRule(*suggestion.rule);
             break;
         case SuggestionAction::snooze:
-            model.hide(suggestion, model.host().clock->now() + day);
+            model.hide(suggestion, model.now() + day);
             break;
         case SuggestionAction::ignore:
             model.hide(suggestion, distantFuture);

@@ -19,7 +19,7 @@ namespace {
 
 class ActivityPageTest : public ::testing::Test {
 protected:
-    ActivityPageTest() : log(fakes::SampleLog::at(scene.model.host().clock->now())) {}
+    ActivityPageTest() : log(fakes::SampleLog::at(scene.model.now())) {}
 
     ActivityPage& page() {
         if (!page_) {
@@ -76,7 +76,7 @@ TEST_F(ActivityPageTest, saysWhyTheListIsEmpty) {
 }
 
 TEST_F(ActivityPageTest, newEntriesKeepSelectionAndPlace) {
-    scene.model.activity.set(fakes::SampleLog::longLog(500, scene.model.host().clock->now()));
+    scene.model.activity.set(fakes::SampleLog::longLog(500, scene.model.now()));
     auto& table = page().table();
     const QAbstractItemModelTester tester(&table.activityModel(),
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -113,7 +113,7 @@ TEST_F(ActivityPageTest, returnAnswersAQuestionWithCancel) {
 }
 
 TEST_F(ActivityPageTest, aLogOfAHundredThousandStaysQuick) {
-    scene.model.activity.set(fakes::SampleLog::longLog(100'000, scene.model.host().clock->now()));
+    scene.model.activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
     ProcessorTime time;
     page();
     EXPECT_LT(time.taken(), 1000) << "opening, all of the window's own cost included";

@@ -39,7 +39,7 @@ TEST(PanelPlace, isByThePointerWhereTheHostDoesNotTell) {
 
 class PanelTest : public ::testing::Test {
 protected:
-    PanelTest() : log(fakes::SampleLog::at(scene.model.host().clock->now())) {}
+    PanelTest() : log(fakes::SampleLog::at(scene.model.now())) {}
 
     PanelPopup& open() {
         panel.openAt(QRect(100, 0, 20, 20));

@@ -20,7 +20,7 @@ struct OutsideRequestsTest : ModelTest {
     void SetUp() override {
         start();
         requests = std::make_unique<OutsideRequests>(
-            *model,
+            *model, *fake.host.notifications,
             OutsideRequests::Window{.bringForward = [this] { ++forward; }, .isShown = [this] { return isShown; }});
     }
     void TearDown() override { requests.reset(); }

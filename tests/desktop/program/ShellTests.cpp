@@ -22,7 +22,7 @@ namespace {
 class ShellTest : public ::testing::Test {
 protected:
     Shell& make(bool secondStartOpens) {
-        shell = std::make_unique<Shell>(scene.model, scene.look, scene.state,
+        shell = std::make_unique<Shell>(scene.model, *scene.fake.host.trays, scene.look, scene.state,
                                         allScreens(scene.model, scene.look, scene.state, "en_US"), secondStartOpens);
         QObject::connect(shell.get(), &Shell::quitWanted, shell.get(), [this] { ++quits; });
         return *shell;

@@ -54,7 +54,7 @@ protected:
         return nullptr;
     }
     void park(const std::string& root, std::size_t commands = 1) {
-        ParkedProject project{.root = root, .date = scene.model.host().clock->now() - Seconds{86'400}};
+        ParkedProject project{.root = root, .date = scene.model.now() - Seconds{86'400}};
         for (std::size_t number = 0; number < commands; ++number) {
             project.commands.push_back({.executable = "/usr/bin/npm",
                                         .args = {"npm", "run", "dev" + std::to_string(number)},

@@ -17,7 +17,7 @@ namespace {
 
 class StatsPageTest : public ::testing::Test {
 protected:
-    StatsPageTest() : log(fakes::SampleLog::at(scene.model.host().clock->now())) {
+    StatsPageTest() : log(fakes::SampleLog::at(scene.model.now())) {
         scene.model.rules.set(log.rules);
         scene.model.activity.set(log.activity);
     }
@@ -148,7 +148,7 @@ TEST_F(StatsPageTest, scrollsOnlyWhereThereIsTooLittleHeight) {
 }
 
 TEST_F(StatsPageTest, aLogOfAHundredThousandIsCountedQuickly) {
-    scene.model.activity.set(fakes::SampleLog::longLog(100'000, scene.model.host().clock->now()));
+    scene.model.activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
     page();
     ProcessorTime time;
     emit page().periodPicker().chosen(2);
