@@ -3,19 +3,13 @@
 #include <utility>
 
 #include "app/model/AppModelPrivate.h"
-#include "app/preferences/AppPreferences.h"
 #include "app/tasks/WorkerThread.h"
 
 namespace tolvane {
 
-AppModel::AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor)
-    : snapshot(Snapshot{.date = host.clock->now()}),
-      rulesPaused(AppPreferences::rulesPaused.in(*host.preferences)),
-      backupToSyncFolder(AppPreferences::backupToSyncFolder.in(*host.preferences)),
-      servicesChecked(distantPast),
-      hiddenSuggestions(
-          host.preferences->get<PreferenceDates>(AppPreferences::hiddenSuggestions).value_or(PreferenceDates{})),
-      d_(std::make_unique<Private>(*this, host, windows, demo, makeExecutor)) {
+AppModel::AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor,
+                   std::unique_ptr<ModelState> state)
+    : state_(std::move(state)), d_(std::make_unique<Private>(*this, *state_, host, windows, demo, makeExecutor)) {
     d_->start();
 }
 
@@ -53,9 +47,15 @@ std::vector<HistoryPoint> AppModel::historyFor(const std::vector<Pid>& pids) con
 
 void AppModel::prepareToQuit() { d_->acts.restoreAllPriorities(); }
 
-void AppModel::open(AppSection wanted) {
-    section.set(wanted);
-    windowRequest.set(*windowRequest + 1);
+void AppModel::forgetParked(const std::string& root) {
+    auto left = *parked;
+    std::erase_if(left, [&root](const ParkedProject& each) { return each.root == root; });
+    state_->parked.set(std::move(left));
+}
+
+void AppModel::clearActivity() {
+    store().clearActivity();
+    state_->activity.set({});
 }
 
 }  // namespace tolvane

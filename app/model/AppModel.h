@@ -10,6 +10,7 @@
 
 #include "app/acts/Outcome.h"
 #include "app/model/AppSection.h"
+#include "app/model/ModelState.h"
 #include "app/model/Observed.h"
 #include "app/rows/TableRow.h"
 #include "app/sampling/HistoryPoint.h"
@@ -43,60 +44,68 @@ struct Store;
 /// The one observable object that all screens read and all actions go through. Confined to the main thread; the
 /// sampling that it waits for runs on the sampler's own. Lives until the program ends.
 class AppModel {
+    /// Declared first: the properties below refer to it.
+    const std::unique_ptr<ModelState> state_;
+
 public:
     /// Starts everything: loads what is stored, registers for the host's events, runs the loop (a demo has none).
     /// `host` and `windows` outlive the model. `makeExecutor` gives it its threads; tests bring their own.
-    AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor = makeWorkerThread);
+    /// `state` holds nothing yet; a test that keeps its address can assign what no verb does.
+    AppModel(Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor = makeWorkerThread,
+             std::unique_ptr<ModelState> state = std::make_unique<ModelState>());
     /// Ends the loop, waits for a sample that runs, and gives back every priority that is on loan.
     ~AppModel();
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
 
+    /// A thread of its own for each.
+    static std::unique_ptr<Executor> makeWorkerThread();
+
     /// The latest sample.
-    Observed<Snapshot> snapshot;
+    const Observed<Snapshot>& snapshot = state_->snapshot;
     /// Recent readings of each sizeable process; `historyFor` gives them.
-    Observed<ProcessHistory> history;
+    const Observed<ProcessHistory>& history = state_->history;
     /// The last hour of CPU load, oldest first.
-    Observed<std::vector<LoadPoint>> loadHistory;
-    Observed<std::vector<Rule>> rules;
+    const Observed<std::vector<LoadPoint>>& loadHistory = state_->loadHistory;
+    const Observed<std::vector<Rule>>& rules = state_->rules;
     /// Newest first.
-    Observed<std::vector<ActivityEntry>> activity;
-    Observed<bool> rulesPaused;
-    Observed<AppSection> section;
+    const Observed<std::vector<ActivityEntry>>& activity = state_->activity;
+    const Observed<bool>& rulesPaused = state_->rulesPaused;
+    const Observed<AppSection>& section = state_->section;
     /// The rule that the editor shows.
-    Observed<std::optional<UUID>> selectedRule;
+    const Observed<std::optional<UUID>>& selectedRule = state_->selectedRule;
     /// Ids of lines selected in the processes table.
-    Observed<std::set<std::string>> selectedRows;
+    const Observed<std::set<std::string>>& selectedRows = state_->selectedRows;
     /// The import panel is up.
-    Observed<bool> importing;
+    const Observed<bool>& importing = state_->importing;
     /// Rules that wait in the export panel.
-    Observed<std::optional<std::vector<Rule>>> exporting;
-    Observed<std::optional<std::string>> importMessage;
-    Observed<bool> backupToSyncFolder;
-    Observed<std::optional<std::string>> backupError;
+    const Observed<std::optional<std::vector<Rule>>>& exporting = state_->exporting;
+    const Observed<std::optional<std::string>>& importMessage = state_->importMessage;
+    const Observed<bool>& backupToSyncFolder = state_->backupToSyncFolder;
+    const Observed<std::optional<std::string>>& backupError = state_->backupError;
     /// The advice of the latest tick, hidden ones included.
-    Observed<std::vector<Suggestion>> suggestions;
+    const Observed<std::vector<Suggestion>>& suggestions = state_->suggestions;
     /// A day of history, oldest first.
-    Observed<std::vector<Moment>> moments;
+    const Observed<std::vector<Moment>>& moments = state_->moments;
     /// Bytes over the last quarter of an hour.
-    Observed<std::optional<std::int64_t>> swapGrowth;
-    Observed<std::optional<std::uint64_t>> readBack;
-    Observed<bool> memoryTight;
-    Observed<std::map<Pid, Lowered>> lowered;
-    Observed<std::vector<Container>> containers;
+    const Observed<std::optional<std::int64_t>>& swapGrowth = state_->swapGrowth;
+    const Observed<std::optional<std::uint64_t>>& readBack = state_->readBack;
+    const Observed<bool>& memoryTight = state_->memoryTight;
+    const Observed<std::map<Pid, Lowered>>& lowered = state_->lowered;
+    const Observed<std::vector<Container>>& containers = state_->containers;
     /// By project root.
-    Observed<std::map<std::string, ProjectBranch>> branches;
+    const Observed<std::map<std::string, ProjectBranch>>& branches = state_->branches;
     /// TCP ports that a process listens on.
-    Observed<std::map<Pid, std::vector<int>>> ports;
+    const Observed<std::map<Pid, std::vector<int>>>& ports = state_->ports;
     /// Processes that the service manager keeps.
-    Observed<std::set<Pid>> servicePIDs;
-    Observed<Date> servicesChecked;
+    const Observed<std::set<Pid>>& servicePIDs = state_->servicePIDs;
+    const Observed<Date>& servicesChecked = state_->servicesChecked;
     /// The most recently parked first.
-    Observed<std::vector<ParkedProject>> parked;
+    const Observed<std::vector<ParkedProject>>& parked = state_->parked;
     /// Each increment asks for the main window.
-    Observed<int> windowRequest;
+    const Observed<int>& windowRequest = state_->windowRequest;
     /// Suggestion keys and until when they stay hidden.
-    Observed<std::map<std::string, Date, std::less<>>> hiddenSuggestions;
+    const Observed<std::map<std::string, Date, std::less<>>>& hiddenSuggestions = state_->hiddenSuggestions;
 
     bool demo() const;
     /// All of the host, which acting needs. Screens get by on what follows.
@@ -133,20 +142,48 @@ public:
     World world() const;
     /// Recent readings of the processes together, oldest first: figures of one tick are summed.
     std::vector<HistoryPoint> historyFor(const std::vector<Pid>& pids) const;
+
+    // What the windows show. None of it is written to a file.
+
+    /// Shows a section in the main window, if that is open.
+    void show(AppSection section);
+    /// Asks for the main window.
+    void openWindow();
     /// Shows a section in the main window, opening it when need be.
     void open(AppSection section);
+    /// Shows the rule in the editor; nullopt shows none.
+    void selectRule(std::optional<UUID> id);
+    /// Selects these rows of the processes table, and no others.
+    void selectRows(std::set<std::string> ids);
+    /// Asks for the import panel.
+    void askImport();
+    /// The import panel is gone.
+    void endImport();
+    /// Asks for the export panel, for these rules.
+    void askExport(std::vector<Rule> rules);
+    /// The export panel is gone, and the rules no longer wait.
+    void endExport();
+    /// Clears `importMessage`, which the user has read.
+    void dismissImportMessage();
 
     // Words to the user.
 
     void notify(const std::string& title, const std::string& body, std::optional<AppSection> opening);
     void requestNotificationPermission();
 
-    // Rules as a list.
+    // Rules as a list. Each change of the list writes the rules file, and the backup where one is wanted.
 
+    /// Adds the rule at the end, and shows it in the editor.
     void addRule(Rule rule);
+    /// Puts the rule in the place of the one with its id; does nothing when there is none.
+    void replaceRule(Rule rule);
     void deleteRules(const std::set<UUID>& ids);
+    /// Holds every rule back, or lets them run again. Stores the preference.
+    void pauseRules(bool paused);
     /// Adds the rules of a file, and says in `importMessage` what came of it.
     void importRules(const std::string& path);
+    /// Stores the preference, and writes the backup at once when it is wanted.
+    void setBackupToSyncFolder(bool wanted);
     /// Where the backup belongs; none when nothing syncs.
     std::optional<std::string> backupPath() const;
     /// Replaces the rules with the backup's; what fails is told in `backupError`.
@@ -155,7 +192,10 @@ public:
     // Advice.
 
     std::vector<Suggestion> visibleSuggestions() const;
+    /// Hides the suggestion until then, and forgets what is hidden no longer. Stores the preference.
     void hide(const Suggestion& suggestion, Date until);
+    /// Shows every hidden suggestion again. Stores the preference.
+    void showHiddenSuggestions();
     /// Does the suggestion's own action, or the given one. Gives what did not come off.
     QCoro::Task<std::optional<Outcome>> act(Suggestion suggestion, std::optional<RuleAction> action = std::nullopt);
 
@@ -165,14 +205,19 @@ public:
     QCoro::Task<void> refreshProjects();
     /// Starts a parked project again, and notifies when not all of it did start.
     QCoro::Task<void> startAgain(ParkedProject project);
+    /// Drops the parked project with this root, and writes the file of parked projects.
+    void forgetParked(const std::string& root);
+
+    // Activity.
+
+    /// Empties the activity log and its file.
+    void clearActivity();
 
     /// What must not be left undone when the program ends in whatever way: gives back every priority that is on loan.
     /// Can be called more than once; the destructor calls it too.
     void prepareToQuit();
 
 private:
-    static std::unique_ptr<Executor> makeWorkerThread();
-
     struct Private;
     std::unique_ptr<Private> d_;
 };

@@ -27,7 +27,8 @@ namespace tolvane {
 /// Coroutines: every wait belongs to a source that ends with the model, and a coroutine that is woken by that end
 /// returns without touching the model. So none is ever resumed into a model that is gone, and none is left over.
 struct AppModel::Private final : ActState {
-    Private(AppModel& model, Host& host, Windows& windows, bool demo, const ExecutorFactory& makeExecutor);
+    Private(AppModel& model, ModelState& state, Host& host, Windows& windows, bool demo,
+            const ExecutorFactory& makeExecutor);
 
     // StartUp.cpp
     void start();
@@ -82,14 +83,15 @@ struct AppModel::Private final : ActState {
     // What acts read and change, as properties of the model.
     const std::vector<ProcRow>& rows() const override { return model.snapshot->rows; }
     const std::map<Pid, Lowered>& loans() const override { return *model.lowered; }
-    void setLoans(std::map<Pid, Lowered> loans) override { model.lowered.set(std::move(loans)); }
+    void setLoans(std::map<Pid, Lowered> loans) override { state.lowered.set(std::move(loans)); }
     const std::vector<Container>& containers() const override { return *model.containers; }
-    void setContainers(std::vector<Container> containers) override { model.containers.set(std::move(containers)); }
+    void setContainers(std::vector<Container> containers) override { state.containers.set(std::move(containers)); }
     const std::vector<ParkedProject>& parked() const override { return *model.parked; }
-    void setParked(std::vector<ParkedProject> parked) override { model.parked.set(std::move(parked)); }
+    void setParked(std::vector<ParkedProject> parked) override { state.parked.set(std::move(parked)); }
     void resample() override;
 
     AppModel& model;
+    ModelState& state;
     Host& host;
     Windows& windows;
     const bool demo;

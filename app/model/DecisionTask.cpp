@@ -86,7 +86,7 @@ void AppModel::Private::tell(const Decision& decision, const Outcome& outcome, D
 
 void AppModel::Private::record(ActivityEntry entry) {
     store.append(entry);
-    model.activity.update([&](auto& entries) { entries.insert(entries.begin(), std::move(entry)); });
+    state.activity.update([&](auto& entries) { entries.insert(entries.begin(), std::move(entry)); });
 }
 
 }  // namespace tolvane

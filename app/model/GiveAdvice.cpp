@@ -12,7 +12,7 @@ namespace tolvane {
 
 void AppModel::Private::giveAdvice() {
     const World world = model.world();
-    model.suggestions.set(advisor.suggestions({
+    state.suggestions.set(advisor.suggestions({
         .world = world,
         .memory = model.snapshot->memory,
         .now = model.snapshot->date,
@@ -46,13 +46,15 @@ void AppModel::hide(const Suggestion& suggestion, Date until) {
     auto hidden = *hiddenSuggestions;
     std::erase_if(hidden, [now](const auto& each) { return each.second <= now; });
     hidden.insert_or_assign(suggestion.id, until);
-    hiddenSuggestions.set(std::move(hidden));
+    state_->hiddenSuggestions.set(std::move(hidden));
 }
+
+void AppModel::showHiddenSuggestions() { state_->hiddenSuggestions.set({}); }
 
 QCoro::Task<std::optional<Outcome>> AppModel::act(Suggestion suggestion, std::optional<RuleAction> action) {
     auto others = *suggestions;
     std::erase_if(others, [&](const Suggestion& each) { return each.id == suggestion.id; });
-    suggestions.set(std::move(others));
+    state_->suggestions.set(std::move(others));
     auto outcome = co_await d_->acts.perform(action.value_or(suggestion.action),
                                              {.title = suggestion.title, .pids = suggestion.pids});
     if (!outcome.failed) co_return std::nullopt;

@@ -10,11 +10,11 @@ constexpr Seconds loadHistorySpan{3600.0};
 
 void AppModel::Private::recordHistory() {
     const auto& now = *model.snapshot;
-    model.loadHistory.update([&](std::vector<LoadPoint>& points) {
+    state.loadHistory.update([&](std::vector<LoadPoint>& points) {
         std::erase_if(points, [&](const LoadPoint& point) { return now.date - point.date > loadHistorySpan; });
         points.push_back({.date = now.date, .performance = now.cpu.performance, .efficiency = now.cpu.efficiency});
     });
-    model.history.update([&](ProcessHistory& history) { history.record(now.rows, now.date); });
+    state.history.update([&](ProcessHistory& history) { history.record(now.rows, now.date); });
 }
 
 }  // namespace tolvane

@@ -17,7 +17,7 @@ void AppModel::Private::recordMoment() {
     const Date last = model.moments->empty() ? distantPast : model.moments->back().date;
     if (now.date - last < leastGap) return;
     auto latest = momentOf(now, names, *model.moments);
-    model.moments.update([&](std::vector<Moment>& moments) {
+    state.moments.update([&](std::vector<Moment>& moments) {
         std::erase_if(moments, [&](const Moment& each) { return now.date - each.date > momentsSpan; });
         moments.push_back(std::move(latest));
     });

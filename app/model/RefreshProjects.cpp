@@ -65,15 +65,15 @@ QCoro::Task<> AppModel::refreshProjects() {
     auto managed =
         co_await BackgroundCall(d_->background.of(BackgroundJobs::Kind::services), std::move(ask), cancellation);
     if (!managed) co_return;
-    servicePIDs.set(std::move(*managed));
-    servicesChecked.set(host().clock->now());
+    state_->servicePIDs.set(std::move(*managed));
+    state_->servicesChecked.set(host().clock->now());
     auto read = factsReader(host(), Projects::groups(world(), *servicePIDs));
     auto facts =
         co_await BackgroundCall(d_->background.of(BackgroundJobs::Kind::projectFacts), std::move(read), cancellation);
     if (!facts) co_return;
-    containers.set(std::move(facts->containers));
-    branches.set(std::move(facts->branches));
-    ports.set(std::move(facts->ports));
+    state_->containers.set(std::move(facts->containers));
+    state_->branches.set(std::move(facts->branches));
+    state_->ports.set(std::move(facts->ports));
 }
 
 QCoro::Task<> AppModel::startAgain(ParkedProject project) {

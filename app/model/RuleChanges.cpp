@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "app/model/AppModelPrivate.h"
@@ -12,33 +13,45 @@ void AppModel::addRule(Rule rule) {
     const UUID id = rule.id;
     auto all = *rules;
     all.push_back(std::move(rule));
-    rules.set(std::move(all));
-    selectedRule.set(id);
-    section.set(AppSection::rules);
+    state_->rules.set(std::move(all));
+    state_->selectedRule.set(id);
+    state_->section.set(AppSection::rules);
+}
+
+void AppModel::replaceRule(Rule rule) {
+    auto all = *rules;
+    const auto found = std::ranges::find(all, rule.id, &Rule::id);
+    if (found == all.end()) return;
+    *found = std::move(rule);
+    state_->rules.set(std::move(all));
 }
 
 void AppModel::deleteRules(const std::set<UUID>& ids) {
     const auto& selected = *selectedRule;
-    if (selected && ids.contains(*selected)) selectedRule.set(std::nullopt);
+    if (selected && ids.contains(*selected)) state_->selectedRule.set(std::nullopt);
     auto left = *rules;
     std::erase_if(left, [&ids](const Rule& each) { return ids.contains(each.id); });
-    rules.set(std::move(left));
+    state_->rules.set(std::move(left));
 }
+
+void AppModel::pauseRules(bool paused) { state_->rulesPaused.set(paused); }
 
 void AppModel::importRules(const std::string& path) {
     const auto name = UTF8::repaired(Paths::lastComponent(path));
     const auto imported = RulesDocument::read(path);
     if (!imported) {
-        importMessage.set(RuleFile::notARuleFile(name));
+        state_->importMessage.set(RuleFile::notARuleFile(name));
         return;
     }
     const auto before = rules->size();
-    rules.set(RuleFile::merge(imported->rules, *rules));
+    state_->rules.set(RuleFile::merge(imported->rules, *rules));
     const auto added = rules->size() - before;
-    section.set(AppSection::rules);
-    if (added > 0) selectedRule.set(rules->back().id);
-    importMessage.set(RuleFile::importMessage(name, added));
+    state_->section.set(AppSection::rules);
+    if (added > 0) state_->selectedRule.set(rules->back().id);
+    state_->importMessage.set(RuleFile::importMessage(name, added));
 }
+
+void AppModel::setBackupToSyncFolder(bool wanted) { state_->backupToSyncFolder.set(wanted); }
 
 std::optional<std::string> AppModel::backupPath() const {
     const auto base = host().folders->syncFolder();
@@ -49,7 +62,7 @@ std::optional<std::string> AppModel::backupPath() const {
 void AppModel::Private::backUpRules() {
     if (!*model.backupToSyncFolder) return;
     const auto path = model.backupPath();
-    if (path) model.backupError.set(RulesDocument{*model.rules}.write(*path));
+    if (path) state.backupError.set(RulesDocument{*model.rules}.write(*path));
 }
 
 void AppModel::restoreBackup() {
@@ -57,12 +70,12 @@ void AppModel::restoreBackup() {
     if (!path) return;
     auto stored = RulesDocument::read(*path);
     if (!stored) {
-        backupError.set("Could not restore: " + stored.failure());
+        state_->backupError.set("Could not restore: " + stored.failure());
         return;
     }
-    selectedRule.set(std::nullopt);
-    rules.set(std::move(stored->rules));
-    backupError.set(std::nullopt);
+    state_->selectedRule.set(std::nullopt);
+    state_->rules.set(std::move(stored->rules));
+    state_->backupError.set(std::nullopt);
 }
 
 }  // namespace tolvane

@@ -37,7 +37,7 @@ void RuleFileArguments::open(AppModel& model, const std::vector<std::string>& pa
     for (const auto& path : paths) model.importRules(path);
     if (!*model.importMessage || bringForward()) return;
     model.notify(noticeTitle, **model.importMessage, std::nullopt);
-    model.importMessage.set(std::nullopt);
+    model.dismissImportMessage();
 }
 
 }  // namespace tolvane

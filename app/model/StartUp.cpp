@@ -10,9 +10,10 @@
 
 namespace tolvane {
 
-AppModel::Private::Private(AppModel& owner, Host& machine, Windows& ownWindows, bool isDemo,
+AppModel::Private::Private(AppModel& owner, ModelState& owned, Host& machine, Windows& ownWindows, bool isDemo,
                            const ExecutorFactory& makeExecutor)
     : model(owner),
+      state(owned),
       host(machine),
       windows(ownWindows),
       demo(isDemo),
@@ -34,28 +35,34 @@ void AppModel::Private::start() {
 }
 
 void AppModel::Private::load() {
-    model.rules.set(store.loadRules());
-    model.moments.set(store.loadHistory(host.clock->now()));
-    model.parked.set(store.loadParked());
-    model.activity.set(store.loadActivity(std::numeric_limits<std::int64_t>::max()));
+    const auto& preferences = *host.preferences;
+    state.snapshot.set({.date = host.clock->now()});
+    state.rulesPaused.set(AppPreferences::rulesPaused.in(preferences));
+    state.backupToSyncFolder.set(AppPreferences::backupToSyncFolder.in(preferences));
+    state.hiddenSuggestions.set(
+        preferences.get<PreferenceDates>(AppPreferences::hiddenSuggestions).value_or(PreferenceDates{}));
+    state.rules.set(store.loadRules());
+    state.moments.set(store.loadHistory(host.clock->now()));
+    state.parked.set(store.loadParked());
+    state.activity.set(store.loadActivity(std::numeric_limits<std::int64_t>::max()));
 }
 
 /// Through the same assignments as any other change: what is stored is the demo's from here on.
 void AppModel::Private::showDemo() {
     auto world = Demo::state(host.clock->now(), {.home = host.folders->home(), .uid = host.uid});
-    model.snapshot.set(std::move(world.snapshot));
-    model.history.set(std::move(world.history));
-    model.loadHistory.set(std::move(world.loadHistory));
-    model.moments.set(std::move(world.moments));
-    model.rules.set(std::move(world.rules));
-    model.activity.set(std::move(world.activity));
-    model.parked.set(std::move(world.parked));
-    model.containers.set(std::move(world.containers));
-    model.branches.set(std::move(world.branches));
-    model.ports.set(std::move(world.ports));
-    model.swapGrowth.set(world.swapGrowth);
-    model.selectedRows.set(std::move(world.selectedRows));
-    model.memoryTight.set(true);
+    state.snapshot.set(std::move(world.snapshot));
+    state.history.set(std::move(world.history));
+    state.loadHistory.set(std::move(world.loadHistory));
+    state.moments.set(std::move(world.moments));
+    state.rules.set(std::move(world.rules));
+    state.activity.set(std::move(world.activity));
+    state.parked.set(std::move(world.parked));
+    state.containers.set(std::move(world.containers));
+    state.branches.set(std::move(world.branches));
+    state.ports.set(std::move(world.ports));
+    state.swapGrowth.set(world.swapGrowth);
+    state.selectedRows.set(std::move(world.selectedRows));
+    state.memoryTight.set(true);
     adviseInDemo();
 }
 
@@ -64,7 +71,7 @@ void AppModel::Private::adviseInDemo() {
     const auto now = model.snapshot->date;
     advisor = Demo::advisor(now, {.home = host.folders->home(), .uid = host.uid});
     const auto seen = model.world();
-    model.suggestions.set(advisor.suggestions({.world = seen,
+    state.suggestions.set(advisor.suggestions({.world = seen,
                                                .memory = model.snapshot->memory,
                                                .now = now,
                                                .ports = [this](const std::vector<Pid>&) { return *model.ports; },
@@ -75,19 +82,19 @@ void AppModel::Private::adviseInDemo() {
 
 /// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.
 void AppModel::Private::saveOnAssignment() {
-    model.rules.setEffect([this](const auto& latest) {
+    state.rules.setEffect([this](const auto& latest) {
         store.saveRules(latest);
         backUpRules();
     });
-    model.parked.setEffect([this](const auto& latest) { store.saveParked(latest); });
+    state.parked.setEffect([this](const auto& latest) { store.saveParked(latest); });
     auto& preferences = *host.preferences;
-    model.rulesPaused.setEffect(
+    state.rulesPaused.setEffect(
         [&preferences](bool paused) { AppPreferences::rulesPaused.store(preferences, paused); });
-    model.backupToSyncFolder.setEffect([this, &preferences](bool wanted) {
+    state.backupToSyncFolder.setEffect([this, &preferences](bool wanted) {
         AppPreferences::backupToSyncFolder.store(preferences, wanted);
         backUpRules();
     });
-    model.hiddenSuggestions.setEffect(
+    state.hiddenSuggestions.setEffect(
         [&preferences](const PreferenceDates& hidden) { preferences.set(AppPreferences::hiddenSuggestions, hidden); });
 }
 

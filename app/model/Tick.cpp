@@ -21,7 +21,7 @@ constexpr Seconds servicesHold{300.0};
 QCoro::Task<> AppModel::Private::tick() {
     auto sampled = co_await sampler->sample(std::exchange(pendingActivations, {}));
     if (!sampled) co_return;
-    model.snapshot.set(std::move(*sampled));
+    state.snapshot.set(std::move(*sampled));
     recordHistory();
     recordMoment();
     judgeSwap();
@@ -39,9 +39,9 @@ void AppModel::Private::judgeSwap() {
     const auto growth =
         HistoryMath::swapGrowth(*model.moments, static_cast<std::int64_t>(now.memory.swapUsed), now.date);
     const auto back = HistoryMath::readBack(*model.moments, now.memory.swapIns, now.date);
-    model.swapGrowth.set(growth ? std::optional(growth->amount) : std::nullopt);
-    model.readBack.set(back ? std::optional(back->amount) : std::nullopt);
-    model.memoryTight.set(HistoryMath::isTight(now.memory.pressure, *model.swapGrowth, *model.readBack));
+    state.swapGrowth.set(growth ? std::optional(growth->amount) : std::nullopt);
+    state.readBack.set(back ? std::optional(back->amount) : std::nullopt);
+    state.memoryTight.set(HistoryMath::isTight(now.memory.pressure, *model.swapGrowth, *model.readBack));
 }
 
 void AppModel::Private::reviewPriorities() {
@@ -49,12 +49,12 @@ void AppModel::Private::reviewPriorities() {
     auto loans = *model.lowered;
     // A clock that was set back would have every use come before the loan.
     for (auto& [pid, loan] : loans) loan.at = std::min(loan.at, model.snapshot->date);
-    model.lowered.set(loans);
+    state.lowered.set(loans);
     const auto review = Priority::review(loans, model.snapshot->rows);
     acts.restorePriority(review.restore);
     loans = *model.lowered;
     for (const Pid pid : review.gone) loans.erase(pid);
-    model.lowered.set(std::move(loans));
+    state.lowered.set(std::move(loans));
 }
 
 /// Every decision is taken before the first is carried out, so that none sees what another did.
@@ -71,12 +71,12 @@ QCoro::Task<bool> AppModel::Private::askServiceManager() {
     const Seconds since = now - *model.servicesChecked;
     // Of a later date is what was asked before the clock was set back.
     if (since >= Seconds{0} && since < servicesHold) co_return true;
-    model.servicesChecked.set(now);
+    state.servicesChecked.set(now);
     auto ask = [this] { return Launchd::managedPIDs(*host.services, *host.children); };
     auto managed =
         co_await BackgroundCall(background.of(BackgroundJobs::Kind::services), std::move(ask), tasks.token());
     if (!managed) co_return false;
-    model.servicePIDs.set(std::move(*managed));
+    state.servicePIDs.set(std::move(*managed));
     co_return true;
 }
 

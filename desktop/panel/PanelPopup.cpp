@@ -61,7 +61,7 @@ void PanelPopup::connectView() {
         hide();
         PanelView::openSuggestions(model_);
     });
-    connect(view_, &PanelContents::pauseWanted, this, [this](bool paused) { model_.rulesPaused.set(paused); });
+    connect(view_, &PanelContents::pauseWanted, this, [this](bool paused) { model_.pauseRules(paused); });
     connect(view_, &PanelContents::settingsWanted, this, [this] {
         hide();
         emit settingsWanted();

@@ -127,7 +127,7 @@ void ProcessesPage::connectControls() {
     connect(panes_, &QSplitter::splitterMoved, this, [this] { state_.set(panesKey, panes_->saveState()); });
     connect(tree_, &ProcessTable::headClicked, this, &ProcessesPage::sortByColumn);
     connect(tree_, &ProcessTable::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
-    connect(tree_, &ProcessTable::selectedIdsChanged, this, [this] { model_.selectedRows.set(tree_->selectedIds()); });
+    connect(tree_, &ProcessTable::selectedIdsChanged, this, [this] { model_.selectRows(tree_->selectedIds()); });
     // Ten of one name are told apart by what they run.
     tree_->setRemark([this](const TableRow& line) {
         const auto* row = RowProcesses::own(line, model_.snapshot->rows);
@@ -142,7 +142,7 @@ void ProcessesPage::connectControls() {
             this, [this] { openMenu(tree_->visualRect(tree_->currentIndex()).center()); });
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
     connect(strip_, &SystemStripBar::heightChanged, this, &ProcessesPage::fitStrip);
-    connect(strip_, &SystemStripBar::historyWanted, this, [this] { model_.section.set(AppSection::history); });
+    connect(strip_, &SystemStripBar::historyWanted, this, [this] { model_.show(AppSection::history); });
 }
 
 /// One tick sets several of these; they are shown together.

@@ -69,10 +69,10 @@ bool Snapshots::renderScheme(bool dark) {
 bool Snapshots::renderSections() {
     bool written = true;
     for (const auto& screen : screens_) {
-        model_.section.set(screen.section);
+        model_.show(screen.section);
         // A rule makes the editor show.
         if (screen.section == AppSection::rules && !model_.rules->empty()) {
-            model_.selectedRule.set(model_.rules->front().id);
+            model_.selectRule(model_.rules->front().id);
         }
         written = write(*window_, qtText(traits(screen.section).rawValue)) && written;
     }
@@ -101,10 +101,10 @@ bool Snapshots::renderSelection() {
     std::set<std::string> ids;
     for (const auto& line : lines | std::views::take(3)) ids.insert(line.id);
     const auto before = *model_.selectedRows;
-    model_.section.set(AppSection::processes);
-    model_.selectedRows.set(std::move(ids));
+    model_.show(AppSection::processes);
+    model_.selectRows(std::move(ids));
     const bool written = write(*window_, QStringLiteral("selection"));
-    model_.selectedRows.set(before);
+    model_.selectRows(before);
     return written;
 }
 

@@ -35,7 +35,7 @@ void Tray::buildMenu() {
     menu_->addAction(qtText(PanelView::openLabel), this, &Tray::openWanted);
     auto* pause = menu_->addAction(qtText(PanelView::pauseLabel));
     pause->setCheckable(true);
-    connect(pause, &QAction::triggered, this, [this](bool paused) { model_.rulesPaused.set(paused); });
+    connect(pause, &QAction::triggered, this, [this](bool paused) { model_.pauseRules(paused); });
     connect(menu_.get(), &QMenu::aboutToShow, this, [this, pause] {
         menu_->setStyleSheet(look_.menuSheet());
         pause->setChecked(*model_.rulesPaused);

@@ -121,7 +121,7 @@ void RulesPage::connectControls() {
     connect(add_, &QPushButton::clicked, this, &RulesPage::openSheet);
     connect(new QShortcut(QKeySequence::New, this), &QShortcut::activated, this, &RulesPage::openSheet);
     connect(share_, &MenuButton::opening, this, [this](QMenu* menu) { fillShareMenu(*menu); });
-    connect(list_, &RuleList::chosen, this, [this] { model_.selectedRule.set(list_->current()); });
+    connect(list_, &RuleList::chosen, this, [this] { model_.selectRule(list_->current()); });
     connect(list_, &RuleList::menuWanted, this, &RulesPage::openRowMenu);
     connect(list_, &RuleList::deleteWanted, this, &RulesPage::askToDelete);
     connect(panes_, &QSplitter::splitterMoved, this, [this] { state_.set(panesKey, panes_->saveState()); });
@@ -167,11 +167,10 @@ void RulesPage::openSheet() {
 }
 
 void RulesPage::fillShareMenu(QMenu& menu) {
-    auto* import =
-        menu.addAction(menuText(qtText(MainView::importRules)), this, [this] { model_.importing.set(true); });
+    auto* import = menu.addAction(menuText(qtText(MainView::importRules)), this, [this] { model_.askImport(); });
     import->setShortcut(QKeySequence::Open);
     auto* all =
-        menu.addAction(menuText(qtText(MainView::exportRules)), this, [this] { model_.exporting.set(*model_.rules); });
+        menu.addAction(menuText(qtText(MainView::exportRules)), this, [this] { model_.askExport(*model_.rules); });
     all->setShortcut(QKeySequence::Save);
     all->setEnabled(MainView::canExport(*model_.rules));
 }
@@ -186,7 +185,7 @@ void RulesPage::openRowMenu(QPoint place) {
     const auto* exportIt = menu.addAction(menuText(qtText(RulesView::exportRow)));
     const auto* deleteIt = menu.addAction(menuText(qtText(RulesView::deleteRow)));
     const auto* chosen = menu.exec(place);
-    if (chosen == exportIt) model_.exporting.set(RulesView::rulesOf(model_, {*rule}));
+    if (chosen == exportIt) model_.askExport(RulesView::rulesOf(model_, {*rule}));
     if (chosen == deleteIt) model_.deleteRules({*rule});
 }
 

@@ -117,7 +117,7 @@ void MainWindow::addShortcuts() {
         for (const auto& row : group.rows) {
             const QKeySequence keys(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + number++));
             connect(new QShortcut(keys, this), &QShortcut::activated, this,
-                    [this, section = row.section] { model_.section.set(section); });
+                    [this, section = row.section] { model_.show(section); });
         }
     }
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), this), &QShortcut::activated, this, &QWidget::close);
@@ -129,7 +129,7 @@ void MainWindow::addShortcuts() {
 void MainWindow::showShortcuts() { (new ShortcutsDialog(look_, this))->open(); }
 
 void MainWindow::connectModel() {
-    connect(sidebar_, &Sidebar::chosen, this, [this](AppSection section) { model_.section.set(section); });
+    connect(sidebar_, &Sidebar::chosen, this, [this](AppSection section) { model_.show(section); });
     notifiers_.push_back(model_.section.onChange([this] {
         showSidebar();
         showSection(*model_.section);

@@ -50,7 +50,7 @@ void RuleFileDialogs::showImportPanel() {
     });
     connect(open, &QDialog::finished, this, [this] {
         importPanel_ = nullptr;
-        model_.importing.set(false);
+        model_.endImport();
     });
     open->open();
 }
@@ -70,7 +70,7 @@ void RuleFileDialogs::showExportPanel() {
     connect(save, &QFileDialog::fileSelected, this, &RuleFileDialogs::saveTo);
     connect(save, &QDialog::finished, this, [this] {
         exportPanel_ = nullptr;
-        model_.exporting.set(std::nullopt);
+        model_.endExport();
     });
     save->open();
 }
@@ -92,7 +92,7 @@ void RuleFileDialogs::showMessage() {
     alert_ = message;
     connect(message, &QDialog::finished, this, [this] {
         alert_ = nullptr;
-        model_.importMessage.set(std::nullopt);
+        model_.dismissImportMessage();
     });
     message->open();
 }

@@ -48,10 +48,9 @@ QAction* WindowMenu::add(std::string_view text, const QKeySequence& keys) {
 }
 
 void WindowMenu::addRuleCommands() {
-    connect(add(MainView::importRules, QKeySequence::Open), &QAction::triggered, this,
-            [this] { model_.importing.set(true); });
+    connect(add(MainView::importRules, QKeySequence::Open), &QAction::triggered, this, [this] { model_.askImport(); });
     auto* exporting = add(MainView::exportRules, QKeySequence::Save);
-    connect(exporting, &QAction::triggered, this, [this] { model_.exporting.set(*model_.rules); });
+    connect(exporting, &QAction::triggered, this, [this] { model_.askExport(*model_.rules); });
     const auto enable = [this, exporting] { exporting->setEnabled(MainView::canExport(*model_.rules)); };
     enable();
     rules_ = model_.rules.onChange(enable);

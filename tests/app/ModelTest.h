@@ -10,6 +10,7 @@
 #include "app/model/AppModel.h"
 #include "tests/fakes/Executors.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/KeptState.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 namespace tolvane {
@@ -24,6 +25,7 @@ struct ModelTest : testing::Test {
     fakes::VirtualClock& clock = *fake.clock;
     fakes::FakeWorld& world = *fake.world;
     fakes::HeldJobs neverRun;
+    ModelState* modelState = nullptr;
     std::unique_ptr<AppModel> model;
 
     ModelTest() { world.applicationSupport = folder.path().string(); }
@@ -33,7 +35,7 @@ struct ModelTest : testing::Test {
     void startStill() { make(false, neverRun.factory()); }
     void startDemo() { make(true, fakes::InlineExecutor::make); }
     void make(bool demo, const ExecutorFactory& makeExecutor) {
-        model = std::make_unique<AppModel>(fake.host, *fake.windows, demo, makeExecutor);
+        model = std::make_unique<AppModel>(fake.host, *fake.windows, demo, makeExecutor, fakes::keptState(modelState));
     }
 
     /// True when at least one of them is at background priority now.

@@ -53,7 +53,7 @@ struct RuleActsTest : ModelTest {
     /// Lets the rules decide now.
     void fire(std::vector<Rule> rules) {
         if (!model) start();
-        model->rules.set(std::move(rules));
+        modelState->rules.set(std::move(rules));
         world.press();
     }
     std::vector<std::string> outcomes() const {

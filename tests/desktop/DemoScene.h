@@ -5,6 +5,7 @@
 #include "desktop/look/Look.h"
 #include "desktop/window/WindowState.h"
 #include "tests/fakes/FakeHost.h"
+#include "tests/fakes/KeptState.h"
 
 namespace tolvane::desktop {
 
@@ -12,13 +13,14 @@ namespace tolvane::desktop {
 struct DemoScene {
     fakes::FakeHost fake;
     Host host;
+    ModelState* modelState = nullptr;
     AppModel model;
     Look look;
     WindowState state;
 
     explicit DemoScene(Appearance appearance = {}, double textFactor = 1)
         : host(hostAtThatMoment(fake)),
-          model(host, *fake.windows, true),
+          model(host, *fake.windows, true, AppModel::makeWorkerThread, fakes::keptState(modelState)),
           look(*host.applications, appearance, textFactor) {
         look.install();
     }

@@ -29,7 +29,7 @@ TEST_P(GoldenPicturesTest, showEveryScreenAsItWasKept) {
     window.resize(1040, 640);
     window.show();
     for (const auto& screen : allScreens(scene.model, scene.look, scene.state, "en_US")) {
-        scene.model.section.set(screen.section);
+        scene.model.show(screen.section);
         const auto name = qtText(traits(screen.section).rawValue) + (dark ? "-dark" : "");
         EXPECT_TRUE(looksLike(settled(window), name));
     }

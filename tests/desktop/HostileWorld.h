@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/model/AppModel.h"
+#include "app/model/ModelState.h"
 
 /// What the demo's machine becomes when nothing is as its makers thought: for looking at screens, and for tests that
 /// none of them breaks.
@@ -98,36 +98,36 @@ inline ProcRow renamed(ProcRow row, const Change& change) {
     return row;
 }
 
-inline void renameProcesses(AppModel& model, const Change& change) {
-    auto snapshot = *model.snapshot;
+inline void renameProcesses(ModelState& state, const Change& change) {
+    auto snapshot = *state.snapshot;
     for (auto& row : snapshot.rows) row = renamed(row, change);
-    model.snapshot.set(std::move(snapshot));
-    auto moments = *model.moments;
+    state.snapshot.set(std::move(snapshot));
+    auto moments = *state.moments;
     for (auto& moment : moments) {
         for (auto& holder : moment.holders) holder.title = changed(holder.title, change);
     }
-    model.moments.set(std::move(moments));
+    state.moments.set(std::move(moments));
 }
 
-inline void renameProjects(AppModel& model, const Change& change) {
+inline void renameProjects(ModelState& state, const Change& change) {
     std::map<std::string, ProjectBranch> branches;
-    for (auto [root, branch] : *model.branches) {
+    for (auto [root, branch] : *state.branches) {
         if (branch.state.branch) branch.state.branch = change(*branch.state.branch);
         branches.emplace(folder(root, change), branch);
     }
-    model.branches.set(std::move(branches));
-    auto parked = *model.parked;
+    state.branches.set(std::move(branches));
+    auto parked = *state.parked;
     for (auto& project : parked) {
         project.root = folder(project.root, change);
         for (auto& command : project.commands) {
             for (auto& each : command.args) each = change(each);
         }
     }
-    model.parked.set(std::move(parked));
+    state.parked.set(std::move(parked));
 }
 
-inline void renameRules(AppModel& model, const Change& change) {
-    auto rules = *model.rules;
+inline void renameRules(ModelState& state, const Change& change) {
+    auto rules = *state.rules;
     for (auto& rule : rules) {
         rule.name = change(rule.name);
         if (auto* app = std::get_if<AppTarget>(&rule.target)) app->name = change(app->name);
@@ -135,30 +135,30 @@ inline void renameRules(AppModel& model, const Change& change) {
             for (auto& each : command->patterns) each = change(each);
         }
     }
-    model.rules.set(std::move(rules));
-    auto activity = *model.activity;
+    state.rules.set(std::move(rules));
+    auto activity = *state.activity;
     for (auto& entry : activity) {
         entry.ruleName = changed(entry.ruleName, change);
         entry.subject = changed(entry.subject, change);
     }
-    model.activity.set(std::move(activity));
-    auto suggestions = *model.suggestions;
+    state.activity.set(std::move(activity));
+    auto suggestions = *state.suggestions;
     for (auto& each : suggestions) {
         each.title = change(each.title);
         each.evidence = change(each.evidence);
     }
-    model.suggestions.set(std::move(suggestions));
+    state.suggestions.set(std::move(suggestions));
 }
 
-inline void rename(AppModel& model, const Change& change) {
-    renameProcesses(model, change);
-    renameProjects(model, change);
-    renameRules(model, change);
+inline void rename(ModelState& state, const Change& change) {
+    renameProcesses(state, change);
+    renameProjects(state, change);
+    renameRules(state, change);
 }
 
 /// Every size times `factor`, every load times `load`.
-inline void scaleProcesses(AppModel& model, std::uint64_t factor, double load) {
-    auto snapshot = *model.snapshot;
+inline void scaleProcesses(ModelState& state, std::uint64_t factor, double load) {
+    auto snapshot = *state.snapshot;
     for (auto& row : snapshot.rows) {
         for (auto* size : {&row.sample.footprint, &row.sample.compressed, &row.sample.peakFootprint}) *size *= factor;
         row.cpuPercent *= load;
@@ -173,111 +173,111 @@ inline void scaleProcesses(AppModel& model, std::uint64_t factor, double load) {
     snapshot.cpu.system *= std::min(load, 1.0);
     snapshot.cpu.performance *= load;
     snapshot.cpu.efficiency *= load;
-    model.snapshot.set(std::move(snapshot));
-    auto loads = *model.loadHistory;
+    state.snapshot.set(std::move(snapshot));
+    auto loads = *state.loadHistory;
     for (auto& point : loads) {
         point.performance *= load;
         point.efficiency *= load;
     }
-    model.loadHistory.set(std::move(loads));
+    state.loadHistory.set(std::move(loads));
 }
 
-inline void scaleRecords(AppModel& model, std::uint64_t factor, double load) {
-    auto moments = *model.moments;
+inline void scaleRecords(ModelState& state, std::uint64_t factor, double load) {
+    auto moments = *state.moments;
     for (auto& moment : moments) {
         for (auto* size : {&moment.total, &moment.used, &moment.compressed, &moment.swapUsed}) *size *= factor;
         for (auto& holder : moment.holders) holder.memory *= factor;
         if (moment.performance) moment.performance = *moment.performance * load;
         if (moment.efficiency) moment.efficiency = *moment.efficiency * load;
     }
-    model.moments.set(std::move(moments));
-    auto activity = *model.activity;
+    state.moments.set(std::move(moments));
+    auto activity = *state.activity;
     for (auto& entry : activity) {
         entry.memory *= factor;
         if (entry.freed) entry.freed = *entry.freed * factor;
     }
-    model.activity.set(std::move(activity));
-    auto suggestions = *model.suggestions;
+    state.activity.set(std::move(activity));
+    auto suggestions = *state.suggestions;
     for (auto& each : suggestions) {
         each.memory *= factor;
         if (each.cpu) each.cpu = *each.cpu * load;
     }
-    model.suggestions.set(std::move(suggestions));
+    state.suggestions.set(std::move(suggestions));
 }
 
-inline void makeHuge(AppModel& model) {
+inline void makeHuge(ModelState& state) {
     constexpr std::uint64_t factor = 4096;
     constexpr double load = 20;
     constexpr int cores = 256, ports = 300;
-    scaleProcesses(model, factor, load);
-    scaleRecords(model, factor, load);
-    auto snapshot = *model.snapshot;
+    scaleProcesses(state, factor, load);
+    scaleRecords(state, factor, load);
+    auto snapshot = *state.snapshot;
     snapshot.cpu.cores = cores;
     snapshot.cpu.efficiencyCores = cores / 4;
     for (auto& row : snapshot.rows) {
         row.unusedSince -= Seconds{3e8};
         row.sample.startTime -= Seconds{6e8};
     }
-    model.snapshot.set(std::move(snapshot));
-    model.swapGrowth.set(std::int64_t{1} << 46U);
-    model.readBack.set(std::uint64_t{1} << 46U);
-    auto all = *model.ports;
+    state.snapshot.set(std::move(snapshot));
+    state.swapGrowth.set(std::int64_t{1} << 46U);
+    state.readBack.set(std::uint64_t{1} << 46U);
+    auto all = *state.ports;
     for (auto& [pid, list] : all) {
         for (int port = 0; port < ports; ++port) list.push_back(30'000 + port);
     }
-    model.ports.set(std::move(all));
+    state.ports.set(std::move(all));
 }
 
-inline void makeNothing(AppModel& model) {
+inline void makeNothing(ModelState& state) {
     Snapshot empty;
-    empty.date = model.snapshot->date;
-    model.snapshot.set(std::move(empty));
-    model.loadHistory.set({});
-    model.moments.set({});
-    model.rules.set({});
-    model.activity.set({});
-    model.suggestions.set({});
-    model.parked.set({});
-    model.containers.set({});
-    model.branches.set({});
-    model.ports.set({});
-    model.selectedRows.set({});
+    empty.date = state.snapshot->date;
+    state.snapshot.set(std::move(empty));
+    state.loadHistory.set({});
+    state.moments.set({});
+    state.rules.set({});
+    state.activity.set({});
+    state.suggestions.set({});
+    state.parked.set({});
+    state.containers.set({});
+    state.branches.set({});
+    state.ports.set({});
+    state.selectedRows.set({});
 }
 
-inline void makeOne(AppModel& model) {
-    auto snapshot = *model.snapshot;
+inline void makeOne(ModelState& state) {
+    auto snapshot = *state.snapshot;
     if (snapshot.rows.size() > 1) snapshot.rows.resize(1);
-    model.snapshot.set(std::move(snapshot));
-    auto moments = *model.moments;
+    state.snapshot.set(std::move(snapshot));
+    auto moments = *state.moments;
     if (moments.size() > 1) moments.erase(moments.begin(), moments.end() - 1);
-    model.moments.set(std::move(moments));
-    model.loadHistory.set({});
-    for (auto* list : {&model.activity}) {
+    state.moments.set(std::move(moments));
+    state.loadHistory.set({});
+    for (auto* list : {&state.activity}) {
         auto entries = list->get();
         if (entries.size() > 1) entries.resize(1);
         list->set(std::move(entries));
     }
-    auto rules = *model.rules;
+    auto rules = *state.rules;
     if (rules.size() > 1) rules.resize(1);
-    model.rules.set(std::move(rules));
+    state.rules.set(std::move(rules));
 }
 
-/// Turns the world of a model with a demo in it into one of these.
-inline void become(AppModel& model, Kind kind) {
+/// Turns the state of a model with a demo in it into one of these.
+inline void become(ModelState& state, Kind kind) {
     switch (kind) {
         case Kind::endless:
-            return rename(model, endless);
+            return rename(state, endless);
         case Kind::foreign:
-            return rename(model, foreign);
+            return rename(state, foreign);
         case Kind::huge:
-            return makeHuge(model);
+            return makeHuge(state);
         case Kind::zero:
-            scaleProcesses(model, 0, 0);
-            return scaleRecords(model, 0, 0);
+            scaleProcesses(state, 0, 0);
+            return scaleRecords(state, 0, 0);
         case Kind::one:
-            return makeOne(model);
+            return makeOne(state);
         case Kind::nothing:
-            return makeNothing(model);
+            return makeNothing(state);
     }
 }
 

@@ -91,7 +91,7 @@ protected:
     HostileWorldTest() : manner(std::get<1>(GetParam())) {
         QApplication::setLayoutDirection(manner.direction);
         scene = std::make_unique<DemoScene>(Appearance{}, manner.text);
-        HostileWorld::become(scene->model, std::get<0>(GetParam()).kind);
+        HostileWorld::become(*scene->modelState, std::get<0>(GetParam()).kind);
     }
     ~HostileWorldTest() override {
         scene.reset();
@@ -117,7 +117,7 @@ TEST_P(HostileWorldTest, nothingOverlapsOnAnyScreen) {
     window.resize(Sizes::windowLeastWidth, Sizes::windowLeastHeight);
     for (const auto& screen : allScreens(model, scene->look, scene->state, "en_US")) {
         SCOPED_TRACE(traits(screen.section).title);
-        model.section.set(screen.section);
+        model.show(screen.section);
         settle(window);
         expectTidy(window);
         EXPECT_FALSE(window.grab().isNull());
@@ -130,13 +130,13 @@ TEST_P(HostileWorldTest, whatIsSelectedIsShownWhole) {
     window.resize(Sizes::windowLeastWidth, Sizes::windowLeastHeight);
     std::set<std::string> all;
     for (const auto& line : TableRow::build(model.snapshot->rows, Grouping::apps, 1, model.rowNames())) {
-        model.selectedRows.set({line.id});
+        model.selectRows({line.id});
         settle(window);
         expectTidy(window);
         all.insert(line.id);
         if (all.size() > 3) break;
     }
-    model.selectedRows.set(all);
+    model.selectRows(all);
     settle(window);
     expectTidy(window);
 }

@@ -4,6 +4,7 @@
 #include "desktop/look/Look.h"
 #include "desktop/window/WindowState.h"
 #include "tests/fakes/Executors.h"
+#include "tests/fakes/KeptState.h"
 #include "tests/fakes/SampleCast.h"
 
 namespace tolvane::desktop {
@@ -13,19 +14,21 @@ struct SampleScene {
     fakes::FakeHost fake;
     /// Samples are never taken, so that the cast stays as it is.
     fakes::HeldJobs jobs;
+    ModelState* modelState = nullptr;
     AppModel model;
     Look look;
     WindowState state;
 
     explicit SampleScene(Appearance appearance = {}, double textFactor = 1)
-        : model((fakes::SampleCast::nameApplications(*fake.world), fake.host), *fake.windows, false, jobs.factory()),
+        : model((fakes::SampleCast::nameApplications(*fake.world), fake.host), *fake.windows, false, jobs.factory(),
+                fakes::keptState(modelState)),
           look(*fake.host.applications, appearance, textFactor) {
         const auto cast = fakes::SampleCast::at(fake.clock->now());
-        model.history.set(historyOf(cast));
-        model.loadHistory.set(cast.loadHistory);
-        model.swapGrowth.set(std::int64_t{310} << 20U);
-        model.readBack.set(std::uint64_t{96} << 20U);
-        model.snapshot.set(cast.snapshot);
+        modelState->history.set(historyOf(cast));
+        modelState->loadHistory.set(cast.loadHistory);
+        modelState->swapGrowth.set(std::int64_t{310} << 20U);
+        modelState->readBack.set(std::uint64_t{96} << 20U);
+        modelState->snapshot.set(cast.snapshot);
         look.install();
     }
 
@@ -33,7 +36,7 @@ struct SampleScene {
         auto next = *model.snapshot;
         next.date += Seconds{5};
         next.rows = std::move(rows);
-        model.snapshot.set(std::move(next));
+        modelState->snapshot.set(std::move(next));
     }
 
 private:

@@ -18,6 +18,7 @@
 #include "core/projects/Projects.h"
 #include "core/sampling/ProcessReader.h"
 #include "platform/linux/makeLinuxHost.h"
+#include "tests/fakes/KeptState.h"
 
 namespace tolvane {
 
@@ -43,7 +44,8 @@ RealMachine::~RealMachine() {
 
 void RealMachine::start(const std::string& client) {
     host.children = std::make_unique<OneClient>(client);
-    model = std::make_unique<AppModel>(host, *fake.windows, false);
+    model = std::make_unique<AppModel>(host, *fake.windows, false, AppModel::makeWorkerThread,
+                                       fakes::keptState(modelState));
     tick();
 }
 

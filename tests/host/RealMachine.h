@@ -66,6 +66,7 @@ protected:
     const std::string home;
     fakes::FakeHost fake;
     Host host;
+    ModelState* modelState = nullptr;
     std::unique_ptr<AppModel> model;
 };
 

@@ -125,7 +125,7 @@ TEST_F(RealProject, whatHasGoneMeanwhileIsTold) {
     start();
     const ParkedProject project{
         .root = root, .date = {}, .commands = {works, programGone, folderGone, works}, .containers = {}};
-    model->parked.set({project});
+    modelState->parked.set({project});
     QCoro::waitFor(model->startAgain(project));
     ASSERT_EQ(notifications().size(), 1U);
     EXPECT_EQ(notifications()[0].title, "Could not start all of shop");
@@ -231,7 +231,7 @@ TEST_F(HangingTool, holdsUpNeitherTheTickNorTheEnd) {
     run(root, {"/usr/bin/sleep", "600"}, {});
     start(client);
     ASSERT_TRUE(eventually([&] { return group(root).rows.size() == 1; }));
-    model->containers.set({{.id = "c1", .name = "db", .workingDir = root}});
+    modelState->containers.set({{.id = "c1", .name = "db", .workingDir = root}});
     static_cast<void>(model->refreshProjects());
     ASSERT_TRUE(eventually([&] { return files.read("client.pid").ends_with('\n'); })) << "samples go on meanwhile";
     const Pid tool = std::stoi(files.read("client.pid"));

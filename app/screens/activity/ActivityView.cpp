@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "app/rows/Format.h"
-#include "core/storage/Store.h"
 #include "core/words/DateWords.h"
 
 namespace tolvane {
@@ -76,8 +75,7 @@ std::optional<Question> ActivityView::clearQuestion() const {
 
 void ActivityView::confirmClear() {
     confirmClear_ = false;
-    model_.store().clearActivity();
-    model_.activity.set({});
+    model_.clearActivity();
 }
 
 }  // namespace tolvane

@@ -91,7 +91,7 @@ std::string_view PanelView::tagOf(Suggestion::Kind kind) {
     return "Idle";
 }
 
-void PanelView::openMainWindow(AppModel& model) { model.windowRequest.set(*model.windowRequest + 1); }
+void PanelView::openMainWindow(AppModel& model) { model.openWindow(); }
 
 void PanelView::openSuggestions(AppModel& model) { model.open(AppSection::suggestions); }
 

@@ -56,7 +56,7 @@ std::optional<Question> ProcessesView::forceQuitQuestion() const {
 
 std::vector<TableRow> ProcessesView::confirmForceQuit() {
     auto lines = std::exchange(confirmForceQuit_, std::nullopt).value_or(std::vector<TableRow>{});
-    model_.selectedRows.set({});
+    model_.selectRows({});
     return lines;
 }
 

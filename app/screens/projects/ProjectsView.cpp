@@ -212,11 +212,7 @@ QCoro::Task<void> ProjectsView::end(AppModel* model, ProjectGroup group, bool pa
 
 void ProjectsView::startAgain(const ParkedProject& project) { static_cast<void>(model_.startAgain(project)); }
 
-void ProjectsView::forget(const ParkedProject& project) {
-    auto left = *model_.parked;
-    std::erase_if(left, [&project](const ParkedProject& each) { return each.root == project.root; });
-    model_.parked.set(std::move(left));
-}
+void ProjectsView::forget(const ParkedProject& project) { model_.forgetParked(project.root); }
 
 void ProjectsView::showLog(const ParkedProject& project) {
     model_.desktop().open(model_.acts().projectLog(project.root));

@@ -69,11 +69,10 @@ void RuleEditor::showPatterns() { patterns_ = rule() ? PatternList::join(pattern
 
 template <typename Function>
 void RuleEditor::change(Function change) {
-    auto rules = *model_.rules;
-    const auto found = std::ranges::find(rules, id_, &Rule::id);
-    if (found == rules.end()) return;
-    change(*found);
-    model_.rules.set(std::move(rules));
+    if (!rule()) return;
+    auto edited = *rule();
+    change(edited);
+    model_.replaceRule(std::move(edited));
 }
 
 void RuleEditor::setName(std::string name) {

@@ -128,7 +128,7 @@ SettingsSection SettingsView::backupSection(bool possible, bool wanted, const st
 
 void SettingsView::setOn(Control control, bool on) {
     if (control == Control::openAtLogin) return setLogin(on);
-    if (control == Control::backUp) return model_.backupToSyncFolder.set(on);
+    if (control == Control::backUp) return model_.setBackupToSyncFolder(on);
     if (const auto* preference = preferenceOf(control)) preference->store(model_.preferences(), on);
 }
 

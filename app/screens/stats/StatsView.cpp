@@ -166,8 +166,8 @@ std::vector<StatsTick> StatsView::ticks(std::uint64_t largest, std::string_view 
 }
 
 void StatsView::show(const UUID& rule) {
-    model_.selectedRule.set(rule);
-    model_.section.set(AppSection::rules);
+    model_.selectRule(rule);
+    model_.show(AppSection::rules);
 }
 
 }  // namespace tolvane

@@ -84,7 +84,7 @@ public:
     /// Does it to those of the row's processes that live on. What ends processes goes on beside the caller.
     void carryOut(SuggestionRow row, SuggestionAction action);
     bool canShowHidden() const { return !model_.hiddenSuggestions->empty(); }
-    void showHidden() { model_.hiddenSuggestions.set({}); }
+    void showHidden() { model_.showHiddenSuggestions(); }
 
 private:
     static QCoro::Task<> tellFailure(QCoro::Task<std::optional<Outcome>> act, std::weak_ptr<Told> failed);

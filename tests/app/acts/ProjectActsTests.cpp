@@ -234,7 +234,7 @@ TEST_F(ProjectActs, startAgainForgetsTheEntry) {
 TEST_F(ProjectActs, startAgainOfNothingAsksNobody) {
     world.executables.insert(client);
     start();
-    model->parked.set({parkedShop({})});
+    modelState->parked.set({parkedShop({})});
     startAgain(parkedShop({}));
     EXPECT_THAT(world.started, IsEmpty());
     EXPECT_EQ(clientRuns("start"), 0U);
@@ -247,7 +247,7 @@ TEST_F(ProjectActs, oneThatDoesNotStartLeavesTheOthersRunning) {
     start();
     const auto project = parkedShop(
         {command("/opt/a", {"a"}), command("/opt/gone", {"gone", "--now"}), command("/opt/b", {"b"})}, {"c1"});
-    model->parked.set({project});
+    modelState->parked.set({project});
     startAgain(project);
     EXPECT_THAT(startedPrograms(), ElementsAre("/opt/a", "/opt/b"));
     EXPECT_THAT(*model->parked, IsEmpty());
@@ -279,7 +279,7 @@ TEST_F(ProjectActs, startAgainStartsTheContainersAfterTheCommands) {
 
 TEST_F(ProjectActs, containersThatDoNotStartAreTold) {
     start();
-    model->parked.set({parkedShop({}, {"c1"})});
+    modelState->parked.set({parkedShop({}, {"c1"})});
     startAgain(parkedShop({}, {"c1"}));
     EXPECT_EQ(world.notifications.at(0).title, "Could not start all of shop");
     EXPECT_EQ(world.notifications.at(0).body, "Docker did not start its containers.");

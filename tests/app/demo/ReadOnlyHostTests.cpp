@@ -26,8 +26,8 @@ TEST_F(ReadOnlyHostTest, showsWhatIsStoredAndStoresNothing) {
     EXPECT_EQ(*model->rules, rules);
     EXPECT_EQ(model->moments->size(), 2U);
     EXPECT_TRUE(*model->rulesPaused);
-    model->rules.set({});
-    model->rulesPaused.set(false);
+    modelState->rules.set({});
+    model->pauseRules(false);
     EXPECT_EQ(stored.loadRules(), rules);
     EXPECT_EQ(stored.loadHistory(clock.now()).size(), 1U);
     EXPECT_TRUE(world.preferences.empty());

@@ -1,6 +1,7 @@
 #include "app/model/AppModel.h"
 
 #include "app/preferences/AppPreferences.h"
+#include "core/storage/Store.h"
 #include "tests/app/ModelTest.h"
 
 namespace tolvane {
@@ -62,14 +63,14 @@ TEST_F(AppModelTest, startingWritesNoPreference) {
 
 TEST_F(AppModelTest, assigningASwitchWritesItsPreferenceAlsoWhenItStandsLikeThat) {
     start();
-    model->rulesPaused.set(true);
-    model->rulesPaused.set(true);
+    model->pauseRules(true);
+    model->pauseRules(true);
     EXPECT_EQ(world.timesAsked("set rulesPaused"), 2U);
     EXPECT_EQ(world.preferences.at("rulesPaused"), PreferenceValue(true));
-    model->backupToSyncFolder.set(true);
+    model->setBackupToSyncFolder(true);
     EXPECT_EQ(world.preferences.at("backupToICloud"), PreferenceValue(true));
     const PreferenceDates hidden{{"idle:node", clock.now()}};
-    model->hiddenSuggestions.set(hidden);
+    modelState->hiddenSuggestions.set(hidden);
     EXPECT_EQ(world.preferences.at("hiddenSuggestions"), PreferenceValue(hidden));
 }
 
@@ -113,6 +114,32 @@ TEST_F(AppModelTest, openingASectionAsksForTheWindowEachTime) {
     EXPECT_EQ(*model->windowRequest, 1);
     model->open(AppSection::history);
     EXPECT_EQ(*model->windowRequest, 2);
+}
+
+TEST_F(AppModelTest, showingASectionDoesNotAskForTheWindow) {
+    start();
+    model->show(AppSection::history);
+    EXPECT_EQ(*model->section, AppSection::history);
+    EXPECT_EQ(*model->windowRequest, 0);
+}
+
+TEST_F(AppModelTest, clearingTheActivityClearsItsFileToo) {
+    start();
+    model->store().append(ActivityEntry{.date = clock.now(), .subject = "node"});
+    modelState->activity.set(model->store().loadActivity(10));
+    ASSERT_EQ(model->activity->size(), 1U);
+    model->clearActivity();
+    EXPECT_TRUE(model->activity->empty());
+    EXPECT_TRUE(model->store().loadActivity(10).empty());
+}
+
+TEST_F(AppModelTest, aForgottenProjectIsGoneFromTheFileToo) {
+    start();
+    modelState->parked.set({{.root = "/home/ada/shop"}, {.root = "/home/ada/blog"}});
+    model->forgetParked("/home/ada/shop");
+    ASSERT_EQ(model->parked->size(), 1U);
+    EXPECT_EQ(model->parked->front().root, "/home/ada/blog");
+    EXPECT_EQ(model->store().loadParked(), *model->parked);
 }
 
 TEST_F(AppModelTest, historyOfNoProcessIsEmpty) {

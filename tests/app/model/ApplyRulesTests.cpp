@@ -22,7 +22,7 @@ struct ApplyRulesTest : RuleActsTest {
 TEST_F(ApplyRulesTest, rulesOfTheStoreActAtTheFirstTick) {
     addWorker(7);
     start();
-    model->rules.set({workerRule(RuleAction::terminate)});
+    modelState->rules.set({workerRule(RuleAction::terminate)});
     model.reset();
     start();
     EXPECT_THAT(outcomes(), ElementsAre("Terminated"));
@@ -31,11 +31,11 @@ TEST_F(ApplyRulesTest, rulesOfTheStoreActAtTheFirstTick) {
 TEST_F(ApplyRulesTest, pausedRulesDoNothingUntilTheyGoOn) {
     addWorker(7);
     start();
-    model->rulesPaused.set(true);
+    model->pauseRules(true);
     fire({workerRule(RuleAction::terminate)});
     clock.advance(600s);
     EXPECT_THAT(outcomes(), IsEmpty());
-    model->rulesPaused.set(false);
+    model->pauseRules(false);
     clock.advance(60s);
     EXPECT_THAT(outcomes(), ElementsAre("Terminated"));
 }
@@ -201,7 +201,7 @@ TEST_F(ApplyRulesTest, thisProgramIsLeftAlone) {
 TEST_F(ApplyRulesTest, theDemoActsOnNothing) {
     addWorker(7);
     start();
-    model->rules.set({workerRule(RuleAction::terminate)});
+    modelState->rules.set({workerRule(RuleAction::terminate)});
     model.reset();
     startDemo();
     clock.advance(600s);

@@ -130,7 +130,7 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
     void changeRules() {
         if (model->rules->size() < 6) return model->addRule(arbitraryRule());
         if (once(2)) return model->deleteRules({(*model->rules)[below(6)].id});
-        model->rulesPaused.set(once(3));
+        model->pauseRules(once(3));
     }
     void useSuggestions() {
         if (model->suggestions->empty()) return;

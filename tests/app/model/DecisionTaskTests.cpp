@@ -236,7 +236,7 @@ TEST_F(DecisionTaskTest, withoutNotificationsEntriesAreStillWritten) {
 TEST_F(DecisionTaskTest, aProcessThatVanishedBeforeTheSignalCountsAsTerminated) {
     addWorker(7);
     start();
-    model->rules.set({workerRule(RuleAction::terminate)});
+    modelState->rules.set({workerRule(RuleAction::terminate)});
     world.find(7)->bsd->startTime = clock.now();
     world.press();
     ASSERT_THAT(outcomes(), ElementsAre("Terminated"));

@@ -29,7 +29,7 @@ struct AdviceModelTest : ModelTest {
     }
     void startWith(std::vector<Suggestion> suggestions) {
         start();
-        model->suggestions.set(std::move(suggestions));
+        modelState->suggestions.set(std::move(suggestions));
     }
     Snapshot snapshotAt(Date date) const {
         auto snapshot = *model->snapshot;
@@ -63,7 +63,7 @@ TEST_F(AdviceModelTest, theServiceManagersProcessesAreNotLeftRunning) {
     clock.advance(3600s);
     ASSERT_EQ(model->suggestions->size(), 1U);
     EXPECT_EQ(model->suggestions->front().evidence, "Its terminal is gone. Listening on port 5173, unused for 1 hr.");
-    model->servicePIDs.set({71});
+    modelState->servicePIDs.set({71});
     world.managedPIDs = std::set<Pid>{71};
     clock.advance(60s);
     EXPECT_THAT(*model->suggestions, IsEmpty());
@@ -93,9 +93,9 @@ TEST_F(AdviceModelTest, aSnoozeEndsWithTheFirstSampleAfterItsDate) {
     const Date noon = clock.now() + 3600s;
     model->hide(suggestion("a"), noon);
     EXPECT_THAT(visible(), ElementsAre("b"));
-    model->snapshot.set(snapshotAt(noon));
+    modelState->snapshot.set(snapshotAt(noon));
     EXPECT_THAT(visible(), ElementsAre("b"));
-    model->snapshot.set(snapshotAt(noon + 1s));
+    modelState->snapshot.set(snapshotAt(noon + 1s));
     EXPECT_THAT(visible(), ElementsAre("a", "b"));
 }
 

@@ -163,7 +163,7 @@ struct SlowLoopTest : ModelTest {
     void startSlowly() {
         start(samples.factory());
         // Else the first tick would ask for services as well.
-        model->servicesChecked.set(clock.now());
+        modelState->servicesChecked.set(clock.now());
     }
 };
 

@@ -50,7 +50,7 @@ TEST_F(BadDiskTest, aBackupThatDoesNotFitSaysSo) {
     start();
     world.syncFolder = disk / "";
     model->addRule({.id = UUID::random(), .name = std::string(100'000, 'n')});
-    model->backupToSyncFolder.set(true);
+    model->setBackupToSyncFolder(true);
     EXPECT_EQ(model->backupError->value_or("none"), "Rules.tolvanerules does not fit on the disk.");
     model->deleteRules({model->rules->back().id});
     EXPECT_EQ(*model->backupError, std::nullopt);

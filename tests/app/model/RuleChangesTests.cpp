@@ -26,7 +26,7 @@ Rule ruleOf(std::string name, std::int64_t minutes) {
 struct RuleChangesTest : ModelTest {
     RuleChangesTest() {
         start();
-        model->rules.set({ruleOf("first", 15), ruleOf("second", 30)});
+        modelState->rules.set({ruleOf("first", 15), ruleOf("second", 30)});
     }
 
     std::string file(std::string_view name, const std::vector<Rule>& rules) const {
@@ -51,9 +51,24 @@ TEST_F(RuleChangesTest, anAddedRuleIsLastSelectedShownAndSaved) {
     EXPECT_EQ(stored(), *model->rules);
 }
 
+TEST_F(RuleChangesTest, aReplacedRuleKeepsItsPlaceAndIsSaved) {
+    auto edited = (*model->rules)[0];
+    edited.name = "edited";
+    model->replaceRule(edited);
+    EXPECT_THAT(names(), ElementsAre("edited", "second"));
+    EXPECT_EQ(stored(), *model->rules);
+}
+
+TEST_F(RuleChangesTest, replacingAnUnknownRuleWritesNothing) {
+    std::filesystem::remove_all(folder / "Tolvane");
+    model->replaceRule(ruleOf("unknown", 60));
+    EXPECT_THAT(names(), ElementsAre("first", "second"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "Tolvane"));
+}
+
 TEST_F(RuleChangesTest, deletedRulesLeaveTheOthersInOrder) {
     model->addRule(ruleOf("third", 60));
-    model->selectedRule.set((*model->rules)[0].id);
+    model->selectRule((*model->rules)[0].id);
     model->deleteRules({(*model->rules)[1].id, UUID::random()});
     EXPECT_THAT(names(), ElementsAre("first", "third"));
     EXPECT_EQ(*model->selectedRule, (*model->rules)[0].id);
@@ -62,7 +77,7 @@ TEST_F(RuleChangesTest, deletedRulesLeaveTheOthersInOrder) {
 
 TEST_F(RuleChangesTest, deletingTheSelectedRuleClearsTheSelection) {
     const auto first = (*model->rules)[0].id;
-    model->selectedRule.set(first);
+    model->selectRule(first);
     model->deleteRules({first});
     EXPECT_EQ(*model->selectedRule, std::nullopt);
 }
@@ -109,7 +124,7 @@ struct NoRuleFileTest : RuleChangesTest {
     /// Imports what stands there, expecting to be refused.
     void refuses(const std::string& name) {
         const auto before = *model->rules;
-        model->importMessage.set(std::nullopt);
+        model->dismissImportMessage();
         model->importRules(folder / name);
         EXPECT_EQ(message(), name + " is not a Tolvane rules file.");
         EXPECT_EQ(*model->rules, before);
@@ -187,16 +202,16 @@ TEST_F(BackupTest, whileOffNothingIsWritten) {
 }
 
 TEST_F(BackupTest, turningItOnWritesAtOnceAndOffLeavesTheFile) {
-    model->backupToSyncFolder.set(true);
+    model->setBackupToSyncFolder(true);
     EXPECT_EQ(backedUp(), *model->rules);
-    model->backupToSyncFolder.set(false);
+    model->setBackupToSyncFolder(false);
     EXPECT_EQ(backedUp(), *model->rules);
     model->addRule(ruleOf("third", 60));
     EXPECT_THAT(backedUp(), SizeIs(2));
 }
 
 TEST_F(BackupTest, everyChangeOfTheRulesIsWritten) {
-    model->backupToSyncFolder.set(true);
+    model->setBackupToSyncFolder(true);
     model->addRule(ruleOf("third", 60));
     EXPECT_THAT(backedUp(), SizeIs(3));
     model->deleteRules({model->rules->back().id});
@@ -206,15 +221,15 @@ TEST_F(BackupTest, everyChangeOfTheRulesIsWritten) {
 }
 
 TEST_F(BackupTest, withNoFolderThatSyncsNothingHappens) {
-    model->backupError.set("before");
+    modelState->backupError.set("before");
     world.syncFolder.reset();
-    model->backupToSyncFolder.set(true);
+    model->setBackupToSyncFolder(true);
     EXPECT_EQ(error(), "before");
 }
 
 TEST_F(BackupTest, aFailureIsToldAndTheRulesAreSaved) {
     folder.write("Sync/Tolvane", "a file where the folder belongs");
-    model->backupToSyncFolder.set(true);
+    model->setBackupToSyncFolder(true);
     EXPECT_NE(error(), "none");
     model->addRule(ruleOf("third", 60));
     EXPECT_EQ(stored(), *model->rules);
@@ -229,8 +244,8 @@ TEST_F(BackupTest, aRestoreTakesTheRulesAsTheyStood) {
     kept.setMode(RuleMode::on);
     auto off = ruleOf("off", 60);
     file(copy, {kept, off});
-    model->selectedRule.set(model->rules->front().id);
-    model->backupError.set("before");
+    model->selectRule(model->rules->front().id);
+    modelState->backupError.set("before");
     model->restoreBackup();
     EXPECT_EQ(*model->rules, (std::vector{kept, off}));
     EXPECT_EQ(*model->selectedRule, std::nullopt);
@@ -247,7 +262,7 @@ TEST_F(BackupTest, aRestoreWithNothingThereSaysSo) {
 
 TEST_F(BackupTest, aRestoreFromADamagedFileLeavesTheRules) {
     const auto before = *model->rules;
-    model->selectedRule.set(before.front().id);
+    model->selectRule(before.front().id);
     folder.write(copy, "{");
     model->restoreBackup();
     EXPECT_EQ(error(), "Could not restore: Rules.tolvanerules is not a Tolvane rules file.");

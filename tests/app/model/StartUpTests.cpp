@@ -81,23 +81,23 @@ TEST_F(StartUpTest, aDamagedRuleFileStaysUntilARuleIsChanged) {
     start();
     EXPECT_EQ(*model->rules, Rule::presets());
     EXPECT_EQ(folder.read("Tolvane/rules.json"), "[{\"name\"");
-    model->rules.set({rule("Mine")});
+    modelState->rules.set({rule("Mine")});
     EXPECT_EQ(folder.read("Tolvane/rules.json.damaged"), "[{\"name\"");
     EXPECT_EQ(stored().loadRules(), *model->rules);
 }
 
 TEST_F(StartUpTest, assigningRulesSavesThemAlsoWhenTheyAreEqual) {
     start();
-    model->rules.set({rule("Mine")});
+    modelState->rules.set({rule("Mine")});
     EXPECT_EQ(stored().loadRules(), *model->rules);
     std::filesystem::remove(folder / "Tolvane/rules.json");
-    model->rules.set(*model->rules);
+    modelState->rules.set(*model->rules);
     EXPECT_EQ(stored().loadRules(), *model->rules);
 }
 
 TEST_F(StartUpTest, assigningParkedProjectsSavesThem) {
     start();
-    model->parked.set({{.root = "/home/ada/shop", .date = clock.now()}});
+    modelState->parked.set({{.root = "/home/ada/shop", .date = clock.now()}});
     EXPECT_EQ(stored().loadParked(), *model->parked);
 }
 
@@ -105,7 +105,7 @@ TEST_F(StartUpTest, aFolderThatCannotBeMadeStopsNothing) {
     world.applicationSupport = "/dev/null/share";
     start();
     clock.advance(60s);
-    model->rules.set({rule("Mine")});
+    modelState->rules.set({rule("Mine")});
     EXPECT_EQ(model->moments->size(), 2U);
 }
 

@@ -40,7 +40,7 @@ protected:
     void prepend(ActivityEntry entry) {
         auto entries = *scene.model.activity;
         entries.insert(entries.begin(), std::move(entry));
-        scene.model.activity.set(std::move(entries));
+        scene.modelState->activity.set(std::move(entries));
     }
 
     SampleScene scene;
@@ -49,7 +49,7 @@ protected:
 };
 
 TEST_F(ActivityPageTest, listsTheLog) {
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     const auto& model = page().table().activityModel();
     EXPECT_EQ(model.rowCount(), 16);
     EXPECT_EQ(cell(0, 1), "Terminated");
@@ -65,18 +65,18 @@ TEST_F(ActivityPageTest, saysWhyTheListIsEmpty) {
     EXPECT_EQ(emptyTitle(), "No Activity");
     EXPECT_FALSE(page().clearButton().isEnabled());
     std::erase_if(log.activity, [](const auto& each) { return !each.dryRun; });
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     EXPECT_EQ(emptyTitle(), "");
     emit page().filterPicker().chosen(1);
     EXPECT_EQ(emptyTitle(), "No Actions");
     EXPECT_TRUE(page().clearButton().isEnabled());
-    scene.model.activity.set({});
+    scene.modelState->activity.set({});
     emit page().filterPicker().chosen(2);
     EXPECT_EQ(emptyTitle(), "Nothing Logged");
 }
 
 TEST_F(ActivityPageTest, newEntriesKeepSelectionAndPlace) {
-    scene.model.activity.set(fakes::SampleLog::longLog(500, scene.model.now()));
+    scene.modelState->activity.set(fakes::SampleLog::longLog(500, scene.model.now()));
     auto& table = page().table();
     const QAbstractItemModelTester tester(&table.activityModel(),
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -90,7 +90,7 @@ TEST_F(ActivityPageTest, newEntriesKeepSelectionAndPlace) {
 }
 
 TEST_F(ActivityPageTest, clearingAsksFirst) {
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     page().clearButton().click();
     auto* dialog = page().findChild<QuestionDialog*>();
     ASSERT_NE(dialog, nullptr);
@@ -106,14 +106,14 @@ TEST_F(ActivityPageTest, clearingAsksFirst) {
 }
 
 TEST_F(ActivityPageTest, returnAnswersAQuestionWithCancel) {
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     page().clearButton().click();
     type(*page().findChild<QuestionDialog*>(), Qt::Key_Return);
     EXPECT_EQ(scene.model.activity->size(), 16U);
 }
 
 TEST_F(ActivityPageTest, aLogOfAHundredThousandStaysQuick) {
-    scene.model.activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
+    scene.modelState->activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
     ProcessorTime time;
     page();
     EXPECT_LT(time.taken(), 1000) << "opening, all of the window's own cost included";
@@ -129,14 +129,14 @@ TEST_F(ActivityPageTest, aLogOfAHundredThousandStaysQuick) {
 }
 
 TEST_F(ActivityPageTest, columnsKeepTheWidthsThatTheyWereGiven) {
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     page().table().setColumnWidths("2=250;9=1;x=y;1=-4");
     EXPECT_EQ(page().table().columnWidths(), "2=250");
     EXPECT_EQ(page().table().columnWidth(2), 250);
 }
 
 TEST_F(ActivityPageTest, entriesAreCopiedAsLinesOfCells) {
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     auto& table = page().table();
     table.setCurrentIndex(table.activityModel().index(0, 0));
     QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);

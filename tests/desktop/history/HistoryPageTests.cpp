@@ -17,7 +17,7 @@ protected:
     HistoryPageTest() {
         std::vector<Moment> moments;
         for (int minute = 300; minute >= 0; --minute) moments.push_back(moment(minute));
-        scene.model.moments.set(std::move(moments));
+        scene.modelState->moments.set(std::move(moments));
         page = std::make_unique<HistoryPage>(scene.model, scene.look, "en_GB", "UTC");
         page->resize(860, 588);
         page->show();
@@ -77,7 +77,7 @@ TEST_F(HistoryPageTest, aBandOfTimesThatHaveNotComeStaysInThePlot) {
         moments.push_back(std::move(ahead));
     }
     moments.back().pressure = 4;
-    scene.model.moments.set(std::move(moments));
+    scene.modelState->moments.set(std::move(moments));
     turnLoop();
     const auto picture = memory().grab().toImage();
     const auto plot = memory().plotRect();
@@ -122,22 +122,22 @@ TEST_F(HistoryPageTest, anotherRangeShowsAnotherSpan) {
 }
 
 TEST_F(HistoryPageTest, withoutMomentsItSaysSo) {
-    scene.model.moments.set({});
+    scene.modelState->moments.set({});
     turnLoop();
     EXPECT_TRUE(page->isEmptyShown());
-    scene.model.moments.set({moment(1)});
+    scene.modelState->moments.set({moment(1)});
     turnLoop();
     EXPECT_FALSE(page->isEmptyShown());
 }
 
 TEST_F(HistoryPageTest, aNewMomentIsShownWhileTheScreenCanBeSeen) {
     scene.fake.clock->jumpTo(now() + Seconds{60});
-    scene.model.moments.update([&](auto& moments) { moments.push_back(moment(0)); });
+    scene.modelState->moments.update([&](auto& moments) { moments.push_back(moment(0)); });
     turnLoop();
     EXPECT_EQ(focus(), now());
     page->hide();
     scene.fake.clock->jumpTo(now() + Seconds{60});
-    scene.model.moments.update([&](auto& moments) { moments.push_back(moment(0)); });
+    scene.modelState->moments.update([&](auto& moments) { moments.push_back(moment(0)); });
     turnLoop();
     EXPECT_EQ(focus(), now() - Seconds{60});
     page->show();

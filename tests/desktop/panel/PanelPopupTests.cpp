@@ -64,8 +64,8 @@ protected:
 };
 
 TEST_F(PanelTest, showsEveryBlock) {
-    scene.model.suggestions.set(log.suggestions);
-    scene.model.activity.set(log.activity);
+    scene.modelState->suggestions.set(log.suggestions);
+    scene.modelState->activity.set(log.activity);
     open();
     for (const auto* text : {"Memory", "CPU", "Largest right now", "Unused", "Suggestions", "Last rule activity",
                              "Terminated: node", "9 minutes ago", "Settings", "Quit Tolvane"}) {
@@ -78,8 +78,8 @@ TEST_F(PanelTest, showsEveryBlock) {
 }
 
 TEST_F(PanelTest, leavesOutEmptyBlocksWithTheirDividers) {
-    scene.model.suggestions.set({});
-    scene.model.activity.set({});
+    scene.modelState->suggestions.set({});
+    scene.modelState->activity.set({});
     open();
     EXPECT_FALSE(says("Suggestions"));
     EXPECT_FALSE(says("Last rule activity"));
@@ -99,7 +99,7 @@ TEST_F(PanelTest, returnOpensTheWindow) {
 }
 
 TEST_F(PanelTest, itsButtonsDoWhatTheySay) {
-    scene.model.suggestions.set(log.suggestions);
+    scene.modelState->suggestions.set(log.suggestions);
     int settings = 0, quit = 0;
     QObject::connect(&panel, &PanelPopup::settingsWanted, &panel, [&] { ++settings; });
     QObject::connect(&panel, &PanelPopup::quitWanted, &panel, [&] { ++quit; });
@@ -117,22 +117,22 @@ TEST_F(PanelTest, itsButtonsDoWhatTheySay) {
 TEST_F(PanelTest, theCheckBoxAndTheModelFollowEachOther) {
     open().view().pauseBox().click();
     EXPECT_TRUE(*scene.model.rulesPaused);
-    scene.model.rulesPaused.set(false);
+    scene.model.pauseRules(false);
     turnLoop();
     EXPECT_FALSE(panel.view().pauseBox().isChecked());
 }
 
 TEST_F(PanelTest, followsTheModelWhileItIsOpenOnly) {
     open();
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     turnLoop();
     EXPECT_TRUE(says("Terminated: node"));
     const int with = panel.height();
-    scene.model.activity.set({});
+    scene.modelState->activity.set({});
     turnLoop();
     EXPECT_LT(panel.height(), with);
     panel.hide();
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     turnLoop();
     open();
     EXPECT_TRUE(says("Terminated: node"));
@@ -157,9 +157,9 @@ TEST_F(PanelTest, isAWindowThatCanBeSeen) {
 }
 
 TEST_F(PanelTest, nothingIsCutOff) {
-    scene.model.suggestions.set(log.suggestions);
+    scene.modelState->suggestions.set(log.suggestions);
     open();
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     turnLoop();
     for (const auto* rows : panel.findChildren<PanelRows*>()) EXPECT_EQ(rows->height(), rows->sizeHint().height());
     for (const auto* rows : panel.findChildren<ValueRows*>()) {
@@ -171,8 +171,8 @@ TEST_F(PanelTest, nothingIsCutOff) {
 }
 
 TEST_F(PanelTest, aTallPanelScrollsItsMiddle) {
-    scene.model.suggestions.set(log.suggestions);
-    scene.model.activity.set(log.activity);
+    scene.modelState->suggestions.set(log.suggestions);
+    scene.modelState->activity.set(log.activity);
     open();
     const int whole = panel.view().height();
     panel.view().fit(338, 500);

@@ -98,7 +98,7 @@ TEST_F(ProcessesPageTest, theHeadOfPidsCannotSort) {
 TEST_F(ProcessesPageTest, selectionGoesBothWays) {
     clickRow(row("pid:48120"));
     EXPECT_THAT(*scene.model.selectedRows, ElementsAre("pid:48120"));
-    scene.model.selectedRows.set({"pid:391"});
+    scene.model.selectRows({"pid:391"});
     EXPECT_TRUE(table().selectionModel()->isSelected(row("pid:391")));
     EXPECT_FALSE(table().selectionModel()->isSelected(row("pid:48120")));
 }
@@ -315,7 +315,7 @@ TEST_F(ProcessesPageTest, theStripIsAsHighAsWhatIsInIt) {
     const auto* strip = page->findChild<SystemStripBar*>();
     EXPECT_EQ(strip->height(), strip->wholeHeight());
     const int before = strip->height();
-    scene.model.loadHistory.set({});
+    scene.modelState->loadHistory.set({});
     turnLoop();
     EXPECT_LT(strip->height(), before) << "without a past there is no chart";
     EXPECT_EQ(strip->height(), strip->wholeHeight());
@@ -450,7 +450,7 @@ TEST_F(ProcessesPageActs, whoTakesOverTheNumberWhileTheQuestionIsOpenIsNotMeant)
 TEST_F(ProcessesPageActs, severalLinesAreForceQuitTogether) {
     run(server);
     selectServer();
-    scene.model.selectedRows.set({"pid:61544", "pid:391"});
+    scene.model.selectRows({"pid:61544", "pid:391"});
     type(table(), Qt::Key_Delete);
     turnLoop();
     ASSERT_NE(question(), nullptr);

@@ -91,11 +91,11 @@ TEST_F(ShellTest, theModelCanAskForTheWindowBeforeThereIsOne) {
 
 TEST_F(ShellTest, aClosedWindowComesBackAtTheSectionItHad) {
     make(true).start(false);
-    scene.model.section.set(AppSection::stats);
+    scene.model.show(AppSection::stats);
     shell->window()->close();
     EXPECT_FALSE(shell->isWindowShown());
     EXPECT_EQ(quits, 0);
-    scene.model.windowRequest.set(*scene.model.windowRequest + 1);
+    scene.model.openWindow();
     EXPECT_TRUE(shell->isWindowShown());
     EXPECT_EQ(*scene.model.section, AppSection::stats);
 }
@@ -207,11 +207,11 @@ TEST_F(ShellTest, theMenuHoldsTheCommandsOfTheWindow) {
 }
 
 TEST_F(ShellTest, importingIsAlwaysPossibleAndExportingWithRulesAlone) {
-    scene.model.rules.set({});
+    scene.modelState->rules.set({});
     make(true).start(false);
     EXPECT_TRUE(command("Import Rules…")->isEnabled());
     EXPECT_FALSE(command("Export Rules…")->isEnabled());
-    scene.model.rules.set({Rule{.name = "A"}, Rule{.name = "B"}});
+    scene.modelState->rules.set({Rule{.name = "A"}, Rule{.name = "B"}});
     EXPECT_TRUE(command("Export Rules…")->isEnabled());
     command("Export Rules…")->trigger();
     EXPECT_EQ(*scene.model.exporting, *scene.model.rules);

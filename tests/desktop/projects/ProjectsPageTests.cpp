@@ -63,7 +63,7 @@ protected:
         }
         auto all = *scene.model.parked;
         all.push_back(std::move(project));
-        scene.model.parked.set(std::move(all));
+        scene.modelState->parked.set(std::move(all));
         turn();
     }
     void showNothing() { scene.showRows({}); }
@@ -243,7 +243,7 @@ TEST_F(ProjectsPageTest, hostileTextsStayWithinTheirRow) {
         if (row.project) row.project = Text(root);
     }
     scene.showRows(rows);
-    scene.model.branches.set(
+    scene.modelState->branches.set(
         {{root, {.state = {.branch = std::string(10'000, 'b'), .deleted = true}, .remoteGone = true}}});
     page();
     ASSERT_EQ(page().shown().running.size(), 1U);
@@ -253,7 +253,7 @@ TEST_F(ProjectsPageTest, hostileTextsStayWithinTheirRow) {
 
 TEST_F(ProjectsPageTest, aBranchGivesWayBeforeTheMarkAndTheTitle) {
     const auto root = page().shown().running.front().project.root;
-    scene.model.branches.set({{root, {.state = {.branch = std::string(200, 'b')}, .remoteGone = true}}});
+    scene.modelState->branches.set({{root, {.state = {.branch = std::string(200, 'b')}, .remoteGone = true}}});
     turn();
     std::vector<ElidedLabel*> elided;
     for (auto* label : page().runningRow(0).findChildren<ElidedLabel*>()) {

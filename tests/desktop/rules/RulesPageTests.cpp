@@ -37,10 +37,10 @@ class RulesPageTest : public ::testing::Test {
 protected:
     RulesPageTest() {
         scene.look.install();
-        scene.model.section.set(AppSection::rules);
+        scene.model.show(AppSection::rules);
         const auto sample = fakes::SampleRules::on(scene.model.snapshot->rows, *scene.fake.world);
         scene.showRows(sample.rows);
-        model().rules.set(sample.rules);
+        scene.modelState->rules.set(sample.rules);
         page = std::make_unique<RulesPage>(model(), scene.look, scene.state, "en_US");
         page->resize(860, 588);
         page->show();
@@ -109,10 +109,10 @@ TEST_F(RulesPageTest, aClickSelectsTheRuleInTheModel) {
 }
 
 TEST_F(RulesPageTest, theSelectionOfTheModelIsShown) {
-    model().selectedRule.set(rule(2).id);
+    model().selectRule(rule(2).id);
     turnLoop();
     EXPECT_EQ(page->list().current(), rule(2).id);
-    model().selectedRule.set(std::nullopt);
+    model().selectRule(std::nullopt);
     turnLoop();
     EXPECT_EQ(page->list().current(), std::nullopt);
     EXPECT_FALSE(page->editor().isVisible());
@@ -157,7 +157,7 @@ TEST_F(RulesPageTest, choosingAnotherRuleKeepsWhatWasTyped) {
     patterns->setFocus();
     patterns->selectAll();
     type(*patterns, Qt::Key_X, "x");
-    model().selectedRule.set(rule(1).id);
+    model().selectRule(rule(1).id);
     turnLoop();
     EXPECT_THAT(std::get<CommandTarget>(rule(0).target).patterns, ElementsAre("x"));
     EXPECT_EQ(patterns->text(), "puma , rails server");
@@ -277,7 +277,7 @@ TEST_F(RulesPageTest, aMenuThatIsOpenClosesWithItsRule) {
     auto* unused = named<PopupPicker>("Unused for");
     QTimer::singleShot(0, [&] {
         ASSERT_TRUE(unused->isOpen());
-        model().selectedRule.set(rule(1).id);
+        model().selectRule(rule(1).id);
         turnLoop();
     });
     unused->showPopup();

@@ -97,10 +97,10 @@ TEST_F(SettingsWindowTest, anApprovalThatIsMissingShowsWhenTheWindowOpens) {
 TEST_F(SettingsWindowTest, aFailedBackupShowsWhileTheWindowIsOpen) {
     open();
     const int before = window.height();
-    scene.model.backupError.set("The disk is full.");
+    scene.modelState->backupError.set("The disk is full.");
     EXPECT_NE(window.row(Control::backupError), nullptr);
     EXPECT_GE(window.height(), before);
-    scene.model.backupError.set(std::nullopt);
+    scene.modelState->backupError.set(std::nullopt);
     EXPECT_EQ(window.row(Control::backupError), nullptr);
 }
 

@@ -18,8 +18,8 @@ namespace {
 class StatsPageTest : public ::testing::Test {
 protected:
     StatsPageTest() : log(fakes::SampleLog::at(scene.model.now())) {
-        scene.model.rules.set(log.rules);
-        scene.model.activity.set(log.activity);
+        scene.modelState->rules.set(log.rules);
+        scene.modelState->activity.set(log.activity);
     }
 
     StatsPage& page() {
@@ -110,24 +110,24 @@ TEST_F(StatsPageTest, theButtonShowsTheRule) {
     page().showRuleButton().click();
     EXPECT_EQ(*scene.model.section, AppSection::rules);
     EXPECT_EQ(*scene.model.selectedRule, log.rules[3].id);
-    scene.model.rules.set({});
+    scene.modelState->rules.set({});
     turnLoop();
     EXPECT_FALSE(page().showRuleButton().isVisible());
 }
 
 TEST_F(StatsPageTest, withoutALogThereIsAnEmptyState) {
     page();
-    scene.model.activity.set({});
+    scene.modelState->activity.set({});
     turnLoop();
     EXPECT_TRUE(page().isEmptyShown());
-    scene.model.activity.set(log.activity);
+    scene.modelState->activity.set(log.activity);
     turnLoop();
     EXPECT_FALSE(page().isEmptyShown());
 }
 
 TEST_F(StatsPageTest, whatHappenedMeanwhileIsCountedWhenItComesBack) {
     page().hide();
-    scene.model.activity.set({log.activity.front()});
+    scene.modelState->activity.set({log.activity.front()});
     turnLoop();
     EXPECT_TRUE(page().chart().isHidden() || !page().isVisible());
     page().show();
@@ -148,7 +148,7 @@ TEST_F(StatsPageTest, scrollsOnlyWhereThereIsTooLittleHeight) {
 }
 
 TEST_F(StatsPageTest, aLogOfAHundredThousandIsCountedQuickly) {
-    scene.model.activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
+    scene.modelState->activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
     page();
     ProcessorTime time;
     emit page().periodPicker().chosen(2);

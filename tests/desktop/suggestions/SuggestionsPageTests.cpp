@@ -21,8 +21,8 @@ using ::testing::SizeIs;
 class SuggestionsPageTest : public ::testing::Test {
 protected:
     SuggestionsPageTest() {
-        scene.model.suggestions.set({ofApp(), server()});
-        scene.model.hiddenSuggestions.set({});
+        scene.modelState->suggestions.set({ofApp(), server()});
+        scene.model.showHiddenSuggestions();
         page = std::make_unique<SuggestionsPage>(scene.model, scene.look, "en_US");
         page->resize(860, 588);
         page->show();
@@ -137,7 +137,7 @@ TEST_F(SuggestionsPageTest, rowsStandStillWhileAMenuIsOpen) {
     openContextMenu(row(1));
     auto* menu = openMenu();
     ASSERT_NE(menu, nullptr);
-    scene.model.suggestions.set({});
+    scene.modelState->suggestions.set({});
     turnLoop();
     EXPECT_THAT(page->cards(), SizeIs(2));
     trigger(*menu, QStringLiteral("Snooze for a Day"));
@@ -163,7 +163,7 @@ TEST_F(SuggestionsPageTest, rowsKeepTheirWidgetsAcrossTicks) {
     before->actionButton().setFocus();
     auto next = ofApp();
     next.evidence = "Unused for 3 hr, using 1 GB.";
-    scene.model.suggestions.set({next, server()});
+    scene.modelState->suggestions.set({next, server()});
     turnLoop();
     EXPECT_EQ(&row(1), before);
     EXPECT_EQ(before->accessibleDescription(), QStringLiteral("Unused for 3 hr, using 1 GB."));
@@ -186,7 +186,7 @@ TEST_F(SuggestionsPageTest, everyControlCanBeReachedByKeyboard) {
 TEST_F(SuggestionsPageTest, aVeryLongNameLeavesTheButtonsTheirRoom) {
     auto hostile = ofApp();
     hostile.title = std::string(10'000, 'm') + "\n&<b>";
-    scene.model.suggestions.set({hostile});
+    scene.modelState->suggestions.set({hostile});
     turnLoop();
     const auto& button = row(0).actionButton();
     EXPECT_LE(button.mapTo(page.get(), QPoint(button.width(), 0)).x(), page->width());

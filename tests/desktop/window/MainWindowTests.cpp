@@ -78,9 +78,9 @@ TEST_F(MainWindowTest, showsOnlySectionsWhoseScreensExist) {
 TEST_F(MainWindowTest, makesAScreenWhenItIsFirstShown) {
     MainWindow window(scene.model, scene.look, scene.state, screens());
     EXPECT_EQ(made, 0);
-    scene.model.section.set(AppSection::rules);
-    scene.model.section.set(AppSection::processes);
-    scene.model.section.set(AppSection::rules);
+    scene.model.show(AppSection::rules);
+    scene.model.show(AppSection::processes);
+    scene.model.show(AppSection::rules);
     EXPECT_EQ(made, 1);
 }
 
@@ -90,7 +90,7 @@ TEST_F(MainWindowTest, noSectionShowsAWindowOfItsOwnWhileItIsMade) {
     turnLoop();
     WindowsShown others;
     for (const auto& section : appSections) {
-        scene.model.section.set(section.section);
+        scene.model.show(section.section);
         turnLoop();
     }
     EXPECT_THAT(others.names, ::testing::IsEmpty());
@@ -102,7 +102,7 @@ TEST_F(MainWindowTest, theSidebarAndTheModelFollowEachOther) {
     auto* sidebar = window.findChild<Sidebar*>();
     sidebar->setCurrentIndex(sidebar->model()->index(3, 0));
     EXPECT_EQ(*scene.model.section, AppSection::rules);
-    scene.model.section.set(AppSection::processes);
+    scene.model.show(AppSection::processes);
     EXPECT_EQ(sidebar->currentIndex().data().toString(), "Processes");
     type(*sidebar, Qt::Key_Down);
     EXPECT_EQ(*scene.model.section, AppSection::rules) << "arrow keys pass over headings";
@@ -111,9 +111,9 @@ TEST_F(MainWindowTest, theSidebarAndTheModelFollowEachOther) {
 TEST_F(MainWindowTest, aBadgeCountsTheRulesThatAreOn) {
     const MainWindow window(scene.model, scene.look, scene.state, screens());
     const auto* model = window.findChild<Sidebar*>()->model();
-    scene.model.rules.set({Rule{.enabled = true}, Rule{.enabled = false}});
+    scene.modelState->rules.set({Rule{.enabled = true}, Rule{.enabled = false}});
     EXPECT_EQ(model->index(3, 0).data(Qt::AccessibleTextRole).toString(), "Rules, 1");
-    scene.model.rules.set({});
+    scene.modelState->rules.set({});
     EXPECT_EQ(model->index(3, 0).data(Qt::AccessibleTextRole).toString(), "Rules");
 }
 
@@ -123,20 +123,20 @@ TEST_F(MainWindowTest, aBadgeCountsASuggestionAgainOnceItsSnoozeIsOver) {
     const MainWindow window(scene.model, scene.look, scene.state, all);
     const auto* model = window.findChild<Sidebar*>()->model();
     const auto badge = [model] { return model->index(2, 0).data(Qt::AccessibleTextRole).toString(); };
-    scene.model.suggestions.set({{.id = "idle|a"}, {.id = "idle|b"}});
+    scene.modelState->suggestions.set({{.id = "idle|a"}, {.id = "idle|b"}});
     EXPECT_EQ(badge(), "Suggestions, 2");
-    scene.model.hiddenSuggestions.set({{"idle|a", scene.model.snapshot->date + Seconds{60}}});
+    scene.modelState->hiddenSuggestions.set({{"idle|a", scene.model.snapshot->date + Seconds{60}}});
     EXPECT_EQ(badge(), "Suggestions, 1");
     auto later = *scene.model.snapshot;
     later.date += Seconds{61};
-    scene.model.snapshot.set(std::move(later));
+    scene.modelState->snapshot.set(std::move(later));
     EXPECT_EQ(badge(), "Suggestions, 2");
 }
 
 TEST_F(MainWindowTest, aSectionWithoutAScreenLeavesTheOneThatIsShown) {
     MainWindow window(scene.model, scene.look, scene.state, screens());
     window.show();
-    scene.model.section.set(AppSection::history);
+    scene.model.show(AppSection::history);
     EXPECT_TRUE(window.findChild<ProcessesPage*>()->isVisible());
 }
 

@@ -26,7 +26,7 @@ class RuleFileDialogsTest : public ::testing::Test {
 protected:
     RuleFileDialogsTest() {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        model.rules.set({Rule{.id = UUID::random(), .name = "Idle a/b", .unusedMinutes = 5}});
+        scene.modelState->rules.set({Rule{.id = UUID::random(), .name = "Idle a/b", .unusedMinutes = 5}});
         window.show();
         turnLoop();
     }
@@ -52,7 +52,7 @@ protected:
 };
 
 TEST_F(RuleFileDialogsTest, importingOpensAPanelForSeveralRuleFiles) {
-    model.importing.set(true);
+    model.askImport();
     auto* panel = open<QFileDialog>();
     ASSERT_TRUE(panel);
     EXPECT_EQ(panel->nameFilters(), QStringList("Tolvane Rules (*.tolvanerules)"));
@@ -68,17 +68,17 @@ TEST_F(RuleFileDialogsTest, importingOpensAPanelForSeveralRuleFiles) {
 }
 
 TEST_F(RuleFileDialogsTest, dismissingAPanelEndsTheWish) {
-    model.importing.set(true);
+    model.askImport();
     open<QFileDialog>()->reject();
     EXPECT_FALSE(*model.importing);
     EXPECT_EQ(*model.importMessage, std::nullopt);
-    model.exporting.set(*model.rules);
+    model.askExport(*model.rules);
     open<QFileDialog>()->reject();
     EXPECT_EQ(*model.exporting, std::nullopt);
 }
 
 TEST_F(RuleFileDialogsTest, exportingWritesTheRulesToTheChosenFile) {
-    model.exporting.set(*model.rules);
+    model.askExport(*model.rules);
     auto* panel = open<QFileDialog>();
     ASSERT_TRUE(panel);
     EXPECT_EQ(panel->acceptMode(), QFileDialog::AcceptSave);
@@ -93,11 +93,11 @@ TEST_F(RuleFileDialogsTest, exportingWritesTheRulesToTheChosenFile) {
 }
 
 TEST_F(RuleFileDialogsTest, anExportThatFailsSaysSo) {
-    model.exporting.set(*model.rules);
+    model.askExport(*model.rules);
     emit open<QFileDialog>() -> fileSelected(qtText(folder / "missing") + QStringLiteral("/\0x"));
     open<QFileDialog>()->reject();
     folder.write("file", "");
-    model.exporting.set(*model.rules);
+    model.askExport(*model.rules);
     emit open<QFileDialog>() -> fileSelected(qtText(folder / "file/mine.tolvanerules"));
     ASSERT_TRUE(open<AlertDialog>());
     EXPECT_FALSE(open<AlertDialog>()->accessibleName().isEmpty());
@@ -110,7 +110,7 @@ TEST_F(RuleFileDialogsTest, oneRuleGivesItsNameToTheFileSeveralDoNot) {
 }
 
 TEST_F(RuleFileDialogsTest, theMessageOfAnImportIsAnAlert) {
-    model.importMessage.set("Every rule in a is already in Tolvane.");
+    scene.modelState->importMessage.set("Every rule in a is already in Tolvane.");
     turnLoop();
     auto* alert = open<AlertDialog>();
     ASSERT_TRUE(alert);
@@ -124,8 +124,8 @@ TEST_F(RuleFileDialogsTest, theMessageOfAnImportIsAnAlert) {
 }
 
 TEST_F(RuleFileDialogsTest, aSecondMessageReplacesTheFirst) {
-    model.importMessage.set("first");
-    model.importMessage.set("second");
+    scene.modelState->importMessage.set("first");
+    scene.modelState->importMessage.set("second");
     turnLoop();
     ASSERT_TRUE(open<AlertDialog>());
     EXPECT_EQ(open<AlertDialog>()->accessibleName(), "second");

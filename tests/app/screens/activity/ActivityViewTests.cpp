@@ -35,7 +35,7 @@ struct ActivityViewTest : ModelTest {
 };
 
 TEST_F(ActivityViewTest, listsWhatPassesTheFilterNewestFirst) {
-    model->activity.set({entry("new", false), entry("logged", true), entry("old", false)});
+    modelState->activity.set({entry("new", false), entry("logged", true), entry("old", false)});
     auto shown = view();
     EXPECT_EQ(shown.filter(), ActivityFilter::all);
     EXPECT_THAT(listed(shown), ElementsAre("new", "logged", "old"));
@@ -72,7 +72,7 @@ TEST_F(ActivityViewTest, hasThreeFiltersAndAWordForEachEmptyList) {
 }
 
 TEST_F(ActivityViewTest, aLogOfDryRunsAloneHasNoActions) {
-    model->activity.set({entry("logged", true)});
+    modelState->activity.set({entry("logged", true)});
     auto shown = view();
     shown.setFilter(ActivityFilter::actions);
     EXPECT_THAT(shown.rows(), IsEmpty());
@@ -97,7 +97,7 @@ TEST_F(ActivityViewTest, onlyFiguresStandAtTheFarEdge) {
 }
 
 TEST_F(ActivityViewTest, asksBeforeItClears) {
-    model->activity.set({entry("node", false)});
+    modelState->activity.set({entry("node", false)});
     auto shown = view();
     EXPECT_EQ(ActivityView::clearLabel, "Clear Activity");
     EXPECT_EQ(shown.clearQuestion(), std::nullopt);
@@ -112,7 +112,7 @@ TEST_F(ActivityViewTest, asksBeforeItClears) {
 
 TEST_F(ActivityViewTest, clearingEmptiesTheListAndTheFile) {
     model->store().append(entry("node", false));
-    model->activity.set(model->store().loadActivity(10));
+    modelState->activity.set(model->store().loadActivity(10));
     ASSERT_EQ(model->activity->size(), 1U);
     auto shown = view();
     shown.askToClear();

@@ -20,8 +20,8 @@ struct HistoryViewTest : ModelTest {
     void SetUp() override {
         clock.jumpTo(now);
         startDemo();
-        model->moments.set({});
-        model->activity.set({});
+        modelState->moments.set({});
+        modelState->activity.set({});
     }
     static Moment moment(Seconds age, std::uint64_t used = 8 * GiB) {
         return {.date = now - age,
@@ -40,7 +40,7 @@ struct HistoryViewTest : ModelTest {
     static ActivityEntry entry(Seconds age, std::string_view outcome) {
         return {.id = UUID::random(), .date = now - age, .subject = "Slack", .outcome = outcome};
     }
-    void show(std::vector<Moment> moments) { model->moments.set(std::move(moments)); }
+    void show(std::vector<Moment> moments) { modelState->moments.set(std::move(moments)); }
     HistoryView view() { return HistoryView(*model, "en_GB", "Europe/Berlin"); }
     HistoryContent content() { return view().content().value(); }
     MomentDetail detail() { return content().detail; }
@@ -343,8 +343,8 @@ TEST_F(HistoryViewTest, tenMinutesOfHistoryAreTheLeast) {
 
 TEST_F(HistoryViewTest, whatRulesDidAroundTheMomentIsListed) {
     show({moment(Seconds{600}), moment(Seconds{60})});
-    model->activity.set({entry(Seconds{539}, "Too late"), entry(Seconds{540}, "Relaunched"),
-                         entry(Seconds{1499}, "Would terminate"), entry(Seconds{1500}, "Too early")});
+    modelState->activity.set({entry(Seconds{539}, "Too late"), entry(Seconds{540}, "Relaunched"),
+                              entry(Seconds{1499}, "Would terminate"), entry(Seconds{1500}, "Too early")});
     auto history = view();
     history.select(now - Seconds{600});
     EXPECT_EQ(MomentDetail::rulesTitle, "Rules in the 15 minutes before");
@@ -354,7 +354,7 @@ TEST_F(HistoryViewTest, whatRulesDidAroundTheMomentIsListed) {
 
 TEST_F(HistoryViewTest, withoutActsOfRulesThereIsNoSuchSection) {
     show({moment(Seconds{60})});
-    model->activity.set({entry(Seconds{5000}, "Relaunched")});
+    modelState->activity.set({entry(Seconds{5000}, "Relaunched")});
     EXPECT_THAT(detail().rules, IsEmpty());
 }
 

@@ -96,12 +96,12 @@ TEST(PanelView, hasItsWords) {
 
 TEST_F(MenuBarTest, readsTheModel) {
     startStill();
-    model->suggestions.set({});
-    model->activity.set({});
-    model->snapshot.set({.memory = {.total = 16 * GiB, .app = 8 * GiB},
-                         .cpu = {.user = 0.5, .cores = 4},
-                         .rows = {fakes::row(12, "node")}});
-    model->swapGrowth.set(std::int64_t{67108863});
+    modelState->suggestions.set({});
+    modelState->activity.set({});
+    modelState->snapshot.set({.memory = {.total = 16 * GiB, .app = 8 * GiB},
+                              .cpu = {.user = 0.5, .cores = 4},
+                              .rows = {fakes::row(12, "node")}});
+    modelState->swapGrowth.set(std::int64_t{67108863});
     const auto panel = PanelView::of(*model, "en_US");
     EXPECT_EQ(panel.memory, MemorySummary::of(model->snapshot->memory, *model->swapGrowth, {}, "en_US"));
     EXPECT_EQ(panel.cpu.busyNow, "2.0 of 4 cores busy now");
@@ -115,15 +115,15 @@ TEST_F(MenuBarTest, readsTheModel) {
 
 TEST_F(MenuBarTest, aMachineWithoutProcessesHasNobodyBusiest) {
     startStill();
-    model->snapshot.set({.cpu = {.cores = 4}});
+    modelState->snapshot.set({.cpu = {.cores = 4}});
     for (const auto& row : PanelView::of(*model, "en_US").cpu.rows) EXPECT_NE(row.label, "Busiest");
 }
 
 TEST_F(MenuBarTest, showsTheNewestEntryOfTheLog) {
     startStill();
-    model->activity.set({{.date = clock.now() - Seconds{60}, .subject = "new", .outcome = "Quit"},
-                         {.date = clock.now(), .subject = "old", .outcome = "Quit"}});
-    model->rulesPaused.set(true);
+    modelState->activity.set({{.date = clock.now() - Seconds{60}, .subject = "new", .outcome = "Quit"},
+                              {.date = clock.now(), .subject = "old", .outcome = "Quit"}});
+    model->pauseRules(true);
     const auto panel = PanelView::of(*model, "en_US");
     EXPECT_EQ(panel.lastActivity, (PanelActivity{"Quit: new", "1 minute ago"}));
     EXPECT_TRUE(panel.rulesPaused);
@@ -131,7 +131,7 @@ TEST_F(MenuBarTest, showsTheNewestEntryOfTheLog) {
 
 TEST_F(MenuBarTest, opensTheWindowAsItIsOrWithTheSuggestions) {
     startStill();
-    model->section.set(AppSection::stats);
+    model->show(AppSection::stats);
     const int before = *model->windowRequest;
     PanelView::openMainWindow(*model);
     EXPECT_EQ(*model->windowRequest, before + 1);

@@ -20,7 +20,7 @@ struct InspectorViewTest : ModelTest {
         world.add(7, "node").ports = {8080, 3000};
         world.add(8, "puma").ports = {9292};
         make(true, jobs.factory());
-        model->snapshot.set(
+        modelState->snapshot.set(
             {.date = Date{Seconds{800'000'000}}, .rows = {fakes::row(7, "node"), fakes::row(8, "puma")}});
         view.emplace(*model, "en_US", [this] { ++changes; });
     }
@@ -108,7 +108,7 @@ TEST_F(InspectorViewTest, saysNothingOfNothing) {
 TEST_F(InspectorViewTest, drawsWhatTheModelRemembers) {
     view->show(line(0));
     EXPECT_EQ(view->content().memoryChart, std::nullopt);
-    model->history.update([&](ProcessHistory& history) {
+    modelState->history.update([&](ProcessHistory& history) {
         const ProcessHistory::Reading reading{.pid = 7, .footprint = 3 * MiB};
         history.record(std::span(&reading, 1), Date{Seconds{800'000'000 - 600}});
         history.record(std::span(&reading, 1), Date{Seconds{800'000'000}});
@@ -121,7 +121,7 @@ TEST_F(InspectorViewTest, drawsWhatTheModelRemembers) {
 
 TEST_F(InspectorViewTest, drawsWhatCameSinceTheClockWasSetBack) {
     view->show(line(0));
-    model->history.update([&](ProcessHistory& history) {
+    modelState->history.update([&](ProcessHistory& history) {
         for (const double at : {7200.0, 7260.0, 0.0, 60.0, 120.0}) {
             const ProcessHistory::Reading reading{.pid = 7, .footprint = (at > 3600 ? 9 : 3) * MiB};
             history.record(std::span(&reading, 1), Date{Seconds{800'000'000 + at}});

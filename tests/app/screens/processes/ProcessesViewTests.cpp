@@ -19,7 +19,7 @@ struct ProcessesViewTest : ModelTest {
     ProcessesViewTest() {
         world.displayNames["/Applications/Slack.app"] = "Slack.app";
         startStill();
-        model->snapshot.set(
+        modelState->snapshot.set(
             {.date = Date{Seconds{800'000'000}},
              .rows = {fakes::row(7, "node", 200 * MiB), fakes::appRow(8, "Slack", "/Applications/Slack.app", 300 * MiB),
                       fakes::appRow(9, "Slack Helper", "/Applications/Slack.app", 100 * MiB)}});
@@ -66,7 +66,7 @@ TEST_F(ProcessesViewTest, showsTheModelsLatestSample) {
     table.setGrouping(Grouping::all);
     table.setSearch("SLACK");
     EXPECT_THAT(ids(table.lines()), ElementsAre("pid:8", "pid:9"));
-    model->snapshot.set({.rows = {fakes::row(1, "slackware")}});
+    modelState->snapshot.set({.rows = {fakes::row(1, "slackware")}});
     EXPECT_THAT(ids(table.lines()), ElementsAre("pid:1"));
 }
 
@@ -87,7 +87,7 @@ TEST_F(ProcessesViewTest, countsTimesUpToTheSample) {
 
 TEST_F(ProcessesViewTest, keepsASelectionThatTheSearchHides) {
     auto table = view();
-    model->selectedRows.set({"pid:7", "gone"});
+    model->selectRows({"pid:7", "gone"});
     EXPECT_THAT(ids(table.selected(table.lines())), ElementsAre("pid:7"));
     table.setSearch("nothing like it");
     EXPECT_THAT(table.lines(), IsEmpty());
@@ -97,7 +97,7 @@ TEST_F(ProcessesViewTest, keepsASelectionThatTheSearchHides) {
 
 TEST_F(ProcessesViewTest, asksBeforeItForceQuits) {
     auto table = view();
-    model->selectedRows.set({"pid:7"});
+    model->selectRows({"pid:7"});
     table.askForceQuit({"pid:7", "/Applications/Slack.app"}, table.lines());
     ASSERT_TRUE(table.forceQuitQuestion());
     EXPECT_EQ(table.forceQuitQuestion()->title, "Force quit Slack and node?");
@@ -108,7 +108,7 @@ TEST_F(ProcessesViewTest, asksBeforeItForceQuits) {
 
 TEST_F(ProcessesViewTest, doesNothingWhenTheUserThinksBetter) {
     auto table = view();
-    model->selectedRows.set({"pid:7"});
+    model->selectRows({"pid:7"});
     table.askForceQuit({"pid:7"}, table.lines());
     table.cancelForceQuit();
     EXPECT_EQ(table.forceQuitQuestion(), std::nullopt);
@@ -122,18 +122,18 @@ TEST_F(ProcessesViewTest, asksNothingAboutLinesThatAreGone) {
 }
 
 TEST_F(ProcessesViewTest, hasTheStripOfTheModelsFigures) {
-    model->swapGrowth.set(64 * static_cast<std::int64_t>(MiB));
-    model->readBack.set(64 * MiB);
-    model->loadHistory.set({{}, {}});
+    modelState->swapGrowth.set(64 * static_cast<std::int64_t>(MiB));
+    modelState->readBack.set(64 * MiB);
+    modelState->loadHistory.set({{}, {}});
     const auto strip = SystemStrip::of(*model, "en_US");
     EXPECT_EQ(strip.memory.rows.size(), 4U);
     EXPECT_EQ(strip.cpu.chart.size(), 2U);
 }
 
 TEST_F(ProcessesViewTest, hasASidebarOfTheModelsCounts) {
-    model->rules.set({{.enabled = true}, {.enabled = false}});
-    model->suggestions.set({{.id = "a"}, {.id = "b"}, {.id = "c"}});
-    model->hiddenSuggestions.set({{"a", distantFuture}});
+    modelState->rules.set({{.enabled = true}, {.enabled = false}});
+    modelState->suggestions.set({{.id = "a"}, {.id = "b"}, {.id = "c"}});
+    modelState->hiddenSuggestions.set({{"a", distantFuture}});
     const std::vector sections{AppSection::suggestions, AppSection::rules};
     const auto groups = MainView::sidebar(*model, sections);
     EXPECT_EQ(groups[0].rows[0].badge, "2");

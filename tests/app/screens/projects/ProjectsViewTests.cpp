@@ -141,7 +141,7 @@ struct ProjectsViewTest : ProjectScene {
         view.emplace(*model, "en_US", "UTC");
     }
     void parkShop() {
-        model->parked.set(
+        modelState->parked.set(
             {{.root = shop,
               .date = clock.now() - Seconds{86'400},
               .commands = {{.executable = "/opt/npm", .args = {"npm", "run", "dev"}, .env = {}, .cwd = shop},
@@ -168,7 +168,7 @@ TEST_F(ProjectsViewTest, showsProjectsLargestFirst) {
 
 TEST_F(ProjectsViewTest, showsWhatWasReadOfABranch) {
     open();
-    model->branches.set({{shop, {.state = {.branch = "feature/checkout"}, .remoteGone = true}}});
+    modelState->branches.set({{shop, {.state = {.branch = "feature/checkout"}, .remoteGone = true}}});
     const auto content = view->content();
     EXPECT_EQ(content.running[0].branch, "feature/checkout");
     EXPECT_EQ(content.running[0].mark->text, "Remote branch gone, probably merged");
@@ -178,7 +178,7 @@ TEST_F(ProjectsViewTest, showsWhatWasReadOfABranch) {
 
 TEST_F(ProjectsViewTest, aDetachedHeadHasNeitherBranchNorMark) {
     open();
-    model->branches.set({{shop, {}}});
+    modelState->branches.set({{shop, {}}});
     EXPECT_EQ(view->content().running[0].branch, "");
     EXPECT_EQ(view->content().running[0].mark, std::nullopt);
 }

@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 
 struct RuleEditorTest : RulesScene {
     RuleEditor edit(Rule rule) {
-        model->rules.set({rule, appRule()});
+        modelState->rules.set({rule, appRule()});
         return {*model, rule.id, std::string(locale)};
     }
     RuleEditor edit(RuleTarget target, RuleAction action = RuleAction::notify) {

@@ -15,7 +15,7 @@ struct RulesScene : ModelTest {
     RulesScene() {
         world.home = folder / "home";
         start();
-        model->rules.set({commandRule()});
+        modelState->rules.set({commandRule()});
     }
 
     static Rule commandRule() {
@@ -37,7 +37,7 @@ struct RulesScene : ModelTest {
         auto next = *model->snapshot;
         next.date = now;
         next.rows = std::move(rows);
-        model->snapshot.set(std::move(next));
+        modelState->snapshot.set(std::move(next));
     }
     static ProcRow puma(Pid pid, double unusedMinutes) {
         auto row = fakes::row(pid, 1, "ruby", {"ruby", "/srv/shop/puma"});

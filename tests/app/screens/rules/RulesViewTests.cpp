@@ -27,7 +27,7 @@ struct RulesViewTest : RulesScene {
 TEST_F(RulesViewTest, listsTheRulesInStoredOrder) {
     auto on = appRule();
     on.setMode(RuleMode::on);
-    model->rules.set({commandRule(), on});
+    modelState->rules.set({commandRule(), on});
     const auto list = rows();
     ASSERT_THAT(list, SizeIs(2));
     EXPECT_EQ(list[0], (RuleRow{.id = first().id,
@@ -53,7 +53,7 @@ TEST_F(RulesViewTest, coolDownsAreNoPartOfTheQuestion) {
     showRows({puma(10, 90)});
     auto rule = first();
     rule.setMode(RuleMode::logOnly);
-    model->rules.set({rule});
+    modelState->rules.set({rule});
     clock.advance(Seconds{120});
     showRows({puma(10, 90)});
     EXPECT_EQ(rows()[0].status, "1 match running, 1 past the limit");
@@ -88,7 +88,7 @@ TEST_F(RulesViewTest, aMatchTellsWhatTheRuleDidToItWithinItsCoolDown) {
 TEST_F(RulesViewTest, aRuleWithoutAConditionHasMatchesButNoneIsDue) {
     auto rule = first();
     rule.unusedMinutes.reset();
-    model->rules.set({rule});
+    modelState->rules.set({rule});
     showPumas(3);
     EXPECT_EQ(rows()[0].status, "3 matches running");
 }
@@ -96,7 +96,7 @@ TEST_F(RulesViewTest, aRuleWithoutAConditionHasMatchesButNoneIsDue) {
 TEST_F(RulesViewTest, saysThatAppRulesHoldBackWhereTheHostCannotTellWhoIsInFront) {
     world.canTellFrontmost = false;
     EXPECT_EQ(RulesView::notice(*model), std::nullopt);
-    model->rules.set({commandRule(), appRule()});
+    modelState->rules.set({commandRule(), appRule()});
     EXPECT_EQ(RulesView::notice(*model),
               "This desktop does not tell which app is in front, so rules that quit or relaunch apps hold back.");
     world.canTellFrontmost = true;
@@ -105,14 +105,14 @@ TEST_F(RulesViewTest, saysThatAppRulesHoldBackWhereTheHostCannotTellWhoIsInFront
 
 TEST_F(RulesViewTest, findsTheSelectedRuleWhileItIsThere) {
     EXPECT_EQ(RulesView::selected(*model), nullptr);
-    model->selectedRule.set(first().id);
+    model->selectRule(first().id);
     EXPECT_EQ(RulesView::selected(*model), &first());
-    model->selectedRule.set(UUID::random());
+    model->selectRule(UUID::random());
     EXPECT_EQ(RulesView::selected(*model), nullptr);
 }
 
 TEST_F(RulesViewTest, givesTheRulesUnderAMenuInOrder) {
-    model->rules.set({commandRule(), appRule()});
+    modelState->rules.set({commandRule(), appRule()});
     EXPECT_EQ(RulesView::rulesOf(*model, {(*model->rules)[1].id}), std::vector{(*model->rules)[1]});
     EXPECT_THAT(RulesView::rulesOf(*model, {}), IsEmpty());
 }

@@ -190,7 +190,7 @@ TEST_F(SettingsViewTest, theBackupSwitchIsTheModels) {
     shown.setOn(Control::backUp, true);
     EXPECT_TRUE(*model->backupToSyncFolder);
     EXPECT_TRUE(row(shown, Control::backUp)->isOn);
-    model->backupError.set("Gone");
+    modelState->backupError.set("Gone");
     EXPECT_EQ(row(shown, Control::backupError)->label, "Gone");
 }
 

@@ -56,12 +56,12 @@ TEST_F(StatsViewTest, isEmptyWithoutALog) {
     EXPECT_EQ(StatsView::empty.sentence,
               "Once a rule acts, or logs what it would do, this shows how much memory it gave back.");
     EXPECT_EQ(StatsView::empty.icon, "chart.bar");
-    model->activity.set({acted("A", today, MiB)});
+    modelState->activity.set({acted("A", today, MiB)});
     EXPECT_FALSE(view().isEmpty());
 }
 
 TEST_F(StatsViewTest, fallsBackToTheEmptyStateWhenTheLogIsCleared) {
-    model->activity.set({acted("A", today, MiB)});
+    modelState->activity.set({acted("A", today, MiB)});
     ActivityView activity(*model, "en_US");
     activity.askToClear();
     activity.confirmClear();
@@ -88,19 +88,19 @@ TEST_F(StatsViewTest, namesTheSpanOfEachPeriod) {
 }
 
 TEST_F(StatsViewTest, sumsWhatWasFreed) {
-    model->activity.set({acted("A", today, 2 * GiB, GiB), acted("B", today, GiB)});
+    modelState->activity.set({acted("A", today, 2 * GiB, GiB), acted("B", today, GiB)});
     const auto shown = content();
     EXPECT_EQ(shown.freed, "3 GB");
     EXPECT_EQ(shown.remark, "From 2 actions. 1 GB of it was compressed or in swap.");
 }
 
 TEST_F(StatsViewTest, oneActionIsAnAction) {
-    model->activity.set({acted("A", today, GiB)});
+    modelState->activity.set({acted("A", today, GiB)});
     EXPECT_EQ(content().remark, "From 1 action. None of it was compressed or in swap.");
 }
 
 TEST_F(StatsViewTest, aLogOfDryRunsFreedNothingYet) {
-    model->activity.set({logged("A", today, GiB)});
+    modelState->activity.set({logged("A", today, GiB)});
     const auto shown = content();
     EXPECT_EQ(shown.freed, "Nothing yet");
     EXPECT_EQ(shown.remark, "No rule stopped or restarted anything in this period.");
@@ -110,7 +110,7 @@ TEST_F(StatsViewTest, aLogOfDryRunsFreedNothingYet) {
 }
 
 TEST_F(StatsViewTest, anActionThatFreedNothingStillCounts) {
-    model->activity.set({acted("A", today, 0)});
+    modelState->activity.set({acted("A", today, 0)});
     const auto shown = content();
     EXPECT_EQ(shown.freed, "Nothing yet");
     EXPECT_EQ(shown.remark, "From 1 action. None of it was compressed or in swap.");
@@ -118,7 +118,8 @@ TEST_F(StatsViewTest, anActionThatFreedNothingStillCounts) {
 }
 
 TEST_F(StatsViewTest, hasABarForEachRuleThatActed) {
-    model->activity.set({acted("Small", today, GiB / 2), acted("Large", today, 2 * GiB), logged("Quiet", today, GiB)});
+    modelState->activity.set(
+        {acted("Small", today, GiB / 2), acted("Large", today, 2 * GiB), logged("Quiet", today, GiB)});
     EXPECT_THAT(content().eachRule, ElementsAre(StatsBar{"Large", "2 GB", 1}, StatsBar{"Small", "512 MB", 0.25}));
     EXPECT_EQ(StatsView::eachRuleTitle, "Each rule");
     EXPECT_EQ(StatsView::eachRuleRemark,
@@ -127,7 +128,7 @@ TEST_F(StatsViewTest, hasABarForEachRuleThatActed) {
 }
 
 TEST_F(StatsViewTest, hasABarForEachDay) {
-    model->activity.set({acted("A", today + Seconds{60}, GiB), acted("A", today - 2 * day, 2 * GiB)});
+    modelState->activity.set({acted("A", today + Seconds{60}, GiB), acted("A", today - 2 * day, 2 * GiB)});
     const auto shown = content();
     ASSERT_THAT(shown.days, SizeIs(7));
     EXPECT_EQ(shown.days[6].day, today);
@@ -149,7 +150,7 @@ TEST_F(StatsViewTest, namesDaysByWeekdayInAWeekAndByDateInAMonth) {
 }
 
 TEST_F(StatsViewTest, aPeriodIsOfWholeDaysAndIncludesToday) {
-    model->activity.set(
+    modelState->activity.set(
         {acted("In", today - 6 * day + Seconds{60}, GiB), acted("Out", today - 6 * day - Seconds{60}, GiB)});
     const auto shown = content();
     EXPECT_EQ(shown.freed, "1 GB");
@@ -166,7 +167,7 @@ TEST_F(StatsViewTest, allTimeReachesToTheOldestDayAndIsNeverLessThanAWeek) {
     EXPECT_EQ(days({acted("A", today - 6 * day, 1)}), 7);
     EXPECT_EQ(days({acted("A", today - 7 * day, 1)}), 8);
     EXPECT_EQ(days({acted("A", today, 1), acted("A", today - 40 * day + Seconds{5}, 1)}), 41);
-    model->activity.set({acted("A", today - 40 * day, GiB)});
+    modelState->activity.set({acted("A", today - 40 * day, GiB)});
     EXPECT_EQ(content(StatsPeriod::all).freed, "1 GB");
 }
 
@@ -184,8 +185,8 @@ TEST_F(StatsViewTest, anEntryThatClaimsToBeFromTheFirstYearEndsNothing) {
 
 TEST_F(StatsViewTest, showsTheRuleThatWouldHaveFreedMost) {
     const Rule rule{.id = UUID::random(), .name = "Idle Rails servers"};
-    model->rules.set({rule});
-    model->activity.set({logged("Idle Rails servers", today, GiB), logged("Gone", today, MiB)});
+    modelState->rules.set({rule});
+    modelState->activity.set({logged("Idle Rails servers", today, GiB), logged("Gone", today, MiB)});
     auto shown = view();
     const auto would = shown.content().wouldHaveFreed;
     ASSERT_TRUE(would);
@@ -199,7 +200,7 @@ TEST_F(StatsViewTest, showsTheRuleThatWouldHaveFreedMost) {
 }
 
 TEST_F(StatsViewTest, aRuleThatIsGoneCannotBeShown) {
-    model->activity.set({logged("Gone", today, GiB)});
+    modelState->activity.set({logged("Gone", today, GiB)});
     const auto would = content().wouldHaveFreed;
     ASSERT_TRUE(would);
     EXPECT_EQ(would->rule, std::nullopt);
@@ -207,7 +208,7 @@ TEST_F(StatsViewTest, aRuleThatIsGoneCannotBeShown) {
 }
 
 TEST_F(StatsViewTest, withoutDryRunsThereIsNoSuchSection) {
-    model->activity.set({acted("A", today, GiB)});
+    modelState->activity.set({acted("A", today, GiB)});
     EXPECT_EQ(content().wouldHaveFreed, std::nullopt);
 }
 

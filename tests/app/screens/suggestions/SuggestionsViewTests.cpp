@@ -17,8 +17,8 @@ using Kind = Suggestion::Kind;
 struct SuggestionsViewTest : ModelTest {
     void SetUp() override {
         startDemo();
-        model->suggestions.set({});
-        model->hiddenSuggestions.set({});
+        modelState->suggestions.set({});
+        model->showHiddenSuggestions();
     }
     static Suggestion suggestion(std::string id, Kind kind, std::uint64_t memory = GiB) {
         return {.id = std::move(id), .kind = kind, .title = "vite in shop", .pids = {70}, .memory = memory};
@@ -41,18 +41,18 @@ struct SuggestionsViewTest : ModelTest {
 
 TEST_F(SuggestionsViewTest, theSubtitleSumsUpWhatIsVisible) {
     EXPECT_EQ(view().subtitle(), "");
-    model->suggestions.set({suggestion("a", Kind::idle)});
+    modelState->suggestions.set({suggestion("a", Kind::idle)});
     EXPECT_EQ(view().subtitle(), "1 GB in 1 suggestion");
-    model->suggestions.set({suggestion("a", Kind::idle), suggestion("b", Kind::busy, GiB / 2)});
+    modelState->suggestions.set({suggestion("a", Kind::idle), suggestion("b", Kind::busy, GiB / 2)});
     EXPECT_EQ(view().subtitle(), "1.5 GB in 2 suggestions");
-    model->hiddenSuggestions.set({{"a", distantFuture}});
+    modelState->hiddenSuggestions.set({{"a", distantFuture}});
     EXPECT_EQ(view().subtitle(), "512 MB in 1 suggestion");
 }
 
 TEST_F(SuggestionsViewTest, withEverySuggestionHiddenItIsEmptyAndTheyCanBeShown) {
-    model->suggestions.set({suggestion("a", Kind::idle)});
+    modelState->suggestions.set({suggestion("a", Kind::idle)});
     EXPECT_FALSE(view().canShowHidden());
-    model->hiddenSuggestions.set({{"a", distantFuture}});
+    modelState->hiddenSuggestions.set({{"a", distantFuture}});
     EXPECT_THAT(view().sections(), IsEmpty());
     EXPECT_TRUE(view().canShowHidden());
     view().showHidden();
@@ -73,9 +73,9 @@ TEST_F(SuggestionsViewTest, itsWords) {
 }
 
 TEST_F(SuggestionsViewTest, eachKindHasItsSectionInOrder) {
-    model->suggestions.set({suggestion("f", Kind::idle), suggestion("e", Kind::busy), suggestion("d", Kind::duplicate),
-                            suggestion("c", Kind::growing), suggestion("b", Kind::leftRunning),
-                            suggestion("a", Kind::simulator)});
+    modelState->suggestions.set({suggestion("f", Kind::idle), suggestion("e", Kind::busy),
+                                 suggestion("d", Kind::duplicate), suggestion("c", Kind::growing),
+                                 suggestion("b", Kind::leftRunning), suggestion("a", Kind::simulator)});
     const auto sections = view().sections();
     std::vector<std::string> headings;
     std::vector<std::string> footers;
@@ -96,7 +96,7 @@ TEST_F(SuggestionsViewTest, eachKindHasItsSectionInOrder) {
 }
 
 TEST_F(SuggestionsViewTest, kindsWithoutSuggestionsHaveNoSection) {
-    model->suggestions.set({suggestion("c", Kind::growing)});
+    modelState->suggestions.set({suggestion("c", Kind::growing)});
     EXPECT_THAT(view().sections(), SizeIs(1));
 }
 
@@ -105,7 +105,8 @@ TEST_F(SuggestionsViewTest, whatIsBusyStandsByItsUseTheRestByMemory) {
     little.cpu = 60;
     auto much = suggestion("much", Kind::busy, GiB);
     much.cpu = 210;
-    model->suggestions.set({little, suggestion("large", Kind::idle, 3 * GiB), much, suggestion("small", Kind::idle)});
+    modelState->suggestions.set(
+        {little, suggestion("large", Kind::idle, 3 * GiB), much, suggestion("small", Kind::idle)});
     const auto sections = view().sections();
     ASSERT_THAT(sections, SizeIs(2));
     EXPECT_EQ(sections[0].rows[0].suggestion.id, "much");
@@ -168,7 +169,7 @@ TEST_F(SuggestionsViewTest, makingARuleAddsIt) {
 }
 
 TEST_F(SuggestionsViewTest, actingTakesTheRowAwayAtOnce) {
-    model->suggestions.set({suggestion("a", Kind::leftRunning)});
+    modelState->suggestions.set({suggestion("a", Kind::leftRunning)});
     SuggestionMenu::carryOut(*model, model->suggestions->front(), SuggestionAction::lowerPriority);
     EXPECT_THAT(*model->suggestions, IsEmpty());
 }
@@ -179,11 +180,11 @@ TEST_F(SuggestionsViewTest, whatLivesOnIsMeantAndANewcomerUnderItsNumberIsNot) {
     const Pid goes = snapshot.rows[1].id();
     auto both = suggestion("a", Kind::leftRunning);
     both.pids = {stays, goes};
-    model->suggestions.set({both});
+    modelState->suggestions.set({both});
     auto shown = view();
     const auto row = shown.sections().front().rows.front();
     snapshot.rows[1].sample.startTime += Seconds{1};
-    model->snapshot.set(snapshot);
+    modelState->snapshot.set(snapshot);
     shown.carryOut(row, SuggestionAction::lowerPriority);
     EXPECT_EQ(world.timesAsked("lower " + std::to_string(stays)), 1U);
     EXPECT_EQ(world.timesAsked("lower " + std::to_string(goes)), 0U);
