@@ -62,7 +62,7 @@ void buildAndSort(benchmark::State& state) {
     const auto snapshot = snapshotOf(state.range(0));
     const auto grouping = static_cast<Grouping>(state.range(1));
     for (auto _ : state) {
-        benchmark::DoNotOptimize(ProcessesView::linesOf(snapshot, grouping, "", byMemory, names, locale));
+        benchmark::DoNotOptimize(ProcessesView::rowsOf(snapshot, grouping, "", byMemory, names, locale));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
@@ -70,13 +70,13 @@ void buildAndSort(benchmark::State& state) {
 void search(benchmark::State& state, std::string_view wanted, std::string_view inLocale) {
     const auto snapshot = snapshotOf(state.range(0));
     for (auto _ : state) {
-        benchmark::DoNotOptimize(ProcessesView::linesOf(snapshot, Grouping::apps, wanted, byMemory, names, inLocale));
+        benchmark::DoNotOptimize(ProcessesView::rowsOf(snapshot, Grouping::apps, wanted, byMemory, names, inLocale));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 void selectAll(benchmark::State& state) {
-    const auto lines = ProcessesView::linesOf(snapshotOf(state.range(0)), Grouping::apps, "", byMemory, names, locale);
+    const auto lines = ProcessesView::rowsOf(snapshotOf(state.range(0)), Grouping::apps, "", byMemory, names, locale);
     std::set<std::string> ids;
     for (const auto& line : lines) ids.insert(line.id);
     for (auto _ : state) benchmark::DoNotOptimize(TableRow::selected(ids, lines));
@@ -85,7 +85,7 @@ void selectAll(benchmark::State& state) {
 /// The cells of the forty lines that a window shows.
 void cells(benchmark::State& state) {
     const auto snapshot = snapshotOf(1000);
-    auto lines = ProcessesView::linesOf(snapshot, Grouping::all, "", byMemory, names, locale);
+    auto lines = ProcessesView::rowsOf(snapshot, Grouping::all, "", byMemory, names, locale);
     lines.resize(40);
     for (auto _ : state) {
         for (const auto& line : lines) {

@@ -12,25 +12,25 @@ namespace tolvane {
 
 TableRow TableRow::group(std::string id, std::string title, std::optional<std::string> detail,
                          std::optional<std::string> appPath, std::vector<TableRow> children) {
-    TableRow line;
-    line.id = std::move(id);
-    line.title = std::move(title);
-    line.detail = std::move(detail);
-    line.appPath = std::move(appPath);
-    line.unusedSince = distantPast;
-    line.pids.reserve(children.size());
+    TableRow row;
+    row.id = std::move(id);
+    row.title = std::move(title);
+    row.detail = std::move(detail);
+    row.appPath = std::move(appPath);
+    row.unusedSince = distantPast;
+    row.pids.reserve(children.size());
     for (const auto& child : children) {
-        line.pids.insert(line.pids.end(), child.pids.begin(), child.pids.end());
-        line.memory += child.memory;
-        line.inRAM += child.inRAM;
-        line.compressed += child.compressed;
-        line.swapIns += child.swapIns;
-        line.cpu += child.cpu;
-        line.unusedSince = std::max(line.unusedSince, child.unusedSince);
-        if (child.started) line.started = std::min(line.started.value_or(distantFuture), *child.started);
+        row.pids.insert(row.pids.end(), child.pids.begin(), child.pids.end());
+        row.memory += child.memory;
+        row.inRAM += child.inRAM;
+        row.compressed += child.compressed;
+        row.swapIns += child.swapIns;
+        row.cpu += child.cpu;
+        row.unusedSince = std::max(row.unusedSince, child.unusedSince);
+        if (child.started) row.started = std::min(row.started.value_or(distantFuture), *child.started);
     }
-    line.children = std::move(children);
-    return line;
+    row.children = std::move(children);
+    return row;
 }
 
 namespace {
@@ -61,10 +61,9 @@ std::weak_ordering compare(const TableRow& a, const TableRow& b, RowField field)
 }
 
 /// Lines that the order calls equal stay as they stood.
-bool standsBefore(const std::vector<TableRow>& lines, std::size_t a, std::size_t b,
-                  const std::vector<RowOrder>& order) {
+bool standsBefore(const std::vector<TableRow>& rows, std::size_t a, std::size_t b, const std::vector<RowOrder>& order) {
     for (const auto& step : order) {
-        const auto result = compare(lines[a], lines[b], step.field);
+        const auto result = compare(rows[a], rows[b], step.field);
         if (result != 0) return step.ascending ? result < 0 : result > 0;
     }
     return a < b;
@@ -73,17 +72,17 @@ bool standsBefore(const std::vector<TableRow>& lines, std::size_t a, std::size_t
 }  // namespace
 
 /// Lines are large: their places are sorted first, and then each line moves once.
-void TableRow::sort(std::vector<TableRow>& lines, const std::vector<RowOrder>& order) {
-    std::vector<std::size_t> places(lines.size());
+void TableRow::sort(std::vector<TableRow>& rows, const std::vector<RowOrder>& order) {
+    std::vector<std::size_t> places(rows.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
-    std::ranges::sort(places, [&](std::size_t a, std::size_t b) { return standsBefore(lines, a, b, order); });
+    std::ranges::sort(places, [&](std::size_t a, std::size_t b) { return standsBefore(rows, a, b, order); });
     std::vector<TableRow> sorted;
-    sorted.reserve(lines.size());
+    sorted.reserve(rows.size());
     for (const auto place : places) {
-        auto& line = sorted.emplace_back(std::move(lines[place]));
-        if (line.children) sort(*line.children, order);
+        auto& row = sorted.emplace_back(std::move(rows[place]));
+        if (row.children) sort(*row.children, order);
     }
-    lines = std::move(sorted);
+    rows = std::move(sorted);
 }
 
 TableRow TableRow::sorted(const std::vector<RowOrder>& order) const {
@@ -104,36 +103,36 @@ const TableRow* TableRow::find(std::string_view wanted) const {
 namespace {
 
 /// The first line of each id, in one walk over all levels.
-void collect(const std::vector<TableRow>& lines, std::set<std::string>& wanted, std::vector<const TableRow*>& found) {
-    for (const auto& line : lines) {
-        if (wanted.erase(line.id) > 0) found.push_back(&line);
+void collect(const std::vector<TableRow>& rows, std::set<std::string>& wanted, std::vector<const TableRow*>& found) {
+    for (const auto& row : rows) {
+        if (wanted.erase(row.id) > 0) found.push_back(&row);
         if (wanted.empty()) return;
-        if (line.children) collect(*line.children, wanted, found);
+        if (row.children) collect(*row.children, wanted, found);
     }
 }
 
 }  // namespace
 
-std::vector<TableRow> TableRow::selected(const std::set<std::string>& ids, const std::vector<TableRow>& lines) {
+std::vector<TableRow> TableRow::selected(const std::set<std::string>& ids, const std::vector<TableRow>& rows) {
     auto wanted = ids;
     std::vector<const TableRow*> found;
-    if (!wanted.empty()) collect(lines, wanted, found);
+    if (!wanted.empty()) collect(rows, wanted, found);
     std::ranges::sort(found, [](const TableRow* a, const TableRow* b) {
         return a->memory != b->memory ? a->memory > b->memory : a->id < b->id;
     });
     std::vector<TableRow> result;
     result.reserve(found.size());
-    for (const auto* line : found) result.push_back(*line);
+    for (const auto* row : found) result.push_back(*row);
     return result;
 }
 
-std::string TableRow::forceQuitQuestion(const std::vector<TableRow>& lines, std::string_view locale) {
-    const std::size_t shown = lines.size() < 4 ? lines.size() : 2;
+std::string TableRow::forceQuitQuestion(const std::vector<TableRow>& rows, std::string_view locale) {
+    const std::size_t shown = rows.size() < 4 ? rows.size() : 2;
     std::vector<std::string> titles;
     titles.reserve(shown);
-    for (std::size_t index = 0; index < shown; ++index) titles.push_back(lines[index].title);
-    if (shown == lines.size()) return "Force quit " + Format::list(titles, locale) + "?";
-    const auto rest = std::to_string(lines.size() - shown);
+    for (std::size_t index = 0; index < shown; ++index) titles.push_back(rows[index].title);
+    if (shown == rows.size()) return "Force quit " + Format::list(titles, locale) + "?";
+    const auto rest = std::to_string(rows.size() - shown);
     return "Force quit " + titles[0] + ", " + titles[1] + " and " + rest + " more?";
 }
 

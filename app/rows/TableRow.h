@@ -83,12 +83,12 @@ struct TableRow {
 
     /// A copy with all levels of children in that order; stable.
     TableRow sorted(const std::vector<RowOrder>& order) const;
-    static void sort(std::vector<TableRow>& lines, const std::vector<RowOrder>& order);
+    static void sort(std::vector<TableRow>& rows, const std::vector<RowOrder>& order);
     /// This line or the first below it with the id, depth first.
     const TableRow* find(std::string_view id) const;
     /// The lines of those ids, largest memory first, ties by ascending id; ids that nothing bears are skipped.
-    static std::vector<TableRow> selected(const std::set<std::string>& ids, const std::vector<TableRow>& lines);
-    static std::string forceQuitQuestion(const std::vector<TableRow>& lines, std::string_view locale);
+    static std::vector<TableRow> selected(const std::set<std::string>& ids, const std::vector<TableRow>& rows);
+    static std::string forceQuitQuestion(const std::vector<TableRow>& rows, std::string_view locale);
 };
 
 }  // namespace tolvane

@@ -104,7 +104,7 @@ std::optional<std::string> strOf(const std::optional<Text>& text) {
     return text ? std::optional(text->str()) : std::nullopt;
 }
 
-TableRow processLine(const ProcRow& row, Grouping grouping, double ratio, const RowNames& names) {
+TableRow processRow(const ProcRow& row, Grouping grouping, double ratio, const RowNames& names) {
     const auto& sample = row.sample;
     return {.id = "pid:" + std::to_string(sample.pid),
             .title = std::string(nameOf(sample)),
@@ -141,14 +141,14 @@ std::vector<Fold> folded(const std::vector<ProcRow>& rows, Key (*keyOf)(const Pr
 }
 
 /// A process alone under a key that says no more than an application's name.
-TableRow loneLine(TableRow line, Heading heading) {
-    if (!heading.appPath) return line;
-    line.title = std::move(heading.title);
-    line.appPath = std::move(heading.appPath);
-    return line;
+TableRow loneRow(TableRow tableRow, Heading heading) {
+    if (!heading.appPath) return tableRow;
+    tableRow.title = std::move(heading.title);
+    tableRow.appPath = std::move(heading.appPath);
+    return tableRow;
 }
 
-TableRow groupLine(std::vector<TableRow> children, Heading heading) {
+TableRow groupRow(std::vector<TableRow> children, Heading heading) {
     if (!heading.detail) heading.detail = std::to_string(children.size()) + " processes";
     return TableRow::group(std::move(heading.id), std::move(heading.title), std::move(heading.detail),
                            std::move(heading.appPath), std::move(children));
@@ -158,27 +158,27 @@ TableRow groupLine(std::vector<TableRow> children, Heading heading) {
 
 std::vector<TableRow> TableRow::build(const std::vector<ProcRow>& rows, Grouping grouping, double ratio,
                                       const RowNames& names) {
-    std::vector<TableRow> lines;
-    const auto lineOf = [&](const ProcRow& row) { return processLine(row, grouping, ratio, names); };
+    std::vector<TableRow> tableRows;
+    const auto tableRowOf = [&](const ProcRow& row) { return processRow(row, grouping, ratio, names); };
     if (grouping == Grouping::all) {
-        lines.reserve(rows.size());
-        std::ranges::transform(rows, std::back_inserter(lines), lineOf);
-        return lines;
+        tableRows.reserve(rows.size());
+        std::ranges::transform(rows, std::back_inserter(tableRows), tableRowOf);
+        return tableRows;
     }
     const auto folds = folded(rows, grouping == Grouping::apps ? keyByApp : keyByProject);
-    lines.reserve(folds.size());
+    tableRows.reserve(folds.size());
     for (const auto& fold : folds) {
         auto heading = headingOf(fold.key, names);
         if (fold.rows.size() == 1 && !heading.detail) {
-            lines.push_back(loneLine(lineOf(rows[fold.rows.front()]), std::move(heading)));
+            tableRows.push_back(loneRow(tableRowOf(rows[fold.rows.front()]), std::move(heading)));
             continue;
         }
         std::vector<TableRow> children;
         children.reserve(fold.rows.size());
-        for (const auto row : fold.rows) children.push_back(lineOf(rows[row]));
-        lines.push_back(groupLine(std::move(children), std::move(heading)));
+        for (const auto row : fold.rows) children.push_back(tableRowOf(rows[row]));
+        tableRows.push_back(groupRow(std::move(children), std::move(heading)));
     }
-    return lines;
+    return tableRows;
 }
 
 std::string TableRow::processName(const ProcSample& sample) { return std::string(nameOf(sample)); }

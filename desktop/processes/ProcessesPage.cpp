@@ -179,7 +179,7 @@ void ProcessesPage::refreshLater() {
 void ProcessesPage::refresh() {
     waiting_ = false;
     stale_ = false;
-    tree_->show(view_.lines());
+    tree_->show(view_.rows());
     strip_->show(SystemStrip::of(model_, view_.locale()));
     fitStrip();
     showInspector();

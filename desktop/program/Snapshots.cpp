@@ -95,11 +95,11 @@ bool Snapshots::renderSheets() {
 
 /// The three largest rows of the table at once.
 bool Snapshots::renderSelection() {
-    const auto lines =
-        ProcessesView::linesOf(*model_.snapshot, Grouping::apps, {}, {{.field = RowField::memory, .ascending = false}},
-                               model_.rowNames(), model_.locale());
+    const auto rows =
+        ProcessesView::rowsOf(*model_.snapshot, Grouping::apps, {}, {{.field = RowField::memory, .ascending = false}},
+                              model_.rowNames(), model_.locale());
     std::set<std::string> ids;
-    for (const auto& line : lines | std::views::take(3)) ids.insert(line.id);
+    for (const auto& row : rows | std::views::take(3)) ids.insert(row.id);
     const auto before = *model_.selectedRows;
     model_.show(AppSection::processes);
     model_.selectRows(std::move(ids));

@@ -4,17 +4,17 @@
 
 namespace tolvane::ForceQuitQuestion {
 
-Question of(const std::vector<TableRow>& lines, std::string_view locale) {
-    return {.title = TableRow::forceQuitQuestion(lines, locale),
-            .message = lines.size() == 1 ? "Unsaved work in " + lines.front().title + " will be lost."
-                                         : "Unsaved work in any of them will be lost.",
+Question of(const std::vector<TableRow>& rows, std::string_view locale) {
+    return {.title = TableRow::forceQuitQuestion(rows, locale),
+            .message = rows.size() == 1 ? "Unsaved work in " + rows.front().title + " will be lost."
+                                        : "Unsaved work in any of them will be lost.",
             .action = "Force Quit"};
 }
 
-std::string extent(const std::vector<TableRow>& lines, std::string_view locale) {
+std::string extent(const std::vector<TableRow>& rows, std::string_view locale) {
     std::size_t count = 0;
-    for (const auto& line : lines) count += line.pids.size();
-    if (count <= lines.size()) return {};
+    for (const auto& row : rows) count += row.pids.size();
+    if (count <= rows.size()) return {};
     return Format::decimal(static_cast<double>(count), 0, 0, locale) + " processes";
 }
 

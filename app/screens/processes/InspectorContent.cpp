@@ -18,8 +18,8 @@ std::string percentText(double percent, std::string_view locale) {
 
 class Writer {
 public:
-    Writer(const TableRow& line, const InspectorFacts& facts)
-        : line_(line), facts_(facts), row_(RowProcesses::own(line, facts.snapshot.rows)) {}
+    Writer(const TableRow& tableRow, const InspectorFacts& facts)
+        : tableRow_(tableRow), facts_(facts), row_(RowProcesses::own(tableRow, facts.snapshot.rows)) {}
 
     std::vector<ValueRow> figures() const;
     std::vector<ValueRow> process() const;
@@ -37,14 +37,14 @@ private:
     InspectorChart emptyChart(std::string title, const std::string& yLabel, std::string unit) const;
     InspectorButton priorityButton() const;
 
-    const TableRow& line_;
+    const TableRow& tableRow_;
     const InspectorFacts& facts_;
     const ProcRow* row_;
 };
 
 std::vector<ValueRow> Writer::figures() const {
     std::vector<ValueRow> rows{{.label = "Memory",
-                                .value = bytes(line_.memory),
+                                .value = bytes(tableRow_.memory),
                                 .tooltip = "Physical footprint, the Memory column in Activity Monitor: everything the "
                                            "process wrote to, including what is compressed or in swap."}};
     if (row_) {
@@ -53,19 +53,19 @@ std::vector<ValueRow> Writer::figures() const {
                         .tooltip = "The largest footprint since the process started."});
     }
     rows.push_back({.label = "Compressed",
-                    .value = bytes(line_.compressed),
+                    .value = bytes(tableRow_.compressed),
                     .tooltip = "The part of Memory that macOS compressed or moved to swap."});
-    rows.push_back({.label = "CPU", .value = percentText(line_.cpu, facts_.locale)});
+    rows.push_back({.label = "CPU", .value = percentText(tableRow_.cpu, facts_.locale)});
     if (row_ && facts_.snapshot.cpu.efficiencyCores > 0) {
         rows.push_back({.label = "On performance cores", .value = percentText(row_->perfPercent, facts_.locale)});
     }
-    rows.push_back({.label = "Unused for", .value = Format::duration(line_.unusedSince, facts_.snapshot.date)});
-    if (line_.started) {
+    rows.push_back({.label = "Unused for", .value = Format::duration(tableRow_.unusedSince, facts_.snapshot.date)});
+    if (tableRow_.started) {
         rows.push_back(
-            {.label = "Started", .value = DateWords::dateAndTime(*line_.started, facts_.locale, facts_.zone)});
+            {.label = "Started", .value = DateWords::dateAndTime(*tableRow_.started, facts_.locale, facts_.zone)});
     }
-    if (line_.children) {
-        const auto count = static_cast<double>(line_.pids.size());
+    if (tableRow_.children) {
+        const auto count = static_cast<double>(tableRow_.pids.size());
         rows.push_back({.label = "Processes", .value = Format::decimal(count, 0, 0, facts_.locale)});
     }
     return rows;
@@ -105,7 +105,7 @@ std::vector<ValueRow> Writer::process() const {
 std::string Writer::accessibleText(std::string_view what) const {
     const Seconds span = facts_.history.back().date - facts_.history.front().date;
     const auto inWords = Words::duration(std::max(span, Seconds{60}), Words::UnitWidth::abbreviated, facts_.locale);
-    return std::string(what) + " of " + line_.title + " over the last " + inWords;
+    return std::string(what) + " of " + tableRow_.title + " over the last " + inWords;
 }
 
 InspectorChart Writer::emptyChart(std::string title, const std::string& yLabel, std::string unit) const {
@@ -154,25 +154,25 @@ InspectorButton Writer::priorityButton() const {
 std::vector<InspectorButton> Writer::buttons() const {
     std::vector<InspectorButton> buttons;
     if (row_) buttons.push_back(priorityButton());
-    if (line_.appPath) {
+    if (tableRow_.appPath) {
         buttons.push_back({.title = "Quit", .action = ProcessAction::quit, .shortcut = 'q'});
         buttons.push_back({.title = "Relaunch", .action = ProcessAction::relaunch});
     } else {
         buttons.push_back({.title = "Terminate", .action = ProcessAction::terminate});
     }
     buttons.push_back({.title = "Force Quit", .action = ProcessAction::forceQuit, .shortcut = 'f'});
-    const bool enabled = facts_.actor.mayActOn(line_, facts_.snapshot.rows);
+    const bool enabled = facts_.actor.mayActOn(tableRow_, facts_.snapshot.rows);
     for (auto& button : buttons) button.enabled = enabled;
     return buttons;
 }
 
 }  // namespace
 
-InspectorContent InspectorContent::of(const TableRow& line, const InspectorFacts& facts) {
-    const Writer writer(line, facts);
-    return {.title = line.title,
-            .detail = line.detail,
-            .appPath = line.appPath,
+InspectorContent InspectorContent::of(const TableRow& tableRow, const InspectorFacts& facts) {
+    const Writer writer(tableRow, facts);
+    return {.title = tableRow.title,
+            .detail = tableRow.detail,
+            .appPath = tableRow.appPath,
             .figures = writer.figures(),
             .memoryChart = writer.memoryChart(),
             .cpuChart = writer.cpuChart(),

@@ -82,7 +82,7 @@ struct InspectorContent {
 
     bool operator==(const InspectorContent&) const = default;
 
-    static InspectorContent of(const TableRow& line, const InspectorFacts& facts);
+    static InspectorContent of(const TableRow& tableRow, const InspectorFacts& facts);
 };
 
 }  // namespace tolvane

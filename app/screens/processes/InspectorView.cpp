@@ -14,9 +14,9 @@ InspectorView::InspectorView(AppModel& model, std::string locale, std::function<
       changed_(std::move(changed)),
       reader_(model.portLookup()) {}
 
-void InspectorView::show(TableRow line) {
-    const bool another = !line_ || line_->id != line.id || (!line.children && line_->started != line.started);
-    line_ = std::move(line);
+void InspectorView::show(TableRow row) {
+    const bool another = !row_ || row_->id != row.id || (!row.children && row_->started != row.started);
+    row_ = std::move(row);
     if (!another) return;
     confirmForceQuit = false;
     readPorts();
@@ -24,30 +24,30 @@ void InspectorView::show(TableRow line) {
 
 void InspectorView::readPorts() {
     ports_.clear();
-    if (line_->children || line_->pids.empty()) {
+    if (row_->children || row_->pids.empty()) {
         reader_.forget();
         return;
     }
-    reader_.read(line_->pids.front(), [this](std::vector<int> ports) {
+    reader_.read(row_->pids.front(), [this](std::vector<int> ports) {
         ports_ = std::move(ports);
         if (changed_) changed_();
     });
 }
 
 InspectorContent InspectorView::content() const {
-    const auto line = line_.value_or(TableRow{});
-    const auto history = sinceClockWentBack(model_.historyFor(line.pids));
-    return InspectorContent::of(line, {.snapshot = *model_.snapshot,
-                                       .history = history,
-                                       .lowered = *model_.lowered,
-                                       .ports = ports_,
-                                       .home = home_,
-                                       .actor = {.pid = model_.selfPID(), .uid = model_.uid()},
-                                       .locale = locale_});
+    const auto row = row_.value_or(TableRow{});
+    const auto history = sinceClockWentBack(model_.historyFor(row.pids));
+    return InspectorContent::of(row, {.snapshot = *model_.snapshot,
+                                      .history = history,
+                                      .lowered = *model_.lowered,
+                                      .ports = ports_,
+                                      .home = home_,
+                                      .actor = {.pid = model_.selfPID(), .uid = model_.uid()},
+                                      .locale = locale_});
 }
 
 Question InspectorView::forceQuitQuestion() const {
-    return ForceQuitQuestion::of({line_.value_or(TableRow{})}, locale_);
+    return ForceQuitQuestion::of({row_.value_or(TableRow{})}, locale_);
 }
 
 }  // namespace tolvane

@@ -19,8 +19,8 @@ public:
     InspectorView(AppModel& model, std::string locale, std::function<void()> changed);
 
     /// The line to speak of, with its latest figures. Another line's ports are read in the background.
-    void show(TableRow line);
-    const std::optional<TableRow>& line() const { return line_; }
+    void show(TableRow row);
+    const std::optional<TableRow>& row() const { return row_; }
     const std::vector<int>& ports() const { return ports_; }
     /// Of the line shown; `show` comes first.
     InspectorContent content() const;
@@ -36,7 +36,7 @@ private:
     std::string locale_;
     std::string home_;
     std::function<void()> changed_;
-    std::optional<TableRow> line_;
+    std::optional<TableRow> row_;
     std::vector<int> ports_;
     PortLookup reader_;
 };

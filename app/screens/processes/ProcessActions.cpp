@@ -8,19 +8,19 @@ namespace tolvane {
 
 namespace {
 
-std::optional<std::string> appIDOf(const TableRow& line, const std::vector<ProcRow>& rows) {
-    for (const auto* row : RowProcesses::all(line, rows)) {
+std::optional<std::string> appIDOf(const TableRow& tableRow, const std::vector<ProcRow>& rows) {
+    for (const auto* row : RowProcesses::all(tableRow, rows)) {
         if (row->appID) return row->appID->str();
     }
     return std::nullopt;
 }
 
-void addApplicationItems(ProcessActions& actions, const TableRow& line) {
-    actions.rule = ProcessActions::growthRule(line, *actions.appID);
-    actions.items = {{"Quit " + line.title, ProcessAction::quit},
-                     {"Relaunch " + line.title, ProcessAction::relaunch},
+void addApplicationItems(ProcessActions& actions, const TableRow& tableRow) {
+    actions.rule = ProcessActions::growthRule(tableRow, *actions.appID);
+    actions.items = {{"Quit " + tableRow.title, ProcessAction::quit},
+                     {"Relaunch " + tableRow.title, ProcessAction::relaunch},
                      {},
-                     {"Add Rule for " + line.title, ProcessAction::addRule}};
+                     {"Add Rule for " + tableRow.title, ProcessAction::addRule}};
 }
 
 std::string terminateTitle(std::size_t count) {
@@ -47,27 +47,29 @@ bool actsOnProcesses(ProcessAction action) {
 
 }  // namespace
 
-bool Actor::mayActOn(const TableRow& line, const std::vector<ProcRow>& rows) const {
-    return std::ranges::any_of(RowProcesses::all(line, rows), [this](const ProcRow* row) { return mayActOn(*row); });
+bool Actor::mayActOn(const TableRow& tableRow, const std::vector<ProcRow>& rows) const {
+    return std::ranges::any_of(RowProcesses::all(tableRow, rows),
+                               [this](const ProcRow* row) { return mayActOn(*row); });
 }
 
-ProcessActions ProcessActions::of(const TableRow& line, const std::vector<ProcRow>& rows) {
+ProcessActions ProcessActions::of(const TableRow& tableRow, const std::vector<ProcRow>& rows) {
     ProcessActions actions;
-    actions.pids = line.pids;
-    actions.appID = appIDOf(line, rows);
+    actions.pids = tableRow.pids;
+    actions.appID = appIDOf(tableRow, rows);
     if (actions.appID) {
-        addApplicationItems(actions, line);
+        addApplicationItems(actions, tableRow);
         return actions;
     }
-    actions.items.push_back({terminateTitle(line.pids.size()), ProcessAction::terminate});
-    if (const auto* row = RowProcesses::own(line, rows)) addProcessItems(actions, row->sample);
+    actions.items.push_back({terminateTitle(tableRow.pids.size()), ProcessAction::terminate});
+    if (const auto* row = RowProcesses::own(tableRow, rows)) addProcessItems(actions, row->sample);
     return actions;
 }
 
 std::vector<ProcessMenuItem> ProcessActions::menuOf(const std::vector<TableRow>& clicked,
                                                     const std::vector<ProcRow>& rows, const Actor& actor) {
     if (clicked.empty()) return {};
-    const bool enabled = std::ranges::any_of(clicked, [&](const TableRow& line) { return actor.mayActOn(line, rows); });
+    const bool enabled =
+        std::ranges::any_of(clicked, [&](const TableRow& tableRow) { return actor.mayActOn(tableRow, rows); });
     if (clicked.size() > 1) return {{forceQuitItems(clicked.size()), ProcessAction::forceQuit, enabled}};
     auto items = of(clicked.front(), rows).items;
     items.push_back({});
@@ -80,16 +82,16 @@ std::string ProcessActions::forceQuitItems(std::size_t count) {
     return "Force Quit " + std::to_string(count) + " Items…";
 }
 
-Rule ProcessActions::growthRule(const TableRow& line, std::string_view appID) {
+Rule ProcessActions::growthRule(const TableRow& tableRow, std::string_view appID) {
     constexpr std::uint64_t bytesPerMB = 1024 * 1024;
     constexpr std::uint64_t step = 100;
     constexpr std::uint64_t least = 500;
-    const auto limit = std::max(line.memory / bytesPerMB / step * step, least);
+    const auto limit = std::max(tableRow.memory / bytesPerMB / step * step, least);
     return {.id = UUID::random(),
-            .name = "Restart " + line.title + " when it grows",
+            .name = "Restart " + tableRow.title + " when it grows",
             .enabled = false,
             .dryRun = true,
-            .target = AppTarget{.appID = std::string(appID), .name = line.title},
+            .target = AppTarget{.appID = std::string(appID), .name = tableRow.title},
             .unusedMinutes = 60,
             .memoryMB = static_cast<std::int64_t>(limit),
             .action = RuleAction::relaunch};

@@ -41,7 +41,7 @@ struct Actor {
 
     bool mayActOn(const ProcRow& row) const { return row.sample.mayBeTouchedBy(pid, uid); }
     /// On at least one process of the line.
-    bool mayActOn(const TableRow& line, const std::vector<ProcRow>& rows) const;
+    bool mayActOn(const TableRow& tableRow, const std::vector<ProcRow>& rows) const;
 };
 
 /// The menu of one line, and what its actions need. It carries out nothing itself.
@@ -60,7 +60,7 @@ struct ProcessActions {
 
     bool operator==(const ProcessActions&) const = default;
 
-    static ProcessActions of(const TableRow& line, const std::vector<ProcRow>& rows);
+    static ProcessActions of(const TableRow& tableRow, const std::vector<ProcRow>& rows);
     /// The context menu of the table: the actions of a single line, and for one or several lines the way to force quit.
     static std::vector<ProcessMenuItem> menuOf(const std::vector<TableRow>& clicked, const std::vector<ProcRow>& rows,
                                                const Actor& actor);
@@ -68,7 +68,7 @@ struct ProcessActions {
     /// "Force Quit 3 Items…"
     static std::string forceQuitItems(std::size_t count);
     /// Restart the application when it grows past what it uses now.
-    static Rule growthRule(const TableRow& line, std::string_view appID);
+    static Rule growthRule(const TableRow& tableRow, std::string_view appID);
     /// Stop processes of this kind when they are idle.
     static Rule idleRule(const ProcSample& sample);
 };

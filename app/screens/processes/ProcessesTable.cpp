@@ -70,37 +70,37 @@ std::vector<ProcRow> ProcessesView::rowsMatching(const std::vector<ProcRow>& row
     return matching;
 }
 
-std::vector<TableRow> ProcessesView::linesOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
-                                             const std::vector<RowOrder>& order, const RowNames& names,
-                                             std::string_view locale) {
+std::vector<TableRow> ProcessesView::rowsOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
+                                            const std::vector<RowOrder>& order, const RowNames& names,
+                                            std::string_view locale) {
     const double ratio = snapshot.memory.compressionRatio;
-    auto lines = search.empty() ? TableRow::build(snapshot.rows, grouping, ratio, names)
-                                : TableRow::build(rowsMatching(snapshot.rows, search, locale), grouping, ratio, names);
-    TableRow::sort(lines, order);
-    return lines;
+    auto rows = search.empty() ? TableRow::build(snapshot.rows, grouping, ratio, names)
+                               : TableRow::build(rowsMatching(snapshot.rows, search, locale), grouping, ratio, names);
+    TableRow::sort(rows, order);
+    return rows;
 }
 
-std::string ProcessesView::cellOf(const TableRow& line, ProcessColumn column, Date now, std::string_view locale) {
+std::string ProcessesView::cellOf(const TableRow& row, ProcessColumn column, Date now, std::string_view locale) {
     constexpr double leastShownPercent = 0.05;
     switch (column) {
         case ProcessColumn::name:
-            return line.title;
+            return row.title;
         case ProcessColumn::memory:
-            return Format::bytes(line.memory, locale);
+            return Format::bytes(row.memory, locale);
         case ProcessColumn::inRAM:
-            return Format::bytes(line.inRAM, locale);
+            return Format::bytes(row.inRAM, locale);
         case ProcessColumn::compressed:
-            return line.compressed > 0 ? Format::bytes(line.compressed, locale) : "";
+            return row.compressed > 0 ? Format::bytes(row.compressed, locale) : "";
         case ProcessColumn::cpu:
-            return line.cpu >= leastShownPercent ? Format::decimal(line.cpu, 1, 1, locale) : "";
+            return row.cpu >= leastShownPercent ? Format::decimal(row.cpu, 1, 1, locale) : "";
         case ProcessColumn::unusedFor:
-            return Format::duration(line.unusedSince, now);
+            return Format::duration(row.unusedSince, now);
         case ProcessColumn::runningFor:
-            return line.started ? Format::duration(*line.started, now) : "";
+            return row.started ? Format::duration(*row.started, now) : "";
         case ProcessColumn::pid:
             break;
     }
-    return line.children || line.pids.empty() ? "" : std::to_string(line.pids.front());
+    return row.children || row.pids.empty() ? "" : std::to_string(row.pids.front());
 }
 
 std::vector<RowOrder> ProcessesView::orderAfterClick(std::vector<RowOrder> order, RowField field) {

@@ -32,20 +32,20 @@ void ProcessesView::setGrouping(Grouping grouping) {
 
 void ProcessesView::sortBy(RowField field) { sortOrder_ = orderAfterClick(std::move(sortOrder_), field); }
 
-std::vector<TableRow> ProcessesView::lines() const {
-    return linesOf(*model_.snapshot, grouping_, search_, sortOrder_, model_.rowNames(), locale_);
+std::vector<TableRow> ProcessesView::rows() const {
+    return rowsOf(*model_.snapshot, grouping_, search_, sortOrder_, model_.rowNames(), locale_);
 }
 
-std::string ProcessesView::cell(const TableRow& line, ProcessColumn column) const {
-    return cellOf(line, column, model_.snapshot->date, locale_);
+std::string ProcessesView::cell(const TableRow& row, ProcessColumn column) const {
+    return cellOf(row, column, model_.snapshot->date, locale_);
 }
 
-std::vector<TableRow> ProcessesView::selected(const std::vector<TableRow>& lines) const {
-    return TableRow::selected(*model_.selectedRows, lines);
+std::vector<TableRow> ProcessesView::selected(const std::vector<TableRow>& rows) const {
+    return TableRow::selected(*model_.selectedRows, rows);
 }
 
-void ProcessesView::askForceQuit(const std::set<std::string>& ids, const std::vector<TableRow>& lines) {
-    auto asked = TableRow::selected(ids, lines);
+void ProcessesView::askForceQuit(const std::set<std::string>& ids, const std::vector<TableRow>& rows) {
+    auto asked = TableRow::selected(ids, rows);
     if (!asked.empty()) confirmForceQuit_ = std::move(asked);
 }
 
@@ -55,9 +55,9 @@ std::optional<Question> ProcessesView::forceQuitQuestion() const {
 }
 
 std::vector<TableRow> ProcessesView::confirmForceQuit() {
-    auto lines = std::exchange(confirmForceQuit_, std::nullopt).value_or(std::vector<TableRow>{});
+    auto rows = std::exchange(confirmForceQuit_, std::nullopt).value_or(std::vector<TableRow>{});
     model_.selectRows({});
-    return lines;
+    return rows;
 }
 
 }  // namespace tolvane

@@ -54,15 +54,15 @@ public:
     bool showInspector = true;
 
     /// The rows that the search leaves, folded and sorted.
-    std::vector<TableRow> lines() const;
+    std::vector<TableRow> rows() const;
     /// The text of one cell; `detail` of the name column is not part of it.
-    std::string cell(const TableRow& line, ProcessColumn column) const;
+    std::string cell(const TableRow& row, ProcessColumn column) const;
     /// What the inspector shows: nothing, one line, or several.
-    std::vector<TableRow> selected(const std::vector<TableRow>& lines) const;
+    std::vector<TableRow> selected(const std::vector<TableRow>& rows) const;
 
     /// The user asked to force quit those lines: opens the question. Ids that no line has are passed over, and with
     /// none left there is nothing to ask.
-    void askForceQuit(const std::set<std::string>& ids, const std::vector<TableRow>& lines);
+    void askForceQuit(const std::set<std::string>& ids, const std::vector<TableRow>& rows);
     /// The question while it is open.
     std::optional<Question> forceQuitQuestion() const;
     void cancelForceQuit() { confirmForceQuit_.reset(); }
@@ -72,10 +72,10 @@ public:
     /// The same on plain values.
     static std::vector<ProcRow> rowsMatching(const std::vector<ProcRow>& rows, std::string_view search,
                                              std::string_view locale);
-    static std::vector<TableRow> linesOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
-                                         const std::vector<RowOrder>& order, const RowNames& names,
-                                         std::string_view locale);
-    static std::string cellOf(const TableRow& line, ProcessColumn column, Date now, std::string_view locale);
+    static std::vector<TableRow> rowsOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
+                                        const std::vector<RowOrder>& order, const RowNames& names,
+                                        std::string_view locale);
+    static std::string cellOf(const TableRow& row, ProcessColumn column, Date now, std::string_view locale);
     /// The order after a click on the head of the column that sorts by `field`; earlier choices settle ties.
     static std::vector<RowOrder> orderAfterClick(std::vector<RowOrder> order, RowField field);
 

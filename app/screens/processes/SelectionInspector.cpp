@@ -8,9 +8,9 @@ namespace tolvane {
 
 namespace {
 
-void collectBelow(const TableRow& line, std::set<std::string_view>& ids) {
-    if (!line.children) return;
-    for (const auto& child : *line.children) {
+void collectBelow(const TableRow& row, std::set<std::string_view>& ids) {
+    if (!row.children) return;
+    for (const auto& child : *row.children) {
         ids.insert(child.id);
         collectBelow(child, ids);
     }
@@ -22,34 +22,34 @@ struct Sums {
     std::set<Pid> pids;
 };
 
-Sums sumsOf(const std::vector<TableRow>& lines) {
+Sums sumsOf(const std::vector<TableRow>& rows) {
     std::set<std::string_view> below;
-    for (const auto& line : lines) collectBelow(line, below);
+    for (const auto& row : rows) collectBelow(row, below);
     Sums sums;
-    for (const auto& line : lines) {
-        if (below.contains(line.id)) continue;
-        sums.memory += line.memory;
-        sums.cpu += line.cpu;
-        sums.pids.insert(line.pids.begin(), line.pids.end());
+    for (const auto& row : rows) {
+        if (below.contains(row.id)) continue;
+        sums.memory += row.memory;
+        sums.cpu += row.cpu;
+        sums.pids.insert(row.pids.begin(), row.pids.end());
     }
     return sums;
 }
 
 }  // namespace
 
-SelectionInspector SelectionInspector::of(const std::vector<TableRow>& lines, std::string_view locale) {
-    const auto sums = sumsOf(lines);
+SelectionInspector SelectionInspector::of(const std::vector<TableRow>& rows, std::string_view locale) {
+    const auto sums = sumsOf(rows);
     const auto processes = static_cast<double>(sums.pids.size());
     SelectionInspector inspector{
-        .title = std::to_string(lines.size()) + " selected",
-        .forceQuit = {.title = ProcessActions::forceQuitItems(lines.size()),
+        .title = std::to_string(rows.size()) + " selected",
+        .forceQuit = {.title = ProcessActions::forceQuitItems(rows.size()),
                       .action = ProcessAction::forceQuit,
                       .shortcut = 'q'},
         .figures = {{.label = "Memory", .value = Format::bytes(sums.memory, locale)},
                     {.label = "CPU", .value = Format::decimal(sums.cpu, 1, 1, locale) + " %"},
                     {.label = "Processes", .value = Format::decimal(processes, 0, 0, locale)}}};
-    for (const auto& line : lines) {
-        inspector.lines.push_back({.label = line.title, .value = Format::bytes(line.memory, locale)});
+    for (const auto& row : rows) {
+        inspector.lines.push_back({.label = row.title, .value = Format::bytes(row.memory, locale)});
     }
     return inspector;
 }

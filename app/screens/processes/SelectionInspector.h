@@ -22,7 +22,7 @@ struct SelectionInspector {
     bool operator==(const SelectionInspector&) const = default;
 
     /// A line that stands within another selected one counts once in the figures.
-    static SelectionInspector of(const std::vector<TableRow>& lines, std::string_view locale);
+    static SelectionInspector of(const std::vector<TableRow>& rows, std::string_view locale);
 };
 
 }  // namespace tolvane

@@ -45,10 +45,10 @@ protected:
     std::vector<ProcRow> rows_;
 };
 
-std::vector<Pid> leafPids(const std::vector<TableRow>& lines) {
+std::vector<Pid> leafPids(const std::vector<TableRow>& rows) {
     std::vector<Pid> pids;
-    for (const auto& line : lines) {
-        const auto below = line.children ? leafPids(*line.children) : line.pids;
+    for (const auto& row : rows) {
+        const auto below = row.children ? leafPids(*row.children) : row.pids;
         pids.insert(pids.end(), below.begin(), below.end());
     }
     return pids;
@@ -65,43 +65,43 @@ TEST_P(TableRowProperties, everyPidStandsExactlyOnce) {
 
 TEST_P(TableRowProperties, groupsAreTheSumsOfTheirChildren) {
     for (const auto& each : groupings) {
-        for (const auto& line : build(each.grouping)) {
-            if (!line.children) continue;
+        for (const auto& row : build(each.grouping)) {
+            if (!row.children) continue;
             std::uint64_t memory = 0;
             std::uint64_t inRAM = 0;
             double cpu = 0;
-            for (const auto& child : *line.children) {
+            for (const auto& child : *row.children) {
                 memory += child.memory;
                 inRAM += child.inRAM;
                 cpu += child.cpu;
-                EXPECT_LE(child.unusedSince, line.unusedSince);
-                EXPECT_GE(child.started, line.started);
+                EXPECT_LE(child.unusedSince, row.unusedSince);
+                EXPECT_GE(child.started, row.started);
             }
-            EXPECT_EQ(line.memory, memory);
-            EXPECT_EQ(line.inRAM, inRAM);
-            EXPECT_DOUBLE_EQ(line.cpu, cpu);
-            EXPECT_EQ(line.pids, leafPids(*line.children));
+            EXPECT_EQ(row.memory, memory);
+            EXPECT_EQ(row.inRAM, inRAM);
+            EXPECT_DOUBLE_EQ(row.cpu, cpu);
+            EXPECT_EQ(row.pids, leafPids(*row.children));
         }
     }
 }
 
 TEST_P(TableRowProperties, idsAreTheirOwn) {
     for (const auto& each : groupings) {
-        const auto lines = build(each.grouping);
+        const auto rows = build(each.grouping);
         std::set<std::string> ids;
         std::size_t count = 0;
-        for (const auto& line : lines) {
-            ids.insert(line.id);
+        for (const auto& row : rows) {
+            ids.insert(row.id);
             ++count;
-            if (!line.children) continue;
-            for (const auto& child : *line.children) ids.insert(child.id);
-            count += line.children->size();
+            if (!row.children) continue;
+            for (const auto& child : *row.children) ids.insert(child.id);
+            count += row.children->size();
         }
         EXPECT_EQ(ids.size(), count);
     }
 }
 
-TEST_P(TableRowProperties, sortingKeepsEveryLineAndItsFigures) {
+TEST_P(TableRowProperties, sortingKeepsEveryRowAndItsValues) {
     for (const auto& each : groupings) {
         const auto before = build(each.grouping);
         auto after = before;
@@ -110,7 +110,7 @@ TEST_P(TableRowProperties, sortingKeepsEveryLineAndItsFigures) {
         ASSERT_EQ(after.size(), before.size());
         const auto byId = [](const TableRow& a, const TableRow& b) { return a.id < b.id; };
         auto originals = before;
-        for (auto& line : originals) line = line.sorted(order);
+        for (auto& row : originals) row = row.sorted(order);
         std::ranges::sort(originals, byId);
         auto sorted = after;
         std::ranges::sort(sorted, byId);
@@ -121,20 +121,20 @@ TEST_P(TableRowProperties, sortingKeepsEveryLineAndItsFigures) {
     }
 }
 
-TEST_P(TableRowProperties, selectionFindsWhatSearchingLineByLineFinds) {
+TEST_P(TableRowProperties, selectionFindsWhatSearchingRowByRowFinds) {
     for (const auto& each : groupings) {
-        const auto lines = build(each.grouping);
+        const auto rows = build(each.grouping);
         std::set<std::string> ids{"gone"};
         for (const auto& process : rows_) {
             if (below(2) == 0) ids.insert("pid:" + std::to_string(process.id()));
         }
-        for (const auto& line : lines) {
-            if (below(2) == 0) ids.insert(line.id);
+        for (const auto& row : rows) {
+            if (below(2) == 0) ids.insert(row.id);
         }
-        const auto found = TableRow::selected(ids, lines);
+        const auto found = TableRow::selected(ids, rows);
         EXPECT_EQ(found.size(), ids.size() - 1);
         EXPECT_TRUE(std::ranges::is_sorted(found, std::greater{}, &TableRow::memory));
-        for (const auto& line : found) EXPECT_TRUE(ids.contains(line.id));
+        for (const auto& row : found) EXPECT_TRUE(ids.contains(row.id));
     }
 }
 

@@ -31,22 +31,22 @@ std::vector<TableRow> build(const std::vector<ProcRow>& rows, Grouping grouping,
 }
 
 template <typename Member>
-auto each(const std::vector<TableRow>& lines, Member member) {
+auto each(const std::vector<TableRow>& tableRows, Member member) {
     std::vector<std::decay_t<std::invoke_result_t<Member, const TableRow&>>> values;
-    std::ranges::transform(lines, std::back_inserter(values), member);
+    std::ranges::transform(tableRows, std::back_inserter(values), member);
     return values;
 }
 
-auto ids(const std::vector<TableRow>& lines) { return each(lines, &TableRow::id); }
-auto titles(const std::vector<TableRow>& lines) { return each(lines, &TableRow::title); }
+auto ids(const std::vector<TableRow>& tableRows) { return each(tableRows, &TableRow::id); }
+auto titles(const std::vector<TableRow>& tableRows) { return each(tableRows, &TableRow::title); }
 
 TEST(TableRow, isMadeOfOneProcess) {
     auto process = appRow(12, "helper", "/Applications/Slack.app", 300 * MiB);
     process.sample.compressed = 100 * MiB;
     process.sample.swapIns = 7;
     process.cpuPercent = 12.5;
-    const auto lines = build({process}, Grouping::all, 2);
-    ASSERT_EQ(lines.size(), 1U);
+    const auto tableRows = build({process}, Grouping::all, 2);
+    ASSERT_EQ(tableRows.size(), 1U);
     const TableRow expected{.id = "pid:12",
                             .title = "helper",
                             .detail = "Slack",
@@ -60,7 +60,7 @@ TEST(TableRow, isMadeOfOneProcess) {
                             .unusedSince = process.unusedSince,
                             .started = process.sample.startTime,
                             .children = std::nullopt};
-    EXPECT_EQ(lines.front(), expected);
+    EXPECT_EQ(tableRows.front(), expected);
 }
 
 TEST(TableRow, inRAMNeverCountsARatioBelowOne) {
@@ -76,8 +76,8 @@ TEST(TableRow, inRAMCountsNoMoreThanTheFootprintAsCompressed) {
 }
 
 TEST(TableRowByAll, keepsTheOrderOfTheRows) {
-    const auto lines = build({row(3, "c"), row(1, "a"), row(2, "a")}, Grouping::all);
-    EXPECT_THAT(ids(lines), ElementsAre("pid:3", "pid:1", "pid:2"));
+    const auto tableRows = build({row(3, "c"), row(1, "a"), row(2, "a")}, Grouping::all);
+    EXPECT_THAT(ids(tableRows), ElementsAre("pid:3", "pid:1", "pid:2"));
 }
 
 TEST(TableRowByAll, namesTheOwnerBesideTheProcess) {
@@ -101,31 +101,31 @@ TEST(TableRowOwner, isTheFirstThatIsSet) {
 }
 
 TEST(TableRowByApps, foldsTheProcessesOfABundle) {
-    const auto lines = build({appRow(1, "Slack", "/Applications/Slack.app"), row(2, "node"),
-                              appRow(3, "Slack Helper", "/Applications/Slack.app")},
-                             Grouping::apps);
-    ASSERT_THAT(ids(lines), ElementsAre("/Applications/Slack.app", "pid:2"));
-    EXPECT_EQ(lines[0].title, "Slack");
-    EXPECT_EQ(lines[0].detail, "2 processes");
-    EXPECT_EQ(lines[0].appPath, "/Applications/Slack.app");
-    EXPECT_THAT(ids(*lines[0].children), ElementsAre("pid:1", "pid:3"));
-    EXPECT_THAT(titles(*lines[0].children), ElementsAre("Slack", "Slack Helper"));
+    const auto tableRows = build({appRow(1, "Slack", "/Applications/Slack.app"), row(2, "node"),
+                                  appRow(3, "Slack Helper", "/Applications/Slack.app")},
+                                 Grouping::apps);
+    ASSERT_THAT(ids(tableRows), ElementsAre("/Applications/Slack.app", "pid:2"));
+    EXPECT_EQ(tableRows[0].title, "Slack");
+    EXPECT_EQ(tableRows[0].detail, "2 processes");
+    EXPECT_EQ(tableRows[0].appPath, "/Applications/Slack.app");
+    EXPECT_THAT(ids(*tableRows[0].children), ElementsAre("pid:1", "pid:3"));
+    EXPECT_THAT(titles(*tableRows[0].children), ElementsAre("Slack", "Slack Helper"));
 }
 
 TEST(TableRowByApps, foldsProcessesOfOneNameOutsideApps) {
-    const auto lines = build({row(1, "node"), row(2, "puma"), row(3, "node")}, Grouping::apps);
-    ASSERT_THAT(ids(lines), ElementsAre("cmd:node", "pid:2"));
-    EXPECT_EQ(lines[0].title, "node");
-    EXPECT_EQ(lines[0].detail, "2 processes");
-    EXPECT_EQ(lines[0].appPath, std::nullopt);
+    const auto tableRows = build({row(1, "node"), row(2, "puma"), row(3, "node")}, Grouping::apps);
+    ASSERT_THAT(ids(tableRows), ElementsAre("cmd:node", "pid:2"));
+    EXPECT_EQ(tableRows[0].title, "node");
+    EXPECT_EQ(tableRows[0].detail, "2 processes");
+    EXPECT_EQ(tableRows[0].appPath, std::nullopt);
 }
 
-TEST(TableRowByApps, aLoneProcessOfAnAppIsAPlainLineOfTheAppsName) {
-    const auto lines = build({appRow(7, "slack-bin", "/Applications/Slack.app")}, Grouping::apps);
-    ASSERT_THAT(ids(lines), ElementsAre("pid:7"));
-    EXPECT_EQ(lines[0].title, "Slack");
-    EXPECT_EQ(lines[0].appPath, "/Applications/Slack.app");
-    EXPECT_EQ(lines[0].children, std::nullopt);
+TEST(TableRowByApps, aLoneProcessOfAnAppIsAPlainRowOfTheAppsName) {
+    const auto tableRows = build({appRow(7, "slack-bin", "/Applications/Slack.app")}, Grouping::apps);
+    ASSERT_THAT(ids(tableRows), ElementsAre("pid:7"));
+    EXPECT_EQ(tableRows[0].title, "Slack");
+    EXPECT_EQ(tableRows[0].appPath, "/Applications/Slack.app");
+    EXPECT_EQ(tableRows[0].children, std::nullopt);
 }
 
 TEST(TableRowByApps, saysWhereALooseProcessBelongs) {
@@ -135,22 +135,23 @@ TEST(TableRowByApps, saysWhereALooseProcessBelongs) {
 }
 
 TEST(TableRowByApps, anAppAndACommandOfOneNameStayApart) {
-    const auto lines = build({appRow(1, "a", "/x"), row(2, "/x"), appRow(3, "b", "/x"), row(4, "/x")}, Grouping::apps);
-    EXPECT_THAT(ids(lines), ElementsAre("/x", "cmd:/x"));
+    const auto tableRows =
+        build({appRow(1, "a", "/x"), row(2, "/x"), appRow(3, "b", "/x"), row(4, "/x")}, Grouping::apps);
+    EXPECT_THAT(ids(tableRows), ElementsAre("/x", "cmd:/x"));
 }
 
 TEST(TableRowByProjects, foldsSessionsProjectsAppsAndTheRest) {
-    const auto lines =
+    const auto tableRows =
         build({row(1, "launchd"), sessionRow(2, "claude", "fix login"), projectRow(3, "node", "/home/ada/shop"),
                appRow(4, "Slack", "/Applications/Slack.app"), appRow(5, "Slack Helper", "/Applications/Slack.app"),
                projectRow(6, "puma", "/home/ada/shop"), row(7, "cron")},
               Grouping::projects);
-    ASSERT_THAT(ids(lines),
+    ASSERT_THAT(ids(tableRows),
                 ElementsAre("other", "claude:fix login", "project:/home/ada/shop", "/Applications/Slack.app"));
-    EXPECT_THAT(titles(lines), ElementsAre("Other processes", "fix login", "shop", "Slack"));
-    EXPECT_THAT(each(lines, [](const TableRow& line) { return line.detail.value_or("none"); }),
+    EXPECT_THAT(titles(tableRows), ElementsAre("Other processes", "fix login", "shop", "Slack"));
+    EXPECT_THAT(each(tableRows, [](const TableRow& tableRow) { return tableRow.detail.value_or("none"); }),
                 ElementsAre("2 processes", "Claude session", "~/shop", "2 processes"));
-    EXPECT_THAT(each(lines, [](const TableRow& line) { return line.appPath.value_or("none"); }),
+    EXPECT_THAT(each(tableRows, [](const TableRow& tableRow) { return tableRow.appPath.value_or("none"); }),
                 ElementsAre("none", "none", "none", "/Applications/Slack.app"));
 }
 
@@ -161,31 +162,31 @@ TEST(TableRowByProjects, aSessionComesBeforeItsProject) {
 }
 
 TEST(TableRowByProjects, aLoneProcessOfAProjectIsStillAGroup) {
-    const auto lines = build({projectRow(3, "node", "/home/ada/shop")}, Grouping::projects);
-    ASSERT_THAT(ids(lines), ElementsAre("project:/home/ada/shop"));
-    ASSERT_TRUE(lines[0].children);
-    EXPECT_THAT(ids(*lines[0].children), ElementsAre("pid:3"));
-    EXPECT_EQ(lines[0].children->front().detail, std::nullopt);
+    const auto tableRows = build({projectRow(3, "node", "/home/ada/shop")}, Grouping::projects);
+    ASSERT_THAT(ids(tableRows), ElementsAre("project:/home/ada/shop"));
+    ASSERT_TRUE(tableRows[0].children);
+    EXPECT_THAT(ids(*tableRows[0].children), ElementsAre("pid:3"));
+    EXPECT_EQ(tableRows[0].children->front().detail, std::nullopt);
 }
 
 TEST(TableRowByProjects, aLoneProcessOfNobodyIsItself) {
-    const auto lines = build({row(9, "cron")}, Grouping::projects);
-    ASSERT_THAT(ids(lines), ElementsAre("pid:9"));
-    EXPECT_EQ(lines[0].title, "cron");
+    const auto tableRows = build({row(9, "cron")}, Grouping::projects);
+    ASSERT_THAT(ids(tableRows), ElementsAre("pid:9"));
+    EXPECT_EQ(tableRows[0].title, "cron");
 }
 
 TEST(TableRowByProjects, aLoneProcessOfAnAppHasTheAppsName) {
-    const auto lines = build({appRow(4, "slack-bin", "/Applications/Slack.app")}, Grouping::projects);
-    ASSERT_THAT(ids(lines), ElementsAre("pid:4"));
-    EXPECT_EQ(lines[0].title, "Slack");
+    const auto tableRows = build({appRow(4, "slack-bin", "/Applications/Slack.app")}, Grouping::projects);
+    ASSERT_THAT(ids(tableRows), ElementsAre("pid:4"));
+    EXPECT_EQ(tableRows[0].title, "Slack");
 }
 
 TEST(TableRowGroup, takesTheTitleOfTheFirstRowSeen) {
     int asked = 0;
     const RowNames counting{.application = [&](std::string_view) { return "Name " + std::to_string(++asked); }};
-    const auto lines = TableRow::build({appRow(1, "a", "/x.app"), appRow(2, "b", "/x.app"), appRow(3, "c", "/x.app")},
-                                       Grouping::apps, 1, counting);
-    EXPECT_THAT(titles(lines), ElementsAre("Name 1"));
+    const auto tableRows = TableRow::build(
+        {appRow(1, "a", "/x.app"), appRow(2, "b", "/x.app"), appRow(3, "c", "/x.app")}, Grouping::apps, 1, counting);
+    EXPECT_THAT(titles(tableRows), ElementsAre("Name 1"));
     EXPECT_EQ(asked, 1);
 }
 
@@ -202,9 +203,9 @@ TEST(TableRowGroup, sumsItsChildren) {
     b.sample.swapIns = 2;
     b.unusedSince = Date{Seconds{20}};
     b.sample.startTime = Date{Seconds{5}};
-    const auto lines = build({a, b}, Grouping::apps, 2);
-    ASSERT_EQ(lines.size(), 1U);
-    const auto& group = lines.front();
+    const auto tableRows = build({a, b}, Grouping::apps, 2);
+    ASSERT_EQ(tableRows.size(), 1U);
+    const auto& group = tableRows.front();
     EXPECT_THAT(group.pids, ElementsAre(1, 2));
     EXPECT_EQ(group.memory, 300U);
     EXPECT_EQ(group.inRAM, 80U + 170U);
@@ -265,8 +266,8 @@ TEST(ProcessName, isWhatLooseProcessesAreFoldedBy) {
     a.sample.path = "/home/ada/.local/share/claude/versions/2.0.1";
     auto b = row(2, "2.0.2");
     b.sample.path = "/home/ada/.local/share/claude/versions/2.0.2";
-    const auto lines = build({a, b}, Grouping::apps);
-    EXPECT_THAT(ids(lines), ElementsAre("cmd:claude"));
+    const auto tableRows = build({a, b}, Grouping::apps);
+    EXPECT_THAT(ids(tableRows), ElementsAre("cmd:claude"));
 }
 
 TEST(Grouping, hasThreeLabels) {

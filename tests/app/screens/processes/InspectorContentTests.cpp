@@ -35,25 +35,25 @@ protected:
     ProcRow& server() { return snapshot.rows[1]; }
     TableRow process() const { return TableRow::build(snapshot.rows, Grouping::all, 1, RowNames{})[1]; }
     TableRow app() const {
-        auto line = process();
-        line.title = "Slack";
-        line.appPath = "/Applications/Slack.app";
-        return line;
+        auto tableRow = process();
+        tableRow.title = "Slack";
+        tableRow.appPath = "/Applications/Slack.app";
+        return tableRow;
     }
     TableRow group() const {
         return TableRow::group("cmd:node", "node", "2 processes", {},
                                TableRow::build(snapshot.rows, Grouping::all, 1, {}));
     }
 
-    InspectorContent of(const TableRow& line) const {
-        return InspectorContent::of(line, {.snapshot = snapshot,
-                                           .history = history,
-                                           .lowered = lowered,
-                                           .ports = ports,
-                                           .home = "/home/ada",
-                                           .actor = {.pid = 99, .uid = 501},
-                                           .locale = "en_US",
-                                           .zone = "UTC"});
+    InspectorContent of(const TableRow& tableRow) const {
+        return InspectorContent::of(tableRow, {.snapshot = snapshot,
+                                               .history = history,
+                                               .lowered = lowered,
+                                               .ports = ports,
+                                               .home = "/home/ada",
+                                               .actor = {.pid = 99, .uid = 501},
+                                               .locale = "en_US",
+                                               .zone = "UTC"});
     }
 
     Snapshot snapshot;
@@ -116,7 +116,7 @@ TEST_F(InspectorTest, listsTheFiguresOfAGroup) {
     EXPECT_THAT(content.process, IsEmpty());
 }
 
-TEST_F(InspectorTest, keepsTheTitleAndTheIconOfItsLine) {
+TEST_F(InspectorTest, keepsTheTitleAndTheIconOfItsRow) {
     const auto content = of(app());
     EXPECT_EQ(content.title, "Slack");
     EXPECT_EQ(content.appPath, "/Applications/Slack.app");
@@ -153,9 +153,9 @@ TEST_F(InspectorTest, numbersAParentThatCannotBeSeen) {
 }
 
 TEST_F(InspectorTest, ofAProcessThatIsGoneHasItsLastFigures) {
-    const auto line = process();
+    const auto tableRow = process();
     snapshot.rows.clear();
-    const auto content = of(line);
+    const auto content = of(tableRow);
     ASSERT_THAT(labels(content.figures), ElementsAre("Memory", "Compressed", "CPU", "Unused for", "Started"));
     EXPECT_THAT(content.process, IsEmpty());
     EXPECT_THAT(titles(content.buttons), ElementsAre("Terminate", "Force Quit"));
@@ -257,12 +257,12 @@ TEST_F(InspectorTest, speaksTheNumbersOfTheLocale) {
     EXPECT_EQ(named(content.figures, "Started").value, "19.11.2026, 11:36");
 }
 
-TEST(SelectionInspector, sumsTheLines) {
-    const std::vector<TableRow> lines{
+TEST(SelectionInspector, sumsTheRows) {
+    const std::vector<TableRow> tableRows{
         {.id = "pid:1", .title = "big", .pids = {1}, .memory = 300 * MiB, .cpu = 10.5},
         TableRow::group("g", "group", {}, {},
                         {{.id = "pid:2", .pids = {2}, .memory = 100 * MiB}, {.id = "pid:3", .pids = {3}, .cpu = 2}})};
-    const auto inspector = SelectionInspector::of(lines, "en_US");
+    const auto inspector = SelectionInspector::of(tableRows, "en_US");
     EXPECT_EQ(inspector.title, "2 selected");
     EXPECT_EQ(inspector.forceQuit.title, "Force Quit 2 Items…");
     EXPECT_EQ(inspector.forceQuit.action, ProcessAction::forceQuit);

@@ -25,7 +25,7 @@ struct InspectorViewTest : ModelTest {
         view.emplace(*model, "en_US", [this] { ++changes; });
     }
 
-    TableRow line(std::size_t index) const {
+    TableRow tableRow(std::size_t index) const {
         return TableRow::build(model->snapshot->rows, Grouping::all, 1, model->rowNames())[index];
     }
     void settle() { jobs.runAll(); }
@@ -35,8 +35,8 @@ struct InspectorViewTest : ModelTest {
     int changes = 0;
 };
 
-TEST_F(InspectorViewTest, readsThePortsOfTheLineItShows) {
-    view->show(line(0));
+TEST_F(InspectorViewTest, readsThePortsOfTheRowItShows) {
+    view->show(tableRow(0));
     EXPECT_THAT(view->ports(), IsEmpty());
     settle();
     EXPECT_THAT(view->ports(), ElementsAre(3000, 8080));
@@ -44,10 +44,10 @@ TEST_F(InspectorViewTest, readsThePortsOfTheLineItShows) {
     EXPECT_EQ(view->content().process[2].value, "3000, 8080");
 }
 
-TEST_F(InspectorViewTest, readsThePortsOfALineOnce) {
-    view->show(line(0));
+TEST_F(InspectorViewTest, readsThePortsOfARowOnce) {
+    view->show(tableRow(0));
     settle();
-    auto later = line(0);
+    auto later = tableRow(0);
     later.memory += MiB;
     view->show(later);
     settle();
@@ -56,20 +56,20 @@ TEST_F(InspectorViewTest, readsThePortsOfALineOnce) {
     EXPECT_EQ(view->content().figures[0].value, "2 MB");
 }
 
-TEST_F(InspectorViewTest, forgetsThePortsOfTheLineBefore) {
-    view->show(line(0));
+TEST_F(InspectorViewTest, forgetsThePortsOfTheRowBefore) {
+    view->show(tableRow(0));
     settle();
-    view->show(line(1));
+    view->show(tableRow(1));
     EXPECT_THAT(view->ports(), IsEmpty());
     settle();
     EXPECT_THAT(view->ports(), ElementsAre(9292));
 }
 
 TEST_F(InspectorViewTest, aReusedPidIsAnotherProcess) {
-    view->show(line(0));
+    view->show(tableRow(0));
     settle();
     world.find(7)->ports = {5000};
-    auto reborn = line(0);
+    auto reborn = tableRow(0);
     reborn.started = *reborn.started + Seconds{60};
     view->show(reborn);
     settle();
@@ -77,36 +77,36 @@ TEST_F(InspectorViewTest, aReusedPidIsAnotherProcess) {
 }
 
 TEST_F(InspectorViewTest, readsNoPortsOfAGroup) {
-    view->show(line(0));
-    view->show(TableRow::group("g", "group", {}, {}, {line(0), line(1)}));
+    view->show(tableRow(0));
+    view->show(TableRow::group("g", "group", {}, {}, {tableRow(0), tableRow(1)}));
     settle();
     EXPECT_THAT(view->ports(), IsEmpty());
     EXPECT_EQ(changes, 0);
 }
 
 TEST_F(InspectorViewTest, asksBeforeItForceQuits) {
-    view->show(line(0));
+    view->show(tableRow(0));
     EXPECT_FALSE(view->confirmForceQuit);
     EXPECT_EQ(view->forceQuitQuestion().title, "Force quit node?");
     EXPECT_EQ(view->forceQuitQuestion().message, "Unsaved work in node will be lost.");
 }
 
-TEST_F(InspectorViewTest, aQuestionAboutAnotherLineIsOver) {
-    view->show(line(0));
+TEST_F(InspectorViewTest, aQuestionAboutAnotherRowIsOver) {
+    view->show(tableRow(0));
     view->confirmForceQuit = true;
-    view->show(line(0));
+    view->show(tableRow(0));
     EXPECT_TRUE(view->confirmForceQuit);
-    view->show(line(1));
+    view->show(tableRow(1));
     EXPECT_FALSE(view->confirmForceQuit);
 }
 
 TEST_F(InspectorViewTest, saysNothingOfNothing) {
-    EXPECT_EQ(view->line(), std::nullopt);
+    EXPECT_EQ(view->row(), std::nullopt);
     EXPECT_EQ(view->content().title, "");
 }
 
 TEST_F(InspectorViewTest, drawsWhatTheModelRemembers) {
-    view->show(line(0));
+    view->show(tableRow(0));
     EXPECT_EQ(view->content().memoryChart, std::nullopt);
     modelState->history.update([&](ProcessHistory& history) {
         const ProcessHistory::Reading reading{.pid = 7, .footprint = 3 * MiB};
@@ -120,7 +120,7 @@ TEST_F(InspectorViewTest, drawsWhatTheModelRemembers) {
 }
 
 TEST_F(InspectorViewTest, drawsWhatCameSinceTheClockWasSetBack) {
-    view->show(line(0));
+    view->show(tableRow(0));
     modelState->history.update([&](ProcessHistory& history) {
         for (const double at : {7200.0, 7260.0, 0.0, 60.0, 120.0}) {
             const ProcessHistory::Reading reading{.pid = 7, .footprint = (at > 3600 ? 9 : 3) * MiB};

@@ -44,7 +44,7 @@ std::vector<ProcessAction> actions(const std::vector<ProcessMenuItem>& items) {
     return actions;
 }
 
-TableRow slackLine(std::uint64_t memory = 1200 * MiB) {
+TableRow slackRow(std::uint64_t memory = 1200 * MiB) {
     return {.id = "/Applications/Slack.app",
             .title = "Slack",
             .appPath = "/Applications/Slack.app",
@@ -53,27 +53,27 @@ TableRow slackLine(std::uint64_t memory = 1200 * MiB) {
             .children = std::vector<TableRow>{}};
 }
 
-TableRow serverLine() { return {.id = "pid:7", .title = "node", .pids = {7}, .memory = 300 * MiB}; }
+TableRow serverRow() { return {.id = "pid:7", .title = "node", .pids = {7}, .memory = 300 * MiB}; }
 
 TEST(ProcessActions, ofAnAppQuitRelaunchAndMakeARule) {
-    const auto menu = ProcessActions::of(slackLine(), {slack(1), slack(2)});
+    const auto menu = ProcessActions::of(slackRow(), {slack(1), slack(2)});
     EXPECT_THAT(titles(menu.items), ElementsAre("Quit Slack", "Relaunch Slack", "-", "Add Rule for Slack"));
     EXPECT_THAT(actions(menu.items), ElementsAre(ProcessAction::quit, ProcessAction::relaunch, ProcessAction::addRule));
     EXPECT_EQ(menu.appID, "com.tinyspeck.slackmacgap");
     EXPECT_THAT(menu.pids, ElementsAre(1, 2));
 }
 
-TEST(ProcessActions, takeTheFirstBundleThatARowOfTheLineHas) {
+TEST(ProcessActions, takeTheFirstBundleThatAProcessOfTheRowHas) {
     auto without = slack(1);
     without.appID.reset();
     auto other = slack(3);
     other.appID = Text("com.example.other");
-    const auto menu = ProcessActions::of(slackLine(), {other, without, slack(2)});
+    const auto menu = ProcessActions::of(slackRow(), {other, without, slack(2)});
     EXPECT_EQ(menu.appID, "com.tinyspeck.slackmacgap");
 }
 
 TEST(ProcessActions, ofAProcessTerminateCopyShowAndMakeARule) {
-    const auto menu = ProcessActions::of(serverLine(), {server()});
+    const auto menu = ProcessActions::of(serverRow(), {server()});
     EXPECT_THAT(titles(menu.items), ElementsAre("Terminate", "-", "Copy Command", "Show Working Folder in Finder", "-",
                                                 "Add Rule for node"));
     EXPECT_THAT(actions(menu.items), ElementsAre(ProcessAction::terminate, ProcessAction::copyCommand,
@@ -86,7 +86,7 @@ TEST(ProcessActions, ofAProcessTerminateCopyShowAndMakeARule) {
 TEST(ProcessActions, showNoWorkingFolderThatIsUnknown) {
     auto process = server();
     process.sample.cwd.reset();
-    const auto menu = ProcessActions::of(serverLine(), {process});
+    const auto menu = ProcessActions::of(serverRow(), {process});
     EXPECT_THAT(titles(menu.items), ElementsAre("Terminate", "-", "Copy Command", "-", "Add Rule for node"));
     EXPECT_EQ(menu.workingFolder, std::nullopt);
 }
@@ -102,26 +102,26 @@ TEST(ProcessActions, ofAGroupOutsideAppsOnlyTerminate) {
 }
 
 TEST(ProcessActions, ofAProcessThatIsGoneOnlyTerminate) {
-    EXPECT_THAT(titles(ProcessActions::of(serverLine(), {}).items), ElementsAre("Terminate"));
+    EXPECT_THAT(titles(ProcessActions::of(serverRow(), {}).items), ElementsAre("Terminate"));
 }
 
 TEST(ProcessActions, ofABundleWithoutAnIdentifierTreatItAsAProcess) {
     auto process = slack(1);
     process.appID.reset();
-    const TableRow line{.id = "pid:1", .title = "Slack", .appPath = "/Applications/Slack.app", .pids = {1}};
-    EXPECT_THAT(titles(ProcessActions::of(line, {process}).items),
+    const TableRow tableRow{.id = "pid:1", .title = "Slack", .appPath = "/Applications/Slack.app", .pids = {1}};
+    EXPECT_THAT(titles(ProcessActions::of(tableRow, {process}).items),
                 ElementsAre("Terminate", "-", "Copy Command", "-", "Add Rule for Slack Helper"));
 }
 
-TEST(TableMenu, endsWithForceQuitForOneLine) {
-    const auto menu = ProcessActions::menuOf({slackLine()}, {slack(1)}, me);
+TEST(TableMenu, endsWithForceQuitForOneRow) {
+    const auto menu = ProcessActions::menuOf({slackRow()}, {slack(1)}, me);
     EXPECT_THAT(titles(menu),
                 ElementsAre("Quit Slack", "Relaunch Slack", "-", "Add Rule for Slack", "-", "Force Quit…"));
     EXPECT_EQ(menu.back().action, ProcessAction::forceQuit);
 }
 
 TEST(TableMenu, onlyForceQuitsSeveral) {
-    const auto menu = ProcessActions::menuOf({slackLine(), serverLine(), serverLine()}, {slack(1), server()}, me);
+    const auto menu = ProcessActions::menuOf({slackRow(), serverRow(), serverRow()}, {slack(1), server()}, me);
     EXPECT_THAT(titles(menu), ElementsAre("Force Quit 3 Items…"));
     EXPECT_THAT(actions(menu), ElementsAre(ProcessAction::forceQuit));
 }
@@ -129,29 +129,29 @@ TEST(TableMenu, onlyForceQuitsSeveral) {
 TEST(TableMenu, offersNoActOnAnotherUsersProcess) {
     auto other = server();
     other.sample.uid = 0;
-    for (const auto& item : ProcessActions::menuOf({serverLine()}, {other}, me)) {
+    for (const auto& item : ProcessActions::menuOf({serverRow()}, {other}, me)) {
         const bool acts = item.action == ProcessAction::terminate || item.action == ProcessAction::forceQuit;
         EXPECT_EQ(item.enabled, !acts) << item.title;
     }
-    for (const auto& item : ProcessActions::menuOf({serverLine()}, {server()}, me)) EXPECT_TRUE(item.enabled);
+    for (const auto& item : ProcessActions::menuOf({serverRow()}, {server()}, me)) EXPECT_TRUE(item.enabled);
 }
 
 TEST(TableMenu, offersNoActOnThisProgram) {
     const Actor self{.pid = 7, .uid = 501};
-    EXPECT_FALSE(ProcessActions::menuOf({serverLine()}, {server()}, self).back().enabled);
+    EXPECT_FALSE(ProcessActions::menuOf({serverRow()}, {server()}, self).back().enabled);
 }
 
 TEST(TableMenu, forceQuitsSeveralWhenOneOfThemMayBe) {
     auto other = slack(1);
     other.sample.uid = 0;
-    EXPECT_TRUE(ProcessActions::menuOf({slackLine(), serverLine()}, {other, server()}, me).front().enabled);
-    EXPECT_FALSE(ProcessActions::menuOf({slackLine(), slackLine()}, {other}, me).front().enabled);
+    EXPECT_TRUE(ProcessActions::menuOf({slackRow(), serverRow()}, {other, server()}, me).front().enabled);
+    EXPECT_FALSE(ProcessActions::menuOf({slackRow(), slackRow()}, {other}, me).front().enabled);
 }
 
 TEST(TableMenu, ofNothingIsEmpty) { EXPECT_THAT(ProcessActions::menuOf({}, {}, me), IsEmpty()); }
 
 TEST(GrowthRule, restartsTheAppPastWhatItUsesNow) {
-    const auto rule = ProcessActions::of(slackLine(), {slack(1)}).rule;
+    const auto rule = ProcessActions::of(slackRow(), {slack(1)}).rule;
     ASSERT_TRUE(rule);
     EXPECT_EQ(rule->name, "Restart Slack when it grows");
     EXPECT_FALSE(rule->enabled);
@@ -164,7 +164,7 @@ TEST(GrowthRule, restartsTheAppPastWhatItUsesNow) {
 }
 
 std::int64_t limitOf(std::uint64_t memory) {
-    return ProcessActions::growthRule(slackLine(memory), "id").memoryMB.value_or(-1);
+    return ProcessActions::growthRule(slackRow(memory), "id").memoryMB.value_or(-1);
 }
 
 TEST(GrowthRule, roundsItsLimitDownToHundredsAndStartsAtFiveHundred) {
@@ -178,7 +178,7 @@ TEST(GrowthRule, roundsItsLimitDownToHundredsAndStartsAtFiveHundred) {
 }
 
 TEST(IdleRule, stopsWhatMatchesTheScript) {
-    const auto rule = ProcessActions::of(serverLine(), {server()}).rule;
+    const auto rule = ProcessActions::of(serverRow(), {server()}).rule;
     ASSERT_TRUE(rule);
     EXPECT_EQ(rule->name, "Stop idle node");
     EXPECT_FALSE(rule->enabled);

@@ -73,63 +73,63 @@ Snapshot snapshot() {
     return made;
 }
 
-std::vector<TableRow> lines(Grouping grouping, std::string_view search, std::vector<RowOrder> order = {RowOrder{}}) {
-    return ProcessesView::linesOf(snapshot(), grouping, search, order, RowNames{}, "en_US");
+std::vector<TableRow> rows(Grouping grouping, std::string_view search, std::vector<RowOrder> order = {RowOrder{}}) {
+    return ProcessesView::rowsOf(snapshot(), grouping, search, order, RowNames{}, "en_US");
 }
 
-auto ids(const std::vector<TableRow>& lines) {
+auto ids(const std::vector<TableRow>& rows) {
     std::vector<std::string> ids;
-    for (const auto& line : lines) ids.push_back(line.id);
+    for (const auto& row : rows) ids.push_back(row.id);
     return ids;
 }
 
-TEST(ProcessLines, startWithTheLargestMemory) {
-    const auto table = lines(Grouping::apps, "");
+TEST(ProcessRows, startWithTheLargestMemory) {
+    const auto table = rows(Grouping::apps, "");
     ASSERT_THAT(ids(table), ElementsAre("/Applications/Slack.app", "pid:4711", "pid:52"));
     EXPECT_THAT(ids(*table[0].children), ElementsAre("pid:61", "pid:60"));
 }
 
-TEST(ProcessLines, areSortedOnEveryLevel) {
-    const auto table = lines(Grouping::apps, "", {{RowField::memory, true}});
+TEST(ProcessRows, areSortedOnEveryLevel) {
+    const auto table = rows(Grouping::apps, "", {{RowField::memory, true}});
     ASSERT_THAT(ids(table), ElementsAre("pid:52", "pid:4711", "/Applications/Slack.app"));
     EXPECT_THAT(ids(*table[2].children), ElementsAre("pid:60", "pid:61"));
 }
 
-TEST(ProcessLines, countTheCompressedPartAtTheRatioOfTheMoment) {
+TEST(ProcessRows, countTheCompressedPartAtTheRatioOfTheMoment) {
     auto made = snapshot();
     made.rows = {node()};
     made.rows[0].sample.compressed = 100 * MiB;
-    const auto table = ProcessesView::linesOf(made, Grouping::all, "", {}, RowNames{}, "en_US");
+    const auto table = ProcessesView::rowsOf(made, Grouping::all, "", {}, RowNames{}, "en_US");
     EXPECT_EQ(table[0].inRAM, 250 * MiB);
 }
 
-TEST(ProcessLines, ofASearchForAPidHoldTheGroupWithThatProcess) {
-    const auto table = lines(Grouping::projects, "4711");
+TEST(ProcessRows, ofASearchForAPidHoldTheGroupWithThatProcess) {
+    const auto table = rows(Grouping::projects, "4711");
     ASSERT_THAT(ids(table), ElementsAre("project:/home/ada/Shop"));
     EXPECT_THAT(ids(*table[0].children), ElementsAre("pid:4711"));
 }
 
-TEST(ProcessLines, sumOnlyWhatTheSearchFinds) {
-    EXPECT_EQ(lines(Grouping::apps, "slack")[0].memory, 600 * MiB);
-    EXPECT_EQ(lines(Grouping::apps, "slack helper")[0].memory, 100 * MiB);
+TEST(ProcessRows, sumOnlyWhatTheSearchFinds) {
+    EXPECT_EQ(rows(Grouping::apps, "slack")[0].memory, 600 * MiB);
+    EXPECT_EQ(rows(Grouping::apps, "slack helper")[0].memory, 100 * MiB);
 }
 
-TEST(ProcessLines, areNoneWhenNothingMatches) {
-    EXPECT_THAT(lines(Grouping::apps, "no such thing"), IsEmpty());
-    EXPECT_THAT(TableRow::selected({"pid:52"}, lines(Grouping::apps, "no such thing")), IsEmpty());
+TEST(ProcessRows, areNoneWhenNothingMatches) {
+    EXPECT_THAT(rows(Grouping::apps, "no such thing"), IsEmpty());
+    EXPECT_THAT(TableRow::selected({"pid:52"}, rows(Grouping::apps, "no such thing")), IsEmpty());
 }
 
-std::string cell(const TableRow& line, ProcessColumn column, std::string_view locale = "en_US") {
-    return ProcessesView::cellOf(line, column, Date{Seconds{10'000}}, locale);
+std::string cell(const TableRow& row, ProcessColumn column, std::string_view locale = "en_US") {
+    return ProcessesView::cellOf(row, column, Date{Seconds{10'000}}, locale);
 }
 
 TEST(ProcessCell, saysSizesInBytes) {
-    const TableRow line{.title = "node", .memory = 512 * MiB, .inRAM = 300 * MiB, .compressed = MiB + MiB / 2};
-    EXPECT_EQ(cell(line, ProcessColumn::name), "node");
-    EXPECT_EQ(cell(line, ProcessColumn::memory), "512 MB");
-    EXPECT_EQ(cell(line, ProcessColumn::inRAM), "300 MB");
-    EXPECT_EQ(cell(line, ProcessColumn::compressed), "1.5 MB");
-    EXPECT_EQ(cell(line, ProcessColumn::compressed, "de_DE"), "1,5 MB");
+    const TableRow row{.title = "node", .memory = 512 * MiB, .inRAM = 300 * MiB, .compressed = MiB + MiB / 2};
+    EXPECT_EQ(cell(row, ProcessColumn::name), "node");
+    EXPECT_EQ(cell(row, ProcessColumn::memory), "512 MB");
+    EXPECT_EQ(cell(row, ProcessColumn::inRAM), "300 MB");
+    EXPECT_EQ(cell(row, ProcessColumn::compressed), "1.5 MB");
+    EXPECT_EQ(cell(row, ProcessColumn::compressed, "de_DE"), "1,5 MB");
 }
 
 TEST(ProcessCell, isEmptyWhereNothingIsCompressed) {
@@ -147,9 +147,9 @@ TEST(ProcessCell, showsNoCPUBelowATwentiethOfAPercent) {
 }
 
 TEST(ProcessCell, countsTimesUpToTheMomentOfTheSample) {
-    const TableRow line{.unusedSince = Date{Seconds{10'000 - 3900}}, .started = Date{Seconds{10'000 - 7200}}};
-    EXPECT_EQ(cell(line, ProcessColumn::unusedFor), "1h 5m");
-    EXPECT_EQ(cell(line, ProcessColumn::runningFor), "2h");
+    const TableRow row{.unusedSince = Date{Seconds{10'000 - 3900}}, .started = Date{Seconds{10'000 - 7200}}};
+    EXPECT_EQ(cell(row, ProcessColumn::unusedFor), "1h 5m");
+    EXPECT_EQ(cell(row, ProcessColumn::runningFor), "2h");
     EXPECT_EQ(cell({}, ProcessColumn::runningFor), "");
 }
 
@@ -220,7 +220,7 @@ TEST(ProcessesView, labelsItsControls) {
     EXPECT_EQ(ProcessesView::noSelectionText, "Select a process or group to see its details.");
 }
 
-TEST(ForceQuit, asksAboutOneLine) {
+TEST(ForceQuit, asksAboutOneRow) {
     const auto question = ForceQuitQuestion::of({{.title = "Slack"}}, "en_US");
     EXPECT_EQ(question.title, "Force quit Slack?");
     EXPECT_EQ(question.message, "Unsaved work in Slack will be lost.");

@@ -28,9 +28,9 @@ struct ProcessesViewTest : ModelTest {
     ProcessesView view() { return {*model, "en_US"}; }
 };
 
-std::vector<std::string> ids(const std::vector<TableRow>& lines) {
+std::vector<std::string> ids(const std::vector<TableRow>& rows) {
     std::vector<std::string> ids;
-    for (const auto& line : lines) ids.push_back(line.id);
+    for (const auto& row : rows) ids.push_back(row.id);
     return ids;
 }
 
@@ -41,9 +41,9 @@ TEST_F(ProcessesViewTest, beginsByAppWithTheLargestFirst) {
     EXPECT_THAT(table.sortOrder(), ElementsAre(RowOrder{RowField::memory, false}));
     EXPECT_TRUE(table.showInspector);
     EXPECT_EQ(table.forceQuitQuestion(), std::nullopt);
-    const auto lines = table.lines();
-    EXPECT_THAT(ids(lines), ElementsAre("/Applications/Slack.app", "pid:7"));
-    EXPECT_EQ(lines[0].title, "Slack");
+    const auto rows = table.rows();
+    EXPECT_THAT(ids(rows), ElementsAre("/Applications/Slack.app", "pid:7"));
+    EXPECT_EQ(rows[0].title, "Slack");
 }
 
 TEST_F(ProcessesViewTest, remembersItsGrouping) {
@@ -65,19 +65,19 @@ TEST_F(ProcessesViewTest, showsTheModelsLatestSample) {
     auto table = view();
     table.setGrouping(Grouping::all);
     table.setSearch("SLACK");
-    EXPECT_THAT(ids(table.lines()), ElementsAre("pid:8", "pid:9"));
+    EXPECT_THAT(ids(table.rows()), ElementsAre("pid:8", "pid:9"));
     modelState->snapshot.set({.rows = {fakes::row(1, "slackware")}});
-    EXPECT_THAT(ids(table.lines()), ElementsAre("pid:1"));
+    EXPECT_THAT(ids(table.rows()), ElementsAre("pid:1"));
 }
 
 TEST_F(ProcessesViewTest, sortsByAClickedColumn) {
     auto table = view();
     table.sortBy(RowField::title);
-    EXPECT_THAT(ids(table.lines()), ElementsAre("/Applications/Slack.app", "pid:7"));
+    EXPECT_THAT(ids(table.rows()), ElementsAre("/Applications/Slack.app", "pid:7"));
     table.sortBy(RowField::title);
-    EXPECT_THAT(ids(table.lines()), ElementsAre("pid:7", "/Applications/Slack.app"));
+    EXPECT_THAT(ids(table.rows()), ElementsAre("pid:7", "/Applications/Slack.app"));
     table.setSortOrder({{RowField::memory, true}});
-    EXPECT_THAT(ids(table.lines()), ElementsAre("pid:7", "/Applications/Slack.app"));
+    EXPECT_THAT(ids(table.rows()), ElementsAre("pid:7", "/Applications/Slack.app"));
 }
 
 TEST_F(ProcessesViewTest, countsTimesUpToTheSample) {
@@ -88,17 +88,17 @@ TEST_F(ProcessesViewTest, countsTimesUpToTheSample) {
 TEST_F(ProcessesViewTest, keepsASelectionThatTheSearchHides) {
     auto table = view();
     model->selectRows({"pid:7", "gone"});
-    EXPECT_THAT(ids(table.selected(table.lines())), ElementsAre("pid:7"));
+    EXPECT_THAT(ids(table.selected(table.rows())), ElementsAre("pid:7"));
     table.setSearch("nothing like it");
-    EXPECT_THAT(table.lines(), IsEmpty());
-    EXPECT_THAT(table.selected(table.lines()), IsEmpty());
+    EXPECT_THAT(table.rows(), IsEmpty());
+    EXPECT_THAT(table.selected(table.rows()), IsEmpty());
     EXPECT_EQ(*model->selectedRows, (std::set<std::string>{"pid:7", "gone"}));
 }
 
 TEST_F(ProcessesViewTest, asksBeforeItForceQuits) {
     auto table = view();
     model->selectRows({"pid:7"});
-    table.askForceQuit({"pid:7", "/Applications/Slack.app"}, table.lines());
+    table.askForceQuit({"pid:7", "/Applications/Slack.app"}, table.rows());
     ASSERT_TRUE(table.forceQuitQuestion());
     EXPECT_EQ(table.forceQuitQuestion()->title, "Force quit Slack and node?");
     EXPECT_THAT(ids(table.confirmForceQuit()), ElementsAre("/Applications/Slack.app", "pid:7"));
@@ -109,15 +109,15 @@ TEST_F(ProcessesViewTest, asksBeforeItForceQuits) {
 TEST_F(ProcessesViewTest, doesNothingWhenTheUserThinksBetter) {
     auto table = view();
     model->selectRows({"pid:7"});
-    table.askForceQuit({"pid:7"}, table.lines());
+    table.askForceQuit({"pid:7"}, table.rows());
     table.cancelForceQuit();
     EXPECT_EQ(table.forceQuitQuestion(), std::nullopt);
     EXPECT_THAT(*model->selectedRows, ElementsAre("pid:7"));
 }
 
-TEST_F(ProcessesViewTest, asksNothingAboutLinesThatAreGone) {
+TEST_F(ProcessesViewTest, asksNothingAboutRowsThatAreGone) {
     auto table = view();
-    table.askForceQuit({"gone"}, table.lines());
+    table.askForceQuit({"gone"}, table.rows());
     EXPECT_EQ(table.forceQuitQuestion(), std::nullopt);
 }
 
