@@ -18,11 +18,11 @@
 #include "core/rules/Rule.h"
 #include "core/storage/ActivityEntry.h"
 
-/// A developer's machine in the middle of a working day, made up from the clock alone: what every screen can show
-/// without a single real process. Pure: the same date and place give the same world.
+/// An invented developer's machine in the middle of a working day, so that every screen has something to show without
+/// a real process. Pure: the same date and place give the same world.
 namespace tolvane::Demo {
 
-/// Whose machine it is.
+/// The user of the machine.
 struct Place {
     /// Absolute, without a trailing slash.
     std::string home;
@@ -55,18 +55,18 @@ struct Proc {
     double cpu = 0;
     double unusedMinutes = 0;
     double startedHours = 1;
-    /// Of the application that it belongs to.
+    /// The application that the process belongs to.
     std::optional<std::string> bundle;
     std::optional<std::string> appID;
     std::optional<std::string> project;
-    /// Of the agent that it belongs to.
+    /// The agent session that the process belongs to.
     std::optional<std::string> session;
     std::uint32_t uid = 501;
-    /// How many times `mb` it held that many minutes ago; 0 when it did not exist yet.
+    /// The multiple of `mb` that it held that many minutes ago; 0 before it existed.
     std::function<double(double minutesAgo)> shape = [](double) { return 1.0; };
 };
 
-/// Everything of the world that the model shows.
+/// Everything that the model shows in a demo.
 struct State {
     Snapshot snapshot;
     ProcessHistory history;
@@ -86,16 +86,16 @@ struct State {
 
 State state(Date now, const Place& place);
 
-/// What the last six hours would have taught the advisor.
+/// An advisor in the state that six hours of watching would have left it in.
 Advisor advisor(Date now, const Place& place);
 /// The name of the one simulated device.
 std::optional<std::string> simulatorName(std::string_view device);
 
-// The parts that a state is made of.
+// The parts of a state.
 
 std::vector<Proc> processes(const Place& place);
 ProcRow row(const Proc& proc, Date now);
-/// A figure's unrest that many minutes ago, within -1 and 1.
+/// The noise of a value that many minutes ago, between -1 and 1.
 double wobble(double minutesAgo, double phase);
 ProcessHistory history(const std::vector<Proc>& procs, Date now);
 std::vector<LoadPoint> loadHistory(Date now);

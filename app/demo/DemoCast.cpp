@@ -9,15 +9,15 @@ namespace {
 
 constexpr double gb = 1024, minute = 1.0 / 60;
 
-/// It came up that many minutes ago.
+/// The process started that many minutes ago.
 std::function<double(double)> since(double limit) {
     return [limit](double minutesAgo) { return minutesAgo <= limit ? 1.0 : 0.0; };
 }
 
-/// A leak: from two fifths to all of it over four and a half hours.
+/// A leak: grows from two fifths of the size to all of it in four and a half hours.
 double leaking(double minutesAgo) { return minutesAgo >= 270 ? 0.4 : 1 - 0.6 * minutesAgo / 270; }
 
-/// The big build of this noon.
+/// The big build around noon.
 double building(double minutesAgo) {
     if (minutesAgo > 240 || minutesAgo < 150) return 1;
     return 1 + 0.55 * (1 - std::abs(minutesAgo - 195) / 45);
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    /// Figures that most entries name.
+    /// Values that most entries give.
     struct Figures {
         double mb, compressedMB, cpu, unusedMinutes, startedHours;
     };

@@ -29,7 +29,7 @@ public:
     }
 };
 
-/// Everything worked, and nothing happened.
+/// Reports success and does nothing.
 class NoControl : public ProcessControl {
 public:
     bool send(Signal, const Incarnation&) override { return false; }
@@ -64,7 +64,7 @@ public:
     void openInBackground(const std::string&, Opened opened) override { opened(std::nullopt); }
 };
 
-/// The user works in the development environment of the cast.
+/// The cast's development environment is in front.
 class CastFrontmost : public Frontmost {
 public:
     bool canTell() const override { return true; }
@@ -86,7 +86,7 @@ public:
     void end() override {}
 };
 
-/// Beside the real ones.
+/// Lies beside the real folders.
 class DemoFolders : public Folders {
 public:
     explicit DemoFolders(std::unique_ptr<Folders> real) : real_(std::move(real)) {}

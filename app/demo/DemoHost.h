@@ -4,10 +4,9 @@
 
 namespace tolvane::Demo {
 
-/// The given host with nothing behind it that could touch what is real. The demo's pids and applications are made up,
-/// and some of this machine may bear the same numbers and names: none is read or acted upon. Files go to a folder of
-/// the demo's own, and preferences are read but changed for this run only, so that nobody's rules are overwritten by
-/// looking at the demo.
+/// The given host without anything that could touch the real machine. The demo invents its pids and applications, and
+/// real ones may have the same numbers and names, so it reads and acts on none of them. Files go to a folder of the
+/// demo's own, and changed preferences last for this run only, so looking at the demo overwrites no rules.
 Host inertHost(Host host);
 
 }  // namespace tolvane::Demo

@@ -18,12 +18,12 @@ constexpr std::size_t mostHolders = 25;
 
 Date before(Date now, double minutes) { return now - Seconds{minutes * 60}; }
 
-/// Where the day stood, in GiB and cores; between two of them the way is smooth.
+/// A known point of the day, in GiB and cores; values between two points are interpolated smoothly.
 struct Turn {
     double minutesAgo, used, compressed, swap, performance, efficiency;
 };
 
-/// An afternoon, an evening, a night, a morning, a noon that was too much, and now.
+/// An afternoon, an evening, a night, a morning, an overloaded noon, and now.
 constexpr std::array<Turn, 16> turns = {{
     {1440, 17.8, 2.9, 0.40, 2.6, 1.2},
     {1180, 18.6, 3.2, 0.42, 3.1, 1.3},
@@ -61,23 +61,23 @@ Turn turnAt(double minutesAgo) {
     return turns.back();
 }
 
-/// The noon that was too much, and how bad it was.
+/// Memory pressure of the overloaded noon.
 std::int64_t pressureAt(int minutesAgo) {
     if (minutesAgo <= 192 && minutesAgo > 176) return static_cast<std::int64_t>(Pressure::critical);
     if (minutesAgo <= 226 && minutesAgo > 158) return static_cast<std::int64_t>(Pressure::warning);
     return static_cast<std::int64_t>(Pressure::normal);
 }
 
-/// Of what is read back from swap, nearly all was read at noon.
+/// Nearly all swap was read back at noon.
 double swapInsAt(double minutesAgo) {
     const auto now = static_cast<double>(memory().swapIns);
     return now - std::min(minutesAgo, 150.0) * 6.4 * mebibyte -
            std::clamp(minutesAgo - 150, 0.0, 90.0) * 60 * mebibyte - std::max(minutesAgo - 240, 0.0) * 0.2 * mebibyte;
 }
 
-/// A row of the table with the processes that it stands for, largest first.
+/// A row of the table with its processes, largest first.
 struct Group {
-    /// Without figures; its texts are shared by all moments.
+    /// Has no values yet; all moments share its texts.
     Holder holder;
     std::vector<const Proc*> members;
 };
@@ -109,7 +109,7 @@ std::vector<Group> groups(const std::vector<Proc>& procs, Date now) {
     return made;
 }
 
-/// Who is away uses less.
+/// A user who is away uses less memory.
 double presence(double minutesAgo) { return 0.55 + 0.45 * turnAt(minutesAgo).used / turns.back().used; }
 
 Holder holderAt(const Group& group, int minutesAgo) {

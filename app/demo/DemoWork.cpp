@@ -12,14 +12,14 @@ namespace {
 constexpr double minutesPerDay = 1440;
 constexpr double mebibyte = 1'048'576;
 
-/// What a rule did, and when.
+/// An act of a rule, and when it happened.
 struct Act {
     double minutesAgo;
     std::size_t rule;
     std::string_view subject, outcome;
     double mb, compressedMB;
     bool dryRun;
-    /// MiB; none for what gave nothing back.
+    /// MiB; nullopt for an act that freed nothing.
     double freedMB;
 };
 
@@ -54,7 +54,7 @@ constexpr std::array<Act, 26> acts = {{
     {27 * minutesPerDay + 118, claude, "claude", "Terminated", 305, 92, false, 305},
 }};
 
-/// Always the same for the same number.
+/// The same number always gives the same id.
 UUID idOf(std::size_t number) {
     UUID id;
     id.bytes = {0x7D, 0x1C, 0x52, 0x90, 0x0B, 0x6E, 0x4A, 0x11, 0x9F, 0x3D, 0x20, 0x84, 0x5E, 0xC3, 0, 0};
@@ -93,7 +93,7 @@ std::string inQuotes(std::string_view text) {
     return out + '"';
 }
 
-/// One line as the engine's client prints it.
+/// One line as the container client prints it.
 std::string containerLine(std::string_view id, std::string_view name, std::string_view folder) {
     return "{\"ID\":" + inQuotes(id) + ",\"Names\":" + inQuotes(name) + ",\"State\":\"running\",\"Labels\":" +
            inQuotes("com.docker.compose.project=billing-api,com.docker.compose.project.working_dir=" +
@@ -103,7 +103,7 @@ std::string containerLine(std::string_view id, std::string_view name, std::strin
 
 }  // namespace
 
-/// One in each mode, and one that waits until memory is tight.
+/// One rule in each mode, and one that waits until memory is tight.
 std::vector<Rule> rules() {
     auto made = Rule::presets();
     made[vite].setMode(RuleMode::on);

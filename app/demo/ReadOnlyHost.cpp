@@ -28,7 +28,7 @@ private:
 
 Host readOnlyHost(Host host, const std::string& folder) {
     std::error_code failed;
-    // What cannot be copied is as if it were not there.
+    // A file that cannot be copied counts as absent.
     std::filesystem::copy(host.folders->applicationSupport() + "/Tolvane", folder + "/Tolvane", failed);
     host.folders = std::make_unique<CopiedFolders>(std::move(host.folders), folder);
     host.preferences = std::make_unique<RunPreferences>(std::move(host.preferences));

@@ -8,8 +8,8 @@
 
 namespace tolvane {
 
-/// Values for this run only above the stored ones. An override holds for the whole run: setting its key writes the
-/// stored value, which comes into force when the program starts without the override. Main thread.
+/// Stored preferences below overrides for this run. An override holds for the whole run: setting its key writes the
+/// stored value, which takes effect when the program starts without the override. Main thread.
 class LayeredPreferences : public Preferences {
 public:
     using Overrides = std::map<std::string, PreferenceValue, std::less<>>;
@@ -19,7 +19,7 @@ public:
     std::optional<PreferenceValue> value(std::string_view key) const override;
     void set(std::string_view key, PreferenceValue value) override;
 
-    /// For a host that is being made.
+    /// For building a host.
     static PreferencesLayer layer(Overrides overrides);
 
 private:

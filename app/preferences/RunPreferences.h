@@ -9,7 +9,7 @@
 
 namespace tolvane {
 
-/// Stored preferences that can be read, and changed for this run only. Main thread.
+/// Reads stored preferences and keeps changes for this run only. Main thread.
 class RunPreferences : public Preferences {
 public:
     explicit RunPreferences(std::unique_ptr<Preferences> stored) : stored_(std::move(stored)) {}

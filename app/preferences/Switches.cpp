@@ -40,7 +40,7 @@ std::optional<std::int64_t> integer(std::string_view text) {
     return value;
 }
 
-/// By a stream, since from_chars reads no doubles in libc++.
+/// Uses a stream because libc++'s from_chars cannot read doubles.
 std::optional<double> decimal(std::string_view text) {
     std::istringstream stream{std::string(text)};
     stream.imbue(std::locale::classic());

@@ -9,21 +9,21 @@
 
 namespace tolvane {
 
-/// What the command line says: preferences for this run, words that stand alone, and what made no sense.
+/// The command line: preferences for this run, separate words, and unknown switches.
 struct Switches {
     LayeredPreferences::Overrides overrides;
-    /// Words outside of a pair, in order: a file to open, or a mistake.
+    /// Words outside a pair, in order: files to open, or mistakes.
     std::vector<std::string> words;
-    /// Switches with their dash that name no known key or have no value, in order.
+    /// Switches without a known key or without a value, in order and with their dash.
     std::vector<std::string> unknown;
 };
 
-/// Reads `-key value` pairs, the program's own name left out. A value may begin with a dash only as a number does.
-/// Of a repeated key the last holds. An unknown switch takes its value along.
+/// Reads `-key value` pairs; `arguments` leaves out the program's name. Only a number may start with a dash as a value.
+/// The last value of a repeated key wins. An unknown switch consumes its value.
 Switches parseSwitches(const std::vector<std::string>& arguments, const std::set<std::string, std::less<>>& knownKeys);
 
-/// Typed by what it looks like: YES, NO, true, false in any case are a bool, digits an integer, digits with a point a
-/// double, each with a minus sign or none, and everything else is text. Digits beyond 64 bits are a double.
+/// Infers the type from the text: YES, NO, true and false in any case are a bool, digits an integer, digits with a
+/// point a double, both with an optional minus sign, and everything else is text. Digits beyond 64 bits are a double.
 PreferenceValue typedValue(std::string_view text);
 
 }  // namespace tolvane

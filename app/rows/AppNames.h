@@ -10,8 +10,8 @@
 
 namespace tolvane {
 
-/// Display names of applications without ".app", each asked of the host once and then remembered: names are needed
-/// for every group at every redraw. Main thread.
+/// Display names of applications without ".app". Asks the host for each name once and remembers it, because every
+/// redraw needs the name of every group. Main thread.
 class AppNames {
 public:
     /// `applications` outlives this.
@@ -19,7 +19,7 @@ public:
 
     const std::string& of(std::string_view appPath);
 
-    /// Names for folding rows, from a memory of their own that lives as long as any copy.
+    /// Names for folding rows, with a cache that lives as long as any copy.
     static RowNames rowNames(Applications& applications, std::string home);
 
 private:

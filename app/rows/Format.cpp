@@ -8,7 +8,7 @@ namespace tolvane::Format {
 
 namespace {
 
-/// The larger unit, then the smaller; a part that is zero is left out.
+/// The larger unit, then the smaller one; leaves out a part that is zero.
 std::string twoUnits(std::int64_t amount, std::int64_t perLarge, const char* large, const char* small) {
     const auto whole = amount / perLarge;
     const auto rest = amount % perLarge;

@@ -39,7 +39,7 @@ std::weak_ordering compare(Date a, Date b) {
     return std::weak_order(a.time_since_epoch().count(), b.time_since_epoch().count());
 }
 
-/// Total also where a figure is not a number.
+/// A total order even where a value is NaN.
 std::weak_ordering compare(const TableRow& a, const TableRow& b, RowField field) {
     switch (field) {
         case RowField::title:
@@ -60,7 +60,7 @@ std::weak_ordering compare(const TableRow& a, const TableRow& b, RowField field)
     return compare(a.age(), b.age());
 }
 
-/// Lines that the order calls equal stay as they stood.
+/// Rows that compare equal keep their order.
 bool standsBefore(const std::vector<TableRow>& rows, std::size_t a, std::size_t b, const std::vector<RowOrder>& order) {
     for (const auto& step : order) {
         const auto result = compare(rows[a], rows[b], step.field);
@@ -71,7 +71,7 @@ bool standsBefore(const std::vector<TableRow>& rows, std::size_t a, std::size_t 
 
 }  // namespace
 
-/// Lines are large: their places are sorted first, and then each line moves once.
+/// Rows are large, so this sorts their indices first and then moves each row once.
 void TableRow::sort(std::vector<TableRow>& rows, const std::vector<RowOrder>& order) {
     std::vector<std::size_t> places(rows.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
@@ -102,7 +102,7 @@ const TableRow* TableRow::find(std::string_view wanted) const {
 
 namespace {
 
-/// The first line of each id, in one walk over all levels.
+/// Finds the first row of each id in one walk over all levels.
 void collect(const std::vector<TableRow>& rows, std::set<std::string>& wanted, std::vector<const TableRow*>& found) {
     for (const auto& row : rows) {
         if (wanted.erase(row.id) > 0) found.push_back(&row);

@@ -28,10 +28,10 @@ inline constexpr std::array<GroupingTraits, 3> groupings = {{
     {Grouping::all, "all", "All Processes"},
 }};
 
-/// Fields that a table of lines can be ordered by.
+/// Fields that a table of processes can be sorted by.
 enum class RowField { title, memory, inRAM, compressed, cpu, unusedSince, age };
 
-/// One step of an order: the field and its direction. Steps after the first settle ties.
+/// One sort key: the field and its direction. Later keys break ties.
 struct RowOrder {
     RowField field = RowField::memory;
     bool ascending = false;
@@ -39,9 +39,9 @@ struct RowOrder {
     bool operator==(const RowOrder&) const = default;
 };
 
-/// Where names for lines come from, so that folding rows needs no screen.
+/// Where row names come from, so that folding rows needs no screen.
 struct RowNames {
-    /// Display name of an application by its bundle path; asked at most once per path by those who remember.
+    /// Display name of an application by its bundle path.
     std::function<std::string(std::string_view appPath)> application;
     /// The user's home folder, to be shown as a tilde.
     std::string home;
@@ -63,30 +63,30 @@ struct TableRow {
     double cpu = 0;
     Date unusedSince;
     std::optional<Date> started;
-    /// None on a process, set on a group.
+    /// nullopt on a process, set on a group.
     std::optional<std::vector<TableRow>> children;
 
     bool operator==(const TableRow&) const = default;
 
-    /// For sorting by running time: what has no start comes last.
+    /// For sorting by running time: rows without a start come last.
     Date age() const { return started.value_or(distantFuture); }
 
-    /// A group: figures are the sums over the children, `unusedSince` the latest, `started` the earliest.
+    /// A group: sums the values of the children; `unusedSince` is the latest, `started` the earliest.
     static TableRow group(std::string id, std::string title, std::optional<std::string> detail,
                           std::optional<std::string> appPath, std::vector<TableRow> children);
-    /// In first-seen order of the rows.
+    /// Groups stand in the order in which `rows` first mentions them.
     static std::vector<TableRow> build(const std::vector<ProcRow>& rows, Grouping grouping, double ratio,
                                        const RowNames& names);
     static std::string processName(const ProcSample& sample);
-    /// Whom the process belongs to, in words; none when to nobody.
+    /// The text naming the owner of the process; nullopt when it has none.
     static std::optional<std::string> owner(const ProcRow& row, const RowNames& names);
 
     /// A copy with all levels of children in that order; stable.
     TableRow sorted(const std::vector<RowOrder>& order) const;
     static void sort(std::vector<TableRow>& rows, const std::vector<RowOrder>& order);
-    /// This line or the first below it with the id, depth first.
+    /// This row or the first below it with the id, depth first; null when there is none.
     const TableRow* find(std::string_view id) const;
-    /// The lines of those ids, largest memory first, ties by ascending id; ids that nothing bears are skipped.
+    /// The rows with those ids, largest memory first, ties by ascending id; skips unknown ids.
     static std::vector<TableRow> selected(const std::set<std::string>& ids, const std::vector<TableRow>& rows);
     static std::string forceQuitQuestion(const std::vector<TableRow>& rows, std::string_view locale);
 };

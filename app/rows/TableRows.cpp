@@ -38,7 +38,7 @@ std::string nameOfApplication(std::string_view appPath, const RowNames& names) {
     return names.application ? names.application(appPath) : std::string(Paths::lastComponent(appPath));
 }
 
-/// What a row is folded under, before any text is made: the kind of key and the text that tells it from others.
+/// The key that a row is folded under, before any text is made: its kind and the text that identifies it.
 struct Key {
     enum class Kind { application, command, session, project, other };
     Kind kind = Kind::other;
@@ -65,7 +65,7 @@ Key keyByProject(const ProcRow& row) {
     return {};
 }
 
-/// The words of a key, as a group shows them.
+/// The texts of a key, as a group shows them.
 struct Heading {
     std::string id;
     std::string title;
@@ -121,7 +121,7 @@ TableRow processRow(const ProcRow& row, Grouping grouping, double ratio, const R
             .children = std::nullopt};
 }
 
-/// The rows of one key, as places in the list of all rows.
+/// The rows of one key, as indices into the list of all rows.
 struct Fold {
     Key key;
     std::vector<std::size_t> rows;
@@ -140,7 +140,7 @@ std::vector<Fold> folded(const std::vector<ProcRow>& rows, Key (*keyOf)(const Pr
     return folds;
 }
 
-/// A process alone under a key that says no more than an application's name.
+/// The only process under a key; takes the application's name and icon from it.
 TableRow loneRow(TableRow tableRow, Heading heading) {
     if (!heading.appPath) return tableRow;
     tableRow.title = std::move(heading.title);

@@ -7,9 +7,8 @@
 
 namespace tolvane {
 
-/// The points from the latest moment on at which the clock was set back: what stands before it has another time, and
-/// cannot be drawn on one line with the rest. All of them where the clock never was. `points` are in the order in which
-/// they were taken.
+/// The points since the clock was last set back, or all of them if it never was. Earlier points follow another time and
+/// cannot share a line with the rest. `points` are in the order in which they were taken.
 template <typename Point>
 std::vector<Point> sinceClockWentBack(std::vector<Point> points) {
     const auto wentBack = [](const Point& later, const Point& earlier) { return later.date < earlier.date; };

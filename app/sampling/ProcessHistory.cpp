@@ -7,7 +7,7 @@ namespace tolvane {
 
 namespace {
 
-/// What a process must exceed in memory, or reach in percent of a core, to be followed.
+/// A process is followed when it exceeds this memory or reaches this percentage of a core.
 constexpr std::uint64_t sizeableBytes = 20'971'520;
 constexpr double busyPercent = 5.0;
 constexpr std::size_t firstCapacity = 8;
@@ -31,7 +31,7 @@ void ProcessHistory::Track::add(const Figures& next) {
         oldest = (oldest + 1) % mostPoints;
         return;
     }
-    // Grown by hand: a vector of its own would end at 512 places for 360 readings.
+    // Grows by hand: the vector's own growth would end at a capacity of 512 for 360 readings.
     if (figures.size() == figures.capacity()) {
         figures.reserve(std::min(mostPoints, std::max(firstCapacity, 2 * figures.size())));
     }
@@ -115,7 +115,7 @@ std::vector<HistoryPoint> ProcessHistory::pointsTogether(const std::vector<Pid>&
     for (const auto& each : sumsByAge(pids)) {
         if (!each) continue;
         const auto [place, isNew] = sums.try_emplace(each->date, *each);
-        // Two ticks within one reading of the clock.
+        // Two ticks can share one reading of the clock.
         if (!isNew) place->second = sum(place->second, *each);
     }
     std::vector<HistoryPoint> points;

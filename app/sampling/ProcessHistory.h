@@ -15,8 +15,8 @@ namespace tolvane {
 
 /// The latest readings of every sizeable process, one per tick and at most 360 of each. In memory only.
 ///
-/// All readings of a tick share its date, and a process that misses a tick is forgotten with all of its readings. So
-/// the dates are kept once for all, and a reading takes 24 bytes. A steady tick allocates and copies nothing.
+/// All readings of a tick share its date, and a process that misses a tick is forgotten with all its readings. So the
+/// dates are kept once for all processes, and a reading takes 24 bytes. A steady tick allocates and copies nothing.
 class ProcessHistory {
 public:
     static constexpr std::size_t mostPoints = 360;
@@ -31,15 +31,15 @@ public:
         double cpu = 0;
     };
 
-    /// Takes the tick's rows: those of large or busy processes, and of every process already followed. A process that
-    /// is not among them is forgotten; a reused pid is another process and starts afresh.
+    /// Records the tick's rows of large or busy processes, and of every process already followed. Forgets a process
+    /// that is not among them; a reused pid is another process and starts afresh.
     void record(const std::vector<ProcRow>& rows, Date date);
-    /// Takes these readings, whatever their size, as the tick's.
+    /// Records these readings as the tick's, whatever their size.
     void record(std::span<const Reading> readings, Date date);
 
-    /// Oldest first. Of several processes together: points of equal date are summed, in order of date.
+    /// Oldest first. With several processes, sums the points of equal date and orders by date.
     std::vector<HistoryPoint> points(const std::vector<Pid>& pids) const;
-    /// How many processes are followed.
+    /// The number of followed processes.
     std::size_t size() const { return tracks_.size(); }
 
     bool operator==(const ProcessHistory& other) const;
@@ -52,11 +52,11 @@ private:
 
         bool operator==(const Figures&) const = default;
     };
-    /// The figures of the latest `figures.size()` of all ticks; a ring once it is full.
+    /// The values of the latest `figures.size()` ticks; a ring once it is full.
     struct Track {
         std::vector<Figures> figures;
         std::size_t oldest = 0;
-        /// What `ticks_` was, or will be, after its latest tick.
+        /// The value of `ticks_` at the end of the track's latest tick.
         std::uint64_t ticks = 0;
 
         void add(const Figures& next);
@@ -65,11 +65,11 @@ private:
         Figures& latest();
     };
 
-    /// Its points are an earlier process's. Asked before the present tick is added.
+    /// True when the points belong to an earlier process with this pid. Call it before adding the current tick.
     bool beganBefore(const Track& track, Date start) const;
     void add(Track& track, const Figures& figures);
     void endTick(Date date);
-    /// Of the tick that is `age` ticks old.
+    /// The date of the tick that is `age` ticks old.
     Date date(std::size_t age) const;
     HistoryPoint point(const Track& track, std::size_t age) const;
     std::vector<HistoryPoint> pointsOf(Pid pid) const;
@@ -77,7 +77,7 @@ private:
     std::array<std::optional<HistoryPoint>, mostPoints> sumsByAge(const std::vector<Pid>& pids) const;
 
     std::unordered_map<Pid, Track> tracks_;
-    /// Ticks so far; the date of each of the latest is at its number modulo the size.
+    /// Ticks so far; tick n has its date at n modulo the size.
     std::uint64_t ticks_ = 0;
     std::array<Date, mostPoints> dates_{};
 };

@@ -12,7 +12,7 @@ namespace tolvane {
 
 /// One complete sampling result.
 struct Snapshot {
-    /// Just before the processes were read.
+    /// Taken just before the processes were read.
     Date date;
     SystemMemory memory;
     CPULoad cpu;

@@ -9,7 +9,7 @@ namespace tolvane {
 
 namespace {
 
-/// Clocks that are kept right run a little fast or slow at times; only what is set moves by more.
+/// A synchronised clock runs a little fast or slow at times; a larger jump means that the clock was set.
 constexpr Seconds leastSetting{1.0};
 
 }  // namespace
@@ -27,7 +27,7 @@ SnapshotReader::SnapshotReader(Host& host)
 Snapshot SnapshotReader::read(const std::vector<Activation>& activations) {
     Snapshot snapshot;
     snapshot.date = host_.clock->now();
-    // By which clock an activation was dated is not known then; it came since the snapshot before.
+    // It is unknown which clock dated the activation, but it came after the previous snapshot.
     const bool wasSet = followClock(snapshot.date);
     for (const auto& each : activations) tracker_.noteActivation(each.appPath, wasSet ? snapshot.date : each.date);
     snapshot.rows = tracker_.update(reader_.readAll(), snapshot.date);

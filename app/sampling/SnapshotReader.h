@@ -14,14 +14,14 @@
 
 namespace tolvane {
 
-/// Reads one snapshot after the other, each compared with the one before. Confined to one thread at a time, but for
-/// the construction. `host` outlives it.
+/// Reads one snapshot after the other and compares each with the one before. Except for construction, confined to one
+/// thread at a time. `host` outlives it.
 class SnapshotReader {
 public:
-    /// Takes a first reading of the cores, so that the first snapshot already has an interval.
+    /// Reads the cores once, so that the first snapshot already has an interval.
     explicit SnapshotReader(Host& host);
 
-    /// Always gives a snapshot: what cannot be read is empty.
+    /// Always returns a snapshot; fields that cannot be read are empty.
     Snapshot read(const std::vector<Activation>& activations);
 
 private:
@@ -32,7 +32,7 @@ private:
     };
 
     CPULoad readLoad();
-    /// Whether somebody set the clock since the snapshot before.
+    /// Whether the clock was set since the previous snapshot.
     bool followClock(Date now);
 
     Host& host_;
@@ -42,9 +42,9 @@ private:
     ProcessReader reader_;
     UsageTracker tracker_;
     ProjectLabels projects_;
-    /// Of the latest snapshot.
+    /// The time of the latest snapshot.
     std::optional<Reading> latest_;
-    /// Of each core at the latest reading.
+    /// Ticks of each core at the latest reading.
     std::optional<std::vector<CPUTicks>> ticks_;
 };
 
