@@ -34,7 +34,7 @@ ValueRow peakRow(const std::vector<LoadPoint>& points, std::string_view locale) 
     return {.label = "Peak", .value = coresOf(peak, locale), .tooltip = "Highest in the last hour"};
 }
 
-/// Too few points are nothing to draw.
+/// The points to draw; none when there are too few for a line.
 std::vector<LoadPoint> drawn(const std::vector<LoadPoint>& loadHistory) {
     constexpr std::size_t fewest = 2;
     auto points = sinceClockWentBack(loadHistory);
@@ -42,7 +42,7 @@ std::vector<LoadPoint> drawn(const std::vector<LoadPoint>& loadHistory) {
     return points;
 }
 
-/// For who cannot see the chart: its axes, and where its areas end.
+/// For screen readers: the axes of the chart, and the latest value of each area.
 std::string detailOf(const std::vector<LoadPoint>& chart, std::string_view locale) {
     if (chart.empty()) return {};
     const auto figure = [locale](double inCores) { return Format::decimal(inCores, 0, 1, locale); };

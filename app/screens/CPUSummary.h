@@ -19,9 +19,9 @@ struct CPUSummary {
     std::string busyNow;
     /// Oldest first, since the clock was last set back; empty while there are too few to draw.
     std::vector<LoadPoint> chart;
-    /// What the chart shows, for its tooltip and for those who cannot see it.
+    /// What the chart shows, for its tooltip and for screen readers.
     std::string chartText;
-    /// "Time, Cores; Efficiency 0.4, Performance 2.6", for those who cannot see it; empty without a chart.
+    /// "Time, Cores; Efficiency 0.4, Performance 2.6", for screen readers; empty without a chart.
     std::string chartDetail;
     std::string chartCaption;
     std::vector<ValueRow> rows;
@@ -32,7 +32,7 @@ struct CPUSummary {
                          const std::optional<TableRow>& busiest, std::string_view locale);
     /// "3.9 of 12 cores"
     static std::string load(const CPULoad& cpu, std::string_view locale);
-    /// The same of a part of the cores.
+    /// The same for some of the cores.
     static std::string part(double share, int count, std::string_view locale);
 };
 

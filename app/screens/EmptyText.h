@@ -4,11 +4,11 @@
 
 namespace tolvane {
 
-/// What a screen says while it has nothing to show.
+/// The text of a screen that has nothing to show.
 struct EmptyText {
     std::string_view title;
     std::string_view sentence;
-    /// Name in the set of line icons.
+    /// Name of a line icon.
     std::string_view icon;
 
     bool operator==(const EmptyText&) const = default;

@@ -9,7 +9,7 @@ namespace tolvane {
 
 namespace {
 
-/// Less swapping than this in a quarter of an hour is not worth a word.
+/// Less swapping than this in a quarter of an hour is not worth mentioning.
 constexpr std::uint64_t leastShownSwapping = 64 * 1024 * 1024;
 
 std::string share(std::uint64_t part, std::uint64_t whole, std::string_view locale) {

@@ -10,14 +10,14 @@
 
 namespace tolvane {
 
-/// One figure with its name, as summaries and inspectors list them.
+/// One value with its label, as summaries and inspectors list them.
 struct ValueRow {
     std::string label;
     std::string value;
-    /// Stands behind the value in a quieter voice; often empty.
+    /// Follows the value in a fainter colour; often empty.
     std::string remark;
     std::string tooltip;
-    /// The value asks for attention.
+    /// The value needs attention.
     bool warns = false;
     /// Name of a legend mark's colour, "performance" or "efficiency"; empty for a row without a mark.
     std::string mark;
@@ -25,10 +25,10 @@ struct ValueRow {
     bool operator==(const ValueRow&) const = default;
 };
 
-/// How tight memory is, in words: "Normal", "Elevated", "Critical".
+/// The label of a pressure level: "Normal", "Elevated", "Critical".
 std::string_view levelText(Pressure pressure);
 
-/// The memory block of the strip and of the panel: all its words, and nothing of how it is drawn.
+/// The memory block of the strip and of the panel: all its texts, and nothing about how it is drawn.
 struct MemorySummary {
     std::string headline;
     Pressure pressure = Pressure::normal;
@@ -42,7 +42,7 @@ struct MemorySummary {
 
     bool operator==(const MemorySummary&) const = default;
 
-    /// `swapGrowth` and `readBack` are bytes over the last quarter of an hour; small ones are not worth a word.
+    /// `swapGrowth` and `readBack` are bytes over the last quarter of an hour; small ones are left out.
     static MemorySummary of(const SystemMemory& memory, std::optional<std::int64_t> swapGrowth,
                             std::optional<std::uint64_t> readBack, std::string_view locale);
 };

@@ -4,12 +4,12 @@
 
 namespace tolvane {
 
-/// What is asked before something that cannot be undone.
+/// A confirmation before something that cannot be undone.
 struct Question {
     std::string title;
-    /// Empty where the title says it all.
+    /// Empty when the title says everything.
     std::string message;
-    /// The button that does it.
+    /// Label of the button that confirms.
     std::string action;
 
     bool operator==(const Question&) const = default;

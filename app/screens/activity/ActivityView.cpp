@@ -11,7 +11,7 @@ namespace tolvane {
 namespace {
 
 constexpr std::string_view filterKey = "activityFilter";
-/// A late hour of a late day in a month with a long name.
+/// A date whose text is among the widest: late hour, two-digit day, long month name.
 constexpr Date wideDate{Seconds{812415480}};
 
 ActivityFilter storedFilter(const Preferences& preferences) {

@@ -13,14 +13,14 @@
 
 namespace tolvane {
 
-/// Which entries of the log are listed.
+/// Selects the entries of the log to list.
 enum class ActivityFilter { all, actions, logOnly };
 
 struct ActivityFilterTraits {
     ActivityFilter filter;
     std::string_view rawValue;
     std::string_view label;
-    /// What stands in the table's place while nothing passes.
+    /// Shown in place of the table while no entry passes.
     EmptyText empty;
 };
 
@@ -46,9 +46,9 @@ enum class ActivityColumn { time, whatHappened, subject, memory, rule };
 struct ActivityColumnTraits {
     ActivityColumn column;
     std::string_view title;
-    /// Figures stand at the column's far edge.
+    /// Numbers are aligned to the column's far edge.
     bool trailing;
-    /// The widest text that the column usually holds; empty for those that share what is left.
+    /// The widest text that the column usually holds; empty for columns that share the remaining width.
     std::string_view widestSample;
 };
 
@@ -60,33 +60,34 @@ inline constexpr std::array<ActivityColumnTraits, 5> activityColumns = {{
     {ActivityColumn::rule, "Rule", false, ""},
 }};
 
-/// The activity screen: the log as a table. A log can be long: rows are places in the model's list, and a cell gets its
-/// text when somebody looks at it. Main thread.
+/// The activity screen: the log as a table. A log can be long, so rows are indices into the model's list, and a cell's
+/// text is made only when it is shown. Main thread.
 class ActivityView {
 public:
     static constexpr std::string_view filterLabel = "Show";
     static constexpr std::string_view clearLabel = "Clear Activity";
 
-    /// `model` outlives the view. `locale` is an ICU identifier, `zone` one of a time zone; empty is the machine's.
+    /// `model` outlives the view. `locale` and `zone` are ICU identifiers; an empty zone is the machine's.
     ActivityView(AppModel& model, std::string locale, std::string zone = {});
 
-    /// Remembered in the preferences.
+    /// Stores the choice in the preferences.
     ActivityFilter filter() const { return filter_; }
     void setFilter(ActivityFilter filter);
 
-    /// Where in `AppModel::activity` the listed entries stand, newest first.
+    /// Indices into `AppModel::activity` of the listed entries, newest first.
     std::vector<std::uint32_t> rows() const;
     static bool passes(const ActivityEntry& entry, ActivityFilter filter);
     std::string cell(const ActivityEntry& entry, ActivityColumn column) const;
-    /// The widest text that the column usually holds, in the user's locale; empty for those that share what is left.
+    /// The widest text that the column usually holds, in the user's locale; empty for columns that share the remaining
+    /// width.
     std::string widestText(ActivityColumn column) const;
 
     bool canClear() const { return !model_.activity->empty(); }
     void askToClear() { confirmClear_ = canClear(); }
-    /// While it is open.
+    /// Set while the question is open.
     std::optional<Question> clearQuestion() const;
     void cancelClear() { confirmClear_ = false; }
-    /// Empties the log, on disk too.
+    /// Clears the log, including its file.
     void confirmClear();
 
     AppModel& model() const { return model_; }

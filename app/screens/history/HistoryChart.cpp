@@ -15,11 +15,11 @@ constexpr int memoryHeight = 200;
 constexpr int cpuHeight = 110;
 constexpr double bytesPerGB = 1 << 30;
 constexpr double mostSteps = 4;
-/// Room above the highest point.
+/// Leaves room above the highest point.
 constexpr double headroom = 1.05;
 constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
-/// A power of two, so that few steps reach `top`.
+/// Doubles `least` until a few steps reach `top`.
 double stepFor(double top, double least) {
     double step = least;
     while (step * mostSteps < top && std::isfinite(top)) step *= 2;

@@ -11,7 +11,7 @@
 
 namespace tolvane {
 
-/// Moments of a day, not copied: each holds dozens of texts.
+/// Moments of a day by pointer, because each holds dozens of texts.
 using MomentList = std::vector<const Moment*>;
 
 /// A stretch of time in which memory was tight.
@@ -23,13 +23,13 @@ struct PressureBand {
     bool operator==(const PressureBand&) const = default;
 };
 
-/// One band per pair of neighbours of which the earlier was under pressure, at its level; neither a normal moment nor
-/// the last one gives any.
+/// One band per pair of neighbours whose earlier moment was under pressure, at that moment's level. A normal moment and
+/// the last one start no band.
 std::vector<PressureBand> pressureBands(const MomentList& moments);
 
 enum class HistorySeriesKind { used, compressed, swap, efficiency, performance, cpu };
 
-/// One line of a chart with a value for each of its dates; not a number where it has none.
+/// One line of a chart with a value for each of the chart's dates; NaN where it has none.
 struct HistorySeries {
     HistorySeriesKind kind = HistorySeriesKind::used;
     std::string name;
@@ -48,32 +48,32 @@ struct HistoryTick {
 /// What a chart over time shows. Values are in the unit of its axis.
 struct HistoryChart {
     std::string title;
-    /// Below the title; empty for none.
+    /// Shown below the title; may be empty.
     std::string note;
-    /// What screen readers say.
+    /// The text for screen readers.
     std::string spoken;
     std::string xLabel = "Time";
     std::string yLabel;
-    /// What the series differ by; empty where they are parts of one figure.
+    /// What distinguishes the series; empty when they are parts of one value.
     std::string seriesLabel;
-    /// Of the plot, in pixels.
+    /// Height of the plot in pixels.
     int height = 0;
     Date from;
     Date to;
     std::vector<Date> dates;
     std::vector<HistorySeries> series;
     std::vector<PressureBand> bands;
-    /// From zero up.
+    /// Ascending from zero.
     std::vector<HistoryTick> ticks;
-    /// Where the axis ends.
+    /// The upper end of the axis.
     double top = 1;
-    /// The rule stands here.
+    /// Where the vertical rule stands.
     Date focus;
 
     bool operator==(const HistoryChart&) const = default;
 };
 
-/// A stretch of time and the moment in it that is looked at.
+/// A stretch of time and the moment in focus.
 struct HistoryDomain {
     Date from;
     Date to;
@@ -85,7 +85,7 @@ struct MemoryHistoryChart {
     static HistoryChart of(const MomentList& moments, const HistoryDomain& domain, std::string_view locale);
 };
 
-/// Load in cores: performance stacked on efficiency cores, or one area for moments that do not tell them apart.
+/// Load in cores: performance stacked on efficiency cores, or one area for moments that do not distinguish them.
 struct CPUHistoryChart {
     static HistoryChart of(const MomentList& moments, const HistoryDomain& domain, std::string_view locale);
 };

@@ -37,7 +37,7 @@ MomentList HistoryView::visible(Date now) const {
     return moments;
 }
 
-/// The place of the moment nearest to what is selected, of two as near the earlier; without a selection the last.
+/// The index of the moment nearest to the selected time, the earlier one of a tie; without a selection the last.
 std::size_t HistoryView::focus(const MomentList& visible) const {
     if (!selected_) return visible.size() - 1;
     const auto distance = [this](const Moment* each) { return std::chrono::abs(each->date - *selected_); };

@@ -13,7 +13,7 @@
 
 namespace tolvane {
 
-/// How far back the charts reach.
+/// The time that the charts span.
 enum class HistoryRange { hour, sixHours, day };
 
 struct HistoryRangeTraits {
@@ -21,7 +21,7 @@ struct HistoryRangeTraits {
     std::string_view rawValue;
     std::string_view label;
     Seconds span;
-    /// Between marks of the time axis.
+    /// Distance between marks of the time axis.
     Seconds step;
 };
 
@@ -31,18 +31,18 @@ inline constexpr std::array<HistoryRangeTraits, 3> historyRanges = {{
     {HistoryRange::day, "day", "24 Hours", Seconds{86'400}, Seconds{14'400}},
 }};
 
-/// All that the history screen shows at one moment.
+/// Everything that the history screen shows at one moment.
 struct HistoryContent {
     HistoryChart memory;
     HistoryChart cpu;
-    /// Marks of the time axis of both, oldest first.
+    /// Marks of the time axis that both charts share, oldest first.
     std::vector<HistoryTick> times;
     MomentDetail detail;
 
     bool operator==(const HistoryContent&) const = default;
 };
 
-/// The history screen: two charts over a range, and what stood out at one moment of it. Main thread.
+/// The history screen: two charts over a range, and the details of one moment in it. Main thread.
 class HistoryView {
 public:
     static constexpr std::string_view rangeLabel = "Range";
@@ -51,21 +51,21 @@ public:
                                      "so this fills in as it runs.",
                                      "clock.arrow.circlepath"};
 
-    /// `model` outlives the view. `locale` is an ICU identifier, `zone` one of a time zone; empty is the machine's.
+    /// `model` outlives the view. `locale` and `zone` are ICU identifiers; an empty zone is the machine's.
     HistoryView(AppModel& model, std::string locale, std::string zone = {});
 
-    /// Remembered in the preferences.
+    /// Stores the choice in the preferences.
     HistoryRange range() const { return range_; }
-    /// Goes back to the latest moment.
+    /// Returns to the latest moment.
     void setRange(HistoryRange range);
 
-    /// The time that the user pointed at; none for the latest moment.
+    /// The time that the user pointed at; nullopt means the latest moment.
     const std::optional<Date>& selected() const { return selected_; }
     void select(std::optional<Date> date) { selected_ = date; }
-    /// Selects the moment so many places from the one that is looked at, as far as there are any.
+    /// Moves the selection by that many moments, stopping at either end.
     void move(int places);
 
-    /// None when the range has no moments.
+    /// nullopt when the range has no moments.
     std::optional<HistoryContent> content() const;
 
 private:

@@ -55,7 +55,7 @@ HolderList largestOf(const Moment& moment, std::string_view locale) {
     return list;
 }
 
-/// The moment a quarter of an hour before, as nearly as there is one.
+/// The moment nearest to a quarter of an hour before.
 const Moment* momentBefore(const Moment& moment, const std::vector<Moment>& all) {
     const Moment* nearest = nullptr;
     const auto distance = [&](const Moment& each) {

@@ -10,10 +10,10 @@
 
 namespace tolvane {
 
-/// One who held memory, with a figure.
+/// An app or process that held memory, with a value.
 struct HolderRow {
     std::string title;
-    /// For the icon; a terminal stands for what has none.
+    /// For the icon; a row without one shows a terminal.
     std::optional<std::string> appPath;
     std::string figure;
 
@@ -29,7 +29,7 @@ struct HolderList {
     bool operator==(const HolderList&) const = default;
 };
 
-/// What a rule did, and when.
+/// An act of a rule, and when it happened.
 struct RuleActRow {
     std::string text;
     std::string time;
@@ -37,19 +37,19 @@ struct RuleActRow {
     bool operator==(const RuleActRow&) const = default;
 };
 
-/// What stood out at one moment.
+/// The details of one moment.
 struct MomentDetail {
     static constexpr std::string_view rulesTitle = "Rules in the 15 minutes before";
 
-    /// What the words are made of.
+    /// What the texts are made of.
     struct Scene {
         const Moment& moment;
-        /// Of the model, also those before the range that is shown.
+        /// All moments of the model, including those before the shown range.
         const std::vector<Moment>& all;
         const std::vector<ActivityEntry>& activity;
         bool isLatest = false;
         std::string_view locale;
-        /// Of a time zone; empty is the machine's.
+        /// Identifier of a time zone; empty is the machine's.
         std::string_view zone;
     };
 
@@ -59,7 +59,7 @@ struct MomentDetail {
     std::string hint;
     HolderList largest;
     HolderList grew;
-    /// Empty for no such section.
+    /// Empty to leave the section out.
     std::vector<RuleActRow> rules;
 
     static MomentDetail of(const Scene& scene);

@@ -13,9 +13,9 @@
 
 namespace tolvane {
 
-/// One of the largest lines.
+/// One of the largest rows.
 struct PanelLine {
-    /// Of an application; none for what has the terminal's symbol.
+    /// Set for an application; other rows show the terminal icon.
     std::optional<std::string> appPath;
     std::string title;
     std::string unusedFor;
@@ -27,9 +27,9 @@ struct PanelLine {
 struct PanelSuggestion {
     std::optional<std::string> appPath;
     std::string title;
-    /// What kind of finding it is.
+    /// The kind of suggestion.
     std::string tag;
-    /// Its memory, or what it takes of the processor.
+    /// Its memory, or its CPU load.
     std::string figure;
 
     bool operator==(const PanelSuggestion&) const = default;
@@ -44,7 +44,7 @@ struct PanelActivity {
     bool operator==(const PanelActivity&) const = default;
 };
 
-/// What the panel under the tray's icon shows at one moment. It only reads the model; its few actions stand at its end.
+/// What the panel under the tray icon shows at one moment. It only reads the model; its few actions are at the end.
 struct PanelView {
     /// Device-independent pixels.
     static constexpr int width = 340;
@@ -53,7 +53,7 @@ struct PanelView {
     static constexpr std::string_view largestTitle = "Largest right now";
     static constexpr std::string_view unusedColumn = "Unused", memoryColumn = "Memory";
     static constexpr std::string_view unusedTooltip = "Unused for";
-    /// For what is no application.
+    /// Icon of rows that are not applications.
     static constexpr std::string_view processIcon = "terminal";
     static constexpr std::string_view suggestionsTitle = "Suggestions";
     static constexpr std::string_view activityCaption = "Last rule activity";
@@ -65,11 +65,11 @@ struct PanelView {
     MemorySummary memory;
     CPUSummary cpu;
     std::vector<PanelLine> largest;
-    /// The first few; the block is left out when there are none.
+    /// The first few; when empty, the panel leaves the block out.
     std::vector<PanelSuggestion> suggestions;
-    /// The button at the suggestions' head.
+    /// Label of the button above the suggestions.
     std::string showSuggestions;
-    /// None while the log is empty.
+    /// nullopt while the log is empty.
     std::optional<PanelActivity> lastActivity;
     bool rulesPaused = false;
 
@@ -77,7 +77,7 @@ struct PanelView {
 
     static PanelView of(const AppModel& model, std::string_view locale);
     static std::vector<PanelLine> largestOf(std::vector<TableRow> lines, Date now, std::string_view locale);
-    /// The line that takes most of the processor, the first of equals.
+    /// The row with the highest CPU load, the first one of a tie.
     static std::optional<TableRow> busiestOf(const std::vector<TableRow>& lines);
     static std::vector<PanelSuggestion> suggestionsOf(const std::vector<Suggestion>& suggestions,
                                                       std::string_view locale);
@@ -85,9 +85,9 @@ struct PanelView {
     static PanelActivity activityOf(const ActivityEntry& entry, Date now, std::string_view locale);
     static std::string_view tagOf(Suggestion::Kind kind);
 
-    /// Brings the main window up as it is.
+    /// Opens the main window as it was.
     static void openMainWindow(AppModel& model);
-    /// Brings it up with the suggestions.
+    /// Opens the main window with the suggestions.
     static void openSuggestions(AppModel& model);
 };
 

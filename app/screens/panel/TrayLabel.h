@@ -4,9 +4,9 @@
 
 namespace tolvane {
 
-/// The icon in the tray.
+/// The icon in the tray and its text.
 struct TrayLabel {
-    /// Name in the set of line icons.
+    /// Name of a line icon.
     std::string_view symbol;
     std::string_view accessibleName;
 

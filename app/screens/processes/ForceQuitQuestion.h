@@ -7,11 +7,11 @@
 #include "app/rows/TableRow.h"
 #include "app/screens/Question.h"
 
-/// What is asked before processes are ended without a chance to save.
+/// The confirmation before ending processes without a chance to save.
 namespace tolvane::ForceQuitQuestion {
 
 Question of(const std::vector<TableRow>& rows, std::string_view locale);
-/// "6 processes": how much a line stands for. Empty where each is one process.
+/// "6 processes": how many processes the rows stand for. Empty when each row is one process.
 std::string extent(const std::vector<TableRow>& rows, std::string_view locale);
 
 }  // namespace tolvane::ForceQuitQuestion

@@ -71,7 +71,7 @@ std::vector<ValueRow> Writer::figures() const {
     return rows;
 }
 
-/// A parent that cannot be seen has its number alone.
+/// A parent outside the snapshot is shown by its pid alone.
 std::string Writer::parent() const {
     const auto number = std::to_string(row_->sample.ppid);
     const auto* parent = RowProcesses::ofPid(row_->sample.ppid, facts_.snapshot.rows);

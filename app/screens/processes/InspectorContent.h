@@ -23,14 +23,14 @@ struct InspectorSeries {
     bool operator==(const InspectorSeries&) const = default;
 };
 
-/// A figure of one line over time.
+/// A value of one row over time.
 struct InspectorChart {
     std::string title;
     std::string xLabel;
     std::string yLabel;
-    /// Of the values: "MB" or "%".
+    /// Unit of the values: "MB" or "%".
     std::string unit;
-    /// What the series differ by.
+    /// What distinguishes the series.
     std::string seriesLabel;
     std::vector<Date> dates;
     std::vector<InspectorSeries> series;
@@ -43,23 +43,23 @@ struct InspectorButton {
     std::string title;
     ProcessAction action = ProcessAction::terminate;
     std::string tooltip;
-    /// Letter of the shortcut; none when it has none.
+    /// Letter of the shortcut, if there is one.
     std::optional<char> shortcut;
-    /// False where nothing of the line may be acted on: it belongs to another user, or is this program.
+    /// False when no process of the row may be acted on: they belong to another user, or are this program.
     bool enabled = true;
 
     bool operator==(const InspectorButton&) const = default;
 };
 
-/// What the inspector reads besides the line.
+/// What the inspector reads besides the row.
 struct InspectorFacts {
     const Snapshot& snapshot;
-    /// Readings of the line's processes together, oldest first.
+    /// Summed readings of the row's processes, oldest first.
     const std::vector<HistoryPoint>& history;
     const std::map<Pid, Lowered>& lowered;
     /// Ports that the process listens on.
     const std::vector<int>& ports;
-    /// The user's home folder, to be shown as a tilde.
+    /// The user's home folder, shown as a tilde.
     std::string_view home;
     Actor actor;
     /// ICU identifiers; the empty zone is the machine's own.
@@ -67,7 +67,7 @@ struct InspectorFacts {
     std::string_view zone = {};
 };
 
-/// Everything that the inspector says of one line.
+/// Everything that the inspector shows about one row.
 struct InspectorContent {
     std::string title;
     std::optional<std::string> detail;

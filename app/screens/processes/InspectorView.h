@@ -12,17 +12,17 @@
 
 namespace tolvane {
 
-/// The inspector of one line. Main thread.
+/// The inspector of one row. Main thread.
 class InspectorView {
 public:
     /// `model` outlives the view. `locale` is an ICU identifier. `changed` is called when ports arrive.
     InspectorView(AppModel& model, std::string locale, std::function<void()> changed);
 
-    /// The line to speak of, with its latest figures. Another line's ports are read in the background.
+    /// Shows the row with its latest values. Reads the ports in the background when it is another row than before.
     void show(TableRow row);
     const std::optional<TableRow>& row() const { return row_; }
     const std::vector<int>& ports() const { return ports_; }
-    /// Of the line shown; `show` comes first.
+    /// Content for the shown row. Call `show` first.
     InspectorContent content() const;
 
     /// The force quit question is open.

@@ -10,7 +10,7 @@
 
 namespace tolvane {
 
-/// What can be done to lines of the processes table.
+/// What can be done to rows of the processes table.
 enum class ProcessAction {
     quit,
     relaunch,
@@ -23,33 +23,33 @@ enum class ProcessAction {
     forceQuit,
 };
 
-/// One entry of a menu; one without an action is a divider.
+/// One entry of a menu; an entry without an action is a divider.
 struct ProcessMenuItem {
     std::string title;
     std::optional<ProcessAction> action;
-    /// False where nothing of the line may be acted on.
+    /// False when no process of the row may be acted on.
     bool enabled = true;
 
     bool isDivider() const { return !action; }
     bool operator==(const ProcessMenuItem&) const = default;
 };
 
-/// Who acts: a user's program, which leaves other users and itself alone.
+/// The acting program and its user. It leaves other users' processes and itself alone.
 struct Actor {
     Pid pid = 0;
     std::uint32_t uid = 0;
 
     bool mayActOn(const ProcRow& row) const { return row.sample.mayBeTouchedBy(pid, uid); }
-    /// On at least one process of the line.
+    /// True when it may act on at least one process of the row.
     bool mayActOn(const TableRow& tableRow, const std::vector<ProcRow>& rows) const;
 };
 
-/// The menu of one line, and what its actions need. It carries out nothing itself.
+/// The menu of one row, and the data that its actions need. It does not act itself.
 struct ProcessActions {
     std::vector<ProcessMenuItem> items;
-    /// All processes of the line.
+    /// All processes of the row.
     std::vector<Pid> pids;
-    /// Of the line's application; none for what is no application.
+    /// Identifier of the row's application; nullopt for other rows.
     std::optional<std::string> appID;
     /// What `addRule` adds: switched off, and in log-only mode.
     std::optional<Rule> rule;
@@ -61,15 +61,15 @@ struct ProcessActions {
     bool operator==(const ProcessActions&) const = default;
 
     static ProcessActions of(const TableRow& tableRow, const std::vector<ProcRow>& rows);
-    /// The context menu of the table: the actions of a single line, and for one or several lines the way to force quit.
+    /// The context menu of the table: the actions of a single row, and force quit for one or several rows.
     static std::vector<ProcessMenuItem> menuOf(const std::vector<TableRow>& clicked, const std::vector<ProcRow>& rows,
                                                const Actor& actor);
 
     /// "Force Quit 3 Items…"
     static std::string forceQuitItems(std::size_t count);
-    /// Restart the application when it grows past what it uses now.
+    /// Restarts the application when it grows beyond its present size.
     static Rule growthRule(const TableRow& tableRow, std::string_view appID);
-    /// Stop processes of this kind when they are idle.
+    /// Stops processes of this kind when they are idle.
     static Rule idleRule(const ProcSample& sample);
 };
 

@@ -22,7 +22,7 @@ const std::array<ProcessColumnTraits, 8> processColumns = {{
 
 namespace {
 
-/// Whether one process is what the user looks for. Keeps its buffers from row to row.
+/// Matches processes against the search. Reuses its buffers from row to row.
 class RowSearch {
 public:
     RowSearch(std::string_view search, std::string_view locale) : search_(search, locale) {}
@@ -53,7 +53,7 @@ private:
     std::string commandLine_;
 };
 
-/// Long times are early dates.
+/// A long time means an early date.
 bool startsAscending(RowField field) {
     return field == RowField::title || field == RowField::unusedSince || field == RowField::age;
 }

@@ -20,17 +20,17 @@ enum class ProcessColumn { name, memory, inRAM, compressed, cpu, unusedFor, runn
 struct ProcessColumnTraits {
     ProcessColumn column;
     std::string_view title;
-    /// None for a column that cannot sort.
+    /// nullopt for a column that cannot sort.
     std::optional<RowField> sortsBy;
     std::string_view tooltip;
-    /// The widest text that the column usually holds, and has room for from the start; empty for the one that takes
-    /// what is left.
+    /// The widest text that the column usually holds and initially has room for; empty for the column that takes the
+    /// remaining width.
     std::string_view widestSample;
 };
 
 extern const std::array<ProcessColumnTraits, 8> processColumns;
 
-/// The processes screen: what its table shows in which order, and what its controls do. Main thread.
+/// The processes screen: the content and order of its table, and what its controls do. Main thread.
 class ProcessesView {
 public:
     static constexpr std::string_view groupLabel = "Group";
@@ -41,45 +41,45 @@ public:
     /// `model` outlives the view. `locale` is an ICU identifier.
     ProcessesView(AppModel& model, std::string locale);
 
-    /// Remembered in the preferences.
+    /// Stores the choice in the preferences.
     Grouping grouping() const;
     void setGrouping(Grouping grouping);
     const std::string& search() const { return search_; }
     void setSearch(std::string search) { search_ = std::move(search); }
     const std::vector<RowOrder>& sortOrder() const { return sortOrder_; }
-    /// The user clicked a column's head: a new column starts with its larger values (names with the first letters,
-    /// times with the longest), the same column turns round.
+    /// The user clicked a column's header. A new column starts with its largest values (names with the first letters,
+    /// times with the longest); the same column reverses its order.
     void sortBy(RowField field);
     void setSortOrder(std::vector<RowOrder> order) { sortOrder_ = std::move(order); }
     bool showInspector = true;
 
-    /// The rows that the search leaves, folded and sorted.
+    /// The rows that match the search, folded and sorted.
     std::vector<TableRow> rows() const;
-    /// The text of one cell; `detail` of the name column is not part of it.
+    /// The text of one cell; the name column shows `detail` separately.
     std::string cell(const TableRow& row, ProcessColumn column) const;
-    /// What the inspector shows: nothing, one line, or several.
+    /// The rows that the inspector shows: none, one, or several.
     std::vector<TableRow> selected(const std::vector<TableRow>& rows) const;
 
-    /// The user asked to force quit those lines: opens the question. Ids that no line has are passed over, and with
-    /// none left there is nothing to ask.
+    /// The user asked to force quit those rows: opens the question. Skips unknown ids, and asks nothing when none is
+    /// left.
     void askForceQuit(const std::set<std::string>& ids, const std::vector<TableRow>& rows);
     /// The question while it is open.
     std::optional<Question> forceQuitQuestion() const;
     void cancelForceQuit() { confirmForceQuit_.reset(); }
-    /// The user said yes: the lines to force quit. Closes the question and empties the selection.
+    /// The user confirmed. Returns the rows to force quit, closes the question and clears the selection.
     std::vector<TableRow> confirmForceQuit();
 
-    /// The same on plain values.
+    // The same functions on plain values.
     static std::vector<ProcRow> rowsMatching(const std::vector<ProcRow>& rows, std::string_view search,
                                              std::string_view locale);
     static std::vector<TableRow> rowsOf(const Snapshot& snapshot, Grouping grouping, std::string_view search,
                                         const std::vector<RowOrder>& order, const RowNames& names,
                                         std::string_view locale);
     static std::string cellOf(const TableRow& row, ProcessColumn column, Date now, std::string_view locale);
-    /// The order after a click on the head of the column that sorts by `field`; earlier choices settle ties.
+    /// The order after a click on the header of the column that sorts by `field`; earlier choices break ties.
     static std::vector<RowOrder> orderAfterClick(std::vector<RowOrder> order, RowField field);
 
-    /// The inspector's words while nothing is selected.
+    /// The inspector's text while nothing is selected.
     static constexpr std::string_view noSelectionTitle = "No Selection";
     static constexpr std::string_view noSelectionIcon = "cursorarrow.rays";
     static constexpr std::string_view noSelectionText = "Select a process or group to see its details.";

@@ -5,22 +5,22 @@
 #include "app/rows/TableRow.h"
 #include "platform/ProcessControl.h"
 
-/// The processes behind a line. Pointers that are returned point into `rows`.
+/// The processes behind a row of the table. Returned pointers point into `rows`.
 namespace tolvane::RowProcesses {
 
-/// In the order of `rows`; processes that are gone are left out.
+/// In the order of `rows`; leaves out processes that are gone.
 std::vector<const ProcRow*> all(const TableRow& tableRow, const std::vector<ProcRow>& rows);
 
-/// The process that a line without children stands for; null for a group, or when it is gone.
+/// The process that a row without children stands for; null for a group, or when the process is gone.
 const ProcRow* own(const TableRow& tableRow, const std::vector<ProcRow>& rows);
 
-/// Null when it is gone.
+/// Null when the process is gone.
 const ProcRow* ofPid(Pid pid, const std::vector<ProcRow>& rows);
 
-/// Each process as the line shows it: a number that another bears by now is another's.
+/// Each process of the row with its start time, so that a reused pid is not mistaken for it.
 std::vector<Incarnation> lives(const TableRow& tableRow);
 
-/// The line with those of its processes alone that live on in `rows`: what somebody meant who saw it a while ago.
+/// The row reduced to those of its processes that are still alive in `rows`: what the user meant by a row seen earlier.
 TableRow present(TableRow tableRow, const std::vector<ProcRow>& rows);
 
 }  // namespace tolvane::RowProcesses

@@ -10,18 +10,18 @@
 
 namespace tolvane {
 
-/// What the inspector says of several lines.
+/// What the inspector shows about several rows.
 struct SelectionInspector {
     /// "3 selected"
     std::string title;
     InspectorButton forceQuit;
     std::vector<ValueRow> figures;
-    /// Each line's title with its memory.
+    /// Each row's title with its memory.
     std::vector<ValueRow> lines;
 
     bool operator==(const SelectionInspector&) const = default;
 
-    /// A line that stands within another selected one counts once in the figures.
+    /// A row inside another selected row counts once in the sums.
     static SelectionInspector of(const std::vector<TableRow>& rows, std::string_view locale);
 };
 

@@ -9,7 +9,7 @@
 
 namespace tolvane {
 
-/// The figures of the machine below the processes table.
+/// The values of the whole machine below the processes table.
 struct SystemStrip {
     MemorySummary memory;
     CPUSummary cpu;
@@ -20,7 +20,7 @@ struct SystemStrip {
     bool operator==(const SystemStrip&) const = default;
 
     static SystemStrip of(const AppModel& model, std::string_view locale);
-    /// The same on plain values; growth and read-back are bytes over the last quarter of an hour.
+    /// The same from plain values. `swapGrowth` and `readBack` are bytes over the last quarter of an hour.
     static SystemStrip of(const Snapshot& snapshot, const std::vector<LoadPoint>& loadHistory,
                           std::optional<std::int64_t> swapGrowth, std::optional<std::uint64_t> readBack,
                           std::string_view locale);

@@ -22,9 +22,9 @@ namespace tolvane {
 namespace {
 
 constexpr Seconds refreshInterval{15.0};
-/// Percent of one core; what takes less does nothing worth a figure.
+/// Percent of one core; a project below it is shown as idle.
 constexpr double leastBusy = 10.0;
-/// Of a command that the question names.
+/// The number of words of a command that the question shows.
 constexpr std::size_t wordsOfCommand = 3;
 
 std::string nameOf(std::string_view root) { return std::string(Paths::lastComponent(root)); }
@@ -70,11 +70,11 @@ std::string portsText(const std::set<int>& ports, std::string_view locale) {
     return (ports.size() == 1 ? "port " : "ports ") + Format::list(texts, locale);
 }
 
-/// The screen's own: it touches nothing of the view, which may go while facts are read.
+/// A free function, because the view may be destroyed while the facts are read.
 QCoro::Task<> keepFresh(AppModel& model, std::shared_ptr<bool> reading, std::stop_token cancellation) {
     auto& clock = model.clock();
     while (!cancellation.stop_requested()) {
-        // One that hangs since the screen was here before is not joined by a second.
+        // A refresh that still hangs from an earlier visit must not be joined by a second.
         if (!std::exchange(*reading, true)) {
             co_await model.refreshProjects();
             *reading = false;
@@ -198,7 +198,7 @@ void ProjectsView::confirm() {
     if (parked) static_cast<void>(end(&model_, *parked, true, ending_));
 }
 
-/// What becomes of it shows in the next sample, which may come before or after the end of this.
+/// The next sample shows the result; it may come before or after this function ends.
 QCoro::Task<void> ProjectsView::end(AppModel* model, ProjectGroup group, bool parks, std::shared_ptr<Roots> ending) {
     const auto root = group.root;
     ending->insert(root);

@@ -16,7 +16,7 @@
 
 namespace tolvane {
 
-/// What tells that a project can go: an icon and words, both in orange.
+/// Marks a project that can go: an icon and a text, both in orange.
 struct ProjectMark {
     std::string_view icon;
     std::string_view text;
@@ -24,7 +24,7 @@ struct ProjectMark {
     bool operator==(const ProjectMark&) const = default;
 };
 
-/// A figure under its title.
+/// A value with its title above.
 struct ProjectFigure {
     std::string_view title;
     std::string value;
@@ -34,15 +34,15 @@ struct ProjectFigure {
 
 /// One running project.
 struct ProjectRow {
-    /// What its controls act on.
+    /// The project that the controls of the row act on.
     ProjectGroup project;
     std::string title;
-    /// Empty without one.
+    /// Empty when the project has none.
     std::string branch;
     std::optional<ProjectMark> mark;
     std::string detail;
     std::array<ProjectFigure, 3> figures;
-    /// It was told to stop, and is about to.
+    /// The project was asked to stop and has not stopped yet.
     bool isEnding = false;
 
     bool operator==(const ProjectRow&) const = default;
@@ -50,31 +50,31 @@ struct ProjectRow {
     /// "3 processes, 2 containers, ports 3000 and 6379"
     static std::string details(const ProjectGroup& group, const std::map<Pid, std::vector<int>>& ports,
                                const std::vector<Container>& containers, std::string_view locale);
-    /// The first that holds.
+    /// The first mark that applies.
     static std::optional<ProjectMark> markOf(const ProjectBranch& branch);
     static std::array<ProjectFigure, 3> figuresOf(const ProjectGroup& group, Date now, std::string_view locale);
 };
 
 /// One parked project.
 struct ParkedRow {
-    /// What its controls act on.
+    /// The project that the controls of the row act on.
     ParkedProject project;
     std::string title;
     /// "Parked yesterday"
     std::string when;
     std::vector<std::string> commands;
-    /// Empty without any.
+    /// Empty when it has none.
     std::string containers;
     bool hasLog = false;
 
     bool operator==(const ParkedRow&) const = default;
 };
 
-/// What the screen shows at one moment. A section without rows is left out; without both the screen is empty.
+/// What the screen shows at one moment. A section without rows is left out; with neither, the screen is empty.
 struct ProjectsContent {
     std::string subtitle;
     std::vector<ProjectRow> running;
-    /// Empty for none.
+    /// May be empty.
     std::string runningFooter;
     std::vector<ParkedRow> parked;
 
@@ -101,18 +101,18 @@ public:
     static constexpr std::string_view startAgainLabel = "Start Again";
     static constexpr std::string_view logLabel = "Show Log", forgetLabel = "Forget";
 
-    /// `model` outlives the view. `locale` is an ICU identifier, `zone` one of a time zone.
+    /// `model` outlives the view. `locale` and `zone` are ICU identifiers.
     ProjectsView(AppModel& model, std::string locale, std::string zone = {});
 
     ProjectsContent content() const;
 
-    /// Has the facts read now and every 15 seconds until `leave`, which the view's end implies.
+    /// Refreshes the facts now and every 15 seconds until `leave` or the end of the view.
     void enter();
     void leave() { standing_.cancel(); }
 
-    // Questions; what they are about stays what it was when they were asked. One is open at a time.
+    // Questions. Each keeps the project as it was when the question was asked. One is open at a time.
 
-    /// What the open question is about.
+    /// The project of the open question.
     const std::optional<ProjectGroup>& confirmStop() const { return confirmStop_; }
     const std::optional<ProjectGroup>& confirmPark() const { return confirmPark_; }
     void askStop(ProjectGroup project);
@@ -120,19 +120,19 @@ public:
     std::optional<Question> stopQuestion() const;
     std::optional<Question> parkQuestion() const;
     void cancel();
-    /// Does what was asked about. Returns at once.
+    /// Does what the question asked. Returns at once.
     void confirm();
 
     void startAgain(const ParkedProject& project);
-    /// Nothing is started, and the log stays.
+    /// Starts nothing and keeps the log.
     void forget(const ParkedProject& project);
     void showLog(const ParkedProject& project);
     void showFolder(const ProjectGroup& project);
 
     static std::string subtitle(std::size_t projects);
-    /// Empty when nothing was left out.
+    /// Empty when no process was left out.
     static std::string runningFooter(const std::vector<ProjectGroup>& groups);
-    /// `all` are the rows of the machine.
+    /// `all` are the rows of all processes.
     static std::string parkMessage(const ProjectGroup& group, const std::vector<ProcRow>& all,
                                    const std::vector<Container>& containers, std::string_view locale);
 
@@ -149,9 +149,9 @@ private:
     std::optional<ProjectGroup> confirmStop_;
     std::optional<ProjectGroup> confirmPark_;
     CancelSource standing_;
-    /// A reading is under way, perhaps one from before the screen was left.
+    /// A refresh is running, perhaps one from an earlier visit.
     std::shared_ptr<bool> reading_ = std::make_shared<bool>(false);
-    /// Roots of what is being stopped.
+    /// Roots of the projects that are being stopped.
     std::shared_ptr<Roots> ending_ = std::make_shared<Roots>();
 };
 

@@ -10,7 +10,7 @@
 
 namespace tolvane {
 
-/// The list below the editor: what the rule applies to now.
+/// The list below the editor: the matches of the rule now.
 struct MatchesSection {
     static constexpr std::string_view heading = "Matches now";
     static constexpr std::string_view none = "Nothing running matches this rule.";
@@ -22,20 +22,20 @@ struct MatchesSection {
         std::string title;
         std::string detail;
         bool isDue = false;
-        /// "Would terminate at 2:41 PM": why the rule leaves it alone for now. Empty when it does not.
+        /// "Would terminate at 2:41 PM": why the rule holds back for now. Empty when it does not.
         std::string lastOutcome = {};
 
         std::string_view tag() const { return isDue ? pastLimit : withinLimit; }
         bool operator==(const Row&) const = default;
     };
 
-    /// At most twelve; empty says `none`.
+    /// At most twelve; when empty, the section shows `none`.
     std::vector<Row> rows;
     /// "and 3 more"
     std::optional<std::string> more;
 
     static MatchesSection of(const RuleStatus& status, Date now, std::string_view locale);
-    /// Adds to the rows what the rule did to each within its cool-down. `activity` is newest first.
+    /// Adds to each row what the rule did to it within the cool-down. `activity` is newest first.
     void addLastOutcomes(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity, Date now,
                   std::string_view locale);
 

@@ -11,7 +11,7 @@
 
 namespace tolvane {
 
-/// The sheet that makes a rule from what runs now. Its state dies with it. Main thread.
+/// The sheet that makes a rule from what runs now. Nothing of it outlives the sheet. Main thread.
 class NewRuleSheet {
 public:
     static constexpr std::string_view title = "New Rule";
@@ -30,13 +30,14 @@ public:
     std::string typed;
     bool onlyWithoutPrompt = false;
 
-    /// Of the present kind.
+    /// Suggestions of the present kind.
     std::vector<RuleSuggestion> suggestions() const;
-    /// What "Add Rule" adds, in Log Only; none while nothing is chosen. Typed text goes before a selected entry.
+    /// The rule that "Add Rule" adds, in Log Only; nullopt while nothing is chosen. Typed text wins over a selected
+    /// entry.
     std::optional<Rule> rule() const;
-    /// Below the list.
+    /// The text below the list.
     std::string line() const;
-    /// Nothing happens without a rule.
+    /// Adds the rule to the model; does nothing without one.
     void add();
 
 private:

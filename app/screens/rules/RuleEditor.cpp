@@ -41,13 +41,13 @@ RuleTarget emptyTarget(TargetKind kind) {
     return AgentSessionTarget{.names = defaultAgents()};
 }
 
-/// The session target that a target of sessions stands for.
+/// Every agent target as a session target.
 AgentSessionTarget sessionsOf(const RuleTarget& target) {
     if (const auto* sessions = std::get_if<AgentSessionTarget>(&target)) return *sessions;
     return {.names = {"claude"}, .onlyWithoutPrompt = true};
 }
 
-/// Of a command or of sessions.
+/// The patterns of a command target, or the names of a session target.
 std::vector<std::string> patternsOf(const RuleTarget& target) {
     if (const auto* command = std::get_if<CommandTarget>(&target)) return command->patterns;
     if (kindOf(target) == TargetKind::agent) return sessionsOf(target).names;
@@ -127,7 +127,7 @@ void RuleEditor::setAction(RuleAction action) {
 
 void RuleEditor::deleteIt() { model_.deleteRules({id_}); }
 
-/// What was not touched is not rewritten: a field cannot show the blank at the end of a pattern that a file brought.
+/// Does not rewrite untouched patterns: the field cannot show a trailing blank that a pattern from a file may have.
 void RuleEditor::savePatterns() {
     if (!rule() || kind() == TargetKind::app) return;
     if (patterns_ == PatternList::join(patternsOf(rule()->target))) return;

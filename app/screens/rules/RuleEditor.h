@@ -12,8 +12,8 @@
 
 namespace tolvane {
 
-/// Edits one rule in place: each change goes straight to the model, and so to disk. A rule that is gone takes no more
-/// changes. Main thread.
+/// Edits one rule in place: each change goes straight to the model, and so to disk. Changes to a deleted rule are
+/// ignored. Main thread.
 class RuleEditor {
 public:
     static constexpr std::string_view nameLabel = "Name";
@@ -42,16 +42,16 @@ public:
     RuleEditor(AppModel& model, UUID rule, std::string locale);
 
     const UUID& id() const { return id_; }
-    /// Null when it is gone.
+    /// Null when the rule is deleted.
     const Rule* rule() const;
     TargetKind kind() const;
 
     void setName(std::string name);
-    /// Also asks whether notifications may be shown, but for "Off".
+    /// Also asks for permission to show notifications, except for "Off".
     void setMode(RuleMode mode);
-    /// Another kind begins with an empty target, or with all agents; an action that it does not have becomes "Notify".
+    /// A new kind starts with an empty target, or with all agents. An action that it does not offer becomes "Notify".
     void setKind(TargetKind kind);
-    /// An application of `appChoices`; others are passed over.
+    /// Ignores an application that is not in `appChoices`.
     void setApp(std::string_view appID);
     void setOnlyWithoutPrompt(bool only);
     void setUnusedMinutes(std::optional<std::int64_t> minutes);
@@ -60,7 +60,7 @@ public:
     void setAction(RuleAction action);
     void deleteIt();
 
-    /// The text field of patterns or names. It goes to the rule with `savePatterns`, when the user leaves the field.
+    /// The text of the patterns or names. `savePatterns` writes it to the rule when the user leaves the field.
     const std::string& patterns() const { return patterns_; }
     void setPatterns(std::string text) { patterns_ = std::move(text); }
     void savePatterns();
@@ -71,14 +71,15 @@ public:
 
         bool operator==(const AppChoice&) const = default;
     };
-    /// Those that run, and at the end the rule's own when it does not; first "Choose an app" while none is chosen.
+    /// The running applications, then the rule's own if it is not running. Starts with "Choose an app" while none is
+    /// chosen.
     std::vector<AppChoice> appChoices() const;
     std::vector<RuleConditions::Choice> unusedChoices() const;
     std::vector<RuleConditions::Choice> memoryChoices() const;
-    /// Below the conditions.
+    /// The text below the conditions.
     std::string footer() const;
     bool onlyWithoutPrompt() const;
-    /// Whether this machine has sessions of which it is known if they got a prompt.
+    /// Whether this machine records which sessions got a prompt.
     static bool offersWithoutPrompt(const AppModel& model);
 
 private:

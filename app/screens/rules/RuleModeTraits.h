@@ -10,11 +10,11 @@ namespace tolvane {
 struct RuleModeTraits {
     RuleMode mode;
     std::string_view title;
-    /// Stands under the picker.
+    /// The text under the picker.
     std::string_view explanation;
 };
 
-/// In the order offered.
+/// In the order of the picker.
 inline constexpr std::array<RuleModeTraits, 3> ruleModes = {{
     {RuleMode::off, "Off", "The rule does nothing."},
     {RuleMode::logOnly, "Log Only", "Writes what the rule would do to Activity without doing it."},

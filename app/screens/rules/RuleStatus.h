@@ -12,15 +12,15 @@
 
 namespace tolvane {
 
-/// What one rule would hit right now, whatever its mode and its cool-downs.
+/// The matches of one rule right now, whatever its mode and cool-downs.
 struct RuleStatus {
     std::vector<Decision> matches;
-    /// Subject keys of those that meet the conditions.
+    /// Subject keys of the matches that meet the conditions.
     std::set<std::string> due;
 
     static RuleStatus of(const Rule& rule, const World& world, Date now);
 
-    /// "3 matches running, 2 past the limit"; none without matches.
+    /// "3 matches running, 2 past the limit"; nullopt without matches.
     std::optional<std::string> line() const;
     bool isDue(const Decision& match) const { return due.contains(match.subjectKey); }
 

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view ownIdentifier = "dev.tolvane.Tolvane";
 
-/// This program's own application, under whatever name it was installed.
+/// True for this program's own application, whatever name it is installed under.
 bool isOwn(const RunningApp& app, const AppModel& model) {
     if (app.id == ownIdentifier) return true;
     return std::ranges::any_of(model.snapshot->rows, [&](const ProcRow& row) {
@@ -25,7 +25,7 @@ bool isOwn(const RunningApp& app, const AppModel& model) {
     });
 }
 
-/// Processes that one word of their command line makes one entry.
+/// Processes that form one entry because they match the same word of a command line.
 struct CommandGroup {
     std::size_t processes = 0;
     std::uint64_t memory = 0;

@@ -11,7 +11,7 @@
 
 namespace tolvane {
 
-/// One entry that the new-rule sheet offers.
+/// One entry of the new-rule sheet.
 struct RuleSuggestion {
     /// Selection key.
     std::string id;
@@ -19,28 +19,28 @@ struct RuleSuggestion {
     std::string detail;
     /// For the icon.
     std::optional<std::string> appPath;
-    /// Bytes; lists go by it, the largest first, ties by id.
+    /// Bytes. Lists are sorted by it, largest first, ties by id.
     std::uint64_t memory = 0;
-    /// What this entry would add.
+    /// The rule that this entry would add.
     Rule rule;
 
     bool operator==(const RuleSuggestion&) const = default;
 };
 
-/// What runs now and could be watched. `locale` is an ICU identifier.
+/// Everything that runs now and could be watched. `locale` is an ICU identifier.
 namespace RuleSuggestions {
 
 std::vector<RuleSuggestion> appSuggestions(const AppModel& model, std::string_view locale);
 std::vector<RuleSuggestion> commandSuggestions(const AppModel& model, std::string_view locale);
-/// Their rule is the one of all sessions.
+/// Each entry has the rule for all sessions.
 std::vector<RuleSuggestion> agentSuggestions(const AppModel& model, bool onlyWithoutPrompt, std::string_view locale);
 
-/// Off until the sheet adds them; each has a new id.
+/// The rules are off until the sheet adds them; each has a new id.
 Rule appRule(const std::string& appID, const std::string& name, std::uint64_t memory);
 Rule commandRule(const std::string& name, std::vector<std::string> patterns);
 Rule agentRule(bool onlyWithoutPrompt);
-/// The limit, in binary megabytes, that an application of this size does not pass today: the first choice above one
-/// and a half times of it, or the largest.
+/// A limit, in binary megabytes, that an application of this size does not exceed yet: the first choice above one and a
+/// half times the size, or the largest.
 std::int64_t limitAbove(std::uint64_t memory);
 
 }  // namespace RuleSuggestions

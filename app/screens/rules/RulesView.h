@@ -12,21 +12,21 @@
 
 namespace tolvane {
 
-/// One rule of the list.
+/// One row of the list of rules.
 struct RuleRow {
     UUID id;
     std::string name;
     std::string summary;
-    /// What it would hit now; none without matches.
+    /// What the rule matches now; nullopt without matches.
     std::optional<std::string> status;
-    /// The tag's word, and whether it stands on green.
+    /// The text of the tag, and whether it is green.
     std::string_view mode;
     bool isOn = false;
 
     bool operator==(const RuleRow&) const = default;
 };
 
-/// The rules screen but for its editor. Main thread.
+/// The rules screen without its editor. Main thread.
 struct RulesView {
     static constexpr std::string_view addRule = "Add Rule";
     static constexpr std::string_view addIcon = "plus";
@@ -40,23 +40,23 @@ struct RulesView {
     static constexpr std::string_view noSelectionText =
         "Rules stop or restart processes that sit unused or grow too large. A new rule only logs what it would do "
         "until you turn it on.";
-    /// Stands on hosts that do not tell which application is in front.
+    /// Shown on hosts that do not report which application is in front.
     static constexpr std::string_view heldBack =
         "This desktop does not tell which app is in front, so rules that quit or relaunch apps hold back.";
 
     /// In stored order. `locale` is an ICU identifier.
     static std::vector<RuleRow> rows(const AppModel& model, std::string_view locale);
-    /// Present while it concerns any rule.
+    /// Set while it concerns any rule.
     static std::optional<std::string_view> notice(const AppModel& model);
 
-    /// Before a key deletes a rule.
+    /// Asked before a key deletes a rule.
     static Question deleteQuestion(const Rule& rule) {
         return {.title = "Delete “" + rule.name + "”?", .action = std::string(deleteRow)};
     }
 
     static std::vector<Rule> rulesOf(const AppModel& model, const std::set<UUID>& ids);
     static const Rule* find(const std::vector<Rule>& rules, const UUID& id);
-    /// The rule that the editor shows; null for none, also when the selected one is gone.
+    /// The rule that the editor shows; null without a selection, or when the selected rule is gone.
     static const Rule* selected(const AppModel& model);
 };
 

@@ -21,7 +21,7 @@ struct RunningApp {
     bool operator==(const RunningApp&) const = default;
 };
 
-/// One per bundle identifier, by memory, the largest first; ties by identifier.
+/// One per bundle identifier, largest memory first, ties by identifier.
 std::vector<RunningApp> runningApps(const std::vector<ProcRow>& rows, const RowNames& names);
 
 }  // namespace tolvane

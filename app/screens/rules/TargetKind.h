@@ -9,7 +9,7 @@
 
 namespace tolvane {
 
-/// What a rule can watch, as the pickers offer it.
+/// The kinds of targets that a rule can watch, as the pickers offer them.
 enum class TargetKind { app, command, agent };
 
 struct TargetKindTraits {
@@ -25,7 +25,7 @@ inline constexpr std::array<TargetKindTraits, 3> targetKinds = {{
 }};
 
 TargetKind kindOf(const RuleTarget& target);
-/// In the order offered.
+/// In the order of the picker.
 std::span<const RuleAction> actionsFor(TargetKind kind);
 
 inline bool allows(TargetKind kind, RuleAction action) {

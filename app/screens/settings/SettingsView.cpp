@@ -23,7 +23,7 @@ constexpr std::array<Interval, 3> intervals = {{
     {10, "Every 10 seconds"},
 }};
 
-/// The stored bool behind a toggle; null for a control that is none.
+/// The stored bool behind a toggle; null for other controls.
 const Preference<bool>* preferenceOf(Control control) {
     switch (control) {
         case Control::showTrayIcon:
@@ -132,7 +132,7 @@ void SettingsView::setOn(Control control, bool on) {
     if (const auto* preference = preferenceOf(control)) preference->store(model_.preferences(), on);
 }
 
-/// A toggle that failed falls back to the truth.
+/// Reads the status back, so a toggle that failed shows the actual state.
 void SettingsView::setLogin(bool on) {
     auto* const item = model_.loginItem();
     if (!item) return;

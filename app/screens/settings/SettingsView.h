@@ -12,7 +12,7 @@
 
 namespace tolvane {
 
-/// What a row of the settings changes or does.
+/// Identifies what a row of the settings changes or does.
 enum class SettingsControl {
     openAtLogin,
     loginItems,
@@ -33,14 +33,14 @@ struct SettingsRow {
 
     Kind kind = Kind::toggle;
     SettingsControl control = SettingsControl::openAtLogin;
-    /// An error's is all that it has.
+    /// An error has nothing else.
     std::string label;
-    /// Smaller, below the label; often empty.
+    /// Smaller text below the label; often empty.
     std::string explanation;
     std::string button;
     bool isOn = false;
     bool isEnabled = true;
-    /// A picker's words, and which of them holds; none when another value is stored.
+    /// A picker's entries, and the selected one; nullopt when another value is stored.
     std::vector<std::string> choices;
     std::optional<std::size_t> choice;
 
@@ -49,7 +49,7 @@ struct SettingsRow {
 
 struct SettingsSection {
     std::vector<SettingsRow> rows;
-    /// Below its card; may be empty.
+    /// Text below the card; may be empty.
     std::string footer;
 
     bool operator==(const SettingsSection&) const = default;
@@ -65,20 +65,20 @@ public:
     /// `model` outlives the view.
     explicit SettingsView(AppModel& model);
 
-    /// The form came into view: reads what may have changed outside.
+    /// Call when the form appears: reads what may have changed outside the program.
     void appear();
     std::vector<SettingsSection> sections() const;
     void setOn(SettingsControl control, bool on);
     void press(SettingsControl control);
-    /// `choice` is one of the picker's.
+    /// `choice` is an index into the picker's entries.
     void choose(SettingsControl control, std::size_t choice);
 
-    /// While it is open.
+    /// Set while the question is open.
     std::optional<Question> restoreQuestion() const;
     void cancelRestore() { confirmRestore_ = false; }
     void confirmRestore();
 
-    /// The section on the backup, given whether there is a place for it and what failed.
+    /// The backup section. `possible` means that there is a folder to back up to.
     static SettingsSection backupSection(bool possible, bool wanted, const std::optional<std::string>& failure);
 
 private:

@@ -58,7 +58,7 @@ std::vector<StatsBar> barsOf(const std::vector<ActivityStats::RuleTotals>& rules
     return bars;
 }
 
-/// 1, 2 or 5 times a power of ten, in whole units, so that few steps reach `top`.
+/// The multiple of 1, 2 or 5 by a power of ten, in whole units, with which a few steps reach `top`.
 double roundStep(double top) {
     const double power = std::pow(10, std::max(0.0, std::floor(std::log10(top / mostSteps))));
     for (const double digit : std::array{1.0, 2.0, 5.0}) {
@@ -90,7 +90,7 @@ int StatsView::days(StatsPeriod period, const std::vector<ActivityEntry>& entrie
     Date oldest = now;
     for (const auto& entry : entries) oldest = std::min(oldest, entry.date);
     const double apart = (calendar.startOfDay(now) - calendar.startOfDay(oldest)).count() / 86400;
-    /// A file can claim to be older than any log; a day that is an hour shorter still counts.
+    /// Limits the span, as a file can hold any date. Rounding counts a day of 23 hours as a whole one.
     constexpr double longest = 7304;
     return std::max(daysOfWeek, static_cast<int>(std::lround(std::min(apart, longest))) + 1);
 }
@@ -147,7 +147,7 @@ std::optional<WouldHaveFreed> StatsView::wouldOf(const std::vector<ActivityStats
     return would;
 }
 
-/// As many as there can be, where there are more.
+/// Saturates at the largest representable number.
 static std::uint64_t wholeBytes(double bytes) {
     constexpr double limit = 18'446'744'073'709'551'616.0;
     return bytes < limit ? static_cast<std::uint64_t>(bytes) : std::numeric_limits<std::uint64_t>::max();

@@ -14,7 +14,7 @@
 
 namespace tolvane {
 
-/// How far back the sums reach.
+/// The time that the sums span.
 enum class StatsPeriod { week, month, all };
 
 struct StatsPeriodTraits {
@@ -29,11 +29,11 @@ inline constexpr std::array<StatsPeriodTraits, 3> statsPeriods = {{
     {StatsPeriod::all, "all", "All Time"},
 }};
 
-/// One rule with what it freed.
+/// One rule with the memory that it freed.
 struct StatsBar {
     std::string rule;
     std::string figure;
-    /// Of the widest bar, 0 to 1; 0 draws none.
+    /// Share of the widest bar, 0 to 1; 0 draws no bar.
     double share = 0;
 
     bool operator==(const StatsBar&) const = default;
@@ -41,13 +41,13 @@ struct StatsBar {
 
 /// One day of the chart.
 struct StatsDay {
-    /// Its first moment.
+    /// The first moment of the day.
     Date day;
     /// Bytes.
     std::uint64_t memory = 0;
-    /// Under the bar.
+    /// Shown under the bar.
     std::string label;
-    /// Above the bar while it is selected.
+    /// Shown above the bar while it is selected.
     std::string figure;
     /// "Wednesday, November 18: 1.9 GB"
     std::string spoken;
@@ -64,17 +64,17 @@ struct StatsTick {
     bool operator==(const StatsTick&) const = default;
 };
 
-/// What rules in Log Only would have given back.
+/// The memory that rules in Log Only would have freed.
 struct WouldHaveFreed {
     std::vector<StatsBar> bars;
-    /// The first of them that still exists, and the words of the button that shows it; empty for no button.
+    /// The rule of the first bar, if it still exists, and the label of the button that shows it; empty for no button.
     std::optional<UUID> rule;
     std::string showRule;
 
     bool operator==(const WouldHaveFreed&) const = default;
 };
 
-/// All that the stats screen shows at one moment.
+/// Everything that the stats screen shows at one moment.
 struct StatsContent {
     /// "Freed by rules, last 7 days"
     std::string headline;
@@ -84,7 +84,7 @@ struct StatsContent {
     std::vector<StatsBar> eachRule;
     /// Oldest first.
     std::vector<StatsDay> days;
-    /// From zero up; the last is at or above the largest day.
+    /// Ascending from zero; the last is at or above the largest day.
     std::vector<StatsTick> ticks;
     std::optional<WouldHaveFreed> wouldHaveFreed;
 
@@ -109,26 +109,26 @@ public:
         "No Stats Yet", "Once a rule acts, or logs what it would do, this shows how much memory it gave back.",
         "chart.bar"};
 
-    /// `model` outlives the view. `locale` is an ICU identifier, `zone` one of a time zone; empty is the machine's.
+    /// `model` outlives the view. `locale` and `zone` are ICU identifiers; an empty zone is the machine's.
     StatsView(AppModel& model, std::string locale, std::string zone = {});
 
-    /// Remembered in the preferences.
+    /// Stores the choice in the preferences.
     StatsPeriod period() const { return period_; }
     void setPeriod(StatsPeriod period);
-    /// The first moment of the day whose bar the user chose.
+    /// The first moment of the day whose bar is selected.
     const std::optional<Date>& selectedDay() const { return selectedDay_; }
     void selectDay(std::optional<Date> day) { selectedDay_ = day; }
 
     bool isEmpty() const { return model_.activity->empty(); }
     StatsContent content() const;
-    /// The day that `content` ends with now: another one is time for other sums.
+    /// The day that `content` ends with now. When it changes, the sums change too.
     Date today() const;
     /// Shows the rule in its editor.
     void show(const UUID& rule);
 
-    /// Days from the oldest entry to today, both counted, and no fewer than a week; the fixed number of other periods.
+    /// The length of the period in days. All time counts from the oldest entry to today, and at least a week.
     static int days(StatsPeriod period, const std::vector<ActivityEntry>& entries, Date now, const Calendar& calendar);
-    /// The first moment of a period of that many whole days.
+    /// The first moment of a period of that many whole days up to today.
     static Date since(int days, Date now, const Calendar& calendar);
     static std::vector<StatsTick> ticks(std::uint64_t largest, std::string_view locale);
 

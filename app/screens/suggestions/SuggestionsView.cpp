@@ -11,7 +11,7 @@ namespace tolvane {
 
 namespace {
 
-/// When each process of the sample began.
+/// The start time of each process of the sample.
 using Starts = std::unordered_map<Pid, Date>;
 
 Starts startsOf(const std::vector<Suggestion>& suggestions, const std::vector<ProcRow>& rows) {

@@ -40,14 +40,14 @@ inline constexpr std::array<SuggestionKindTraits, 6> suggestionKinds = {{
 /// One suggestion as a row shows it.
 struct SuggestionRow {
     Suggestion suggestion;
-    /// Its processes when it was shown: a number that names another one by now is not meant.
+    /// Its processes when it was shown, with their start times, so that a reused pid is not mistaken for one of them.
     std::vector<Incarnation> lives;
-    /// Memory, or cores for what is busy.
+    /// Memory, or cores for a busy process.
     std::string figure;
     std::string primaryLabel;
 
     static SuggestionRow of(Suggestion suggestion, std::string_view locale);
-    /// Whether the two look the same; proposed rules are made anew at every tick.
+    /// Whether the two look the same. Ignores proposed rules, which every tick makes anew.
     bool looksLike(const SuggestionRow& other) const;
 };
 
@@ -73,15 +73,15 @@ public:
 
     using Told = std::function<void(const Outcome&)>;
 
-    /// `model` outlives the view. `locale` is an ICU identifier. What does not come off is told, as long as the view
+    /// `model` outlives the view. `locale` is an ICU identifier. `failed` gets what did not work, as long as the view
     /// lives.
     SuggestionsView(AppModel& model, std::string locale, Told failed = {});
 
-    /// "8.41 GB in 7 suggestions"; empty without any.
+    /// "8.41 GB in 7 suggestions"; empty without suggestions.
     std::string subtitle() const;
-    /// In the order of the kinds, without those that have none.
+    /// In the order of the kinds; leaves out kinds without suggestions.
     std::vector<SuggestionSection> sections() const;
-    /// Does it to those of the row's processes that live on. What ends processes goes on beside the caller.
+    /// Acts on those of the row's processes that are still alive. Ending processes continues after the call returns.
     void carryOut(SuggestionRow row, SuggestionAction action);
     bool canShowHidden() const { return !model_.hiddenSuggestions->empty(); }
     void showHidden() { model_.showHiddenSuggestions(); }

@@ -15,7 +15,7 @@ struct SidebarRow {
     AppSection section = AppSection::processes;
     std::string title;
     std::string icon;
-    /// Empty for none.
+    /// May be empty.
     std::string badge;
 
     bool operator==(const SidebarRow&) const = default;
@@ -28,32 +28,32 @@ struct SidebarGroup {
     bool operator==(const SidebarGroup&) const = default;
 };
 
-/// The shell of the main window.
+/// The texts of the main window around its screens.
 struct MainView {
     static constexpr std::string_view title = "Tolvane";
     static constexpr std::string_view importRules = "Import Rules…";
     static constexpr std::string_view exportRules = "Export Rules…";
-    /// Of the commands of the window.
+    /// The menu of the window's commands.
     static constexpr std::string_view menu = "Menu";
-    /// What a file panel calls the files that it shows.
+    /// The name of the file type in a file panel.
     static constexpr std::string_view ruleFiles = "Tolvane Rules";
-    /// Closes the message of an import.
+    /// Label of the button that closes an import message.
     static constexpr std::string_view dismiss = "OK";
 
-    /// The groups with the sections whose screens there are; a group without any is left out.
+    /// The groups with those sections that have a screen; leaves out empty groups.
     static std::vector<SidebarGroup> sidebar(const AppModel& model, std::span<const AppSection> present);
     static std::vector<SidebarGroup> sidebar(std::span<const AppSection> present, std::size_t enabledRules,
                                              std::size_t visibleSuggestions);
 
-    /// Rules that are switched on.
+    /// The number of rules that are switched on.
     static std::size_t enabledRules(const std::vector<Rule>& rules);
-    /// Suggestions that nobody has hidden until after `now`.
+    /// The number of suggestions that are not hidden at `now`.
     static std::size_t visibleSuggestions(const std::vector<Suggestion>& suggestions,
                                           const std::map<std::string, Date, std::less<>>& hidden, Date now);
 
-    /// There is something to export.
+    /// True when there is something to export.
     static bool canExport(const std::vector<Rule>& rules) { return !rules.empty(); }
-    /// Proposed name of the exported file, without an extension.
+    /// The proposed name of the exported file, without an extension.
     static std::string exportName(const std::vector<Rule>& rules);
 };
 

@@ -5,9 +5,9 @@
 
 namespace tolvane {
 
-/// One way to do something from the keyboard.
+/// One keyboard shortcut.
 struct Shortcut {
-    /// As the toolkit reads key sequences: "Ctrl+F".
+    /// In the toolkit's notation: "Ctrl+F".
     std::string_view keys;
     std::string_view action;
 };

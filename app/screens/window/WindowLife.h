@@ -4,17 +4,17 @@
 
 namespace tolvane {
 
-/// What becomes of the program when its window closes, and what it does when it starts. The window is only a view of a
-/// model that runs anyway: the program stays wherever there is a way back to it.
+/// What the program does when its window closes, and when it starts. The window is only a view of a model that runs
+/// anyway, so the program keeps running wherever there is a way back to the window.
 struct WindowLife {
-    /// An icon in the tray leads back to the window.
+    /// The tray icon leads back to the window.
     bool trayIsShown = false;
     /// Starting the program again leads back to it.
     bool secondStartOpens = false;
 
     enum class Closing {
         stays,
-        /// Nothing on the screen tells that it is there: once, it says so.
+        /// Nothing on the screen shows that the program is running, so it notifies the user once.
         staysUnseen,
         quits,
     };
@@ -23,7 +23,7 @@ struct WindowLife {
         if (trayIsShown) return Closing::stays;
         return secondStartOpens ? Closing::staysUnseen : Closing::quits;
     }
-    /// Without a tray to live in, the session's start is like any other.
+    /// Without a tray to live in, a start at login opens the window like any other.
     constexpr bool opensAtStart(bool atLogin) const { return !atLogin || !trayIsShown; }
 
     static constexpr std::string_view unseenTitle = "Tolvane is still running";
