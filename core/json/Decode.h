@@ -26,8 +26,8 @@
 #include "core/json/Simdjson.h"
 #include "core/json/TextCache.h"
 
-/// Reads records in one forward pass. Unknown keys are checked and ignored; of a repeated key the last holds; null
-/// under an optional key is absent. For .cpp files only: the library's header is large.
+/// Reads records in one forward pass. Unknown keys are validated and ignored, the last of a repeated key wins, and null
+/// under an optional key means absent. Include from .cpp files only: the header of the library is large.
 namespace tolvane::json {
 
 namespace ondemand = simdjson::ondemand;
@@ -35,7 +35,7 @@ namespace ondemand = simdjson::ondemand;
 template <typename Value>
 bool read(ondemand::value source, Value& value, Reading& reading);
 
-/// The number as it stands, or a decimal that is a whole one: 60.0 is 60.
+/// Accepts an integer, or a decimal without a fraction: 60.0 is 60.
 template <std::integral Integer>
 bool readInteger(ondemand::value source, Integer& value, Reading& reading) {
     using Wide = std::conditional_t<std::is_signed_v<Integer>, std::int64_t, std::uint64_t>;
@@ -48,7 +48,7 @@ bool readInteger(ondemand::value source, Integer& value, Reading& reading) {
     }
     if (source.get(decimal) != simdjson::SUCCESS) return reading.fail("not an integer");
     if (std::trunc(decimal) != decimal) return reading.fail("not an integer");
-    // The upper limit is a power of two: as a double it is exact, and the first value that does not fit.
+    // The upper limit is a power of two: exact as a double, and the first value that does not fit.
     const double limit = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
     const double lowest = std::is_signed_v<Integer> ? -limit : 0;
     if (decimal < lowest || decimal >= limit) return reading.fail("a number out of range");
@@ -60,11 +60,11 @@ constexpr bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
 
-/// What stands between the quotes of a string without escapes, as most are: taken in place, not copied. None for any
-/// other value; it is to be read yet in any case.
+/// The contents of a string without escapes, which most are, in place and without a copy. Returns nullopt for any other
+/// value. Does not consume the value.
 inline std::optional<std::string_view> plainString(ondemand::value& source) {
     std::string_view token = source.raw_json_token();
-    // Compact text has no blanks here, and searching for one of a set costs more than a look at the last character.
+    // Compact text has no blanks here, and searching for a set of characters costs more than looking at the last one.
     while (!token.empty() && isBlank(token.back())) token.remove_suffix(1);
     if (token.size() < 2 || token.front() != '"' || token.back() != '"') return std::nullopt;
     if (std::memchr(token.data(), '\\', token.size())) return std::nullopt;
@@ -92,7 +92,7 @@ bool readWord(ondemand::value source, Enumeration& value, Reading& reading) {
     return reading.fail("unknown value \"" + std::string(text) + "\"");
 }
 
-/// Anything a string can stand for.
+/// Reads any type that is stored as a string.
 template <typename Value>
 bool readText(ondemand::value source, Value& value, Reading& reading) {
     std::string_view text;
@@ -118,7 +118,7 @@ bool readOptional(ondemand::value source, std::optional<Value>& value, Reading& 
     return read(source, value.emplace(), reading);
 }
 
-/// The position of the field that a key names; `fieldCount` for a key that names none.
+/// The index of the field with this key, or `fieldCount` for an unknown key.
 template <Described Record>
 std::size_t fieldNamed(ondemand::field& field) {
     const auto& names = fieldNames<Record>;
@@ -175,8 +175,8 @@ private:
         return take();
     }
 
-    /// Records are mostly read as they were written: one pass over the fields in their order finds most of them, with
-    /// names and types that the compiler knows.
+    /// Most records are stored in the order in which they were written. One pass over the fields in that order finds
+    /// most of them, with names and types that the compiler knows.
     template <std::size_t... Index>
     bool readInOrder(std::index_sequence<Index...>) {
         return (readIfNamed<Index>() && ...);
@@ -194,7 +194,7 @@ private:
         return read(field_.value(), record_.*field.member, reading_) || reading_.within(field.name);
     }
 
-    /// What is left, in any order.
+    /// Reads the remaining fields, in any order.
     bool readOthers() {
         while (!isAtEnd_) {
             if (!readOther(fieldNamed<Record>(field_)) || !advance()) return false;
@@ -227,7 +227,7 @@ bool readRecord(Source&& source, Record& record, Reading& reading) {
     return RecordReader<Record>(object, record, reading).run();
 }
 
-/// Which of the names an object's keys are, as bits; unknown keys count nothing.
+/// Which cases the keys of an object name, as bits. Unknown keys are ignored.
 template <Chosen Variant>
 std::optional<std::uint64_t> casesNamed(ondemand::object& object, Reading& reading) {
     std::uint64_t found = 0;
@@ -351,14 +351,14 @@ bool readDocument(ondemand::document& document, Record& record, Reading& reading
     return readRecord(document, record, reading);
 }
 
-/// Reads one record, or list of records, after the other and keeps its buffers between them. One thread.
+/// Reads records, or lists of records, one after the other and keeps its buffers between them. One thread.
 class Decoder {
 public:
-    /// `texts`, where given, makes equal texts share their bytes; it outlives the decoder.
+    /// `texts`, if given, lets equal texts share their bytes. It outlives the decoder.
     explicit Decoder(TextCache* texts = nullptr) { reading_.texts = texts; }
 
-    /// `text` is followed by `simdjson::SIMDJSON_PADDING` readable bytes. On failure `value` holds what was read so
-    /// far, and `error` says why.
+    /// `text` must be followed by `simdjson::SIMDJSON_PADDING` readable bytes. On failure `value` holds what was read
+    /// so far and `error` says why.
     template <typename Value>
     bool decodePadded(std::string_view text, Value& value) {
         reading_.error = {};
@@ -371,8 +371,8 @@ public:
     const Error& error() const { return reading_.error; }
 
 private:
-    /// The library's room for unescaped strings follows its capacity, is not checked, and fits each string once. Those
-    /// of a case are read twice: when the cases are counted, and when one is taken.
+    /// The library's buffer for unescaped strings has the size of its capacity, is not checked, and fits each string
+    /// once. Strings of a case are read twice: when the cases are counted and when one is read.
     bool hasRoomFor(std::size_t size) {
         const std::size_t wanted = timesRead * size;
         if (parser_.capacity() >= wanted) return true;
@@ -380,14 +380,14 @@ private:
     }
 
     static constexpr std::size_t timesRead = 2;
-    /// Most lines of a log fit, so that room is made once.
+    /// Fits most lines of a log, so that the buffer is allocated once.
     static constexpr std::size_t leastRoom = 4096;
 
     ondemand::parser parser_;
     Reading reading_;
 };
 
-/// A document of one record or of a list of them. A byte order mark before it is passed over.
+/// Reads a document that is one record or a list of them. Skips a leading byte order mark.
 template <typename Value>
 Result<Value, Error> decode(std::string_view text) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

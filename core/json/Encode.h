@@ -102,7 +102,7 @@ void write(Writer& writer, const Value& value) {
     }
 }
 
-/// The JSON text of a record or a list of them; none when a number in it is not finite.
+/// The JSON text of a record or a list of records. Returns nullopt when a number in it is not finite.
 template <typename Value>
 std::optional<std::string> encode(const Value& value, Style style = Style::compact) {
     Writer writer(style);

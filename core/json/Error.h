@@ -4,7 +4,7 @@
 
 namespace tolvane::json {
 
-/// Why a text did not become a record.
+/// Why a text could not be read as a record.
 struct Error {
     /// "missing", "not a string"
     std::string what;

@@ -8,8 +8,8 @@
 #include <tuple>
 #include <utility>
 
-/// Records describe their JSON once, and reading and writing both follow it. A field may be missing exactly when its
-/// member is an optional.
+/// A record describes its JSON once, for reading and writing. A field may be missing exactly when its member is an
+/// optional.
 namespace tolvane::json {
 
 template <typename Record, typename Member>
@@ -18,7 +18,7 @@ struct Field {
     Member Record::* member;
 };
 
-/// Specialised per record, beside it: `static constexpr auto fields = std::tuple(Field{"id", &Rule::id}, ...);` in the
+/// Specialised per record, next to it: `static constexpr auto fields = std::tuple(Field{"id", &Rule::id}, ...);` in the
 /// order in which they are written.
 template <typename Record>
 struct Fields;
@@ -27,8 +27,8 @@ struct Fields;
 template <typename Enumeration>
 struct Texts;
 
-/// Specialised per variant of records, written as an object whose one key names the alternative:
-/// `static constexpr std::array<std::string_view, N> names`, in the variant's order.
+/// Specialised per variant of records, which is written as an object whose only key names the alternative: `static
+/// constexpr std::array<std::string_view, N> names`, in the order of the variant.
 template <typename Variant>
 struct Cases;
 
@@ -52,7 +52,7 @@ inline constexpr auto fieldNames =
     std::apply([](const auto&... field) { return std::array<std::string_view, sizeof...(field)>{field.name...}; },
                Fields<Record>::fields);
 
-/// Positions of the fields by ascending name.
+/// Indices of the fields, sorted by name.
 template <Described Record>
 inline constexpr auto sortedFields = [] {
     std::array<std::size_t, fieldCount<Record>> order{};
@@ -66,7 +66,7 @@ inline constexpr auto sortedFields = [] {
     return order;
 }();
 
-/// Calls `visit` with the field at `index`; gives what it gives, and false for an index that is none.
+/// Calls `visit` with the field at `index` and returns its result, or false when there is no such field.
 template <Described Record, typename Visit>
 constexpr bool withField(std::size_t index, const Visit& visit) {
     return [&]<std::size_t... Index>(std::index_sequence<Index...>) {

@@ -6,7 +6,7 @@ namespace ondemand = simdjson::ondemand;
 
 namespace {
 
-/// Nobody nests this deep by hand; it bounds the stack that a hostile file can take.
+/// Far deeper than any real file. Bounds the stack that a hostile file can use.
 constexpr int deepestSkipped = 256;
 
 bool skipWithin(ondemand::value value, Reading& reading, int depth);

@@ -11,23 +11,23 @@ namespace tolvane::json {
 
 class TextCache;
 
-/// What one reading of a document carries along: its helper, and the trail of an error on its way out.
+/// State of reading one document: the cache of texts, and the first error with its path.
 struct Reading {
     TextCache* texts = nullptr;
     Error error;
 
-    /// False, so that a reader can return it. The innermost reason stays.
+    /// Records the first error and returns false, so callers can `return fail(...)`.
     [[nodiscard]] bool fail(std::string_view what);
     [[nodiscard]] bool fail(simdjson::error_code code);
-    /// Says where the error happened, from the inside out. False.
+    /// Adds to the path of the error, from the inside out. Returns false.
     [[nodiscard]] bool within(std::string_view key);
     [[nodiscard]] bool within(std::size_t index);
 };
 
-/// Passes over a value that nobody asked for, if it is valid.
+/// Skips a value that no field wants, but checks that it is valid.
 bool skip(simdjson::ondemand::value value, Reading& reading);
 
-/// Nothing but blanks follows.
+/// Whether only blanks follow.
 bool isAtEnd(simdjson::ondemand::document& document, Reading& reading);
 
 }  // namespace tolvane::json

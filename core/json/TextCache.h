@@ -12,8 +12,8 @@
 
 namespace tolvane::json {
 
-/// Gives texts that were given lately once more instead of making them anew: names in a log repeat. Of fixed size; a
-/// text that is pushed out is made again.
+/// Returns the same Text for a text that it saw recently, because names in a log repeat. Of fixed size: an evicted text
+/// is made again.
 class TextCache {
 public:
     Text text(std::string_view wanted) {
@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    /// From the length and both ends: enough to spread names, and cheaper than going over all bytes.
+    /// Hashes the length and both ends: enough to spread names, and cheaper than hashing all bytes.
     static std::size_t place(std::string_view text) {
         const auto [begin, end] = text.size() >= sizeof(std::uint64_t)   ? ends<std::uint64_t>(text)
                                   : text.size() >= sizeof(std::uint32_t) ? ends<std::uint32_t>(text)
@@ -33,7 +33,7 @@ private:
         return mixed >> (64U - placeBits);
     }
 
-    /// Copies of a size that the compiler knows take one instruction each.
+    /// Copies of a size known at compile time take one instruction each.
     template <typename Word>
     static std::pair<std::uint64_t, std::uint64_t> ends(std::string_view text) {
         Word begin = 0;

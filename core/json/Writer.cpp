@@ -10,7 +10,7 @@ namespace tolvane::json {
 
 namespace {
 
-/// What stands after the backslash for the characters that have a short form; 0 for others.
+/// The character after the backslash for those that have a short form, or 0.
 char shortEscape(char character) {
     switch (character) {
         case '"':

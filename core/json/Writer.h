@@ -8,13 +8,13 @@
 namespace tolvane::json {
 
 enum class Style {
-    /// One line without blanks, keys in the order of the description.
+    /// One line without blanks, keys in declared order.
     compact,
     /// Two blanks per level, `"key" : value`, keys sorted.
     pretty,
 };
 
-/// Puts a JSON text together, token by token; the caller keeps the tokens in a sensible order.
+/// Builds a JSON text token by token. The caller is responsible for a valid order of tokens.
 class Writer {
 public:
     explicit Writer(Style style) : style_(style) {}
@@ -25,17 +25,17 @@ public:
     void endObject() { end('}'); }
     void beginList() { begin('['); }
     void endList() { end(']'); }
-    /// The value follows.
+    /// Must be followed by a value.
     void key(std::string_view name);
-    /// Comes before each value of a list.
+    /// Call before each value of a list.
     void item() { separate(); }
 
     void boolean(bool value) { text_ += value ? "true" : "false"; }
     void number(std::int64_t value) { text_ += std::to_string(value); }
     void number(std::uint64_t value) { text_ += std::to_string(value); }
-    /// There is no text for what is not finite: it fails the whole document.
+    /// JSON has no text for a number that is not finite; writing one fails the whole document.
     void number(double value);
-    /// What is not UTF-8 is repaired, for one bad byte would make a whole file unreadable.
+    /// Repairs invalid UTF-8, because one bad byte would make a whole file unreadable.
     void string(std::string_view value);
 
     bool failed() const { return failed_; }

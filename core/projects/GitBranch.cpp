@@ -16,7 +16,7 @@ namespace files = std::filesystem;
 constexpr std::string_view linkPrefix = "gitdir: ";
 constexpr std::string_view refPrefix = "ref: ";
 constexpr std::string_view headsPrefix = "refs/heads/";
-/// No branch can have this name: it stands in the head of a repository that keeps its references in a table.
+/// Not a possible branch name: it stands in the head of a repository that keeps its references in a table.
 constexpr std::string_view inTable = ".invalid";
 
 bool isFile(const files::path& path) {
@@ -44,7 +44,7 @@ bool anyLine(std::string_view text, Accept accept) {
     return false;
 }
 
-/// A linked worktree or a submodule has a file that names the folder elsewhere.
+/// A linked worktree or a submodule has a file that names the real folder.
 std::optional<files::path> gitFolder(const files::path& root) {
     auto dotGit = root / ".git";
     if (Files::isFolder(dotGit.string())) return dotGit;
@@ -59,7 +59,7 @@ std::optional<files::path> gitFolder(const files::path& root) {
     return folder;
 }
 
-/// Where the refs are, which worktrees of one repository share.
+/// The folder with the refs, which the worktrees of a repository share.
 files::path commonFolder(const files::path& gitFolder) {
     const auto text = Files::readText((gitFolder / "commondir").string());
     const auto place = text ? trimmed(*text) : std::string_view{};

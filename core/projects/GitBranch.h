@@ -8,17 +8,17 @@
 
 namespace tolvane {
 
-/// What a repository's files tell of its branch.
+/// The branch according to the repository's files.
 struct BranchState {
-    /// Short name; none without a readable repository, or when the head is detached.
+    /// Short name; unset without a readable repository or when the head is detached.
     std::optional<std::string> branch;
-    /// The head names a branch that is no ref any more.
+    /// The head names a branch that no longer has a ref.
     bool deleted = false;
 
     bool operator==(const BranchState&) const = default;
 };
 
-/// The same with what git says of the upstream.
+/// The same, with what git reports about the upstream.
 struct ProjectBranch {
     BranchState state;
     bool remoteGone = false;
@@ -28,17 +28,15 @@ struct ProjectBranch {
 
 }  // namespace tolvane
 
-/// What a repository tells of its branch: its own files of the branch, git of the upstream. Blocks on both: call it off
-/// the main thread.
+/// Reads a project's branch from the repository's own files, and asks git about its upstream. Both block: call off the
+/// main thread.
 namespace tolvane::GitBranch {
 
-/// The branch that is checked out in the folder. Linked worktrees, submodules and packed refs are followed.
-/// Anything that cannot be read as text in UTF-8 gives the empty state. A branch without any commit yet counts as
-/// deleted: nothing in the repository bears its name.
+/// The branch that is checked out in the folder. Follows linked worktrees, submodules and packed refs. Files that are
+/// not UTF-8 text give the empty state. A branch without a commit counts as deleted, because it has no ref yet.
 BranchState read(std::string_view root);
 
-/// Whether the branch follows one that its remote no longer has, as far as the latest fetch told. False when git
-/// cannot be asked.
+/// Whether the remote no longer has the upstream of the branch, as of the latest fetch. False when git cannot be asked.
 bool remoteGone(ChildProcesses& children, const std::string& root, const std::string& branch);
 
 }  // namespace tolvane::GitBranch

@@ -11,7 +11,7 @@ namespace tolvane::Launchd {
 
 namespace {
 
-/// The line's first field that holds anything.
+/// The first field of the line that is not empty.
 std::string_view firstField(std::string_view line) {
     const auto begin = line.find_first_not_of('\t');
     if (begin == std::string_view::npos) return {};
@@ -19,7 +19,7 @@ std::string_view firstField(std::string_view line) {
     return line.substr(0, line.find('\t'));
 }
 
-/// The whole field as a number, a plus before it allowed.
+/// The whole field as a number; a leading plus is allowed.
 std::optional<Pid> number(std::string_view field) {
     if (field.starts_with('+') && !field.starts_with("+-")) field.remove_prefix(1);
     Pid pid = 0;

@@ -7,11 +7,11 @@
 #include "platform/ChildProcesses.h"
 #include "platform/ServiceManager.h"
 
-/// Which processes the host's service manager keeps alive, so that projects leave them alone.
+/// The processes that the service manager of the host keeps alive. Projects leave them alone.
 namespace tolvane::Launchd {
 
-/// Asks the host, or its listing tool where it has no answer of its own. Empty when nothing can be learned.
-/// Blocks: call it on background jobs only.
+/// Asks the host, or runs its listing tool if the host has no answer of its own. Empty when neither works. Blocks: call
+/// it on background jobs only.
 std::set<Pid> managedPIDs(ServiceManager& services, ChildProcesses& children);
 
 /// Reads lines of number, status and label, parted by tabs, such as
@@ -20,7 +20,7 @@ std::set<Pid> managedPIDs(ServiceManager& services, ChildProcesses& children);
 ///     -	0	com.example.sleeping
 ///     812	0	com.example.agent
 ///
-/// A line whose first field is no number adds nothing.
+/// Lines whose first field is not a number are skipped.
 std::set<Pid> parsePIDs(std::string_view text);
 
 }  // namespace tolvane::Launchd

@@ -9,24 +9,24 @@
 
 namespace tolvane {
 
-/// A process as it was, to be started again. The environment is secret: it is never printed or logged.
+/// What it takes to start a stopped process again. The environment is secret: never print or log it.
 struct ParkedCommand {
     std::string executable;
-    /// With its zeroth element.
+    /// Includes the zeroth argument.
     std::vector<std::string> args;
-    /// Entries NAME=value in the process's own order.
+    /// NAME=value entries in the process's own order.
     std::vector<std::string> env;
     std::string cwd;
 
     bool operator==(const ParkedCommand&) const = default;
 };
 
-/// A project that was stopped to be started again.
+/// A project that was stopped and can be started again.
 struct ParkedProject {
     std::string root;
     Date date;
     std::vector<ParkedCommand> commands;
-    /// Ids of the containers that were running for it.
+    /// Ids of the containers that ran for it.
     std::vector<std::string> containers;
 
     bool operator==(const ParkedProject&) const = default;

@@ -11,7 +11,7 @@ void ProjectLabels::apply(std::vector<ProcRow>& rows) {
     answers_.settleWithout([&](const Answer& answer) { return answer.sweep != sweep_; });
 }
 
-/// A folder's answer never changes while `roots_` lives, so the folder alone tells whether the old one still holds.
+/// The answer for a folder never changes while `roots_` lives, so an unchanged folder means an unchanged answer.
 std::optional<Text> ProjectLabels::projectOf(Pid pid, const Text& folder) {
     auto* known = answers_.find(pid);
     if (known) {

@@ -11,20 +11,19 @@
 
 namespace tolvane {
 
-/// Sets the project of each row. Remembers each process's latest answer: a process hardly ever changes its folder, so
-/// that a steady tick compares two pointers a row and hashes nothing.
-/// Confined to one thread at a time.
+/// Sets the project of each row. Remembers the latest answer for each process: processes hardly ever change folders, so
+/// a steady tick compares two pointers a row and hashes nothing. Confined to one thread at a time.
 class ProjectLabels {
 public:
     explicit ProjectLabels(ProjectRoots roots) : roots_(std::move(roots)) {}
 
-    /// Rows inside an application and rows whose folder is unknown get no project.
+    /// Clears the project of rows inside an application and of rows whose folder is unknown.
     void apply(std::vector<ProcRow>& rows);
 
 private:
     struct Answer {
         Pid pid = 0;
-        /// Of the latest call that used it.
+        /// The latest call that used the answer.
         std::uint32_t sweep = 0;
         Text folder;
         std::optional<Text> project;

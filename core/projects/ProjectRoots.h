@@ -11,24 +11,24 @@
 
 namespace tolvane {
 
-/// Finds the project that a folder lies in: the nearest folder below home, the folder itself included, that holds
-/// `.git` (a file for linked worktrees). Each folder's answer is kept for the object's life, "none" too.
-/// Confined to one thread at a time. Cannot fail: what cannot be looked at is not there.
+/// Finds the project of a folder: the nearest folder at or above it, but below home, that contains `.git` (a file for
+/// linked worktrees). Remembers every answer, including "no project". Confined to one thread at a time. Never fails: a
+/// folder that cannot be read counts as absent.
 class ProjectRoots {
 public:
     using Exists = std::function<bool(const std::string& path)>;
 
-    /// Whether a file or folder is there, links followed.
+    /// Whether a file or folder exists, following links.
     static bool existsOnDisk(const std::string& path);
 
-    /// `home` is absolute, without a slash at its end.
+    /// `home` is absolute and has no trailing slash.
     explicit ProjectRoots(std::string home, Exists exists = existsOnDisk);
 
-    /// Root folder of the project; none outside of projects, for home itself, and for all that is not below home.
-    /// Folders of one project share one text.
+    /// Root folder of the project. Returns nullopt outside projects, for home itself, and for anything not below home.
+    /// All folders of a project share one text.
     std::optional<Text> root(const Text& folder);
 
-    /// How many folders' answers are kept.
+    /// Number of remembered answers.
     std::size_t remembered() const { return cache_.size(); }
 
 private:

@@ -32,13 +32,13 @@ bool isNamed(const ProcSample& sample, const std::array<std::string_view, count>
 
 bool isEditor(const ProcSample& sample) { return isNamed(sample, editors); }
 
-/// The rows of the machine, and which of them count to a project.
+/// Decides which rows of the machine count toward a project.
 class Membership {
 public:
     Membership(const World& world, const std::set<Pid>& launchd)
         : world_(world), launchd_(launchd), tree_(world.rows) {}
 
-    /// Nobody's project work: it leaves no trace in any group.
+    /// Not part of any project, and not counted as left alone either.
     bool isBystander(std::uint32_t row) const {
         const auto& sample = world_.rows[row].sample;
         return !world_.mayTouch(sample) || sample.isSystem() || isNamed(sample, shells) ||
@@ -81,7 +81,7 @@ MembersByRoot membersByRoot(const World& world, const std::set<Pid>& launchd) {
 }
 
 ProjectGroup groupOf(const Text& root, Members members) {
-    // They stand in one list, so that the address keeps the order of rows with one pid.
+    // All rows stand in one list, so comparing addresses keeps the order of rows that share a pid.
     std::ranges::sort(members.rows, {}, [](const ProcRow* row) { return std::tuple(row->id(), row); });
     ProjectGroup group{.root = root.str(), .leftAlone = members.leftAlone};
     group.rows.reserve(members.rows.size());

@@ -13,11 +13,11 @@ namespace tolvane {
 
 /// The processes of one project, as a unit that can be stopped.
 struct ProjectGroup {
-    /// Absolute path of the project's folder; names the group.
+    /// Absolute path of the project's folder; identifies the group.
     std::string root;
-    /// What stopping and parking act on, by ascending pid.
+    /// The processes to stop or park, sorted by pid.
     std::vector<ProcRow> rows;
-    /// How many further processes of the project are agents or kept alive by the service manager.
+    /// Number of processes left alone: agents, and those that the service manager keeps alive.
     int leftAlone = 0;
 
     bool operator==(const ProjectGroup&) const = default;
@@ -25,28 +25,28 @@ struct ProjectGroup {
 
 }  // namespace tolvane
 
-/// Which processes make up a project. Pure.
+/// Finds the processes of each project. Pure.
 namespace tolvane::Projects {
 
-/// In lower case. They stay out of projects, what they start does not.
+/// In lower case. Shells are not part of a project, but the processes they start are.
 inline constexpr std::array<std::string_view, 8> shells = {"zsh", "bash", "fish",   "sh",
                                                            "nu",  "tmux", "screen", "login"};
 
-/// In lower case. They stay out of projects with all that they start.
+/// In lower case. Neither editors nor anything they start is part of a project.
 inline constexpr std::array<std::string_view, 8> editors = {"vim",   "nvim", "emacs", "hx",
                                                             "helix", "nano", "micro", "kak"};
 
-/// The projects with something to stop, largest first, by root where they are equal. Programs of the system, other
-/// users' processes, this program, shells and whatever runs under an editor are no part of a project; agents, and
-/// what is or descends from one of `launchd`, are counted and left alone.
+/// The projects that have something to stop, largest first, equal ones sorted by root. Programs of the system,
+/// processes of other users, this program, shells and anything below an editor are not part of a project. Agents, and
+/// processes that are in `launchd` or descend from one that is, are counted and left alone.
 std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd);
 
 /// The rows whose parent is not among them, in their order.
 std::vector<ProcRow> roots(const std::vector<ProcRow>& rows);
 
-/// Those of the roots that nothing among `rows` started through a shell: package runners start scripts through one,
-/// which is no part of the project, and bring them back when they are started again themselves. `all` are the rows
-/// of the machine, among which the shells are.
+/// The roots that no other row started through a shell. Package runners start scripts through a shell, which is not
+/// part of the project, and bring those scripts back when they are started again themselves. `all` are the rows of the
+/// machine, shells included.
 std::vector<ProcRow> tops(const std::vector<ProcRow>& rows, const std::vector<ProcRow>& all);
 
 }  // namespace tolvane::Projects

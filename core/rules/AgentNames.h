@@ -15,7 +15,7 @@
 
 namespace tolvane {
 
-/// Part of the path of an agent that installs each of its versions under a number.
+/// Part of the path of an agent that installs each version in a folder named after its number.
 inline constexpr std::string_view claudeVersionsFolder = "/claude/versions/";
 
 inline bool runsScripts(std::string_view lowerCasedName) {
@@ -23,7 +23,7 @@ inline bool runsScripts(std::string_view lowerCasedName) {
            lowerCasedName.starts_with("python");
 }
 
-/// The first argument after the program's own that is no option.
+/// The first argument that is not an option, past the program itself.
 inline std::optional<std::string_view> scriptOf(const TextList& args) {
     for (std::size_t index = 1; index < args.size(); ++index) {
         if (!args[index].starts_with('-')) return args[index];
@@ -31,8 +31,8 @@ inline std::optional<std::string_view> scriptOf(const TextList& args) {
     return std::nullopt;
 }
 
-/// Calls `visit` with each name under which the process can count as an agent, in lower case; names may repeat.
-/// `scratch` is working space that is worth keeping between calls.
+/// Calls `visit` with each name by which the process can count as an agent, in lower case; names may repeat. `scratch`
+/// is a buffer worth keeping between calls.
 template <typename Visit>
 void eachAgentName(const ProcSample& sample, std::string& scratch, const Visit& visit) {
     const auto visitLowerCased = [&](std::string_view name) {
@@ -50,13 +50,14 @@ void eachAgentName(const ProcSample& sample, std::string& scratch, const Visit& 
     }
 }
 
-/// Whether the process goes by one of the names that agents are known by. `scratch` as above.
+/// Whether the process goes by one of `Rule::defaultAgentNames`. `scratch` as above.
 bool isAgent(const ProcSample& sample, std::string& scratch);
 
-/// The names that some rules look for, each once, with a number.
+/// The names that a set of rules looks for. Each stands once, under a number.
 class AgentNameSet {
 public:
-    /// Blanks around a name and its case do not count; an empty one is passed over. The numbers, in the names' order.
+    /// Adds the names, ignoring blanks around them and their case, and returns their numbers in the same order. Empty
+    /// names are skipped.
     std::vector<std::uint32_t> add(const std::vector<std::string>& names);
     /// `name` is in lower case.
     const std::uint32_t* find(std::string_view name) const;
@@ -73,19 +74,19 @@ private:
     std::unordered_map<std::string, std::uint32_t, TextHash, std::equal_to<>> numbers_;
 };
 
-/// A row that goes by a wanted name.
+/// A row that goes by one of the wanted names.
 struct AgentMatch {
-    /// Position in the world.
+    /// Index in `World::rows`.
     std::uint32_t row = 0;
     std::uint32_t name = 0;
 };
 
-/// Workers of the roster by the process that hosts them; of several on one the last.
+/// Listed workers by the process that hosts them. Of several workers on one process the last one counts.
 using WorkersByHost = std::unordered_map<Pid, const ClaudeWorker*>;
 
 WorkersByHost workersByHost(const World& world);
 
-/// Every wanted name of every row, in row order. Rows of applications are no agents unless the roster lists them.
+/// Every wanted name of every row, in row order. An application counts as an agent only when the roster lists it.
 std::vector<AgentMatch> matchAgents(const World& world, const WorkersByHost& workers, const AgentNameSet& wanted);
 
 }  // namespace tolvane

@@ -23,19 +23,19 @@ AgentSessionTarget targetOf(const Rule& rule) {
     return {.names = {"claude"}, .onlyWithoutPrompt = true};
 }
 
-/// What a rule looks for. Rules that look for the same find the same.
+/// What a rule looks for. Rules that want the same share one search.
 struct Wanted {
-    /// Numbers of the names, the most wanted first.
+    /// Numbers of the names, most wanted first.
     std::vector<std::uint32_t> names;
     bool onlyWithoutPrompt = false;
 
     auto operator<=>(const Wanted&) const = default;
 };
 
-/// An agent with all that it started.
+/// An agent and everything that it started.
 struct Session {
     Place root = 0;
-    /// Number of the name that it is known by.
+    /// Number of the name by which it was found.
     std::uint32_t name = 0;
     std::vector<Pid> pids;
     std::uint64_t memory = 0;
@@ -43,7 +43,7 @@ struct Session {
     Date unusedSince;
 };
 
-/// What sessions are found with, the same for all rules: made once per world.
+/// What every search for sessions needs. Made once per world.
 class AgentWorld {
 public:
     AgentWorld(const World& seen, WorkersByHost workers)
@@ -63,7 +63,7 @@ public:
         const auto found = workers_.find(row(place).sample.pid);
         return found == workers_.end() ? nullptr : found->second;
     }
-    /// It runs listed workers.
+    /// Whether the process started a listed worker.
     bool isHostParent(Place place) const { return isHostParent_[place]; }
 
 private:
@@ -71,13 +71,13 @@ private:
     std::vector<bool> isHostParent_;
 };
 
-/// Looks for the sessions of one wanted list after the other; working space is kept between them.
+/// Finds the sessions of one wanted list after the other, and keeps its buffers between them.
 class SessionSearch {
 public:
     SessionSearch(const AgentWorld& agents, const std::vector<AgentMatch>& matches)
         : agents_(agents), matches_(matches), labels_(agents.world.rows.size()), taken_(agents.world.rows.size()) {}
 
-    /// By ascending pid of their roots.
+    /// Sorted by the pid of their roots.
     std::vector<Session> sessions(const Wanted& wanted) {
         label(wanted);
         const auto roots = findRoots(wanted);
@@ -92,7 +92,7 @@ public:
     }
 
 private:
-    /// By which name a place is known.
+    /// The name by which a place is known.
     struct Label {
         std::uint32_t row = 0;
         std::uint32_t name = 0;
@@ -102,7 +102,7 @@ private:
         bool isSet() const { return rank >= 0; }
     };
 
-    /// Gives each matching place the most wanted of its names; of rows that share a pid the last counts.
+    /// Gives each matching place its most wanted name. Of rows that share a pid the last one counts.
     void label(const Wanted& wanted) {
         for (const auto& [row, name] : matches_) {
             const auto rank = std::ranges::find(wanted.names, name) - wanted.names.begin();
@@ -139,14 +139,15 @@ private:
         return roots;
     }
 
-    /// The root and what it started, by position; the descent stops at other sessions and at what runs listed workers.
+    /// Collects the root and what it started, by position. The descent stops at other sessions and at processes that
+    /// run listed workers.
     void findMembers(Place root) {
         members_.assign(1, root);
         ++search_;
         for (std::size_t next = 0; next < members_.size(); ++next) {
             for (const auto child : agents_.tree.children(agents_.tree.placeOf(members_[next]))) {
                 const Place place = agents_.tree.placeOf(child);
-                // Each row once: parents can form a ring where a listing caught a pid in two lives.
+                // Take each row once: parents can form a ring when a listing caught a pid in two lives.
                 if (taken_[child] == search_ || labels_[place].isRoot || agents_.isHostParent(place)) continue;
                 taken_[child] = search_;
                 members_.push_back(child);
@@ -170,7 +171,7 @@ private:
 
     const AgentWorld& agents_;
     const std::vector<AgentMatch>& matches_;
-    /// By place; those that are set are `labelled_`.
+    /// By place. `labelled_` lists the ones that are set.
     std::vector<Label> labels_;
     std::vector<Place> labelled_;
     std::vector<std::uint32_t> members_;
@@ -196,7 +197,7 @@ Subject subjectOf(const Session& session, const AgentWorld& agents, const AgentN
     return subject;
 }
 
-/// Names that no row goes by make no difference.
+/// Removes the names that no row goes by, so that rules which differ only in those share a search.
 void dropUnmatched(std::vector<Wanted>& wanted, const std::vector<AgentMatch>& matches, std::size_t names) {
     std::vector<bool> isMatched(names);
     for (const auto& match : matches) isMatched[match.name] = true;

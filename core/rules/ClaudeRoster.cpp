@@ -64,7 +64,7 @@ std::optional<std::string> nameOf(const Worker& worker) {
 }
 
 bool fileExists(const std::string& path) {
-    // A name with a zero byte would be cut there and name another file.
+    // The system would cut a name at a zero byte and look for another file.
     if (path.find('\0') != std::string::npos) return false;
     std::error_code ignored;
     return std::filesystem::exists(path, ignored);

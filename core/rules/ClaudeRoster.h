@@ -12,16 +12,16 @@
 
 namespace tolvane {
 
-/// One background worker that an agent's roster lists.
+/// One background worker listed in an agent's roster.
 struct ClaudeWorker {
     /// Its key in the roster.
     std::string shortID;
-    /// The name given at its start; absent when empty.
+    /// The name it was started with; absent when that is empty.
     std::optional<std::string> name;
     std::optional<std::string> cwd;
     /// The process that hosts the session.
     Pid hostPID = 0;
-    /// The interactive process, where the roster has one.
+    /// The interactive process, if the roster names one.
     std::optional<Pid> replPID;
     /// Whether the session has received a prompt.
     bool hasPrompt = false;
@@ -34,11 +34,11 @@ struct ClaudeWorker {
 /// The file in which one AI agent lists its background workers.
 namespace tolvane::ClaudeRoster {
 
-/// Reads the roster below the home folder. No file, or one that cannot be understood, is no workers; a missing file
-/// costs one failed open. In ascending order of `shortID`. Any thread.
+/// Reads the roster below the home folder, sorted by `shortID`. Empty when there is no file or it cannot be parsed; a
+/// missing file costs one failed open. Any thread.
 std::vector<ClaudeWorker> load(std::string_view home);
 
-/// The workers in the bytes of a roster file. `hasPrompt` is asked once per worker, with its short identifier.
+/// Parses the bytes of a roster file. Calls `hasPrompt` once per worker, with its short identifier.
 Result<std::vector<ClaudeWorker>, json::Error> parse(std::string_view data,
                                                      const std::function<bool(const std::string&)>& hasPrompt);
 

@@ -13,7 +13,7 @@ namespace {
 
 struct Wanted {
     SubjectSearch* search = nullptr;
-    /// At least one.
+    /// Never empty.
     std::vector<PatternSet::Number> patterns;
 };
 
@@ -34,7 +34,7 @@ std::vector<Wanted> wantedCommands(const std::vector<SubjectSearch*>& searches, 
     return all;
 }
 
-/// What patterns are looked for in: the command line in lower case.
+/// The text to search: the command line in lower case.
 void assignSearchText(std::string& text, const ProcSample& sample) {
     text.clear();
     if (sample.args.empty()) return appendLowerCased(text, sample.path);
@@ -44,7 +44,7 @@ void assignSearchText(std::string& text, const ProcSample& sample) {
     }
 }
 
-/// The rows one after the other, with one buffer for all their command lines.
+/// Goes through the rows with one buffer for all their command lines.
 class CommandPass {
 public:
     CommandPass(const std::vector<Wanted>& wanted, PatternSet& patterns, const World& world)

@@ -20,7 +20,7 @@ std::string usage(const Decision& decision, std::string_view locale) {
 }  // namespace
 
 std::string Decision::reason(Date now, std::string_view locale) const {
-    // A rule of zero minutes would speak of no time at all.
+    // A rule of zero minutes would otherwise say "unused for 0 min".
     constexpr Seconds leastSpan{60};
     std::string text = title;
     if (rule.unusedMinutes) {

@@ -8,23 +8,23 @@
 
 namespace tolvane {
 
-/// Texts that are looked for in many others, each once whoever asks for it. One pass over a text finds all of them:
-/// its places are compared with the beginnings of all patterns at once.
+/// Patterns to look for in many texts; a pattern that several rules want is kept once. One pass over a text finds all
+/// of them: it compares each position with the beginnings of all patterns at once.
 class PatternSet {
 public:
     using Number = std::uint32_t;
 
-    /// The pattern's number, the same for the same pattern. It is not empty. Not after `prepare`.
+    /// Returns the pattern's number; equal patterns share one. The pattern must not be empty. Call before `prepare`.
     Number add(std::string pattern);
-    /// To be called once, when all are added.
+    /// Call once, after adding all patterns.
     void prepare();
 
-    /// Looks for all patterns in the text; after it `isFound` tells which there are.
+    /// Looks for all patterns in the text; `isFound` then says which ones it contains.
     void search(std::string_view text);
     bool isFound(Number number) const { return found_[number] == searches_; }
 
 private:
-    /// Longer patterns are found by so many bytes at their begin, shorter ones are looked for one by one.
+    /// Patterns at least this long are found by their first bytes; shorter ones are searched one by one.
     using Head = std::uint32_t;
     static constexpr unsigned filterBits = 12;
 
@@ -39,7 +39,7 @@ private:
     void tryAt(std::string_view rest, Head head);
 
     std::vector<std::string> patterns_;
-    /// By head.
+    /// Sorted by head.
     std::vector<Begin> begins_;
     std::vector<Number> short_;
     std::array<std::uint64_t, (1U << filterBits) / 64> filter_{};

@@ -23,7 +23,7 @@ std::vector<Rule> makePresets() {
         preset("Forgotten Vite and Next dev servers",
                CommandTarget{{"vite/bin/vite.js", "next dev", "next-server", "webpack serve"}}, 120, std::nullopt,
                RuleAction::terminate),
-        // The blank keeps programs out whose names only begin like it.
+        // The trailing blank excludes programs whose names only begin with "puma".
         preset("Idle Rails servers", CommandTarget{{"puma ", "rails server"}}, 240, std::nullopt,
                RuleAction::terminate),
         preset("Claude sessions that never got a prompt", EmptyClaudeSessionTarget{}, 30, std::nullopt,

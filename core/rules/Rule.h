@@ -19,7 +19,7 @@ enum class RuleAction { notify, terminate, quit, relaunch, lowerPriority };
 
 namespace RuleActions {
 
-/// In the order in which they are offered.
+/// In the order in which the editor offers them.
 inline constexpr std::array allCases = {RuleAction::notify, RuleAction::terminate, RuleAction::quit,
                                         RuleAction::relaunch, RuleAction::lowerPriority};
 
@@ -41,28 +41,28 @@ constexpr std::string_view title(RuleAction action) {
 
 }  // namespace RuleActions
 
-/// How far a rule may go: a view of its `enabled` and `dryRun`, never stored.
+/// How far a rule may go: computed from `enabled` and `dryRun`, never stored.
 enum class RuleMode { off, logOnly, on };
 
-/// One application, with all its processes as one subject.
+/// One application. All its processes are one subject.
 struct AppTarget {
     std::string appID;
     std::string name;
     bool operator==(const AppTarget&) const = default;
 };
 
-/// Every process whose command line contains one of the patterns, each its own subject.
+/// Every process whose command line contains one of the patterns. Each is a subject of its own.
 struct CommandTarget {
     std::vector<std::string> patterns;
     bool operator==(const CommandTarget&) const = default;
 };
 
-/// As an `AgentSessionTarget` of "claude" without a prompt; kept for files written before that existed.
+/// Equals an `AgentSessionTarget` for "claude" without a prompt. Kept for files written before that existed.
 struct EmptyClaudeSessionTarget {
     bool operator==(const EmptyClaudeSessionTarget&) const = default;
 };
 
-/// Sessions of AI agents that run under one of the names.
+/// Sessions of AI agents that go by one of the names.
 struct AgentSessionTarget {
     std::vector<std::string> names;
     bool onlyWithoutPrompt = false;
@@ -71,35 +71,35 @@ struct AgentSessionTarget {
 
 using RuleTarget = std::variant<AppTarget, CommandTarget, EmptyClaudeSessionTarget, AgentSessionTarget>;
 
-/// What to do to which processes under which conditions.
+/// What to do to which processes, and when.
 struct Rule {
     UUID id;
     std::string name;
     bool enabled = false;
-    /// Only logs what it would do.
+    /// Only logs what the rule would do.
     bool dryRun = true;
     RuleTarget target;
-    /// Condition: unused for at least so many minutes.
+    /// Condition: unused for at least this many minutes.
     std::optional<std::int64_t> unusedMinutes;
-    /// Condition: using at least so many binary megabytes.
+    /// Condition: using at least this many binary megabytes.
     std::optional<std::int64_t> memoryMB;
     RuleAction action = RuleAction::notify;
-    /// A further gate: acts only while memory is tight. No condition by itself.
+    /// A further gate: act only while memory is tight. Not a condition by itself.
     std::optional<bool> onlyWhenTight;
 
-    /// The agents that are known by name, as a new agent rule starts with.
+    /// The known agents; a new agent rule starts with these names.
     static constexpr std::array<std::string_view, 9> defaultAgentNames = {
         "claude", "codex", "gemini", "opencode", "aider", "goose", "cursor-agent", "amp", "copilot"};
 
-    /// What a first start offers: five rules, all off. Their ids are new in each run and stay the same within it.
+    /// The five rules that a first start offers, all off. Their ids are new in each run and fixed within it.
     static const std::vector<Rule>& presets();
 
     bool hasCondition() const { return unusedMinutes.has_value() || memoryMB.has_value(); }
-    /// `memoryMB` in bytes, or as many as there can be. A limit below none is never passed: none.
+    /// `memoryMB` in bytes, capped at the largest number. Returns nullopt for a negative limit.
     std::optional<std::uint64_t> memoryLimit() const;
 
     RuleMode mode() const;
-    /// Off is log-only as well, so that a rule that is turned on by hand in the file does no harm.
+    /// Off also sets log-only, so that a rule enabled by hand in the file does no harm.
     void setMode(RuleMode mode);
 
     bool operator==(const Rule&) const = default;

@@ -48,7 +48,7 @@ bool isTaken(const UUID& id, const std::vector<Rule>& rules) {
 
 std::string encode(const std::vector<Rule>& rules) {
     const Document document{.format = std::string(formatName), .rules = rules, .version = currentVersion};
-    // Rules hold no number that could lack a text.
+    // Encoding fails only on numbers that are not finite, and rules have none.
     return json::encode(document, json::Style::pretty).value_or(std::string());
 }
 

@@ -9,7 +9,7 @@
 #include "core/json/Error.h"
 #include "core/rules/Rule.h"
 
-/// The small files in which rules leave and enter the program. Pure.
+/// The format of exported and imported rules. Pure.
 namespace tolvane::RuleFile {
 
 inline constexpr std::string_view fileExtension = "tolvanerules";
@@ -17,14 +17,14 @@ inline constexpr std::string_view typeIdentifier = "dev.tolvane.rules";
 
 std::string encode(const std::vector<Rule>& rules);
 
-/// One bad rule fails the whole file. Files of later versions are read like the first one's.
+/// One bad rule fails the whole file. Later versions are read like the first.
 Result<std::vector<Rule>, json::Error> decode(std::string_view bytes);
 
-/// `existing` and behind it what `imported` has that is new by target, conditions and action. What comes in only logs,
-/// however it stood, and gets another id where its own is taken.
+/// Appends to `existing` the imported rules that are new by target, conditions and action. They only log at first,
+/// whatever the file says, and get another id when theirs is taken.
 std::vector<Rule> merge(const std::vector<Rule>& imported, std::vector<Rule> existing);
 
-/// What the user is told after `added` rules came from the file of that name.
+/// The message after importing `added` rules from the file of that name.
 std::string importMessage(std::string_view name, std::size_t added);
 std::string notARuleFile(std::string_view name);
 

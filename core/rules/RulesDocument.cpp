@@ -13,7 +13,7 @@ namespace tolvane {
 
 namespace {
 
-/// Ten thousand rules and more.
+/// Room for more than ten thousand rules.
 constexpr std::size_t largestFile = std::size_t{4} << 20U;
 
 }  // namespace

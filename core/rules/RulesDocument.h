@@ -9,13 +9,14 @@
 
 namespace tolvane {
 
-/// A rule file where it lies. Each call blocks on the disk and gives, where it fails, one sentence for the user.
+/// A rule file on disk. Each call blocks on the disk and fails with one sentence for the user.
 struct RulesDocument {
     std::vector<Rule> rules;
 
-    /// What is no regular file, or is far too large for one of rules, is refused without being read.
+    /// Refuses anything but a regular file, and files far too large for rules, without reading them.
     static Result<RulesDocument, std::string> read(const std::string& path);
-    /// Puts the whole new file in place at once, its folders first. None when that worked; else the old file stands.
+    /// Creates the folders, then replaces the file in one step. Returns nullopt on success; on failure the old file
+    /// stays.
     std::optional<std::string> write(const std::string& path) const;
 
     bool operator==(const RulesDocument&) const = default;

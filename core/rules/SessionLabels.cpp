@@ -12,7 +12,7 @@ struct Claim {
     Text label;
 };
 
-/// Of a pid that several workers claim the last claim holds.
+/// When several workers claim a pid, the last claim wins.
 PidTable<Claim> claims(const std::vector<ClaudeWorker>& workers, const std::vector<ProcRow>& rows) {
     const ProcessTree tree(rows);
     PidTable<Claim> table;

@@ -5,7 +5,7 @@
 
 #include "core/sampling/ProcSample.h"
 
-/// Stable names of what rules apply to. A process is named with its start, so that a reused pid is another subject.
+/// Stable names of the subjects of rules. A process is named with its start time, so a reused pid is another subject.
 namespace tolvane::SubjectKey {
 
 /// "app:com.example.app"

@@ -9,7 +9,7 @@ SubjectSearch SubjectSearch::all(const Rule& rule) {
 }
 
 std::optional<SubjectSearch> SubjectSearch::due(const Rule& rule, Date now) {
-    // A limit below zero stands in no rule that this program wrote, and what it would mean is anyone's guess.
+    // This program never writes a negative limit, and there is no telling what one would mean.
     if (rule.memoryMB && !rule.memoryLimit()) return std::nullopt;
     SubjectSearch search = all(rule);
     search.now = now;

@@ -12,7 +12,7 @@
 
 namespace tolvane {
 
-/// What a rule found: a decision before it is one. Most are dropped, since they cool down, and a rule is large to copy.
+/// A candidate; it becomes a Decision unless it is cooling down, as most are. A rule is expensive to copy.
 struct Subject {
     std::string key;
     std::string title;
@@ -22,22 +22,22 @@ struct Subject {
     std::uint64_t compressed = 0;
 };
 
-/// One rule that looks for its subjects in a world, and what it found. Refers to its rule.
+/// One rule looking for its subjects in a world, and what it found. Refers to the rule.
 struct SubjectSearch {
     const Rule* rule = nullptr;
     Date now;
-    /// A subject must have been unused for so long.
+    /// A subject must have been unused for this long.
     std::optional<Seconds> unused;
-    /// A subject must hold so many bytes.
+    /// A subject must hold at least this many bytes.
     std::uint64_t memory = 0;
-    /// Processes of applications are left alone.
+    /// Skip the processes of applications.
     bool sparesApplications = false;
-    /// Those that fit, in order.
+    /// The subjects that fit, in order.
     std::vector<Subject> found;
 
     /// Finds every subject.
     static SubjectSearch all(const Rule& rule);
-    /// Finds those that meet the rule's conditions; none where a condition cannot be met.
+    /// Finds the subjects that meet the rule's conditions. Returns nullopt when no subject can meet one of them.
     static std::optional<SubjectSearch> due(const Rule& rule, Date now);
 
     bool fits(Date unusedSince, std::uint64_t bytes) const {
@@ -45,17 +45,17 @@ struct SubjectSearch {
     }
 };
 
-/// Finds applications: all processes of one identifier are one subject, and the one in front is none. One pass over
-/// the rows serves all searches; each looks for an `AppTarget`.
+/// Finds applications, except the one in front; all processes with one identifier are one subject. One pass over the
+/// rows serves all searches. Each search must have an `AppTarget`.
 void findApps(const std::vector<SubjectSearch*>& searches, const World& world);
 
-/// Finds processes by their command lines; each is a subject of its own. Programs of the system and of the application
-/// in front are passed over. One pass over the rows serves all searches, and a command line is put together at most
-/// once, only for a row that fits some search in all else. Each looks for a `CommandTarget`.
+/// Finds processes by their command lines, except programs of the system and of the application in front; each process
+/// is a subject. One pass over the rows serves all searches. It joins a command line at most once, and only if the row
+/// meets the other conditions of some search. Each search must have a `CommandTarget`.
 void findCommands(const std::vector<SubjectSearch*>& searches, const World& world);
 
-/// Finds sessions of agents: an agent with all that it started, down to other sessions. Each search has an
-/// `AgentSessionTarget` or an `EmptyClaudeSessionTarget`. One pass over the rows finds the agents of all searches.
+/// Finds sessions of agents: an agent and everything it started, down to other sessions. One pass over the rows finds
+/// the agents of all searches. Each search must have an `AgentSessionTarget` or an `EmptyClaudeSessionTarget`.
 void findAgentSessions(const std::vector<SubjectSearch*>& searches, const World& world);
 
 }  // namespace tolvane

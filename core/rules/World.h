@@ -11,7 +11,7 @@
 
 namespace tolvane {
 
-/// What rules and advice may see of one moment.
+/// What rules and advice see of one moment.
 struct World {
     /// All processes, in the reader's order.
     std::vector<ProcRow> rows;
@@ -22,7 +22,8 @@ struct World {
     /// The user this program runs as.
     std::uint32_t uid = 0;
     bool memoryTight = false;
-    /// The host can tell who is in front. Where it cannot, nothing ends an application: it may be the one in use.
+    /// Whether the host can tell which application is in front. If not, nothing ends an application: it may be the one
+    /// in use.
     bool frontmostKnown = true;
 
     /// Whether rules and advice may ever act on the process.

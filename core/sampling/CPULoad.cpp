@@ -11,7 +11,7 @@ struct BusyFractions {
     double system = 0;
 };
 
-/// The counters wrap at 32 bits, and their differences with them: a counter that passed its limit stays right.
+/// The counters wrap at 32 bits and so do these differences, so a counter that wrapped still gives the right one.
 BusyFractions busyBetween(const CPUTicks& from, const CPUTicks& to) {
     const std::uint32_t user = (to.user + to.nice) - (from.user + from.nice);
     const std::uint32_t system = to.system - from.system;

@@ -6,14 +6,14 @@
 
 namespace tolvane {
 
-/// How many logical cores of each class there are.
+/// Number of logical cores by class.
 struct CoreLayout {
     int performance = 0;
     int efficiency = 0;
 
     bool operator==(const CoreLayout&) const = default;
 
-    /// Cores do not change class: read once per run.
+    /// Read once per run: cores do not change class.
     static CoreLayout read(const MachineStatistics& machine);
 };
 
@@ -30,10 +30,10 @@ struct CPULoad {
 
     bool operator==(const CPULoad&) const = default;
 
-    /// Per-core lists; efficiency cores first. Counters may have wrapped at 32 bits in between.
+    /// Takes one entry per core, efficiency cores first. Counters may have wrapped at 32 bits in between.
     static CPULoad between(const std::vector<CPUTicks>& from, const std::vector<CPUTicks>& to,
                            const CoreLayout& layout);
-    /// Machine totals; the classes of cores stay at 0.
+    /// Takes totals of the machine; the fields by class stay at 0.
     static CPULoad between(const CPUTicks& from, const CPUTicks& to, int cores);
 };
 

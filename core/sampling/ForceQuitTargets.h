@@ -6,16 +6,16 @@
 
 namespace tolvane {
 
-/// Processes that somebody wants gone, as one line of a list names them.
+/// Processes to force quit, as one row of a list names them.
 struct ForceQuitItem {
     std::vector<Pid> pids;
-    /// The line is an application with its helpers.
+    /// Whether the row is an application with its helpers.
     bool isApp = false;
 
     bool operator==(const ForceQuitItem&) const = default;
 };
 
-/// How each process is to go; a pid stands in one list, once.
+/// How to end each process. A pid stands in one of the lists, once.
 struct ForceQuitTargets {
     /// Through the application that owns them.
     std::vector<Pid> apps;
@@ -25,7 +25,8 @@ struct ForceQuitTargets {
     bool operator==(const ForceQuitTargets&) const = default;
 };
 
-/// In order of first appearance. What an application's line names goes with the application, wherever else it stands.
+/// Keeps the order of first appearance. The processes of an application's row go with the application, even if other
+/// rows name them too.
 ForceQuitTargets forceQuitTargets(const std::vector<ForceQuitItem>& items);
 
 }  // namespace tolvane

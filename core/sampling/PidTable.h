@@ -11,30 +11,30 @@
 
 namespace tolvane {
 
-/// What is known of each pid, for readers that go through a whole process list again and again: looking up pids in
-/// ascending order walks the table once, any other order is right as well, and a steady list allocates nothing.
-/// `Entry` has a member `pid`.
+/// Entries by pid, for readers that go through a whole process list again and again. Looking up pids in ascending order
+/// walks the table once; any other order works too. A steady list allocates nothing. `Entry` has a member `pid`.
 template <typename Entry>
 class PidTable {
 public:
-    /// The settled entry of the pid; null without one. Valid until the table is added to or settled.
+    /// The settled entry of the pid, or null. Valid until the table is added to or settled.
     Entry* find(Pid pid) {
         if (next_ >= settled_ || entries_[next_].pid != pid) next_ = lowerBound(pid);
         if (next_ >= settled_ || entries_[next_].pid != pid) return nullptr;
         return &entries_[next_++];
     }
 
-    /// Not found before `settle`.
+    /// The entry is found only after `settle`.
     void add(Entry entry) { entries_.push_back(std::move(entry)); }
 
-    /// Takes in what was added; of a repeated pid the last added holds. The next look-up begins at the lowest pid.
+    /// Makes the added entries findable; of a repeated pid the last one added wins. The next look-up starts at the
+    /// lowest pid.
     void settle() {
         if (!inOrder()) putInOrder();
         settled_ = entries_.size();
         next_ = 0;
     }
 
-    /// Drops the settled entries that `unwanted` is true for, then settles what was added.
+    /// Drops the settled entries for which `unwanted` is true, then settles the added ones.
     template <typename Predicate>
     void settleWithout(Predicate unwanted) {
         const auto firstGone = std::remove_if(entries_.begin(), firstAdded(), unwanted);
@@ -44,7 +44,7 @@ public:
         settle();
     }
 
-    /// Calls `change` with every settled entry; its pid must stay.
+    /// Calls `change` with every settled entry. It must not change the pid.
     template <typename Function>
     void forEach(Function change) {
         std::for_each(entries_.begin(), firstAdded(), change);
@@ -100,10 +100,10 @@ private:
         return places;
     }
 
-    /// Strictly ascending up to `settled_`; behind it what was added.
+    /// Sorted by pid without repeats up to `settled_`, followed by the added entries.
     std::vector<Entry> entries_;
     std::size_t settled_ = 0;
-    /// Where the next ascending look-up will most likely hit.
+    /// Where the next look-up in ascending order most likely hits.
     std::size_t next_ = 0;
 };
 

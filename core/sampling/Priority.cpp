@@ -6,7 +6,7 @@ namespace {
 
 using RowsByPid = std::map<Pid, const ProcRow*>;
 
-/// The rows that bear a lowered pid.
+/// The rows whose pids were lowered.
 RowsByPid bearers(const std::map<Pid, Lowered>& lowered, const std::vector<ProcRow>& rows) {
     RowsByPid result;
     for (const auto& row : rows) {

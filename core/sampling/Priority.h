@@ -9,9 +9,9 @@
 
 namespace tolvane {
 
-/// A process whose priority this program lowered, on loan.
+/// A process whose priority this program lowered and owes it.
 struct Lowered {
-    /// Start time of the process, which tells it from a later one with its pid.
+    /// Start time of the process, since another one may get its pid.
     Date start;
     /// When it was lowered.
     Date at;
@@ -21,20 +21,20 @@ struct Lowered {
 
 }  // namespace tolvane
 
-/// Background priority as a loan: what was lowered is given back once it is used again.
+/// Background priority is a loan: a process gets its own back once it is used again.
 namespace tolvane::Priority {
 
-/// What became of the lowered processes, each list ascending.
+/// What became of the lowered processes. Both lists are sorted.
 struct Review {
     /// Used since they were lowered.
     std::vector<Pid> restore;
-    /// Ended; the pid may be another process's by now, which is not to be touched.
+    /// Ended. Another process may have the pid by now and must not be touched.
     std::vector<Pid> gone;
 
     bool operator==(const Review&) const = default;
 };
 
-/// Of rows that repeat a pid the first counts.
+/// Of rows that repeat a pid the first one counts.
 Review review(const std::map<Pid, Lowered>& lowered, const std::vector<ProcRow>& rows);
 
 }  // namespace tolvane::Priority

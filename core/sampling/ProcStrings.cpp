@@ -18,7 +18,7 @@ std::int32_t argumentCount(std::string_view block) {
     return static_cast<std::int32_t>(count);
 }
 
-/// From the first argument on; empty when the block ends before.
+/// The block from the first argument on; empty when it ends before.
 std::string_view pastExecutable(std::string_view block) {
     block.remove_prefix(countSize);
     const auto end = block.find('\0');
@@ -27,14 +27,14 @@ std::string_view pastExecutable(std::string_view block) {
     return first == std::string_view::npos ? std::string_view{} : block.substr(first);
 }
 
-/// Takes the bytes up to the next 0 off the beginning, and the 0.
+/// Takes the bytes up to the next 0 off the front, along with the 0.
 std::string_view takeText(std::string_view& bytes) {
     const auto text = bytes.substr(0, bytes.find('\0'));
     bytes.remove_prefix(text.size() < bytes.size() ? text.size() + 1 : text.size());
     return text;
 }
 
-/// The texts of a block one by one: first the arguments, then the environment.
+/// Reads the texts of a block one by one: first the arguments, then the environment.
 class BlockReader {
 public:
     explicit BlockReader(std::string_view block) {
@@ -42,7 +42,7 @@ public:
         missing_ = argumentCount(block);
         rest_ = pastExecutable(block);
         if (UTF8::isValid(rest_)) return;
-        // A byte of 0 ends every broken character, so that repairing all texts at once is repairing each.
+        // A byte of 0 ends every broken character, so repairing all texts at once equals repairing each.
         repaired_ = UTF8::repaired(rest_);
         rest_ = repaired_;
     }
@@ -55,7 +55,7 @@ public:
         --missing_;
         return takeText(rest_);
     }
-    /// Once the arguments are taken; empty at the environment's end.
+    /// Call after taking all arguments; empty at the end of the environment.
     std::string_view entry() { return takeText(rest_); }
 
 private:

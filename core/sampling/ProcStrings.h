@@ -8,25 +8,25 @@
 
 namespace tolvane {
 
-/// What a process was started with.
+/// The arguments and environment of a process.
 struct ProcStrings {
-    /// The program's name first.
+    /// Program name first.
     TextList args;
-    /// Entries NAME=value in the process's own order.
+    /// NAME=value entries in the process's own order.
     std::vector<std::string> env;
 
     bool operator==(const ProcStrings&) const = default;
 };
 
-/// Reads a process-arguments block: a 32-bit little-endian count of arguments, the executable's path, bytes of 0 as
-/// padding, the arguments, the environment; every text ends at a byte of 0 or with the block. A block that is cut
-/// short gives what it holds. Invalid UTF-8 is repaired.
+/// Parses a process-arguments block: a 32-bit little-endian count of arguments, the executable's path, bytes of 0 as
+/// padding, the arguments, the environment. Every text ends at a byte of 0 or with the block. Returns what a truncated
+/// block holds. Repairs invalid UTF-8.
 ProcStrings procStrings(std::string_view block);
 
-/// The arguments alone.
+/// Parses the arguments only.
 TextList parseProcArgs(std::string_view block);
 
-/// The environment alone.
+/// Parses the environment only.
 std::vector<std::string> parseProcEnv(std::string_view block);
 
 }  // namespace tolvane

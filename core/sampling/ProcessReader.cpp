@@ -13,7 +13,7 @@ namespace {
 
 std::uint64_t nanosOf(std::uint64_t ticks, double nanosPerTick) {
     const double nanos = nanosPerTick * static_cast<double>(ticks);
-    // A double that is too large for the integer has no defined value there.
+    // Converting a double too large for the integer is undefined.
     if (nanos >= 0x1p64) return std::numeric_limits<std::uint64_t>::max();
     return static_cast<std::uint64_t>(nanos);
 }
@@ -109,7 +109,7 @@ std::vector<std::string> ProcessReader::environment(ProcessInspection& inspectio
 
 namespace {
 
-/// Ascending, each once.
+/// Sorts the ports and removes repeats.
 void tidy(std::vector<int>& ports) {
     constexpr int portBits = 0xFFFF;
     for (int& port : ports) port &= portBits;

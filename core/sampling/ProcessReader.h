@@ -12,35 +12,35 @@
 
 namespace tolvane {
 
-/// Turns what the host tells of its processes into samples.
-/// Confined to one thread at a time; the inspection outlives it. Nothing here fails: a process that is gone or that
-/// the host shields is left out, a fact that cannot be read stays empty or 0.
+/// Turns what the host reports of its processes into samples. Confined to one thread at a time; the inspection outlives
+/// it. Nothing here fails: a process that is gone or that the host shields is left out, and a fact that cannot be read
+/// stays empty or 0.
 class ProcessReader {
 public:
-    /// `hybrid` says that the machine has efficiency cores.
+    /// `hybrid` means that the machine has efficiency cores.
     ProcessReader(ProcessInspection& inspection, bool hybrid);
 
-    /// All processes in the host's order. One call is one sweep.
+    /// All processes in the order of the host. One call is one sweep.
     std::vector<ProcSample> readAll();
 
-    /// None when the process is gone, or when the host shields one of the two records that make a sample.
+    /// Returns nullopt when the process is gone, or when the host shields one of the two records that make a sample.
     std::optional<ProcSample> read(Pid pid);
 
-    /// Entries NAME=value; empty when they cannot be read.
+    /// NAME=value entries; empty when they cannot be read.
     static std::vector<std::string> environment(ProcessInspection& inspection, Pid pid);
 
-    /// TCP ports that the process listens on, ascending, each once.
+    /// TCP ports that the process listens on, sorted, without repeats.
     static std::vector<int> listeningPorts(ProcessInspection& inspection, Pid pid);
-    /// Of several processes, each under its pid, also where there are none.
+    /// The same for several processes, with an entry for each pid, even without ports.
     static std::map<Pid, std::vector<int>> listeningPorts(ProcessInspection& inspection, const std::vector<Pid>& pids);
 
 private:
     /// The arguments of one run of one program. A process that starts another program in its place (a shell's `exec`,
-    /// or a child that was seen between fork and exec) keeps pid and start time: only the stamp tells that its
-    /// arguments are others now. The empty list is kept as well, so that a shielded process is asked once.
+    /// or a child seen between fork and exec) keeps pid and start time; only the stamp shows that its arguments have
+    /// changed. An empty list is cached too, so that a shielded process is asked once.
     struct Arguments {
         Pid pid = 0;
-        /// Of the latest sweep that took the process.
+        /// The latest sweep that saw the process.
         std::uint32_t sweep = 0;
         Date startTime;
         std::uint64_t programStamp = 0;

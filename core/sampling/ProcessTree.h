@@ -13,33 +13,33 @@
 
 namespace tolvane {
 
-/// Which process started which among the rows of one moment, as positions of rows: made in one pass, whatever the order
-/// of pids. A pid with several rows stands at its first one, which is its place. Refers to the rows, which outlive it.
-/// A listing can catch a pid in two lives, so parents may form a ring: every query ends in one.
+/// Which process started which among the rows of one moment, as positions of rows. Built in one pass, whatever the
+/// order of pids. A pid with several rows stands at its first one, its place. Refers to the rows, which outlive it.
+/// Parents may form a ring, since a listing can catch a pid in two lives; every query still ends.
 class ProcessTree {
 public:
     using Place = std::uint32_t;
 
-    /// Which row stands for a pid that has several.
+    /// Which row represents a pid that has several.
     enum class Repeated { first, last };
 
     explicit ProcessTree(const std::vector<ProcRow>& rows);
 
     /// Returns nullopt when no row has the pid.
     std::optional<Place> place(Pid pid) const;
-    /// The place of the pid that the row at this position has.
+    /// The place of the pid of the row at this position.
     Place placeOf(std::uint32_t row) const { return places_[row]; }
     std::optional<Place> parent(Place place) const;
     /// The rows whose parent has the place's pid, in row order.
     std::span<const std::uint32_t> children(Place place) const;
 
-    /// All that the process started, and what those started: first its children in row order, then the children of
-    /// the last one, and so on from the back. Never the process itself, and never one parent's children twice. The
-    /// process may be without a row; a row below another process without one is not found.
+    /// Everything that the process started, directly or not: its children in row order, then the children of the last
+    /// one, and so on from the back. Never the process itself, and never the children of one parent twice. The process
+    /// needs no row; rows below another process without one are not found.
     std::vector<Pid> descendants(Pid pid) const;
 
-    /// Whether the test holds for the row of a process above this row. The walk ends below pid 2, at a parent without a
-    /// row, and where it comes back to the row's own pid.
+    /// Whether the test holds for the row of any process above this row. The walk ends below pid 2, at a parent without
+    /// a row, and when it comes back to the row's own pid.
     template <typename Test>
     bool anyAbove(std::uint32_t row, Repeated repeated, const Test& test) const {
         Place mark = none;
@@ -48,7 +48,7 @@ public:
         while (isProcess(above) && above != places_[row] && above != mark) {
             const std::uint32_t bearer = repeated == Repeated::first ? above : latest_[above];
             if (test(bearer)) return true;
-            // Marks lie further and further apart, so a walk in a ring of any size meets one after a full turn.
+            // Marks lie further and further apart, so a walk in a ring of any size meets one within a few turns.
             if (std::has_single_bit(++steps)) mark = above;
             above = parents_[bearer];
         }
@@ -60,23 +60,23 @@ private:
 
     bool hasRow(Place place) const { return place < places_.size(); }
     bool isProcess(Place place) const { return hasRow(place) && pids_[place] >= 2; }
-    /// Where the pid stands in the table, or the free cell where it belongs.
+    /// The cell of the pid, or the free cell where it belongs.
     std::size_t cell(Pid pid) const;
     void placeRows(const std::vector<ProcRow>& rows);
     void findParents(const std::vector<ProcRow>& rows);
     void listChildren();
 
     unsigned bits_ = 0;
-    /// Places by pid, scattered; `none` in free cells. There are more cells than pids and parents together.
+    /// Hash table of places by pid, with `none` in free cells. It has more cells than there can be pids.
     std::vector<Place> table_;
-    /// By place: first one for each row, then one for each parent without a row.
+    /// By place: one for each row, then one for each parent without a row.
     std::vector<Pid> pids_;
     /// By row.
     std::vector<Place> places_;
     std::vector<Place> parents_;
     /// By place: the last row with its pid.
     std::vector<std::uint32_t> latest_;
-    /// Children of all places, one place after the other, and where each place's end.
+    /// The children of all places, one place after the other, and where those of each place end.
     std::vector<std::uint32_t> children_;
     std::vector<std::uint32_t> ends_;
 };

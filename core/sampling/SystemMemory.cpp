@@ -7,7 +7,7 @@ namespace tolvane {
 namespace {
 
 void takeCounters(SystemMemory& memory, const VirtualMemoryCounters& counters, std::uint64_t page) {
-    // The counters are not read at one instant, so that the part may come out larger than the whole.
+    // The counters are not read at one instant, so the part may come out larger than the whole.
     memory.app = (counters.internalPages - std::min(counters.purgeablePages, counters.internalPages)) * page;
     memory.wired = counters.wiredPages * page;
     memory.compressed = counters.compressorPages * page;

@@ -8,10 +8,10 @@
 
 namespace tolvane {
 
-/// How tight memory is, with the kernel's own numbers; ordered by them.
+/// How tight memory is, in the kernel's own numbers and ordered by them.
 enum class Pressure : int { normal = 1, warning = 2, critical = 4 };
 
-/// None for a number that is no level.
+/// Returns nullopt for a number that is not a level.
 constexpr std::optional<Pressure> pressureFromLevel(int level) {
     switch (level) {
         case 1:
@@ -25,7 +25,7 @@ constexpr std::optional<Pressure> pressureFromLevel(int level) {
     }
 }
 
-/// Where the machine's memory is. All sizes in bytes.
+/// How the machine's memory is used. All sizes in bytes.
 struct SystemMemory {
     /// Physical memory.
     std::uint64_t total = 0;
@@ -46,9 +46,9 @@ struct SystemMemory {
 
     std::uint64_t used() const { return app + wired + compressed; }
 
-    /// Never fails: what cannot be read stays at its default.
+    /// Never fails: a value that cannot be read keeps its default.
     static SystemMemory read(const MachineStatistics& machine);
-    /// 1 without compressor pages.
+    /// Returns 1 when there are no compressor pages.
     static double ratioOf(std::uint64_t uncompressedPages, std::uint64_t compressorPages);
 };
 

@@ -63,8 +63,8 @@ void UsageTracker::compare(ProcRow& row, Date now) {
     next_.add(std::move(seen));
 }
 
-/// A desktop moves a process into its application's scope just after its start, so the first answer may be too early:
-/// the host is asked once more at the second reading of a life, and whenever another executable runs.
+/// A desktop moves a process into its application's scope just after its start, so the first answer may come too early.
+/// Ask the host again at the second reading of a life, and whenever the process runs another executable.
 UsageTracker::AppIndex UsageTracker::appOf(const ProcSample& sample, const Seen* before) {
     if (before && before->firstSeen != at_ && before->path == sample.path) return before->app;
     const auto appPath = applications_.appPath(sample.pid, sample.path);

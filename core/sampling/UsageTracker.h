@@ -15,24 +15,24 @@
 
 namespace tolvane {
 
-/// Compares each reading with the one before: how much CPU a process uses, which application it belongs to, and since
-/// when nothing used it. Used is what takes more than `busyCPUPercent`, or what was brought to the front.
-/// Confined to one thread at a time; `applications` outlives it.
+/// Compares each reading with the one before: how much CPU a process uses, which application it belongs to, and when it
+/// was last used. A process counts as used when it takes more than `busyCPUPercent` or its application comes to the
+/// front. Confined to one thread at a time; `applications` outlives it.
 class UsageTracker {
 public:
     static constexpr double busyCPUPercent = 1.0;
 
     explicit UsageTracker(Applications& applications) : applications_(applications) {}
 
-    /// The application came to the front. The latest call holds, whatever the dates say.
+    /// Notes that the application came to the front. The latest call counts, whatever the dates say.
     void noteActivation(std::string_view appPath, Date at);
 
-    /// Somebody set the clock on by so much, or back: what was dated so far is dated anew, so that nothing seems unused
+    /// Call when the wall clock was set forward by this much, or back. Shifts all dates, so that nothing seems unused
     /// for a time that never passed.
     void clockWasSet(Seconds by);
 
-    /// One row for each sample, in the same order, without project and session. A process that the reading missed is
-    /// forgotten: when it comes back it is new.
+    /// Returns one row per sample, in the same order, without project and session. A process missing from a reading is
+    /// forgotten; if it comes back it is new.
     std::vector<ProcRow> update(std::vector<ProcSample>&& samples, Date now);
 
 private:
@@ -42,7 +42,7 @@ private:
     struct App {
         Text appPath;
         Date lastActivation = distantPast;
-        /// Whether the host was asked for the identifier; it is asked once, also when it knows none.
+        /// Whether the host was asked for the identifier. It is asked once, even if it knows none.
         bool asked = false;
         std::optional<Text> appID = std::nullopt;
     };
@@ -56,7 +56,7 @@ private:
         std::uint64_t perfTimeNanos = 0;
         Date firstSeen;
         Date lastBusy;
-        /// The executable that `app` was found for.
+        /// The executable for which `app` was found.
         Text path;
     };
 
@@ -66,12 +66,12 @@ private:
     void fillApp(ProcRow& row, AppIndex index);
 
     Applications& applications_;
-    /// When `seen_` was read.
+    /// Date of the reading in `seen_`.
     Date at_;
     PidTable<Seen> seen_;
-    /// Becomes `seen_` at the end of an update; kept for its memory.
+    /// Becomes `seen_` at the end of an update; kept to reuse its memory.
     PidTable<Seen> next_;
-    /// Of every application met; nothing is removed.
+    /// Every application seen so far; entries are never removed.
     std::vector<App> apps_;
     std::map<std::string, AppIndex, std::less<>> appIndex_;
 };

@@ -11,23 +11,23 @@
 
 namespace tolvane {
 
-/// One line of the log of what rules did or would have done. Sizes in bytes. A log is long and its names repeat, so
-/// entries share their texts.
+/// One line of the log of what rules did or would have done. Sizes in bytes. Logs are long and names repeat, so entries
+/// share their texts.
 struct ActivityEntry {
     UUID id;
     Date date;
-    /// The rule's name as it was at that moment.
+    /// Name of the rule at that moment.
     Text ruleName;
-    /// What it happened to.
+    /// What the rule acted on.
     Text subject;
-    /// What happened, in the user's words; statistics compute on these words.
+    /// What happened, in the user's language; statistics depend on these texts.
     Text outcome;
     /// Footprint of the subject when the rule fired.
     std::uint64_t memory = 0;
     bool dryRun = false;
     std::optional<Text> subjectKey;
     std::optional<std::uint64_t> compressed;
-    /// Measured as really released.
+    /// Bytes that were measured as released.
     std::optional<std::uint64_t> freed;
     std::optional<std::uint64_t> freedCompressed;
 

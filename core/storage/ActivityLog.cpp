@@ -17,7 +17,7 @@ std::uint64_t countLines(Files::LineFile& file) {
     return count;
 }
 
-/// How many lines stand before the latest `limit`. Counting is spared where all are wanted.
+/// Number of lines before the latest `limit`. Skips counting when all lines are wanted.
 std::uint64_t linesBefore(Files::LineFile& file, std::uint64_t limit) {
     if (limit >= file.size()) return 0;
     const std::uint64_t count = countLines(file);
@@ -25,7 +25,7 @@ std::uint64_t linesBefore(Files::LineFile& file, std::uint64_t limit) {
     return count > limit ? count - limit : 0;
 }
 
-/// Makes room for what the file will hold if it goes on as it began, so that a long list is not moved while it grows.
+/// Reserves room for the whole file, judging by the part already read, so that a long list is not moved while it grows.
 void reserve(std::vector<ActivityEntry>& entries, const Files::LineFile& file) {
     constexpr std::size_t atFirst = 1024;
     if (entries.size() < entries.capacity()) return;

@@ -8,7 +8,7 @@
 
 namespace tolvane {
 
-/// The latest `limit` lines of a log of entries, newest first; lines that are damaged are passed over, but count.
+/// The latest `limit` lines of an activity log, newest first. Damaged lines count toward the limit but are skipped.
 /// Empty when the file cannot be read or is not UTF-8 throughout.
 std::vector<ActivityEntry> readActivity(const std::string& path, std::uint64_t limit);
 

@@ -22,7 +22,7 @@ struct TextHash : std::hash<std::string_view> {
 template <typename Value>
 using ByText = std::unordered_map<std::string, Value, TextHash, std::equal_to<>>;
 
-/// A file can claim more than any machine holds.
+/// Saturates: a file can claim more bytes than any machine has.
 void add(std::uint64_t& sum, std::uint64_t bytes) {
     const auto room = std::numeric_limits<std::uint64_t>::max() - sum;
     sum += std::min(room, bytes);
@@ -33,7 +33,7 @@ struct Amount {
     std::uint64_t compressed = 0;
 };
 
-/// What the entry gave back; none for one that does not count.
+/// What the entry freed. Returns nullopt for an entry that does not count.
 std::optional<Amount> amountFreed(const ActivityEntry& entry) {
     if (entry.dryRun) return std::nullopt;
     if (entry.freed) return Amount{*entry.freed, entry.freedCompressed.value_or(0)};
@@ -79,7 +79,7 @@ private:
         if (entry.subjectKey) {
             key_ += entry.subjectKey->view();
         } else {
-            // Without a stable key only exact repeats are the same subject.
+            // Without a stable key, only exact repeats count as the same subject.
             key_.append(entry.subject.view()).append("|").append(std::to_string(entry.memory));
         }
     }
@@ -93,7 +93,7 @@ struct Bar {
     Date end;
 };
 
-/// Where a day begins an hour late, the days around it do not: each is asked for its own start.
+/// Asks for the start of each day: one day may begin an hour late while its neighbours do not.
 Bar barOf(Date day, const Calendar& calendar) {
     const Date next = calendar.addingDays(day, 1).value_or(day + Seconds{86400});
     return {.day = {calendar.startOfDay(day)}, .end = calendar.startOfDay(next)};
@@ -109,7 +109,7 @@ std::vector<Bar> barsOf(int days, Date endingOn, const Calendar& calendar) {
     return bars;
 }
 
-/// The bar that the date falls into. Logs are in order of time: mostly it is the `guess`.
+/// The bar of the date. Logs are in order of time, so it mostly is the `guess`.
 Bar* barFor(std::vector<Bar>& bars, Date date, Bar* guess) {
     const auto holds = [&](const Bar& bar) { return bar.day.day <= date && date < bar.end; };
     if (guess && holds(*guess)) return guess;

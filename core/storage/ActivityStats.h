@@ -11,9 +11,9 @@
 
 namespace tolvane {
 
-/// Sums over entries of the log. Sizes in bytes; sums stop at the highest number there is.
+/// Sums over entries of the log. Sizes in bytes; sums saturate.
 struct FreedTotals {
-    /// Entries that count.
+    /// Number of entries that count.
     std::int64_t actions = 0;
     std::uint64_t memory = 0;
     std::uint64_t compressed = 0;
@@ -21,11 +21,11 @@ struct FreedTotals {
     bool operator==(const FreedTotals&) const = default;
 };
 
-/// Counts what rules did and what they would have done. Pure.
+/// Sums up what rules did and what they would have done. Pure.
 namespace ActivityStats {
 
 struct Day {
-    /// Its first moment.
+    /// Start of the day.
     Date day;
     /// Bytes.
     std::uint64_t memory = 0;
@@ -41,18 +41,18 @@ struct RuleTotals {
     bool operator==(const RuleTotals&) const = default;
 };
 
-/// What was really given back: measured figures, and the sizes of terminated processes that nobody measured.
+/// What was really freed: measured numbers, and the sizes of terminated processes that were not measured.
 FreedTotals freed(const std::vector<ActivityEntry>& entries, Date since);
 
-/// What log-only rules would have given back. They flag a subject again and again as long as it stands: it counts once
-/// per rule, at its largest.
+/// What log-only rules would have freed. They flag a subject again and again while it lasts; it counts once per rule,
+/// at its largest size.
 FreedTotals wouldFree(const std::vector<ActivityEntry>& entries, Date since);
 
-/// What was given back on each of the last `days` days, oldest first; the last one holds `endingOn`. Fewer than one
+/// What was freed on each of the last `days` days, oldest first; the last one contains `endingOn`. Fewer than one day
 /// counts as one.
 std::vector<Day> daily(const std::vector<ActivityEntry>& entries, int days, Date endingOn, const Calendar& calendar);
 
-/// By rule name, the most freed first. A rule without entries since then stays, with zeros.
+/// Totals by rule name, the most freed first. A rule without entries since then stays, with zeros.
 std::vector<RuleTotals> byRule(const std::vector<ActivityEntry>& entries, Date since);
 
 }  // namespace ActivityStats

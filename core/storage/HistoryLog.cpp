@@ -21,7 +21,7 @@ struct Span {
     std::uint64_t end = 0;
 };
 
-/// What a history file holds that is worth keeping. Neighbouring lines share a span: mostly there is one.
+/// The part of a history file that is worth keeping. Adjacent lines share a span, so there is mostly one.
 struct Kept {
     std::vector<Moment> moments;
     std::vector<Span> spans;
@@ -37,7 +37,7 @@ struct Kept {
     }
 };
 
-/// Whole seconds of the date that a line begins with, as it is written; none for any other line.
+/// Whole seconds of the date at the start of the line, as written. Returns nullopt for any other line.
 std::optional<std::int64_t> firstSeconds(std::string_view line) {
     constexpr std::string_view begin = R"({"date":)";
     constexpr std::size_t mostDigits = 15;
@@ -52,8 +52,8 @@ std::optional<std::int64_t> firstSeconds(std::string_view line) {
     return line.starts_with(',') ? std::optional(seconds) : std::nullopt;
 }
 
-/// Whether the line is dropped whatever else it holds, so that a history that nobody trimmed for years is passed over
-/// quickly. Of two dates the last would hold, in whatever way its key is written.
+/// Whether the line is too old whatever else it contains, so that a history left untrimmed for years is skipped
+/// quickly. A line with two dates is not: the last one would count, however its key is written.
 bool isSurelyOld(std::string_view line, Date now, Seconds age) {
     const auto seconds = firstSeconds(line);
     if (!seconds || now - Date{Seconds{static_cast<double>(*seconds + 1)}} <= age) return false;
@@ -78,7 +78,7 @@ Kept keepYoungerThan(Files::LineFile& file, Date now, Seconds age) {
     return kept;
 }
 
-/// Copies in pieces, so that a long history is not held in memory twice.
+/// Copies piece by piece, so that a long history is not held in memory twice.
 bool copy(const Files::LineFile& file, const Span& span, Files::Replacement& target) {
     constexpr std::uint64_t piece = 1U << 20U;
     char last = '\n';

@@ -8,8 +8,8 @@
 
 namespace tolvane {
 
-/// The moments of a history file that are no older than `age` at `now`, in file order. When there are other lines, the
-/// file is replaced by one that holds the lines of these moments as they stood. Empty, and nothing replaced, when the
+/// The moments of a history file that are at most `age` old at `now`, in file order. If the file has other lines, it is
+/// replaced by one with only the lines of these moments, unchanged. Returns an empty list and replaces nothing when the
 /// file cannot be read or is not UTF-8 throughout.
 std::vector<Moment> readAndTrimHistory(const std::string& path, Date now, Seconds age);
 

@@ -12,19 +12,19 @@
 
 namespace tolvane {
 
-/// The program's memory on disk: four plain files in one private folder. It keeps nothing in between: each call goes to
-/// the disk. Nothing here fails aloud: what cannot be read is the default, a line that cannot be read is passed over, a
-/// write that fails is dropped and leaves the old file alone. Main thread.
+/// The program's data on disk: four plain files in one private folder. Caches nothing: each call goes to the disk.
+/// Failures are silent: a file that cannot be read gives the default, a line that cannot be read is skipped, a failed
+/// write leaves the old file alone. Main thread.
 struct Store {
-    /// Absolute.
+    /// Absolute path.
     std::string directory;
 
-    /// Makes the folder, with those above it, and lets only its owner in.
+    /// Creates the folder and its parents, readable by the owner only.
     explicit Store(std::string directory);
 
-    /// The presets when there are none, or none that can be understood.
+    /// The presets when the file is missing or cannot be parsed.
     std::vector<Rule> loadRules() const;
-    /// A damaged file is kept beside as "rules.json.damaged".
+    /// Keeps a damaged file as "rules.json.damaged".
     void saveRules(const std::vector<Rule>& rules) const;
 
     /// The latest `limit` lines of the log, newest first. `limit` is not negative.
@@ -32,12 +32,12 @@ struct Store {
     void append(const ActivityEntry& entry) const;
     void clearActivity() const;
 
-    /// The moments of the last 24 hours, oldest first. Older and damaged lines leave the file here, and only here.
+    /// The moments of the last 24 hours, oldest first. Only this call removes older and damaged lines from the file.
     std::vector<Moment> loadHistory(Date now) const;
     void append(const Moment& moment) const;
 
     std::vector<ParkedProject> loadParked() const;
-    /// For the owner's eyes only, since it holds environments. A damaged file is kept beside as "parked.json.damaged".
+    /// Readable by the owner only, because it holds environments. Keeps a damaged file as "parked.json.damaged".
     void saveParked(const std::vector<ParkedProject>& parked) const;
 
     bool operator==(const Store&) const = default;
