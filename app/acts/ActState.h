@@ -10,7 +10,7 @@
 
 namespace tolvane {
 
-/// What acts read of the latest sample, and what they leave behind for others to see. Main thread.
+/// What acts read from the latest sample, and what they change for the rest of the program to see. Main thread.
 class ActState {
 public:
     virtual ~ActState() = default;
@@ -18,7 +18,7 @@ public:
     /// The processes of the latest sample.
     virtual const std::vector<ProcRow>& rows() const = 0;
 
-    /// Processes at background priority, by this program's doing.
+    /// Processes that this program has lowered to background priority.
     virtual const std::map<Pid, Lowered>& loans() const = 0;
     virtual void setLoans(std::map<Pid, Lowered> loans) = 0;
 

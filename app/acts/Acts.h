@@ -19,7 +19,7 @@ namespace tolvane {
 
 /// What an act is done to.
 struct ActTarget {
-    /// As people call it.
+    /// The name shown to the user.
     std::string title;
     std::vector<Pid> pids;
     /// Set when the target is an application with its helpers: force quit then goes through the desktop.
@@ -28,12 +28,11 @@ struct ActTarget {
 
 using RunningApps = std::vector<std::shared_ptr<RunningApplication>>;
 
-/// Does what rules, suggestions and menus ask, and says what came of it. Each act works on the processes of the latest
-/// sample and on nothing else: pids that the sample does not hold are passed over, and a pid that another process has
-/// taken meanwhile is left alone.
+/// Does what rules, suggestions and menus ask, and returns the outcome. Each act works only on processes of the latest
+/// sample: it skips pids that the sample does not hold, and leaves a process alone that has taken over a pid since.
 ///
 /// Main thread. Acts are coroutines that wait on the host's clock. Once `tasks` is cancelled, each ends at once with
-/// `Outcome::Kind::cancelled` and touches nothing more; whoever awaits one must do the same.
+/// `Outcome::Kind::cancelled` and touches nothing more; its caller must do the same.
 class Acts {
 public:
     /// All of them outlive this object.
@@ -43,33 +42,34 @@ public:
 
     // Processes.
 
-    /// Asks them to end, and kills after ten seconds what is left.
+    /// Asks the processes to end, and kills those that are left after ten seconds.
     QCoro::Task<Outcome> terminate(ActTarget target);
-    /// Ends them without asking, and looks a second later what has gone. One outcome per target, in their order;
+    /// Kills the processes, and checks a second later which are gone. Returns one outcome per target, in their order;
     /// empty when cancelled.
     QCoro::Task<std::vector<Outcome>> forceQuit(std::vector<ActTarget> targets);
-    /// Succeeds when at least one of the processes is at background priority now.
+    /// Succeeds when at least one of the processes was lowered.
     Outcome lowerPriority(const ActTarget& target);
-    /// Gives back what this program took; other pids are passed over.
+    /// Restores what this program lowered; skips other pids.
     void restorePriority(const std::vector<Pid>& pids);
     void restoreAllPriorities();
 
     // Applications.
 
-    /// Asks the applications behind the processes to quit, and gives them ten seconds.
+    /// Asks the applications that own the processes to quit, and waits ten seconds at most.
     QCoro::Task<Outcome> quit(ActTarget target);
-    /// Asks the applications behind the processes to quit and starts the first of them again.
+    /// Asks the applications that own the processes to quit, then starts the first of them again.
     QCoro::Task<Outcome> relaunch(ActTarget target);
-    /// The running applications behind the processes, with instances that are not among them.
+    /// The running applications that own the processes: every instance, also those with none of these processes.
     RunningApps runningApps(const std::vector<Pid>& pids) const;
 
     // Projects.
 
-    /// Ends the project's processes, then stops its containers. The outcome is that of the processes.
+    /// Terminates the project's processes, then stops its containers. The outcome is that of the processes.
     QCoro::Task<Outcome> stop(ProjectGroup group);
-    /// Remembers how the project was started, then stops it.
+    /// Records how the project was started, then stops it.
     QCoro::Task<Outcome> park(ProjectGroup group);
-    /// Starts a parked project's commands and containers. It is parked no more, whatever comes of it.
+    /// Starts a parked project's commands and containers. Afterwards it is no longer parked, even if some did not
+    /// start.
     QCoro::Task<Outcome> startAgain(ParkedProject project);
     /// Where the output of a project's restarted commands goes.
     std::string projectLog(const std::string& root) const;
@@ -78,7 +78,7 @@ private:
     std::vector<Incarnation> incarnationsOf(const std::vector<Pid>& pids) const;
     void send(Signal signal, const std::vector<Incarnation>& processes) const;
     QCoro::Task<WaitEnd> askToQuit(RunningApps apps, Seconds patience);
-    /// Whether the client did it; nullopt when cancelled.
+    /// Whether the Docker client succeeded; nullopt when cancelled.
     QCoro::Task<std::optional<bool>> performOnContainers(std::string verb, std::vector<std::string> ids);
 
     Host& host_;

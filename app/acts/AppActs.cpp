@@ -12,9 +12,9 @@ namespace {
 
 using Kind = Outcome::Kind;
 
-/// An application that asks its user something is not waited for any longer.
+/// An application that asks its user something may take longer; it is not waited for.
 constexpr Seconds quitPatience{10};
-/// An application that saves much, or asks, needs longer than one that is only to quit.
+/// Longer than for quitting: the application may save much, or ask its user.
 constexpr Seconds relaunchPatience{30};
 
 }  // namespace
@@ -30,7 +30,7 @@ QCoro::Task<Outcome> Acts::quit(ActTarget target) {
 QCoro::Task<Outcome> Acts::relaunch(ActTarget target) {
     const auto cancellation = tasks_.token();
     const auto apps = runningApps(target.pids);
-    // Asked before anything is done: an application that has ended no longer says where it lies.
+    // Read before quitting: an application that has ended no longer reports its path.
     const auto appPath = apps.empty() ? std::nullopt : apps.front()->appPath();
     if (!appPath) co_return Outcome::of(Kind::nothingToRelaunch, target.title);
     const auto end = co_await askToQuit(apps, relaunchPatience);

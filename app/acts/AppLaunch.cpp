@@ -14,7 +14,7 @@ void AppLaunch::Answer::resume() {
 void AppLaunch::await_suspend(std::coroutine_handle<> waiter) {
     answer_->waiter = waiter;
     canceller_.emplace(cancellation_, [answer = answer_] { answer->resume(); });
-    // A host that answers at once resumes the waiter in here, which destroys this object: path and answer are copies.
+    // A host that answers at once resumes the waiter inside this call, which destroys this object: hence the copies.
     running_.openInBackground(std::string(appPath_), [answer = answer_](std::optional<std::string> error) {
         answer->error = std::move(error);
         answer->resume();

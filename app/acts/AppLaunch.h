@@ -11,9 +11,9 @@
 
 namespace tolvane {
 
-/// `co_await AppLaunch(...)` starts an application in the background and suspends until the host tells what came of it:
-/// none when it was started, else the host's words. Cancelling wakes the waiter at once, with nothing to say, and lets
-/// the host go on unheard; a coroutine that was cancelled must end without touching what it works for. Main thread.
+/// `co_await AppLaunch(...)` starts an application in the background and suspends until the host answers. Returns
+/// nullopt on success, otherwise the host's error message. Cancelling resumes the waiter at once with nullopt and
+/// ignores the host's answer; a cancelled coroutine must return without touching its owner. Main thread.
 class [[nodiscard]] AppLaunch {
 public:
     AppLaunch(RunningApplications& running, std::string appPath, std::stop_token cancellation);

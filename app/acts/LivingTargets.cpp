@@ -8,7 +8,7 @@ namespace tolvane {
 
 namespace {
 
-/// By the two records that make a sample of a process: who waits for many need not read the rest of each.
+/// Reads only the two records that make a process part of a sample: a wait for many need not read the rest of each.
 bool isAlive(ProcessInspection& kernel, const Incarnation& target) {
     const auto record = kernel.bsdRecord(target.pid);
     return record && record->startTime == target.startTime && kernel.usage(target.pid);

@@ -6,8 +6,8 @@
 
 namespace tolvane {
 
-/// Processes that are to end, and which of them still live. Reads afresh at each question, and holds nothing open
-/// between two: a thousand may be waited for at once. A process that bears the number of one that ended is another.
+/// Processes that are to end, and which of them are still alive. Each call reads them again and keeps nothing open
+/// afterwards: a thousand may be waited for at once. A process that reuses the pid of a target does not count.
 /// Main thread; `host` outlives it.
 class LivingTargets {
 public:

@@ -9,8 +9,8 @@
 
 namespace tolvane {
 
-/// What came of an act, in the texts of the log, of the notification and of the notice on a screen. The log's texts are
-/// fixed: the statistics compute on them.
+/// What came of an act, with its texts for the log, the notification and the notice on a screen. The log's texts never
+/// change: the statistics count by them.
 struct Outcome {
     enum class Kind {
         onlyLogged,
@@ -29,33 +29,33 @@ struct Outcome {
         startedAgain,
         commandsNotStarted,
         containersNotStarted,
-        /// The program's end cut the act short. Nothing is to be said about it.
+        /// The program ended during the act. Never logged or shown.
         cancelled,
     };
 
     Kind kind = Kind::cancelled;
     std::string logText = {};
-    /// Title of the notification.
+    /// Notification title.
     std::string title = {};
-    /// What was asked for did not come about.
+    /// The act did not achieve what was asked.
     bool failed = false;
-    /// The log's text says why, so the notification gives it too.
+    /// The log's text gives the reason, so the notification repeats it.
     bool explains = false;
-    /// The processes are gone, and gave back all that they held.
+    /// The processes are gone and freed all their memory.
     bool freesAll = false;
-    /// Path of the application that was started again; it holds memory anew.
+    /// Path of the application that was started again, whose memory is worth measuring later.
     std::optional<std::string> relaunchedApp = {};
 
     bool operator==(const Outcome&) const = default;
 
-    /// `subject` is what people call the target. `details` fill the log's text where the kind leaves room: the host's
-    /// error for `notReopened`, the commands and their log for `commandsNotStarted`.
+    /// `subject` is the name shown to the user. `details` fill the gaps of the log's text: the host's error for
+    /// `notReopened`; the commands and the path of their log for `commandsNotStarted`.
     static Outcome of(Kind kind, std::string_view subject, std::initializer_list<std::string_view> details = {});
-    /// Of an action that a rule only logged.
+    /// For an action that a rule only logs.
     static Outcome ofLogging(RuleAction action, std::string_view subject);
     static Outcome cancelled() { return {}; }
 
-    /// Text of the notification about a rule's act.
+    /// Notification text for a rule's act.
     std::string body(std::string_view reason) const;
     /// The log's text as a sentence.
     std::string explanation() const { return logText + "."; }

@@ -33,8 +33,7 @@ bool isSameLife(const ProcRow& a, const ProcRow& b) {
     return a.id() == b.id() && a.sample.startTime == b.sample.startTime;
 }
 
-/// The group may be as old as the question that was asked about it: a number that names another process by now is
-/// not meant.
+/// The group may be as old as the dialog that asked about it: skip pids that belong to another process by now.
 std::vector<Pid> pidsStillMeant(const ProjectGroup& group, const std::vector<ProcRow>& now) {
     std::vector<Pid> pids;
     for (const auto& row : group.rows) {
@@ -44,7 +43,7 @@ std::vector<Pid> pidsStillMeant(const ProjectGroup& group, const std::vector<Pro
     return pids;
 }
 
-/// Empty when the process is another by now: whatever took its number keeps its secrets.
+/// Empty when another process has taken the pid: its secrets are not the project's to keep.
 std::vector<std::string> environmentOf(ProcessInspection& inspection, const ProcSample& sample) {
     const auto record = inspection.bsdRecord(sample.pid);
     if (!record || record->startTime != sample.startTime) return {};
@@ -59,7 +58,7 @@ ParkedCommand commandOf(const ProcSample& sample, const std::string& root, Proce
     return command;
 }
 
-/// Only the tops of the project's trees: children come back with their parents.
+/// Only the roots of the project's process trees: each starts its children again.
 std::vector<ParkedCommand> commandsOf(const ProjectGroup& group, const std::vector<ProcRow>& all,
                                       ProcessInspection& inspection) {
     std::vector<ParkedCommand> commands;
@@ -78,7 +77,7 @@ std::string nameOf(const ParkedCommand& command) {
     return command.args.empty() ? command.executable : command.args.front();
 }
 
-/// The names of those that did not start.
+/// Returns the names of the commands that did not start.
 std::vector<std::string> startAll(Host& host, const std::vector<ParkedCommand>& commands, const std::string& log) {
     std::vector<std::string> failed;
     for (const auto& command : commands) {
@@ -110,7 +109,7 @@ QCoro::Task<Outcome> Acts::stop(ProjectGroup group) {
     co_return outcome;
 }
 
-/// Remembers first and stops afterwards, since an environment can only be read while its process lives.
+/// Records before it stops anything: an environment can only be read while its process lives.
 QCoro::Task<Outcome> Acts::park(ProjectGroup group) {
     const auto inspection = host_.makeInspection();
     std::vector<ParkedProject> all = {{.root = group.root,

@@ -11,11 +11,11 @@ namespace {
 
 using Kind = Outcome::Kind;
 
-/// As people know it from elsewhere.
+/// The grace period that users know from other programs.
 constexpr Seconds politePatience{10};
 /// What the kernel takes to clear away even a large process.
 constexpr Seconds afterKill{0.3};
-/// Enough for the kernel to clear away whatever is large.
+/// The same, with room to spare.
 constexpr Seconds afterForceQuit{1.0};
 
 std::vector<ForceQuitItem> itemsOf(const std::vector<ActTarget>& targets, Applications& applications) {
@@ -48,7 +48,7 @@ QCoro::Task<std::vector<Outcome>> Acts::forceQuit(std::vector<ActTarget> targets
     const auto ways = forceQuitTargets(itemsOf(targets, *host_.applications));
     for (const auto& app : runningApps(ways.apps)) app->forceTerminate();
     send(Signal::kill, incarnationsOf(ways.others));
-    // Neither call reports whether it was allowed; whether the processes live on does.
+    // Neither call reports whether it was permitted, so check which processes are still alive.
     const auto awoken = co_await Sleep(*host_.clock, afterForceQuit, Seconds{0}, tasks_.token());
     std::vector<Outcome> outcomes;
     if (awoken == Awoken::cancelled) co_return outcomes;
@@ -59,7 +59,7 @@ QCoro::Task<std::vector<Outcome>> Acts::forceQuit(std::vector<ActTarget> targets
     co_return outcomes;
 }
 
-/// Without the start time that the sample holds, a process cannot be told from a later one with its pid.
+/// Only pids in the sample: its start time distinguishes a process from a later one with the same pid.
 std::vector<Incarnation> Acts::incarnationsOf(const std::vector<Pid>& pids) const {
     const auto& rows = state_.rows();
     std::vector<Incarnation> found;
@@ -70,7 +70,7 @@ std::vector<Incarnation> Acts::incarnationsOf(const std::vector<Pid>& pids) cons
     return found;
 }
 
-/// The result of each call shows when the processes are read again.
+/// Ignores each result: reading the processes again shows which have ended.
 void Acts::send(Signal signal, const std::vector<Incarnation>& processes) const {
     for (const auto& process : processes) host_.control->send(signal, process);
 }

@@ -110,7 +110,7 @@ public:
     bool demo() const;
     /// All of the host, which acting needs. Screens get by on what follows.
     Host& host() const;
-    /// Ends, restarts and lowers what the latest sample holds.
+    /// Ends, restarts and lowers processes of the latest sample.
     Acts& acts() const;
 
     // What screens ask of the host.
@@ -140,7 +140,7 @@ public:
     const RowNames& rowNames() const;
     /// What rules and advice may see now.
     World world() const;
-    /// Recent readings of the processes together, oldest first: figures of one tick are summed.
+    /// Recent readings of the processes together, oldest first: values of one tick are summed.
     std::vector<HistoryPoint> historyFor(const std::vector<Pid>& pids) const;
 
     // What the windows show. None of it is written to a file.
@@ -166,7 +166,7 @@ public:
     /// Clears `importMessage`, which the user has read.
     void dismissImportMessage();
 
-    // Words to the user.
+    // Notifications.
 
     void notify(const std::string& title, const std::string& body, std::optional<AppSection> opening);
     void requestNotificationPermission();
@@ -186,7 +186,7 @@ public:
     void setBackupToSyncFolder(bool wanted);
     /// Where the backup belongs; none when nothing syncs.
     std::optional<std::string> backupPath() const;
-    /// Replaces the rules with the backup's; what fails is told in `backupError`.
+    /// Replaces the rules with the backup's; reports a failure in `backupError`.
     void restoreBackup();
 
     // Advice.
@@ -203,7 +203,7 @@ public:
 
     /// Reads branches, containers and ports in the background. One run at a time is the caller's business.
     QCoro::Task<void> refreshProjects();
-    /// Starts a parked project again, and notifies when not all of it did start.
+    /// Starts a parked project again, and notifies when some of it did not start.
     QCoro::Task<void> startAgain(ParkedProject project);
     /// Drops the parked project with this root, and writes the file of parked projects.
     void forgetParked(const std::string& root);
@@ -213,8 +213,8 @@ public:
     /// Empties the activity log and its file.
     void clearActivity();
 
-    /// What must not be left undone when the program ends in whatever way: gives back every priority that is on loan.
-    /// Can be called more than once; the destructor calls it too.
+    /// Restores every lowered priority. Must run however the program ends, so the destructor calls it too; calling it
+    /// more than once does no harm.
     void prepareToQuit();
 
 private:

@@ -21,11 +21,11 @@
 
 namespace tolvane {
 
-/// What the model keeps to itself, and the steps of its start and of its tick. Each group is defined in the file
-/// named above it. Main thread.
+/// The model's private state, and the steps of its start and of its tick. Each group is defined in the file named above
+/// it. Main thread.
 ///
-/// Coroutines: every wait belongs to a source that ends with the model, and a coroutine that is woken by that end
-/// returns without touching the model. So none is ever resumed into a model that is gone, and none is left over.
+/// Coroutines: every wait belongs to a source that the model's destructor cancels. A coroutine that is cancelled
+/// returns without touching the model, so none resumes after the model is gone, and none leaks.
 struct AppModel::Private final : ActState {
     Private(AppModel& model, ModelState& state, Host& host, Windows& windows, bool demo,
             const ExecutorFactory& makeExecutor);
@@ -52,7 +52,7 @@ struct AppModel::Private final : ActState {
     void judgeSwap();
     void reviewPriorities();
     void recordTracks();
-    /// False when the model's end cut the wait short.
+    /// False when cancelled by the model's end.
     QCoro::Task<bool> askServiceManager();
     void applyRules();
 
@@ -98,24 +98,24 @@ struct AppModel::Private final : ActState {
     const RowNames names;
     const Store store;
     Advisor advisor;
-    /// For advice, which asks on the main thread for the ports of few processes; made when first needed.
+    /// For advice, which reads the ports of a few processes on the main thread; created on first use.
     std::unique_ptr<ProcessInspection> portInspection;
     DueDecisions due;
     /// When the present spell of memory pressure began.
     std::optional<Date> pressureSince;
-    /// Not yet given to the sampler.
+    /// Activations since the latest sample, which the next one takes.
     std::vector<Activation> pendingActivations;
-    /// A window of this program can be seen.
+    /// A window of this program is visible.
     bool windowVisible = false;
 
     std::unique_ptr<Sampler> sampler;
     BackgroundJobs background;
-    /// Of everything that goes on beside the loop; ends with the model.
+    /// Cancels everything that runs beside the loop; ends with the model.
     CancelSource tasks;
     Acts acts;
-    /// Of the loop that is in force; cancelled ones finish the tick that they are in.
+    /// Cancels the current loop, which still finishes the tick it is in.
     CancelSource loop;
-    /// Last, so that no event comes any more while the rest goes.
+    /// Declared last, so that no event arrives while the rest is destroyed.
     Subscription activationEvents;
     Subscription windowEvents;
     Subscription pressureEvents;

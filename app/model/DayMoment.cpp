@@ -8,10 +8,10 @@ namespace tolvane {
 namespace {
 
 constexpr std::size_t largestKept = 25;
-/// A line below the largest is kept from this percent of a core on, so that a busy small process is on record too.
+/// A row that is not among the largest is kept from this percent of a core on, so that small busy processes show too.
 constexpr double busyPercent = 10.0;
 
-/// The texts of the latest moment, to be used again: from minute to minute nearly all stay.
+/// The texts of the latest moment, for reuse: nearly all stay the same from minute to minute.
 class KnownTexts {
 public:
     explicit KnownTexts(const std::vector<Moment>& moments) {

@@ -8,8 +8,8 @@
 
 namespace tolvane {
 
-/// What of a snapshot is kept for a day: the machine's figures, and who held most. Texts that the latest of `earlier`
-/// has are shared with it. Pure.
+/// The part of a snapshot that is kept for a day: the machine's values, and the largest holders. Shares texts with the
+/// latest of `earlier`. Pure.
 Moment momentOf(const Snapshot& snapshot, const RowNames& names, const std::vector<Moment>& earlier);
 
 }  // namespace tolvane

@@ -11,7 +11,7 @@ namespace tolvane {
 
 namespace {
 
-/// A restarted application has loaded what it needs by then.
+/// By then a restarted application has loaded what it needs.
 constexpr Seconds readBackDelay{60};
 
 struct Sizes {
@@ -19,7 +19,7 @@ struct Sizes {
     std::uint64_t compressed = 0;
 };
 
-/// What the application's processes hold now, all instances together.
+/// The memory that the application's processes hold now, all instances together.
 Sizes sizesOf(const Host& host, const std::string& appPath) {
     const auto inspection = host.makeInspection();
     Sizes sizes;
@@ -31,7 +31,7 @@ Sizes sizesOf(const Host& host, const std::string& appPath) {
     return sizes;
 }
 
-/// None that is negative: what came back larger has freed nothing.
+/// Saturating difference: an app that came back larger has freed nothing.
 std::uint64_t difference(std::uint64_t before, std::uint64_t after) { return before - std::min(before, after); }
 
 ActivityEntry entryOf(const Decision& decision, const Outcome& outcome, Date date) {
@@ -53,7 +53,7 @@ ActivityEntry entryOf(const Decision& decision, const Outcome& outcome, Date dat
 
 }  // namespace
 
-/// A task of its own, which a tick starts and nothing waits for.
+/// The tick starts this task and does not wait for it.
 QCoro::Task<> AppModel::Private::carryOut(Decision decision) {
     const auto cancellation = tasks.token();
     const auto outcome = co_await outcomeOf(decision);
@@ -77,7 +77,7 @@ QCoro::Task<Outcome> AppModel::Private::outcomeOf(const Decision& decision) {
     co_return co_await acts.perform(decision.action(), {.title = decision.title, .pids = decision.pids});
 }
 
-/// A rule that only logs stays quiet, unless telling is all that it would do.
+/// A rule in log-only mode stays quiet, unless notifying is its action.
 void AppModel::Private::tell(const Decision& decision, const Outcome& outcome, Date date) {
     if (decision.dryRun() && decision.action() != RuleAction::notify) return;
     if (!AppPreferences::notifyOnAction.in(*host.preferences)) return;

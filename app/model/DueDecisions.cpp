@@ -11,7 +11,8 @@ bool wouldChangeNothing(const Decision& decision, const std::map<Pid, Lowered>& 
            std::ranges::all_of(decision.pids, [&](Pid pid) { return lowered.contains(pid); });
 }
 
-/// A clock that was set back must not hold a rule back until it has caught up: what fired later than now fired now.
+/// After the clock was set back, a firing in the future counts as now: the rule must not wait until the clock catches
+/// up.
 void endWithNow(RuleEngine::FiredDates& fired, Date now) {
     for (auto& [key, date] : fired) date = std::min(date, now);
 }

@@ -9,8 +9,8 @@
 
 namespace tolvane {
 
-/// Which decisions a tick carries out, and when each rule last fired on each subject. The dates are in memory only:
-/// after a restart every rule may fire again. Main thread.
+/// Chooses the decisions that a tick carries out, and remembers when each rule last fired on each subject. The dates
+/// live in memory only: after a restart every rule may fire again. Main thread.
 class DueDecisions {
 public:
     struct Scene {
@@ -21,12 +21,12 @@ public:
         Date now;
     };
 
-    /// In the order in which they are to begin. Each counts as fired now, whatever comes of it; one that would only
-    /// lower what is lowered already is left out and does not count.
+    /// In the order in which they are to begin. Each counts as fired now, whatever its outcome. Leaves out decisions
+    /// that would only lower what is already lowered; those do not count as fired.
     std::vector<Decision> take(const Scene& scene);
 
 private:
-    /// Only grows: the engine treats an old date like none.
+    /// Never shrinks: the engine treats an old date like no date.
     RuleEngine::FiredDates lastFired_;
 };
 

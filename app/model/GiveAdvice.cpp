@@ -31,7 +31,7 @@ std::map<Pid, std::vector<int>> AppModel::Private::listeningPorts(const std::vec
     return ProcessReader::listeningPorts(*portInspection, pids);
 }
 
-/// By the date of the sample, which the suggestions are of.
+/// Compares with the date of the sample that the suggestions come from.
 std::vector<Suggestion> AppModel::visibleSuggestions() const {
     std::vector<Suggestion> visible;
     std::ranges::copy_if(*suggestions, std::back_inserter(visible), [this](const Suggestion& each) {

@@ -6,9 +6,9 @@ namespace tolvane {
 
 namespace {
 
-/// Between two ticks that nobody watches.
+/// Between ticks while no window is visible.
 constexpr Seconds closedInterval{60.0};
-/// How late a tick may come, as a part of the interval: the machine wakes for several things at once.
+/// A tick may be late by the interval divided by this, so that the machine can wake for several timers at once.
 constexpr double tolerancePart = 5.0;
 
 }  // namespace

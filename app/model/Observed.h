@@ -7,8 +7,8 @@
 
 namespace tolvane {
 
-/// One stored property of the model. Its observers hear of changes alone: assigning an equal value is silent.
-/// Its side effect, such as writing a file, runs at every assignment. Main thread.
+/// One stored property of the model. Observers are notified of changes only: assigning an equal value is silent.
+/// The side effect, such as writing a file, runs at every assignment. Main thread.
 template <typename Value>
 class Observed {
 public:
@@ -33,15 +33,15 @@ public:
         }
         if (effect_) effect_(value_);
     }
-    /// Changes the value where it stands, for values too large to be copied and compared: `change` gets a `Value&`.
-    /// Counts as an assignment of another value. `change` must not touch this property in any other way.
+    /// Changes the value in place, for values too large to copy and compare: `change` gets a `Value&`. Always counts
+    /// as a change. `change` must not touch this property in any other way.
     template <typename Function>
     void update(Function change) {
         change(value_);
         tellObservers();
         if (effect_) effect_(value_);
     }
-    /// What every assignment does from here on; the values before it had none.
+    /// Runs at every assignment from now on; earlier values had no effect.
     void setEffect(Effect effect) { effect_ = std::move(effect); }
 
     /// Calls `changed` after each change for as long as the notifier lives.
@@ -54,8 +54,8 @@ private:
     void tellObservers() { changes_.setValue(changes_.valueBypassingBindings() + 1); }
 
     Value value_;
-    /// How often the value changed: what observers and bindings hang on, so that a value can change in place.
-    /// Mutable, since who observes a property does not change it.
+    /// Counts the changes. Observers and bindings depend on the count, so that the value can change in place.
+    /// Mutable, since observing a property does not change it.
     mutable QProperty<std::uint64_t> changes_;
     Effect effect_;
 };

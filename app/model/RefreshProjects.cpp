@@ -23,7 +23,7 @@ struct ProjectFacts {
     std::map<Pid, std::vector<int>> ports;
 };
 
-/// What is asked about, and with what; runs away from the main thread.
+/// What to read, and with which interfaces. Runs off the main thread.
 struct FactsReader {
     ChildProcesses& children;
     std::shared_ptr<ProcessInspection> inspection;

@@ -8,20 +8,20 @@
 
 namespace tolvane {
 
-/// Files that the desktop or a command line hands to the program: rule files, which are imported. Main thread.
+/// The rule files that the desktop or a command line hands to the program for import. Main thread.
 struct RuleFileArguments {
-    /// Absolute, in the order given. A word names a file when it ends like one of rules or when something is there.
+    /// Absolute, in the order given. An argument names a file when it has a rule file's extension or the path exists.
     std::vector<std::string> paths;
-    /// Words that are no file.
+    /// Arguments that name no file.
     std::vector<std::string> others;
 
     static constexpr const char* noticeTitle = "Tolvane Rules";
 
-    /// Sorts the words of a command line. `folder` is the absolute one that relative words start from.
+    /// Sorts the arguments of a command line. `folder` is absolute; relative paths start from it.
     static RuleFileArguments among(const std::vector<std::string>& words, const std::string& folder);
 
-    /// Imports them in order. What came of the last one is shown by the main window, or told in a notification where
-    /// there is none: `bringForward` gives false then.
+    /// Imports the files in order. The main window shows the result of the last one; without a window, when
+    /// `bringForward` returns false, a notification does.
     static void open(AppModel& model, const std::vector<std::string>& paths, const std::function<bool()>& bringForward);
 };
 

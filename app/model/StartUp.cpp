@@ -47,7 +47,7 @@ void AppModel::Private::load() {
     state.activity.set(store.loadActivity(std::numeric_limits<std::int64_t>::max()));
 }
 
-/// Through the same assignments as any other change: what is stored is the demo's from here on.
+/// Assigns like any other change does: from now on the stored files hold the demo's data.
 void AppModel::Private::showDemo() {
     auto world = Demo::state(host.clock->now(), {.home = host.folders->home(), .uid = host.uid});
     state.snapshot.set(std::move(world.snapshot));
@@ -66,7 +66,7 @@ void AppModel::Private::showDemo() {
     adviseInDemo();
 }
 
-/// What six hours of watching would have led to; no tick comes to do it.
+/// The suggestions that six hours of sampling would have led to; a demo has no ticks that make them.
 void AppModel::Private::adviseInDemo() {
     const auto now = model.snapshot->date;
     advisor = Demo::advisor(now, {.home = host.folders->home(), .uid = host.uid});
@@ -80,7 +80,8 @@ void AppModel::Private::adviseInDemo() {
                                                .simulatorName = Demo::simulatorName}));
 }
 
-/// After loading, which writes nothing back: a damaged file stays as it is until the user changes what it holds.
+/// Called after loading, so that loading writes nothing back: a damaged file stays as it is until the user changes its
+/// contents.
 void AppModel::Private::saveOnAssignment() {
     state.rules.setEffect([this](const auto& latest) {
         store.saveRules(latest);
@@ -101,7 +102,7 @@ void AppModel::Private::saveOnAssignment() {
 void AppModel::Private::watchActivations() {
     activationEvents =
         host.frontmost->onActivation([this](std::string appPath) { noteActivation(std::move(appPath)); });
-    // Who is in front already came there before anybody listened.
+    // The application in front was activated before this subscription began.
     if (auto front = host.frontmost->current()) noteActivation(std::move(front->appPath));
 }
 

@@ -11,13 +11,13 @@ namespace tolvane {
 
 namespace {
 
-/// Services come and go seldom, and asking for them reads something of every process.
+/// Services rarely come and go, and asking for them reads something of every process.
 constexpr Seconds servicesHold{300.0};
 
 }  // namespace
 
-/// One pass. The order of the steps is part of what they mean: each reads what the ones before it left in the model.
-/// It never asks whether its loop was cancelled, so that a pass under way is finished.
+/// One pass. The order of the steps matters: each reads what the earlier ones left in the model. A tick does not check
+/// whether its loop was cancelled, so it always runs to its end.
 QCoro::Task<> AppModel::Private::tick() {
     auto sampled = co_await sampler->sample(std::exchange(pendingActivations, {}));
     if (!sampled) co_return;
@@ -47,7 +47,7 @@ void AppModel::Private::judgeSwap() {
 void AppModel::Private::reviewPriorities() {
     if (model.lowered->empty()) return;
     auto loans = *model.lowered;
-    // A clock that was set back would have every use come before the loan.
+    // After the clock was set back, every use would seem to come before the loan.
     for (auto& [pid, loan] : loans) loan.at = std::min(loan.at, model.snapshot->date);
     state.lowered.set(loans);
     const auto review = Priority::review(loans, model.snapshot->rows);
@@ -57,7 +57,7 @@ void AppModel::Private::reviewPriorities() {
     state.lowered.set(std::move(loans));
 }
 
-/// Every decision is taken before the first is carried out, so that none sees what another did.
+/// Takes every decision before carrying out the first, so that none sees the effect of another.
 void AppModel::Private::applyRules() {
     if (*model.rulesPaused || std::ranges::none_of(*model.rules, &Rule::enabled)) return;
     const World world = model.world();
@@ -69,7 +69,7 @@ void AppModel::Private::applyRules() {
 QCoro::Task<bool> AppModel::Private::askServiceManager() {
     const Date now = model.snapshot->date;
     const Seconds since = now - *model.servicesChecked;
-    // Of a later date is what was asked before the clock was set back.
+    // A last-checked date in the future means the clock was set back; check again.
     if (since >= Seconds{0} && since < servicesHold) co_return true;
     state.servicesChecked.set(now);
     auto ask = [this] { return Launchd::managedPIDs(*host.services, *host.children); };

@@ -11,9 +11,9 @@ namespace {
 
 constexpr Seconds betweenSwapWarnings{3600};
 constexpr Seconds betweenSuggestionNotices{86'400};
-/// Pressure that passes sooner is nobody's worry.
+/// Shorter spells are not worth a notification.
 constexpr Seconds pressureSpell{300};
-/// Less than this is not worth a notice.
+/// Less than this is not worth a notification.
 constexpr std::uint64_t leastGain = 1'073'741'824;
 
 struct Words {
@@ -21,7 +21,7 @@ struct Words {
     std::string body;
 };
 
-/// A date that has not come is of a clock that ran ahead, and counts for none.
+/// A date in the future comes from a clock that ran ahead and does not count.
 bool isSince(Date date, Date now, Seconds span) { return date <= now && now - date < span; }
 
 /// "Editor (+300 MB), Browser (+120 MB), and node (+60 MB)"
@@ -61,7 +61,7 @@ std::uint64_t memoryOf(const std::vector<Suggestion>& suggestions) {
 
 }  // namespace
 
-/// The date is stored before the words go out, so that a warning that does not arrive uses up its hour too.
+/// Stores the date before it notifies, so that a warning that does not arrive uses up its hour too.
 void AppModel::Private::warnAboutSwap() {
     auto& preferences = *host.preferences;
     const auto& now = *model.snapshot;

@@ -12,9 +12,9 @@
 
 namespace tolvane {
 
-/// `co_await BackgroundCall(executor, function, token)` suspends while `function` runs on the executor and gives what
-/// it returned; none when the wait was cancelled, which resumes the waiter at once and leaves the function to run to
-/// its end unheard. A coroutine that gets none must end without touching what it works for. Owner's thread.
+/// `co_await BackgroundCall(executor, function, token)` suspends while `function` runs on the executor, and returns its
+/// result. Cancelling resumes the waiter at once with nullopt; the function still runs to its end, but its result is
+/// dropped. A coroutine that gets nullopt must return without touching its owner. Owner's thread.
 template <typename Function>
 class [[nodiscard]] BackgroundCall {
 public:
@@ -32,14 +32,14 @@ public:
     void await_suspend(std::coroutine_handle<> waiter) {
         job_->waiter = waiter;
         canceller_.emplace(cancellation_, [this] { job_->resume(); });
-        // An executor that works at once resumes the waiter in here, which destroys this object.
+        // An executor that runs the job at once resumes the waiter inside this call, which destroys this object.
         executor_.submit([job = job_] { job->run(); }, [job = job_] { job->finish(); });
     }
 
     std::optional<Result> await_resume() { return job_->finished ? std::move(job_->result) : std::nullopt; }
 
 private:
-    /// Shared by the waiter and the executor: whichever goes first leaves it to the other.
+    /// Shared by the waiter and the executor, since either may be done with it first.
     struct Job {
         explicit Job(Function work) : function(std::move(work)) {}
 
@@ -52,10 +52,10 @@ private:
             if (const auto waiting = std::exchange(waiter, nullptr)) waiting.resume();
         }
 
-        /// The executor's until `finish`; so is `result`.
+        /// Belongs to the executor until `finish`; so does `result`.
         Function function;
         std::optional<Result> result;
-        /// The owner's thread's, as is `waiter`: none once resumed.
+        /// Belongs to the owner's thread, as does `waiter`, which is null once resumed.
         bool finished = false;
         std::coroutine_handle<> waiter;
     };

@@ -9,19 +9,19 @@
 
 namespace tolvane {
 
-/// The threads for what blocks and is not sampling. Each kind of work has one of its own, so that a tool that hangs
-/// holds up its own kind alone; it is made at the first use. Jobs of one kind run one after the other: containers that
-/// are stopped and started again in a hurry are stopped first. Main thread.
+/// The threads for blocking work other than sampling. Each kind of work has its own thread, created on first use, so
+/// that a tool that hangs holds up only its own kind. Jobs of one kind run in order: containers that are stopped and
+/// at once started again are stopped first. Main thread.
 class BackgroundJobs {
 public:
     enum class Kind {
-        /// Asking which processes the service manager keeps; a tick waits for it.
+        /// Asking which processes the service manager runs; a tick waits for the answer.
         services,
         /// Branches, containers and ports of projects.
         projectFacts,
         /// Stopping and starting containers.
         containers,
-        /// Ports of the process that somebody looks at.
+        /// Ports of the process that the user looks at.
         portLookUps,
     };
 
@@ -32,7 +32,7 @@ public:
         if (!executor) executor = makeExecutor_();
         return *executor;
     }
-    /// Waits for the jobs that run and drops the others.
+    /// Waits for running jobs and drops the queued ones.
     void end() { executors_ = {}; }
 
 private:

@@ -4,9 +4,9 @@
 
 namespace tolvane {
 
-/// Ends waits early. Every wait of a coroutine holds a token of the source that it belongs to; cancelling resumes all
-/// of them at once, each with the word that it was cancelled. A source that goes cancels, so that no coroutine is left
-/// waiting for something that no longer exists. Main thread.
+/// Ends waits early. Every wait of a coroutine holds a token of its owner's source; cancelling resumes all of them at
+/// once and reports to each that it was cancelled. The destructor cancels too, so that no coroutine goes on waiting for
+/// an owner that is gone. Main thread.
 class CancelSource {
 public:
     CancelSource() = default;
@@ -15,7 +15,7 @@ public:
     CancelSource& operator=(const CancelSource&) = delete;
 
     void cancel() { source_.request_stop(); }
-    /// Cancels, and begins anew for the waits to come.
+    /// Cancels the present waits; later ones get tokens of a new source.
     void renew() {
         cancel();
         source_ = std::stop_source();

@@ -5,8 +5,8 @@
 
 namespace tolvane {
 
-/// Runs jobs away from the thread that owns it, one at a time in the order of their submission.
-/// Destroying it waits for the job that runs and drops the others; no `done` is called from then on.
+/// Runs jobs off the thread that owns it, one at a time, in the order of submission.
+/// The destructor waits for the running job and drops the others; no `done` is called from then on.
 class Executor {
 public:
     virtual ~Executor() = default;

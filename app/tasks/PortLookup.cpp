@@ -14,7 +14,7 @@ namespace {
 
 QCoro::Task<> ask(Executor& executor, std::shared_ptr<ProcessInspection> inspection, Pid pid, PortLookup::Answer answer,
                   std::stop_token cancellation) {
-    // A question that waits while the next one comes is not worth the look any more.
+    // Skip the work if a newer question replaced this one while it was queued.
     auto look = [inspection = std::move(inspection), pid, cancellation] {
         return cancellation.stop_requested() ? std::vector<int>{} : ProcessReader::listeningPorts(*inspection, pid);
     };

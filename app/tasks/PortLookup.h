@@ -10,7 +10,7 @@
 namespace tolvane {
 
 /// Reads in the background which TCP ports a process listens on, since asking the kernel may take a while.
-/// Main thread. The latest question is answered; one before it, or one still open when this goes, is not.
+/// Main thread. Only the latest question is answered; destroying this object drops it too.
 class PortLookup {
 public:
     using Answer = std::function<void(std::vector<int>)>;
@@ -18,7 +18,7 @@ public:
     /// Both outlive this.
     PortLookup(const Host& host, Executor& executor) : host_(host), executor_(executor) {}
 
-    /// Calls back on the main thread with the ports, ascending and without repeats.
+    /// Calls back on the main thread with the ports, ascending and unique.
     void read(Pid pid, Answer answer);
     void forget() { question_.cancel(); }
 

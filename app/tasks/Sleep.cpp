@@ -17,7 +17,7 @@ void Sleep::wake(Awoken how) {
     const auto sleeper = std::exchange(sleeper_, nullptr);
     if (!sleeper) return;
     awoken_ = how;
-    // The sleeper goes on past its co_await, which destroys this object: nothing of it may be touched from here on.
+    // The sleeper continues past its co_await, which destroys this object: do not touch it after this call.
     sleeper.resume();
 }
 

@@ -11,9 +11,9 @@ namespace tolvane {
 
 enum class Awoken { timePassed, cancelled };
 
-/// `co_await Sleep(...)` suspends on the host's clock until the delay passed or the wait was cancelled, which wakes it
-/// within the call that cancels. A coroutine that was cancelled must end without touching what it works for: that may
-/// be in its destructor. Main thread; the clock outlives the wait.
+/// `co_await Sleep(...)` suspends on the host's clock until the delay has passed or the wait is cancelled. Cancelling
+/// resumes the coroutine inside the cancelling call; it must then return without touching its owner, which may be in
+/// its destructor. Main thread; the clock outlives the wait.
 class [[nodiscard]] Sleep {
 public:
     /// The clock may be late by `tolerance`.
@@ -32,7 +32,7 @@ private:
     Seconds delay_;
     Seconds tolerance_;
     std::stop_token cancellation_;
-    /// None once woken: whichever of the two wakers comes second finds nobody.
+    /// Null once woken: the second of the two wakers finds nothing to do.
     std::coroutine_handle<> sleeper_;
     Awoken awoken_ = Awoken::cancelled;
     Subscription timer_;

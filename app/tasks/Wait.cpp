@@ -10,7 +10,7 @@ constexpr Seconds betweenQuestions{0.5};
 
 }  // namespace
 
-/// Counts the time slept instead of comparing dates: the clock may be set meanwhile.
+/// Adds up the time slept instead of comparing dates, since the clock may be set meanwhile.
 QCoro::Task<WaitEnd> waitUntil(Clock& clock, std::function<bool()> condition, Seconds patience,
                                std::stop_token cancellation) {
     for (Seconds slept{0}; !condition(); slept += betweenQuestions) {

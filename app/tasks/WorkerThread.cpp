@@ -21,7 +21,7 @@ void WorkerThread::submit(std::function<void()> job, std::function<void()> done)
 void WorkerThread::run(const std::stop_token& ending) {
     while (auto task = next(ending)) {
         task->job();
-        // What the job holds is let go here, so that its end is the caller's to see.
+        // Release what the job holds on this thread, before its owner hears that it is done.
         task->job = nullptr;
         tellOwner(std::move(task->done));
     }
@@ -37,7 +37,7 @@ std::optional<WorkerThread::Task> WorkerThread::next(const std::stop_token& endi
 }
 
 void WorkerThread::tellOwner(std::function<void()> done) {
-    // Made before the lock is given back, and so before the owner's thread can see it.
+    // Created before the lock is released, and thus before the owner's thread can see it.
     auto event = std::make_unique<QEvent>(QEvent::User);
     {
         const std::lock_guard lock(mutex_);

@@ -12,8 +12,8 @@
 
 namespace tolvane {
 
-/// An executor with one thread of its own, which sleeps while there is nothing to do. Its owner's thread needs Qt's
-/// event loop: that is where `done` is called.
+/// An executor with its own thread, which sleeps while there is nothing to do. The owner's thread must run Qt's event
+/// loop, which calls `done`.
 class WorkerThread final : public QObject, public Executor {
 public:
     WorkerThread();
@@ -32,7 +32,7 @@ private:
 
     // On the worker.
     void run(const std::stop_token& ending);
-    /// None when the end has come.
+    /// Returns nullopt once the thread is to end.
     std::optional<Task> next(const std::stop_token& ending);
     void tellOwner(std::function<void()> done);
 
@@ -44,7 +44,7 @@ private:
     std::deque<Task> queue_;
     /// One posted event each.
     std::deque<std::function<void()>> finished_;
-    /// Last, so that it ends before what it uses.
+    /// Declared last, so that it is joined before the members it uses are destroyed.
     std::jthread thread_;
 };
 
