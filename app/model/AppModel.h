@@ -108,8 +108,6 @@ public:
     const Observed<std::map<std::string, Date, std::less<>>>& hiddenSuggestions = state_->hiddenSuggestions;
 
     bool demo() const;
-    /// All of the host, which acting needs. Screens get by on what follows.
-    Host& host() const;
     /// Ends, restarts and lowers processes of the latest sample.
     Acts& acts() const;
 
@@ -218,6 +216,8 @@ public:
     void prepareToQuit();
 
 private:
+    Host& host() const;
+
     struct Private;
     std::unique_ptr<Private> d_;
 };
