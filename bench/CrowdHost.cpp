@@ -2,7 +2,6 @@
 
 #include <stdlib.h>
 
-#include <cstring>
 #include <utility>
 
 #include "bench/Measured.h"
@@ -22,15 +21,9 @@ struct CrowdHost::Machine {
 
 namespace {
 
-std::string argumentsOf(Pid pid) {
-    const std::string words[] = {"node", "/home/ada/src/shop" + std::to_string(pid % 40) + "/node_modules/.bin/vite",
-                                 "--port=" + std::to_string(3000 + pid)};
-    const std::int32_t count = 3;
-    std::string block(sizeof count, '\0');
-    std::memcpy(block.data(), &count, sizeof count);
-    block.append("/opt/node").push_back('\0');
-    for (const auto& word : words) block.append(word).push_back('\0');
-    return block;
+TextList argumentsOf(Pid pid) {
+    return {"node", "/home/ada/src/shop" + std::to_string(pid % 40) + "/node_modules/.bin/vite",
+            "--port=" + std::to_string(3000 + pid)};
 }
 
 template <typename Machine>
@@ -63,7 +56,8 @@ public:
         if (pid % 5 != 0) return Text("/opt/tools/node");
         return Text("/Applications/App" + std::to_string(pid % 30) + ".app/Contents/MacOS/App");
     }
-    std::optional<std::string> argumentsBlock(Pid pid) override { return argumentsOf(pid); }
+    std::optional<TextList> arguments(Pid pid) override { return argumentsOf(pid); }
+    std::optional<std::vector<std::string>> environment(Pid) override { return std::nullopt; }
     std::optional<MemoryRecord> memoryRecord(Pid) override { return MemoryRecord{.compressed = 1U << 20U}; }
     std::optional<Text> workingDirectory(Pid) override { return std::nullopt; }
     std::optional<bool> belongsToSystem(Pid) override { return false; }

@@ -69,8 +69,11 @@ public:
     virtual std::optional<BSDRecord> bsdRecord(Pid pid) = 0;
     virtual std::optional<UsageRecord> usage(Pid pid) = 0;
     virtual std::optional<Text> executablePath(Pid pid) = 0;
-    /// The bytes that `procStrings` reads: argument count, executable, arguments, environment.
-    virtual std::optional<std::string> argumentsBlock(Pid pid) = 0;
+    /// What the process was started with, the program's name first, as valid UTF-8.
+    virtual std::optional<TextList> arguments(Pid pid) = 0;
+    /// Entries NAME=value in the process's own order, none empty, as valid UTF-8. Large and seldom wanted: not for
+    /// sweeps.
+    virtual std::optional<std::vector<std::string>> environment(Pid pid) = 0;
     virtual std::optional<MemoryRecord> memoryRecord(Pid pid) = 0;
     virtual std::optional<Text> workingDirectory(Pid pid) = 0;
     /// Whether the program belongs to the system, where the host knows better than the executable's path tells.

@@ -18,7 +18,8 @@ public:
     std::optional<BSDRecord> bsdRecord(Pid) override { return std::nullopt; }
     std::optional<UsageRecord> usage(Pid) override { return std::nullopt; }
     std::optional<Text> executablePath(Pid) override { return std::nullopt; }
-    std::optional<std::string> argumentsBlock(Pid) override { return std::nullopt; }
+    std::optional<TextList> arguments(Pid) override { return std::nullopt; }
+    std::optional<std::vector<std::string>> environment(Pid) override { return std::nullopt; }
     std::optional<MemoryRecord> memoryRecord(Pid) override { return std::nullopt; }
     std::optional<Text> workingDirectory(Pid) override { return std::nullopt; }
     std::optional<bool> belongsToSystem(Pid) override { return std::nullopt; }

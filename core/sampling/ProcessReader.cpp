@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/Paths.h"
-#include "core/sampling/ProcStrings.h"
 
 namespace tolvane {
 
@@ -87,12 +86,11 @@ TextList ProcessReader::argumentsOf(Pid pid, const BSDRecord& record) {
         known->sweep = sweep_;
         return known->args;
     }
-    const auto block = inspection_.argumentsBlock(pid);
     Arguments read{.pid = pid,
                    .sweep = sweep_,
                    .startTime = record.startTime,
                    .programStamp = record.programStamp,
-                   .args = block ? parseProcArgs(*block) : TextList()};
+                   .args = inspection_.arguments(pid).value_or(TextList())};
     auto args = read.args;
     if (known) {
         *known = std::move(read);
@@ -103,8 +101,7 @@ TextList ProcessReader::argumentsOf(Pid pid, const BSDRecord& record) {
 }
 
 std::vector<std::string> ProcessReader::environment(ProcessInspection& inspection, Pid pid) {
-    const auto block = inspection.argumentsBlock(pid);
-    return block ? parseProcEnv(*block) : std::vector<std::string>{};
+    return inspection.environment(pid).value_or(std::vector<std::string>{});
 }
 
 namespace {

@@ -37,7 +37,8 @@ struct ProjectScene : ModelTest {
         auto& process = world.add(pid, name);
         process.bsd->ppid = parent;
         process.cwd = Text(cwd);
-        process.argumentsBlock = fakes::argumentsBlock("/opt/" + name, args, env);
+        process.arguments = TextList(args);
+        process.environment = env;
         return process;
     }
     /// The engine answers with one running container of the shop.

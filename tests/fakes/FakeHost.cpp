@@ -1,21 +1,8 @@
 #include "tests/fakes/FakeHost.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace tolvane::fakes {
-
-std::string argumentsBlock(const std::string& executable, const std::vector<std::string>& args,
-                           const std::vector<std::string>& env) {
-    const auto count = static_cast<std::int32_t>(args.size());
-    std::string block(sizeof count, '\0');
-    std::memcpy(block.data(), &count, sizeof count);
-    block += executable;
-    block.append(3, '\0');
-    for (const auto& text : args) block.append(text).push_back('\0');
-    for (const auto& text : env) block.append(text).push_back('\0');
-    return block;
-}
 
 FakeProcess* FakeWorld::find(Pid pid) {
     const auto found = std::ranges::find(processes, pid, &FakeProcess::pid);
@@ -90,8 +77,9 @@ public:
     std::optional<BSDRecord> bsdRecord(Pid pid) override { return ask("bsdRecord", pid, &FakeProcess::bsd); }
     std::optional<UsageRecord> usage(Pid pid) override { return ask("usage", pid, &FakeProcess::usage); }
     std::optional<Text> executablePath(Pid pid) override { return ask("executablePath", pid, &FakeProcess::path); }
-    std::optional<std::string> argumentsBlock(Pid pid) override {
-        return ask("argumentsBlock", pid, &FakeProcess::argumentsBlock);
+    std::optional<TextList> arguments(Pid pid) override { return ask("arguments", pid, &FakeProcess::arguments); }
+    std::optional<std::vector<std::string>> environment(Pid pid) override {
+        return ask("environment", pid, &FakeProcess::environment);
     }
     std::optional<MemoryRecord> memoryRecord(Pid pid) override {
         return ask("memoryRecord", pid, &FakeProcess::memory);

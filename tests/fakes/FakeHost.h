@@ -21,7 +21,8 @@ struct FakeProcess {
     std::optional<BSDRecord> bsd = BSDRecord{};
     std::optional<UsageRecord> usage = UsageRecord{};
     std::optional<Text> path;
-    std::optional<std::string> argumentsBlock;
+    std::optional<TextList> arguments;
+    std::optional<std::vector<std::string>> environment;
     std::optional<MemoryRecord> memory;
     std::optional<Text> cwd;
     std::optional<bool> system;
@@ -41,10 +42,6 @@ struct FakeInstance {
     int asked = 0;
     int forced = 0;
 };
-
-/// The bytes of a process-arguments block, as a kernel lays them out.
-std::string argumentsBlock(const std::string& executable, const std::vector<std::string>& args,
-                           const std::vector<std::string>& env = {});
 
 /// The machine that a test describes: changed between calls, asked through the interfaces, and it records who asked
 /// for what. One world serves every interface of one host.

@@ -17,7 +17,8 @@ public:
     std::optional<BSDRecord> bsdRecord(Pid pid) override { return inner_->bsdRecord(pid); }
     std::optional<UsageRecord> usage(Pid pid) override { return inner_->usage(pid); }
     std::optional<Text> executablePath(Pid pid) override { return inner_->executablePath(pid); }
-    std::optional<std::string> argumentsBlock(Pid pid) override { return inner_->argumentsBlock(pid); }
+    std::optional<TextList> arguments(Pid pid) override { return inner_->arguments(pid); }
+    std::optional<std::vector<std::string>> environment(Pid pid) override { return inner_->environment(pid); }
     std::optional<MemoryRecord> memoryRecord(Pid pid) override { return inner_->memoryRecord(pid); }
     std::optional<Text> workingDirectory(Pid pid) override { return inner_->workingDirectory(pid); }
     std::optional<bool> belongsToSystem(Pid pid) override { return inner_->belongsToSystem(pid); }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/UTF8.h"
 #include "base/files/Files.h"
 #include "platform/linux/text/KernelText.h"
 #include "platform/linux/text/Scan.h"
@@ -24,6 +25,23 @@ std::optional<std::string_view> environmentValue(std::string_view environment, s
         if (entry.starts_with('=')) return entry.substr(1);
     }
     return std::nullopt;
+}
+
+TextList argumentTexts(const std::vector<std::string_view>& arguments) {
+    const auto first = std::ranges::find_if(arguments, [](std::string_view text) { return !text.empty(); });
+    const std::vector kept(first, arguments.end());
+    if (std::ranges::all_of(kept, UTF8::isValid)) return TextList(kept);
+    std::vector<std::string> repaired;
+    for (const auto text : kept) repaired.push_back(UTF8::repaired(text));
+    return TextList(repaired);
+}
+
+std::vector<std::string> environmentTexts(std::string_view environment) {
+    std::vector<std::string> texts;
+    while (!environment.empty()) {
+        if (const auto entry = Scan::take(environment, '\0'); !entry.empty()) texts.push_back(UTF8::repaired(entry));
+    }
+    return texts;
 }
 
 namespace {

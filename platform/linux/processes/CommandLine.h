@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Text.h"
+
 namespace tolvane::linuxhost {
 
 /// The arguments in the bytes of /proc/PID/cmdline, each ended by a NUL; the last may lack it.
@@ -13,6 +15,12 @@ std::vector<std::string_view> splitArguments(std::string_view bytes);
 
 /// The value of a NAME=value entry in the bytes of /proc/PID/environ; none when it is not there.
 std::optional<std::string_view> environmentValue(std::string_view environment, std::string_view name);
+
+/// Arguments as valid UTF-8, without empty ones at the beginning: the first names the program.
+TextList argumentTexts(const std::vector<std::string_view>& arguments);
+
+/// The entries in the bytes of /proc/PID/environ as valid UTF-8, without empty ones.
+std::vector<std::string> environmentTexts(std::string_view environment);
 
 /// A title that a program wrote over its arguments: "npm run dev" and then empty arguments, or one text with blanks.
 bool isTitle(const std::vector<std::string_view>& arguments, std::string_view executable);

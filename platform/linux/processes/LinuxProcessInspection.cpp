@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "platform/linux/processes/ArgumentsBlock.h"
 #include "platform/linux/processes/CommandLine.h"
 #include "platform/linux/processes/ListeningSockets.h"
 #include "platform/linux/processes/ProcCgroup.h"
@@ -101,13 +100,8 @@ void LinuxProcessInspection::readInSweep(ProcEntry& entry) {
     if (const auto depth = depthNow(entry)) refreshListed(entry, *depth);
 }
 
-void LinuxProcessInspection::readApart(ProcEntry& entry) {
-    entry.readApart = true;
-    refreshListed(entry, Depth::fresh);
-}
-
 ProcEntry* LinuxProcessInspection::stray(Pid pid) {
-    const auto [place, isNew] = strays_.try_emplace(pid, ProcEntry{.pid = pid, .readApart = true});
+    const auto [place, isNew] = strays_.try_emplace(pid, ProcEntry{.pid = pid});
     if (isNew) reader_.refresh(place->second, Depth::fresh, true, Membership::onlyRead);
     return place->second.known ? &place->second : nullptr;
 }
@@ -133,9 +127,8 @@ std::optional<BSDRecord> LinuxProcessInspection::bsdRecord(Pid pid) {
         strays_.clear();
         entry = stray(pid);
     } else if (std::exchange(entry->askedSweep, sweep_) == sweep_) {
-        readApart(*entry);
+        refreshListed(*entry, Depth::fresh);
     } else {
-        entry->readApart = false;
         readInSweep(*entry);
     }
     if (!entry || !entry->known) return std::nullopt;
@@ -183,27 +176,31 @@ std::optional<bool> LinuxProcessInspection::belongsToSystem(Pid pid) {
     return entry->system;
 }
 
-std::optional<std::string> LinuxProcessInspection::argumentsBlock(Pid pid) {
+std::optional<TextList> LinuxProcessInspection::arguments(Pid pid) {
     ProcEntry* entry = answered(pid);
     if (!entry || entry->kernelThread) return std::nullopt;
     const auto bytes = reader_.arguments(pid);
     if (!bytes) return std::nullopt;
     const auto words = splitArguments(*bytes);
-    const bool title = isTitle(words, entry->executable);
-    entry->titled = title;
-    environment_.clear();
-    if (title || entry->readApart) files_.readWhole(PidPath(pid, "environ"), environment_);
-    const std::string_view environment = entry->readApart ? std::string_view(environment_) : std::string_view{};
-    if (!title) return linuxhost::argumentsBlock(entry->executable, words, environment);
-    const auto arguments = argumentsOf(*entry, words);
-    return linuxhost::argumentsBlock(entry->executable, {arguments.begin(), arguments.end()}, environment);
+    entry->titled = isTitle(words, entry->executable);
+    if (!entry->titled) return argumentTexts(words);
+    const auto command = commandOfTitle(*entry, words.front());
+    return argumentTexts({command.begin(), command.end()});
 }
 
-std::vector<std::string> LinuxProcessInspection::argumentsOf(const ProcEntry& entry,
-                                                             const std::vector<std::string_view>& words) {
+std::vector<std::string> LinuxProcessInspection::commandOfTitle(const ProcEntry& entry, std::string_view title) {
+    environment_.clear();
+    files_.readWhole(PidPath(entry.pid, "environ"), environment_);
     const auto path = environmentValue(environment_, "PATH").value_or(std::string_view{});
-    return argumentsOfTitle(words.front(), entry.executable,
+    return argumentsOfTitle(title, entry.executable,
                             {.head = executableHead, .folders = searchFolders(path, entry.executable)});
+}
+
+std::optional<std::vector<std::string>> LinuxProcessInspection::environment(Pid pid) {
+    const ProcEntry* entry = answered(pid);
+    if (!entry || entry->kernelThread) return std::nullopt;
+    if (!files_.readWhole(PidPath(pid, "environ"), environment_)) return std::nullopt;
+    return environmentTexts(environment_);
 }
 
 std::vector<int> LinuxProcessInspection::listeningPorts(Pid pid) { return ListeningTables(files_).portsOf(pid); }

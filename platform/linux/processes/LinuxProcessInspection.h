@@ -56,9 +56,6 @@ struct LinuxInspectionOptions {
 /// Every process is re-checked in full in one of 16 sweeps, more often when sweeps are rare: no fact is older than
 /// about half a minute, or than 16 sweeps where these take longer to pass. Who is about to act asks `bsdRecord`
 /// again, which reads everything.
-///
-/// `argumentsBlock` holds the environment only outside a sweep: it is large, seldom wanted, and nobody in a sweep
-/// looks at it.
 class LinuxProcessInspection : public ProcessInspection {
 public:
     explicit LinuxProcessInspection(LinuxInspectionOptions options);
@@ -68,7 +65,8 @@ public:
     std::optional<BSDRecord> bsdRecord(Pid pid) override;
     std::optional<UsageRecord> usage(Pid pid) override;
     std::optional<Text> executablePath(Pid pid) override;
-    std::optional<std::string> argumentsBlock(Pid pid) override;
+    std::optional<TextList> arguments(Pid pid) override;
+    std::optional<std::vector<std::string>> environment(Pid pid) override;
     std::optional<MemoryRecord> memoryRecord(Pid pid) override;
     std::optional<Text> workingDirectory(Pid pid) override;
     std::optional<bool> belongsToSystem(Pid pid) override;
@@ -86,11 +84,10 @@ private:
     std::optional<Depth> depthNow(const ProcEntry& entry) const;
     void refreshListed(ProcEntry& entry, Depth depth);
     void readInSweep(ProcEntry& entry);
-    void readApart(ProcEntry& entry);
     ProcEntry* stray(Pid pid);
     ProcEntry* rowWithFacts(Pid pid);
     ProcEntry* answered(Pid pid);
-    std::vector<std::string> argumentsOf(const ProcEntry& entry, const std::vector<std::string_view>& words);
+    std::vector<std::string> commandOfTitle(const ProcEntry& entry, std::string_view title);
 
     LinuxInspectionOptions options_;
     ProcFiles files_;

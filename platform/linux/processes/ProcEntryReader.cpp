@@ -46,11 +46,8 @@ void ProcEntryReader::refresh(ProcEntry& entry, Depth depth, bool folderDue, Mem
 
 void ProcEntryReader::forget(ProcEntry& entry) {
     gate_.leave(entry.group);
-    entry = ProcEntry{.pid = entry.pid,
-                      .readSweep = entry.readSweep,
-                      .askedSweep = entry.askedSweep,
-                      .gone = entry.gone,
-                      .readApart = entry.readApart};
+    entry =
+        ProcEntry{.pid = entry.pid, .readSweep = entry.readSweep, .askedSweep = entry.askedSweep, .gone = entry.gone};
 }
 
 bool ProcEntryReader::readFacts(ProcEntry& entry, Depth depth, bool folderDue, Membership membership) {

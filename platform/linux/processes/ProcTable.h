@@ -61,8 +61,6 @@ struct ProcEntry {
     bool systemStale = true;
     /// A title stood where its arguments were last asked for.
     bool titled = false;
-    /// The latest reading was one of its own, outside the order of a sweep.
-    bool readApart = false;
 
     UnitFacts unit = {};
     /// Tells one place in the control groups from another.

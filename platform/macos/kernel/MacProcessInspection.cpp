@@ -7,6 +7,7 @@
 #include "platform/macos/kernel/KernelNumbers.h"
 #include "platform/macos/kernel/ListeningPorts.h"
 #include "platform/macos/kernel/PortRight.h"
+#include "platform/macos/kernel/ProcStrings.h"
 #include "platform/macos/kernel/ProcessFacts.h"
 
 namespace tolvane::machost {
@@ -81,14 +82,14 @@ std::optional<Text> MacProcessInspection::executablePath(Pid pid) {
     return textOf(viewOf(path));
 }
 
-std::optional<std::string> MacProcessInspection::argumentsBlock(Pid pid) {
-    const std::array<int, 3> name = {kernelName, argumentsName, pid};
-    std::size_t size = 0;
-    if (kernel_->systemValue(name.data(), name.size(), nullptr, &size) != 0 || size < 1) return std::nullopt;
-    std::string block(size, '\0');
-    if (kernel_->systemValue(name.data(), name.size(), block.data(), &size) != 0 || size < 1) return std::nullopt;
-    block.resize(std::min(size, block.size()));
-    return block;
+std::optional<TextList> MacProcessInspection::arguments(Pid pid) {
+    const auto block = readArgumentsBlock(*kernel_, pid);
+    return block ? std::optional(parseProcArgs(*block)) : std::nullopt;
+}
+
+std::optional<std::vector<std::string>> MacProcessInspection::environment(Pid pid) {
+    const auto block = readArgumentsBlock(*kernel_, pid);
+    return block ? std::optional(parseProcEnv(*block)) : std::nullopt;
 }
 
 std::optional<MemoryRecord> MacProcessInspection::memoryRecord(Pid pid) {

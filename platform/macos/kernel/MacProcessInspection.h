@@ -17,7 +17,8 @@ public:
     std::optional<BSDRecord> bsdRecord(Pid pid) override;
     std::optional<UsageRecord> usage(Pid pid) override;
     std::optional<Text> executablePath(Pid pid) override;
-    std::optional<std::string> argumentsBlock(Pid pid) override;
+    std::optional<TextList> arguments(Pid pid) override;
+    std::optional<std::vector<std::string>> environment(Pid pid) override;
     std::optional<MemoryRecord> memoryRecord(Pid pid) override;
     std::optional<Text> workingDirectory(Pid pid) override;
     std::optional<bool> belongsToSystem(Pid) override { return std::nullopt; }

@@ -1,5 +1,8 @@
 #include "platform/macos/kernel/ProcessFacts.h"
 
+#include <algorithm>
+#include <array>
+
 #include "base/UTF8.h"
 #include "platform/macos/kernel/KernelNumbers.h"
 
@@ -10,6 +13,16 @@ std::optional<BSDInfo> readBSDInfo(const KernelCalls& kernel, Pid pid) {
     constexpr int size = sizeof info;
     if (kernel.pidInfo(pid, shortBSDInfo, 0, &info, size) != size) return std::nullopt;
     return info;
+}
+
+std::optional<std::string> readArgumentsBlock(const KernelCalls& kernel, Pid pid) {
+    const std::array<int, 3> name = {kernelName, argumentsName, pid};
+    std::size_t size = 0;
+    if (kernel.systemValue(name.data(), name.size(), nullptr, &size) != 0 || size < 1) return std::nullopt;
+    std::string block(size, '\0');
+    if (kernel.systemValue(name.data(), name.size(), block.data(), &size) != 0 || size < 1) return std::nullopt;
+    block.resize(std::min(size, block.size()));
+    return block;
 }
 
 Date startTimeOf(const BSDInfo& info) {

@@ -165,7 +165,7 @@ TEST_F(ProjectActs, aProcessWithoutAFolderIsStartedInTheProjects) {
 TEST_F(ProjectActs, anEnvironmentThatCannotBeReadIsEmpty) {
     start();
     auto asked = group(shop);
-    world.find(11)->argumentsBlock.reset();
+    world.find(11)->environment.reset();
     static_cast<void>(model->acts().park(asked));
     EXPECT_THAT(model->parked->front().commands.front().env, IsEmpty());
     EXPECT_THAT(model->parked->front().commands.front().args, ElementsAre("npm", "run", "dev"));

@@ -26,7 +26,7 @@ struct SteadyMemoryTest : ModelTest {
 
     void describe(fakes::FakeProcess& process, Pid pid) {
         process.usage->footprint = static_cast<std::uint64_t>(10 + pid % 40) * MiB;
-        process.argumentsBlock = fakes::argumentsBlock("/opt/node", {"node", "server.js", std::to_string(pid)});
+        process.arguments = {"node", "server.js", std::to_string(pid)};
         process.memory = MemoryRecord{.compressed = MiB};
         process.cwd = Text("/home/ada/shop" + std::to_string(pid % 5));
         if (pid % 3 == 0)

@@ -178,7 +178,7 @@ TEST_F(ApplyRulesTest, rulesForApplicationsHoldBackWhereNobodyCanTellWhichIsInFr
 
 TEST_F(ApplyRulesTest, commandsEndNoApplicationWhereNobodyCanTellWhichIsInFront) {
     addWorker(7);
-    addApp(8, mail).argumentsBlock = fakes::argumentsBlock("/opt/worker", {"/opt/worker"});
+    addApp(8, mail).arguments = {"/opt/worker"};
     world.appIDs[mail] = "com.example.mail";
     auto rule = workerRule(RuleAction::terminate);
     rule.memoryMB = 0;

@@ -40,7 +40,7 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
         auto& process = once(2) ? addApp(pid, bundle(of(apps))) : world.add(pid, once(2) ? "node" : "claude");
         process.bsd->ppid = once(3) ? 1 : firstOfUser + static_cast<Pid>(below(20));
         process.bsd->startTime = clock.now();
-        process.argumentsBlock = fakes::argumentsBlock("/opt/x", {"x", once(2) ? "/x/worker" : "/x/vite"});
+        process.arguments = {"x", once(2) ? "/x/worker" : "/x/vite"};
         process.usage->footprint = below(6) * 300 * MiB;
         process.memory = MemoryRecord{.compressed = below(3) * 200 * MiB};
         if (once(3)) process.cwd = Text(once(2) ? shop : blog);

@@ -80,8 +80,7 @@ TEST_F(AdviceModelTest, aDeviceIsCalledByItsName) {
     const std::string device = "6F0E0C9A-2B41-4E8F-9B8A-0D5A1B2C3D4E";
     world.propertyLists["/home/ada/Library/Developer/CoreSimulator/Devices/" + device + "/device.plist name"] =
         "iPhone 16";
-    world.add(72, "launchd_sim").argumentsBlock =
-        fakes::argumentsBlock("/opt/launchd_sim", {"launchd_sim", "/CoreSimulator/Devices/" + device + "/data"});
+    world.add(72, "launchd_sim").arguments = {"launchd_sim", "/CoreSimulator/Devices/" + device + "/data"};
     start();
     clock.advance(3600s);
     ASSERT_EQ(model->suggestions->size(), 1U);

@@ -27,7 +27,7 @@ protected:
     }
     fakes::FakeProcess& addWithArgs(Pid pid, const std::vector<std::string>& args) {
         auto& process = world.add(pid, args.front());
-        process.argumentsBlock = fakes::argumentsBlock(process.path->str(), args);
+        process.arguments = TextList(args);
         return process;
     }
     std::vector<std::string> argsOf(Pid pid) { return reader.read(pid)->args.strings(); }
@@ -184,7 +184,7 @@ TEST_F(ProcessReaderTest, argumentsAreReadOnceALife) {
     reader.readAll();
     const auto again = reader.readAll();
     EXPECT_THAT(again.front().args.strings(), ElementsAre("node", "a.js"));
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 1U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 1U);
     EXPECT_EQ(world.timesAsked("executablePath 10"), 2U);
     EXPECT_EQ(world.timesAsked("memoryRecord 10"), 2U);
     EXPECT_EQ(world.timesAsked("workingDirectory 10"), 2U);
@@ -193,29 +193,29 @@ TEST_F(ProcessReaderTest, argumentsAreReadOnceALife) {
 TEST_F(ProcessReaderTest, unreadableArgumentsAreNotAskedForAgain) {
     auto& process = world.add(10, "x");
     reader.readAll();
-    process.argumentsBlock = fakes::argumentsBlock("/opt/x", {"x", "late"});
+    process.arguments = {"x", "late"};
     EXPECT_THAT(reader.readAll().front().args, IsEmpty());
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 1U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 1U);
 }
 
 TEST_F(ProcessReaderTest, aReusedPidGetsItsOwnArguments) {
     auto& process = addWithArgs(10, {"node", "a.js"});
     reader.readAll();
     process.bsd->startTime = start + Seconds{1};
-    process.argumentsBlock = fakes::argumentsBlock("/opt/x", {"python3", "b.py"});
+    process.arguments = {"python3", "b.py"};
     EXPECT_THAT(reader.readAll().front().args.strings(), ElementsAre("python3", "b.py"));
     EXPECT_THAT(reader.readAll().front().args.strings(), ElementsAre("python3", "b.py"));
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 2U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 2U);
 }
 
 TEST_F(ProcessReaderTest, anotherProgramInTheSameProcessGetsItsOwnArguments) {
     auto& process = addWithArgs(10, {"zsh", "-c", "exec node a.js"});
     reader.readAll();
     process.bsd->programStamp = 99;
-    process.argumentsBlock = fakes::argumentsBlock("/opt/node", {"node", "a.js"});
+    process.arguments = {"node", "a.js"};
     EXPECT_THAT(argsOf(10), ElementsAre("node", "a.js"));
     EXPECT_THAT(argsOf(10), ElementsAre("node", "a.js"));
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 2U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 2U);
 }
 
 TEST_F(ProcessReaderTest, argumentsOfAProcessThatASweepMissedAreForgotten) {
@@ -226,8 +226,8 @@ TEST_F(ProcessReaderTest, argumentsOfAProcessThatASweepMissedAreForgotten) {
     reader.readAll();
     world.find(10)->usage = UsageRecord{};
     reader.readAll();
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 2U);
-    EXPECT_EQ(world.timesAsked("argumentsBlock 11"), 1U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 2U);
+    EXPECT_EQ(world.timesAsked("arguments 11"), 1U);
 }
 
 TEST_F(ProcessReaderTest, aFailedListForgetsAllArguments) {
@@ -237,7 +237,7 @@ TEST_F(ProcessReaderTest, aFailedListForgetsAllArguments) {
     reader.readAll();
     world.processes = processes;
     reader.readAll();
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 2U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 2U);
 }
 
 TEST_F(ProcessReaderTest, aSingleReadSharesTheSweepsArguments) {
@@ -245,7 +245,7 @@ TEST_F(ProcessReaderTest, aSingleReadSharesTheSweepsArguments) {
     EXPECT_THAT(argsOf(10), ElementsAre("node", "a.js"));
     reader.readAll();
     EXPECT_THAT(argsOf(10), ElementsAre("node", "a.js"));
-    EXPECT_EQ(world.timesAsked("argumentsBlock 10"), 1U);
+    EXPECT_EQ(world.timesAsked("arguments 10"), 1U);
 }
 
 TEST_F(ProcessReaderTest, anyOrderAndRepeatedPidsKeepEachProcessItsArguments) {
@@ -257,8 +257,8 @@ TEST_F(ProcessReaderTest, anyOrderAndRepeatedPidsKeepEachProcessItsArguments) {
         for (const auto& sample : samples) EXPECT_EQ(sample.args[1], std::to_string(sample.pid));
         std::ranges::rotate(world.processes, world.processes.begin() + 1);
     }
-    EXPECT_EQ(world.timesAsked("argumentsBlock 20"), 1U);
-    EXPECT_EQ(world.timesAsked("argumentsBlock 5"), 1U);
+    EXPECT_EQ(world.timesAsked("arguments 20"), 1U);
+    EXPECT_EQ(world.timesAsked("arguments 5"), 1U);
 }
 
 TEST_F(ProcessReaderTest, argumentsAreSharedFromSweepToSweep) {
@@ -271,13 +271,12 @@ TEST_F(ProcessReaderTest, argumentsAreSharedFromSweepToSweep) {
 TEST_F(ProcessReaderTest, mainRecordIsTheFirstQuestionAboutAProcess) {
     world.add(10, "x");
     reader.readAll();
-    EXPECT_THAT(world.asked,
-                ElementsAre("allPids", "bsdRecord 10", "usage 10", "executablePath 10", "argumentsBlock 10",
-                            "memoryRecord 10", "workingDirectory 10", "belongsToSystem 10"));
+    EXPECT_THAT(world.asked, ElementsAre("allPids", "bsdRecord 10", "usage 10", "executablePath 10", "arguments 10",
+                                         "memoryRecord 10", "workingDirectory 10", "belongsToSystem 10"));
 }
 
-TEST_F(ProcessReaderTest, environmentIsTheBlocksSecondHalf) {
-    world.add(10, "x").argumentsBlock = fakes::argumentsBlock("/opt/x", {"x"}, {"HOME=/home/ada", "LANG=C"});
+TEST_F(ProcessReaderTest, environmentIsTheHostsAnswer) {
+    world.add(10, "x").environment = {"HOME=/home/ada", "LANG=C"};
     EXPECT_THAT(ProcessReader::environment(*inspection, 10), ElementsAre("HOME=/home/ada", "LANG=C"));
 }
 

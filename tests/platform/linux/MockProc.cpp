@@ -122,7 +122,7 @@ const std::map<Pid, Reading>& Sweeper::sweep() {
         const std::pair life{reading.bsd->startTime, reading.bsd->programStamp};
         if (const auto found = known_.find(pid); found == known_.end() || found->second != life) {
             known_[pid] = life;
-            arguments[pid] = inspection_.argumentsBlock(pid);
+            arguments[pid] = inspection_.arguments(pid);
         }
         reading.memory = inspection_.memoryRecord(pid);
         reading.folder = inspection_.workingDirectory(pid);

@@ -94,7 +94,7 @@ public:
 
     const std::map<Pid, Reading>& sweep();
     std::map<Pid, Reading> readings;
-    std::map<Pid, std::optional<std::string>> arguments;
+    std::map<Pid, std::optional<TextList>> arguments;
 
 private:
     ProcessInspection& inspection_;

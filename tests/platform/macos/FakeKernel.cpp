@@ -192,4 +192,13 @@ void FakeKernel::addControlCalls() {
     calls.ownUser = [] { return 501U; };
 }
 
+std::string argumentsBlock(const std::string& executable, const std::vector<std::string>& args,
+                           const std::vector<std::string>& env) {
+    std::string block = bytesOf(static_cast<std::int32_t>(args.size())) + executable;
+    block.append(3, '\0');
+    for (const auto& text : args) block.append(text).push_back('\0');
+    for (const auto& text : env) block.append(text).push_back('\0');
+    return block;
+}
+
 }  // namespace tolvane::machost

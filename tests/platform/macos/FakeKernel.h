@@ -76,6 +76,10 @@ Date startedAt(std::uint64_t seconds, std::uint64_t microseconds);
 /// A listening TCP socket, with its port as the kernel stores it.
 FakeSocket listener(int descriptor, int port);
 
+/// The bytes of a process-arguments block, as the kernel lays them out.
+std::string argumentsBlock(const std::string& executable, const std::vector<std::string>& args,
+                           const std::vector<std::string>& env = {});
+
 template <typename Type>
 std::string bytesOf(const Type& value) {
     return {reinterpret_cast<const char*>(&value), sizeof value};

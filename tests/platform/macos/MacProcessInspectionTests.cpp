@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "tests/fakes/FakeHost.h"
+#include "platform/macos/kernel/ProcessFacts.h"
 #include "tests/platform/macos/FakeKernel.h"
 
 namespace tolvane::machost {
@@ -163,9 +163,15 @@ TEST_F(MacProcessInspectionTest, noPathWithoutAResult) {
 }
 
 TEST_F(MacProcessInspectionTest, readsTheArgumentsBlockByteForByte) {
-    const auto block = fakes::argumentsBlock("/opt/node", {"node", "a.js"}, {"HOME=/home/ada"});
+    const auto block = argumentsBlock("/opt/node", {"node", "a.js"}, {"HOME=/home/ada"});
     kernel_.add(42, "node").arguments = block;
-    EXPECT_THAT(inspection().argumentsBlock(42), Optional(block));
+    EXPECT_THAT(readArgumentsBlock(kernel_.calls, 42), Optional(block));
+}
+
+TEST_F(MacProcessInspectionTest, argumentsAndEnvironmentAreTheBlocksTwoParts) {
+    kernel_.add(42, "node").arguments = argumentsBlock("/opt/node", {"node", "a.js"}, {"HOME=/home/ada"});
+    EXPECT_EQ(inspection().arguments(42), (TextList{"node", "a.js"}));
+    EXPECT_THAT(inspection().environment(42), Optional(ElementsAre("HOME=/home/ada")));
 }
 
 TEST_F(MacProcessInspectionTest, aBlockIsAsLongAsTheSecondCallSaid) {
@@ -174,7 +180,7 @@ TEST_F(MacProcessInspectionTest, aBlockIsAsLongAsTheSecondCallSaid) {
         *size = value == nullptr ? 100 : 3;
         return 0;
     };
-    EXPECT_THAT(inspection().argumentsBlock(42), Optional(std::string("abc")));
+    EXPECT_THAT(readArgumentsBlock(kernel_.calls, 42), Optional(std::string("abc")));
 }
 
 TEST_F(MacProcessInspectionTest, aBlockThatGrewBetweenTheCallsStaysWithinItsBuffer) {
@@ -182,7 +188,7 @@ TEST_F(MacProcessInspectionTest, aBlockThatGrewBetweenTheCallsStaysWithinItsBuff
         *size = value == nullptr ? 10 : 4000;
         return 0;
     };
-    EXPECT_THAT(inspection().argumentsBlock(42), Optional(SizeIs(10)));
+    EXPECT_THAT(readArgumentsBlock(kernel_.calls, 42), Optional(SizeIs(10)));
 }
 
 TEST_F(MacProcessInspectionTest, noBlockWhenEitherCallFailsOrGivesNothing) {
@@ -193,7 +199,9 @@ TEST_F(MacProcessInspectionTest, noBlockWhenEitherCallFailsOrGivesNothing) {
                 *size = fails && result == 0 ? 0 : 10;
                 return fails && result != 0 ? failing(ENOMEM) : 0;
             };
-            EXPECT_FALSE(inspection().argumentsBlock(42)) << first << result;
+            EXPECT_FALSE(readArgumentsBlock(kernel_.calls, 42)) << first << result;
+            EXPECT_FALSE(inspection().arguments(42)) << first << result;
+            EXPECT_FALSE(inspection().environment(42)) << first << result;
         }
     }
 }

@@ -7,7 +7,6 @@
 
 #include "core/sampling/ProcessReader.h"
 #include "platform/macos/kernel/MacProcessInspection.h"
-#include "tests/fakes/FakeHost.h"
 #include "tests/platform/macos/FakeKernel.h"
 
 namespace tolvane::machost {
@@ -34,7 +33,7 @@ TEST_F(MacSweepTest, aSampleHoldsWhatTheRecordsSay) {
     auto& process = kernel_.add(42, "node", 7, 502);
     process.path = "/opt/bin/node";
     process.folder = "/home/ada/src";
-    process.arguments = fakes::argumentsBlock("/opt/bin/node", {"node", "server.js"});
+    process.arguments = argumentsBlock("/opt/bin/node", {"node", "server.js"});
     process.usage.userTime = 3000;
     process.usage.systemTime = 600;
     process.usage.performanceUserTime = 300;
@@ -109,10 +108,10 @@ TEST_F(MacSweepTest, aNamelessProcessIsCalledAfterItsPathOrNothing) {
 }
 
 TEST_F(MacSweepTest, aReusedPidGetsItsOwnArguments) {
-    kernel_.add(42, "node").arguments = fakes::argumentsBlock("/n", {"node", "old.js"});
+    kernel_.add(42, "node").arguments = argumentsBlock("/n", {"node", "old.js"});
     auto& reader = this->reader();
     reader.readAll();
-    kernel_.processes[42].arguments = fakes::argumentsBlock("/n", {"node", "new.js"});
+    kernel_.processes[42].arguments = argumentsBlock("/n", {"node", "new.js"});
     EXPECT_THAT(reader.readAll()[0].args.strings(), ElementsAre("node", "old.js"));
     kernel_.processes[42].info.startMicroseconds += 1;
     EXPECT_THAT(reader.readAll()[0].args.strings(), ElementsAre("node", "new.js"));
@@ -120,11 +119,11 @@ TEST_F(MacSweepTest, aReusedPidGetsItsOwnArguments) {
 
 TEST_F(MacSweepTest, aShellThatBecomesAnotherProgramGetsThatProgramsArguments) {
     auto& process = kernel_.add(42, "zsh");
-    process.arguments = fakes::argumentsBlock("/bin/zsh", {"zsh"});
+    process.arguments = argumentsBlock("/bin/zsh", {"zsh"});
     auto& reader = this->reader();
     reader.readAll();
     process.info.name = {'n', 'o', 'd', 'e'};
-    process.arguments = fakes::argumentsBlock("/opt/node", {"node", "a.js"});
+    process.arguments = argumentsBlock("/opt/node", {"node", "a.js"});
     EXPECT_THAT(reader.readAll()[0].args.strings(), ElementsAre("node", "a.js"));
 }
 

@@ -15,6 +15,7 @@ using ::testing::Ge;
 using ::testing::Le;
 using testing::MockProc;
 using testing::MockProcess;
+using ::testing::Optional;
 using testing::Sweeper;
 
 namespace {
@@ -68,11 +69,11 @@ TEST(LinuxProcessInspection, aTitleThatChangesIsReadAnew) {
     const auto inspection = proc.inspection();
     Sweeper sweeper(*inspection);
     sweeper.sweep();
-    EXPECT_NE(sweeper.arguments[20]->find(std::string("\0web\0", 5)), std::string::npos);
+    EXPECT_EQ(sweeper.arguments[20], TextList{"web"});
     for (const std::string title : {"web serve", "web serve all"}) {
         shown(title);
         sweeper.sweep();
-        EXPECT_NE(sweeper.arguments[20]->find('\0' + title + '\0'), std::string::npos);
+        EXPECT_EQ(sweeper.arguments[20], TextList{title});
     }
 }
 
@@ -108,7 +109,8 @@ TEST(LinuxProcessInspection, noPidBelowOneIsAProcess) {
     const auto inspection = proc.inspection();
     EXPECT_FALSE(inspection->bsdRecord(0));
     EXPECT_FALSE(inspection->usage(-1));
-    EXPECT_FALSE(inspection->argumentsBlock(0));
+    EXPECT_FALSE(inspection->arguments(0));
+    EXPECT_FALSE(inspection->environment(0));
 }
 
 TEST(LinuxProcessInspection, eachFileIsReadAtMostOnceInASweep) {
@@ -196,7 +198,7 @@ TEST(LinuxProcessInspection, anExecMovesStampPathNameAndArguments) {
     EXPECT_EQ(after.bsd->startTime, before.bsd->startTime);
     EXPECT_EQ(after.bsd->name, "other");
     EXPECT_EQ(after.executable, "/opt/other");
-    EXPECT_EQ(sweeper.arguments[20], "\2\0\0\0/opt/other\0other\0--fast\0"s);
+    EXPECT_EQ(sweeper.arguments[20], (TextList{"other", "--fast"}));
 }
 
 TEST(LinuxProcessInspection, aReusedPidIsAnotherProcess) {
@@ -213,7 +215,7 @@ TEST(LinuxProcessInspection, aReusedPidIsAnotherProcess) {
     EXPECT_EQ(reading.bsd->startTime, dateFromUnixSeconds(1.7e9 + 50));
     EXPECT_EQ(reading.executable, "/opt/new");
     EXPECT_EQ(reading.usage->peakFootprint, 400u * 1024);
-    EXPECT_EQ(sweeper.arguments[20], "\1\0\0\0/opt/new\0new\0"s);
+    EXPECT_EQ(sweeper.arguments[20], TextList{"new"});
 }
 
 TEST(LinuxProcessInspection, aZombieIsListedButNoProcess) {
@@ -265,7 +267,8 @@ TEST(LinuxProcessInspection, whatTheKernelShieldsIsMissingAndTheRestIsThere) {
     EXPECT_FALSE(inspection->executablePath(20));
     EXPECT_FALSE(inspection->workingDirectory(20));
     EXPECT_EQ(inspection->belongsToSystem(20), true);
-    EXPECT_EQ(inspection->argumentsBlock(20), "\1\0\0\0\0tool\0"s);
+    EXPECT_EQ(inspection->arguments(20), TextList{"tool"});
+    EXPECT_EQ(inspection->environment(20), std::vector<std::string>{});
 }
 
 TEST(LinuxProcessInspection, aReplacedProgramKeepsItsPath) {
@@ -314,7 +317,8 @@ TEST(LinuxProcessInspection, aKernelThreadHasNoMemoryNoPathAndNoArguments) {
     EXPECT_EQ(inspection->bsdRecord(20)->name, "kworker/u16:3-events_unbound");
     EXPECT_EQ(inspection->bsdRecord(20)->ppid, 2);
     EXPECT_EQ(inspection->usage(20)->footprint, 0u);
-    EXPECT_FALSE(inspection->argumentsBlock(20));
+    EXPECT_FALSE(inspection->arguments(20));
+    EXPECT_FALSE(inspection->environment(20));
     EXPECT_EQ(inspection->belongsToSystem(20), true);
 }
 
@@ -374,18 +378,19 @@ TEST(LinuxProcessInspection, aPidThatNoSweepListedIsReadInFullEachTime) {
     EXPECT_FALSE(inspection->usage(20));
 }
 
-TEST(LinuxProcessInspection, theEnvironmentIsInTheBlockOnlyOutsideASweep) {
+TEST(LinuxProcessInspection, argumentsAreAskedForWithoutTheEnvironment) {
     MockProc proc;
     proc.put({.pid = 20, .environment = "HOME=/home/ada\0"s});
     const auto inspection = proc.inspection();
-    EXPECT_EQ(inspection->argumentsBlock(20), "\1\0\0\0/usr/bin/tool\0tool\0HOME=/home/ada\0"s);
+    EXPECT_THAT(inspection->environment(20), Optional(ElementsAre("HOME=/home/ada")));
     inspection->allPids();
     inspection->bsdRecord(20);
     proc.accesses.clear();
-    EXPECT_EQ(inspection->argumentsBlock(20), "\1\0\0\0/usr/bin/tool\0tool\0"s);
+    EXPECT_EQ(inspection->arguments(20), TextList{"tool"});
     EXPECT_EQ(proc.timesRead("20/environ"), 0);
     inspection->bsdRecord(20);
-    EXPECT_EQ(inspection->argumentsBlock(20), "\1\0\0\0/usr/bin/tool\0tool\0HOME=/home/ada\0"s);
+    EXPECT_EQ(inspection->arguments(20), TextList{"tool"});
+    EXPECT_THAT(inspection->environment(20), Optional(ElementsAre("HOME=/home/ada")));
 }
 
 TEST(LinuxProcessInspection, aProcessAdoptedByTheUsersServiceManagerHasParentOne) {

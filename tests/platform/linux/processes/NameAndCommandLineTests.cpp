@@ -3,7 +3,6 @@
 
 #include <map>
 
-#include "platform/linux/processes/ArgumentsBlock.h"
 #include "platform/linux/processes/CommandLine.h"
 #include "platform/linux/processes/ProcessName.h"
 #include "platform/linux/text/RepairedText.h"
@@ -12,6 +11,7 @@ namespace tolvane::linuxhost {
 
 using namespace std::string_literals;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 namespace {
 
@@ -188,13 +188,22 @@ TEST(CommandLine, readsWhomAScriptIsFor) {
     EXPECT_FALSE(isScriptFor("", "node"));
 }
 
-TEST(ArgumentsBlock, hasTheLayoutOfTheKernelsBlock) {
-    EXPECT_EQ(argumentsBlock("/bin/x", {"x", "", "y"}, "A=1\0B=2\0"s), "\3\0\0\0/bin/x\0x\0\0y\0A=1\0B=2\0"s);
-    EXPECT_EQ(argumentsBlock("", {}, ""), "\0\0\0\0\0"s);
+TEST(CommandLine, keepsEmptyArgumentsBehindTheFirst) {
+    EXPECT_THAT(argumentTexts({"x", "", "y"}).strings(), ElementsAre("x", "", "y"));
+    EXPECT_THAT(argumentTexts({"", "", "a"}).strings(), ElementsAre("a"));
+    EXPECT_THAT(argumentTexts({"", ""}).strings(), IsEmpty());
+    EXPECT_THAT(argumentTexts({}).strings(), IsEmpty());
 }
 
-TEST(ArgumentsBlock, leavesOutEmptyTextsThatWouldShiftTheOthers) {
-    EXPECT_EQ(argumentsBlock("/x", {"", "", "a"}, "\0A=1\0\0B=2\0"s), "\1\0\0\0/x\0a\0A=1\0B=2\0"s);
+TEST(CommandLine, argumentsThatAreNotUtf8AreRepairedOneByOne) {
+    EXPECT_THAT(argumentTexts({"x", "caf\xE9", "\xE2\x82", "y"}).strings(),
+                ElementsAre("x", "caf\uFFFD", "\uFFFD", "y"));
+}
+
+TEST(CommandLine, anEnvironmentIsItsEntriesWithoutEmptyOnes) {
+    EXPECT_THAT(environmentTexts("A=1\0B=2\0"s), ElementsAre("A=1", "B=2"));
+    EXPECT_THAT(environmentTexts("\0A=1\0\0B=\xC3"s), ElementsAre("A=1", "B=\uFFFD"));
+    EXPECT_THAT(environmentTexts(""), IsEmpty());
 }
 
 }  // namespace tolvane::linuxhost

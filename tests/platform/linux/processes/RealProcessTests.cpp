@@ -92,9 +92,7 @@ TEST_F(RealProcess, anExecIsAnotherProgramOfTheSameProcess) {
     EXPECT_NE(now.bsd->programStamp, old.bsd->programStamp);
     EXPECT_THAT(now.executable->str(), HasSubstr("/bin/sleep"));
     EXPECT_NE(now.executable, old.executable);
-    EXPECT_THAT(*sweeper_.arguments[child.pid()], HasSubstr(std::string("sleep\0"
-                                                                        "60\0",
-                                                                        9)));
+    EXPECT_EQ(sweeper_.arguments[child.pid()], (TextList{"sleep", "60"}));
 }
 
 TEST_F(RealProcess, aProcessThatRenamesItselfHasTheNewName) {
@@ -190,7 +188,7 @@ TEST_F(RealProcess, forAnotherUserAShieldedProcessHasNoPathAndNoFolder) {
         if (!bsd || bsd->uid != 0 || bsd->name.empty()) ::_exit(1);
         if (inspection.executablePath(watched) || inspection.workingDirectory(watched)) ::_exit(2);
         if (bsd->programStamp != 0 || !inspection.usage(watched)) ::_exit(3);
-        if (inspection.usage(watched)->footprint == 0 || !inspection.argumentsBlock(watched)) ::_exit(4);
+        if (inspection.usage(watched)->footprint == 0 || !inspection.arguments(watched)) ::_exit(4);
         if (!inspection.listeningPorts(watched).empty()) ::_exit(5);
         if (inspection.belongsToSystem(watched) != true) ::_exit(6);
         ::_exit(0);
@@ -221,15 +219,15 @@ TEST_F(RealProcess, aProcessOfAnotherPidNamespaceBelongsToTheSystemAndHasNoFolde
     EXPECT_NE(sweeper_.readings[child.pid()].system, true);
 }
 
-TEST_F(RealProcess, theEnvironmentOfAProcessComesWithTheBlock) {
+TEST_F(RealProcess, theEnvironmentOfAProcessCanBeRead) {
     Child child({}, [] {
         char name[] = "MARK=of this test";
         char* environment[] = {name, nullptr};
         ::execle("/bin/sleep", "sleep", "60", nullptr, environment);
     });
     child.nextAndGo();
-    const auto block = [&] { return LinuxProcessInspection(hostOptions()).argumentsBlock(child.pid()).value_or(""); };
-    EXPECT_TRUE(eventually([&] { return block().ends_with(std::string("MARK=of this test\0", 18)); }));
+    const std::vector<std::string> expected = {"MARK=of this test"};
+    EXPECT_TRUE(eventually([&] { return LinuxProcessInspection(hostOptions()).environment(child.pid()) == expected; }));
 }
 
 TEST_F(RealProcess, aTitleOfNodeIsTheCommandThatItNames) {
@@ -243,11 +241,11 @@ TEST_F(RealProcess, aTitleOfNodeIsTheCommandThatItNames) {
                  environment);
     });
     child.nextAndGo();
-    const std::string expected("node\0/usr/bin/npm\0run\0dev\0", 26);
+    const TextList expected = {"node", "/usr/bin/npm", "run", "dev"};
     EXPECT_TRUE(eventually([&] {
         sweeper_.arguments.clear();
         LinuxProcessInspection once(hostOptions());
-        return once.argumentsBlock(child.pid()).value_or("").find(expected) != std::string::npos;
+        return once.arguments(child.pid()) == expected;
     }));
 }
 

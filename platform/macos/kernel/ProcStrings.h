@@ -6,7 +6,7 @@
 
 #include "base/Text.h"
 
-namespace tolvane {
+namespace tolvane::machost {
 
 /// The arguments and environment of a process.
 struct ProcStrings {
@@ -29,4 +29,4 @@ TextList parseProcArgs(std::string_view block);
 /// Parses the environment only.
 std::vector<std::string> parseProcEnv(std::string_view block);
 
-}  // namespace tolvane
+}  // namespace tolvane::machost

@@ -1,4 +1,4 @@
-#include "core/sampling/ProcStrings.h"
+#include "platform/macos/kernel/ProcStrings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,9 +6,9 @@
 #include <memory>
 #include <random>
 
-#include "tests/fakes/FakeHost.h"
+#include "tests/platform/macos/FakeKernel.h"
 
-namespace tolvane {
+namespace tolvane::machost {
 namespace {
 
 using ::testing::ElementsAre;
@@ -16,7 +16,7 @@ using ::testing::IsEmpty;
 
 /// A block with the count as given, whatever follows it.
 std::string blockOf(std::int32_t count, std::string_view rest) {
-    auto block = fakes::argumentsBlock("", {});
+    auto block = argumentsBlock("", {});
     for (std::size_t index = 0; index < 4; ++index) {
         block[index] = static_cast<char>((static_cast<std::uint32_t>(count) >> (8 * index)) & 0xFFU);
     }
@@ -24,7 +24,7 @@ std::string blockOf(std::int32_t count, std::string_view rest) {
 }
 
 TEST(ProcStrings, readsArgumentsAndEnvironment) {
-    const auto read = procStrings(fakes::argumentsBlock("/opt/node", {"node", "server.js"}, {"HOME=/home/ada", "A="}));
+    const auto read = procStrings(argumentsBlock("/opt/node", {"node", "server.js"}, {"HOME=/home/ada", "A="}));
     EXPECT_THAT(read.args.strings(), ElementsAre("node", "server.js"));
     EXPECT_THAT(read.env, ElementsAre("HOME=/home/ada", "A="));
 }
@@ -98,7 +98,7 @@ TEST(ProcStrings, hugeCountTakesWhatIsThere) {
 }
 
 TEST(ProcStrings, invalidUTF8IsRepairedTextByText) {
-    const auto read = procStrings(fakes::argumentsBlock("/x\xFF", {"caf\xE9", "\xE2\x82"}, {"A=\xC3"}));
+    const auto read = procStrings(argumentsBlock("/x\xFF", {"caf\xE9", "\xE2\x82"}, {"A=\xC3"}));
     EXPECT_THAT(read.args.strings(), ElementsAre("caf\uFFFD", "\uFFFD"));
     EXPECT_THAT(read.env, ElementsAre("A=\uFFFD"));
 }
@@ -119,7 +119,7 @@ TEST(ProcStrings, readsBackWhatABlockWasMadeOf) {
         // An empty first argument cannot be told from the padding before it.
         args.insert(args.begin(), "program");
         const auto env = randomTexts(random, false);
-        const auto block = fakes::argumentsBlock("/opt/program", args, env);
+        const auto block = argumentsBlock("/opt/program", args, env);
         const auto read = procStrings(block);
         ASSERT_EQ(read.args.strings(), args);
         ASSERT_EQ(read.env, env);
@@ -168,4 +168,4 @@ TEST(ProcStrings, hostileBlocksAreReadWithinTheirBounds) {
 }
 
 }  // namespace
-}  // namespace tolvane
+}  // namespace tolvane::machost

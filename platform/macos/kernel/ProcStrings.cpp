@@ -1,10 +1,10 @@
-#include "core/sampling/ProcStrings.h"
+#include "platform/macos/kernel/ProcStrings.h"
 
 #include <cstdint>
 
 #include "base/UTF8.h"
 
-namespace tolvane {
+namespace tolvane::machost {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::vector<std::string> parseProcEnv(std::string_view block) {
     return takeEnvironment(reader);
 }
 
-}  // namespace tolvane
+}  // namespace tolvane::machost
