@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "app/tools/Tools.h"
 #include "core/projects/GitBranch.h"
 #include "core/projects/Projects.h"
 #include "core/sampling/ProcessReader.h"
@@ -83,7 +84,7 @@ void branchesOfTwentyRepositories(benchmark::State& state) {
     for (auto _ : state) {
         for (const auto& root : repositories.roots) {
             const auto branch = GitBranch::read(root);
-            if (branch.branch) benchmark::DoNotOptimize(GitBranch::remoteGone(children, root, *branch.branch));
+            if (branch.branch) benchmark::DoNotOptimize(Tools::remoteGone(children, root, *branch.branch));
         }
     }
 }

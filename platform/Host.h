@@ -40,8 +40,9 @@ struct Host {
     std::unique_ptr<RunningApplications> running;
     std::unique_ptr<Frontmost> frontmost;
     std::unique_ptr<Notifications> notifications;
-    std::unique_ptr<ServiceManager> services;
     std::unique_ptr<ChildProcesses> children;
+    /// May ask one of `children`.
+    std::unique_ptr<ServiceManager> services;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Desktop> desktop;
     std::unique_ptr<PropertyLists> propertyLists;

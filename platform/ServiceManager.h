@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <set>
 
 #include "base/Pid.h"
@@ -13,8 +12,8 @@ class ServiceManager {
 public:
     virtual ~ServiceManager() = default;
 
-    /// None on hosts whose own listing tool is to be asked instead.
-    virtual std::optional<std::set<Pid>> managedPIDs() = 0;
+    /// Empty when nothing can be learned.
+    virtual std::set<Pid> managedPIDs() = 0;
 };
 
 }  // namespace tolvane

@@ -8,9 +8,10 @@
 #include "app/acts/Acts.h"
 #include "app/rows/Format.h"
 #include "app/tasks/BackgroundCall.h"
+#include "app/tools/Tools.h"
 #include "base/Paths.h"
+#include "base/files/Files.h"
 #include "core/projects/Docker.h"
-#include "core/projects/Launcher.h"
 #include "core/projects/Projects.h"
 #include "core/sampling/ProcessReader.h"
 
@@ -77,11 +78,23 @@ std::string nameOf(const ParkedCommand& command) {
     return command.args.empty() ? command.executable : command.args.front();
 }
 
+/// Starts the command in its folder with its environment, its output appended to `log`. A command that dies soon after
+/// counts as started.
+bool start(ProcessControl& control, const ParkedCommand& command, const std::string& log) {
+    const auto started = control.start({.executable = command.executable,
+                                        .args = command.args,
+                                        .environment = command.env,
+                                        .workingDirectory = command.cwd,
+                                        .log = log});
+    return started.has_value();
+}
+
 /// Returns the names of the commands that did not start.
 std::vector<std::string> startAll(Host& host, const std::vector<ParkedCommand>& commands, const std::string& log) {
+    Files::makeFolder(std::string(Paths::parent(log)));
     std::vector<std::string> failed;
     for (const auto& command : commands) {
-        if (!Launcher::start(*host.control, command, log)) failed.push_back(nameOf(command));
+        if (!start(*host.control, command, log)) failed.push_back(nameOf(command));
     }
     return failed;
 }
@@ -90,8 +103,9 @@ std::vector<std::string> startAll(Host& host, const std::vector<ParkedCommand>& 
 
 QCoro::Task<std::optional<bool>> Acts::performOnContainers(std::string verb, std::vector<std::string> ids) {
     if (ids.empty()) co_return true;
-    auto perform = [&children = *host_.children, home = host_.folders->home(), verb = std::move(verb),
-                    ids = std::move(ids)] { return Docker::perform(children, home, verb, ids); };
+    auto perform = [&children = *host_.children, verb = std::move(verb), ids = std::move(ids)] {
+        return Tools::performOnContainers(children, verb, ids);
+    };
     co_return co_await BackgroundCall(background_.of(BackgroundJobs::Kind::containers), std::move(perform),
                                       tasks_.token());
 }

@@ -77,13 +77,13 @@ public:
 
 class NoServices : public ServiceManager {
 public:
-    std::optional<std::set<Pid>> managedPIDs() override { return std::set<Pid>{}; }
+    std::set<Pid> managedPIDs() override { return {}; }
 };
 
 class NoChildren : public ChildProcesses {
 public:
     std::optional<std::string> run(const std::string&, const std::vector<std::string>&) override { return ""; }
-    bool isExecutable(const std::string&) override { return false; }
+    std::optional<std::string> find(std::string_view) override { return std::nullopt; }
     void end() override {}
 };
 

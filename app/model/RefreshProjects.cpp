@@ -7,9 +7,8 @@
 
 #include "app/model/AppModelPrivate.h"
 #include "app/tasks/BackgroundCall.h"
-#include "core/projects/Docker.h"
+#include "app/tools/Tools.h"
 #include "core/projects/GitBranch.h"
-#include "core/projects/Launchd.h"
 #include "core/projects/Projects.h"
 #include "core/sampling/ProcessReader.h"
 
@@ -27,12 +26,11 @@ struct ProjectFacts {
 struct FactsReader {
     ChildProcesses& children;
     std::shared_ptr<ProcessInspection> inspection;
-    std::string home;
     std::vector<std::string> roots;
     std::vector<Pid> pids;
 
     ProjectFacts operator()() const {
-        ProjectFacts facts{.containers = Docker::running(children, home)};
+        ProjectFacts facts{.containers = Tools::runningContainers(children)};
         for (const auto& root : roots) facts.branches.emplace(root, branchOf(root));
         facts.ports = ProcessReader::listeningPorts(*inspection, pids);
         return facts;
@@ -42,13 +40,13 @@ private:
     ProjectBranch branchOf(const std::string& root) const {
         ProjectBranch branch{.state = GitBranch::read(root)};
         branch.remoteGone =
-            branch.state.branch && !branch.state.deleted && GitBranch::remoteGone(children, root, *branch.state.branch);
+            branch.state.branch && !branch.state.deleted && Tools::remoteGone(children, root, *branch.state.branch);
         return branch;
     }
 };
 
 FactsReader factsReader(Host& host, const std::vector<ProjectGroup>& groups) {
-    FactsReader reader{.children = *host.children, .inspection = host.makeInspection(), .home = host.folders->home()};
+    FactsReader reader{.children = *host.children, .inspection = host.makeInspection()};
     for (const auto& group : groups) {
         reader.roots.push_back(group.root);
         for (const auto& row : group.rows) reader.pids.push_back(row.id());
@@ -61,7 +59,7 @@ FactsReader factsReader(Host& host, const std::vector<ProjectGroup>& groups) {
 QCoro::Task<> AppModel::refreshProjects() {
     if (demo()) co_return;
     const auto cancellation = d_->tasks.token();
-    auto ask = [&machine = host()] { return Launchd::managedPIDs(*machine.services, *machine.children); };
+    auto ask = [&services = *host().services] { return services.managedPIDs(); };
     auto managed =
         co_await BackgroundCall(d_->background.of(BackgroundJobs::Kind::services), std::move(ask), cancellation);
     if (!managed) co_return;

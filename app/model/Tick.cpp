@@ -4,7 +4,6 @@
 #include "app/model/AppModelPrivate.h"
 #include "app/tasks/BackgroundCall.h"
 #include "core/history/HistoryMath.h"
-#include "core/projects/Launchd.h"
 #include "core/sampling/Priority.h"
 
 namespace tolvane {
@@ -72,7 +71,7 @@ QCoro::Task<bool> AppModel::Private::askServiceManager() {
     // A last-checked date in the future means the clock was set back; check again.
     if (since >= Seconds{0} && since < servicesHold) co_return true;
     state.servicesChecked.set(now);
-    auto ask = [this] { return Launchd::managedPIDs(*host.services, *host.children); };
+    auto ask = [this] { return host.services->managedPIDs(); };
     auto managed =
         co_await BackgroundCall(background.of(BackgroundJobs::Kind::services), std::move(ask), tasks.token());
     if (!managed) co_return false;

@@ -1,9 +1,9 @@
 #include "core/projects/Docker.h"
 
+#include <optional>
 #include <utility>
 
 #include "core/json/Simdjson.h"
-#include "core/projects/ToolOutput.h"
 
 namespace tolvane::Docker {
 
@@ -40,6 +40,14 @@ std::optional<Container> containerOf(simdjson::dom::parser& parser, std::string_
 
 }  // namespace
 
+std::vector<std::string> listArguments() { return {"ps", "--format", "{{json .}}"}; }
+
+std::vector<std::string> arguments(const std::string& verb, const std::vector<std::string>& ids) {
+    std::vector<std::string> all = {verb};
+    all.insert(all.end(), ids.begin(), ids.end());
+    return all;
+}
+
 std::vector<Container> parse(std::string_view text) {
     std::vector<Container> containers;
     simdjson::dom::parser parser;
@@ -60,36 +68,6 @@ std::vector<Container> containersIn(const std::vector<Container>& all, std::stri
         if (rest.empty() || rest.front() == '/') result.push_back(container);
     }
     return result;
-}
-
-std::vector<std::string> candidates(const std::string& home) {
-    return {"/usr/local/bin/docker", "/opt/homebrew/bin/docker", home + "/.orbstack/bin/docker",
-            "/Applications/Docker.app/Contents/Resources/bin/docker"};
-}
-
-std::optional<std::string> executable(ChildProcesses& children, const std::string& home) {
-    for (const auto& places : {candidates(home), children.containerClients()}) {
-        for (const auto& path : places) {
-            if (children.isExecutable(path)) return path;
-        }
-    }
-    return std::nullopt;
-}
-
-std::vector<Container> running(ChildProcesses& children, const std::string& home) {
-    const auto client = executable(children, home);
-    if (!client) return {};
-    return parse(toolOutput(children, *client, {"ps", "--format", "{{json .}}"}).value_or(""));
-}
-
-bool perform(ChildProcesses& children, const std::string& home, const std::string& verb,
-             const std::vector<std::string>& ids) {
-    if (ids.empty()) return true;
-    const auto client = executable(children, home);
-    if (!client) return false;
-    std::vector<std::string> arguments = {verb};
-    arguments.insert(arguments.end(), ids.begin(), ids.end());
-    return toolOutput(children, *client, arguments).has_value();
 }
 
 }  // namespace tolvane::Docker

@@ -5,8 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/ChildProcesses.h"
-
 namespace tolvane {
 
 /// One running container.
@@ -21,29 +19,20 @@ struct Container {
 
 }  // namespace tolvane
 
-/// Containers, through the command-line client of the container engine.
+/// The arguments of the container engine's client, and what it prints.
 namespace tolvane::Docker {
 
-/// Parses the lines that the client prints for `ps --format '{{json .}}'`, one object each. Skips damaged lines. A
-/// compose folder that contains a comma is cut there, because the client joins all labels with commas.
+/// The arguments that list all running containers of the machine.
+std::vector<std::string> listArguments();
+
+/// The arguments that have the client "stop" or "start" the containers, in one call.
+std::vector<std::string> arguments(const std::string& verb, const std::vector<std::string>& ids);
+
+/// Parses the lines that the client prints for `listArguments`, one object each. Skips damaged lines. A compose
+/// folder that contains a comma is cut there, because the client joins all labels with commas.
 std::vector<Container> parse(std::string_view text);
 
 /// The containers whose compose project lies in the folder or below it, in order.
 std::vector<Container> containersIn(const std::vector<Container>& all, std::string_view root);
-
-/// Where the client may be, in the order to try. The host knows further places.
-std::vector<std::string> candidates(const std::string& home);
-
-/// The first client that this user may run. Looked up on each call, so that one installed meanwhile is found.
-std::optional<std::string> executable(ChildProcesses& children, const std::string& home);
-
-/// All running containers of the machine; empty when there is no client or it fails. Blocks for as long as the engine
-/// takes.
-std::vector<Container> running(ChildProcesses& children, const std::string& home);
-
-/// Makes the client "stop" or "start" the containers in one call, and returns whether it reports success. Without
-/// containers it returns true and calls nothing. Blocks for as long as the engine takes.
-bool perform(ChildProcesses& children, const std::string& home, const std::string& verb,
-             const std::vector<std::string>& ids);
 
 }  // namespace tolvane::Docker

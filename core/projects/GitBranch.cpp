@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/files/Files.h"
-#include "core/projects/ToolOutput.h"
 
 namespace tolvane::GitBranch {
 
@@ -90,11 +89,10 @@ BranchState read(std::string_view root) {
     return {.branch = branch, .deleted = !exists};
 }
 
-bool remoteGone(ChildProcesses& children, const std::string& root, const std::string& branch) {
-    const auto track =
-        toolOutput(children, "/usr/bin/git",
-                   {"-C", root, "for-each-ref", "--format=%(upstream:track)", std::string(headsPrefix) + branch});
-    return track && track->find("[gone]") != std::string::npos;
+std::vector<std::string> upstreamArguments(const std::string& root, const std::string& branch) {
+    return {"-C", root, "for-each-ref", "--format=%(upstream:track)", std::string(headsPrefix) + branch};
 }
+
+bool saysGone(std::string_view printed) { return printed.find("[gone]") != std::string_view::npos; }
 
 }  // namespace tolvane::GitBranch

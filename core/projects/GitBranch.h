@@ -3,8 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/ChildProcesses.h"
+#include <vector>
 
 namespace tolvane {
 
@@ -28,15 +27,18 @@ struct ProjectBranch {
 
 }  // namespace tolvane
 
-/// Reads a project's branch from the repository's own files, and asks git about its upstream. Both block: call off the
-/// main thread.
+/// Reads a project's branch from the repository's own files, and what git prints about its upstream.
 namespace tolvane::GitBranch {
 
 /// The branch that is checked out in the folder. Follows linked worktrees, submodules and packed refs. Files that are
-/// not UTF-8 text give the empty state. A branch without a commit counts as deleted, because it has no ref yet.
+/// not UTF-8 text give the empty state. A branch without a commit counts as deleted, because it has no ref yet. Blocks
+/// on files: call off the main thread.
 BranchState read(std::string_view root);
 
-/// Whether the remote no longer has the upstream of the branch, as of the latest fetch. False when git cannot be asked.
-bool remoteGone(ChildProcesses& children, const std::string& root, const std::string& branch);
+/// The arguments that make git compare the branch with its upstream.
+std::vector<std::string> upstreamArguments(const std::string& root, const std::string& branch);
+
+/// Whether git printed that the remote no longer has the upstream of the branch, as of the latest fetch.
+bool saysGone(std::string_view printed);
 
 }  // namespace tolvane::GitBranch

@@ -28,12 +28,12 @@ namespace tolvane::machost {
 
 namespace {
 
-void addKernel(Host& host, const Kernel& kernel) {
+void addKernel(Host& host, const Kernel& kernel, const std::string& home) {
     host.makeInspection = [kernel] { return std::make_unique<MacProcessInspection>(kernel); };
     host.machine = std::make_unique<MacMachineStatistics>(kernel);
     host.control = std::make_unique<MacProcessControl>(kernel);
-    host.services = std::make_unique<LaunchdServices>();
-    host.children = std::make_unique<SpawnedChildProcesses>(kernel, closeByDefault);
+    host.children = std::make_unique<SpawnedChildProcesses>(kernel, closeByDefault, home);
+    host.services = std::make_unique<LaunchdServices>(*host.children);
     host.selfPID = kernel->ownPid();
     host.uid = kernel->ownUser();
 }
@@ -61,8 +61,8 @@ void addScreen(Host& host, const ObjC& runtime) {
 
 Host hostOn(const MacCalls& calls, const PreferencesLayer& layer, const OnMain& onMain) {
     Host host;
-    addKernel(host, calls.kernel);
     addFrameworks(host, calls.runtime, onMain);
+    addKernel(host, calls.kernel, host.folders->home());
     addScreen(host, calls.runtime);
     host.pressure = std::make_unique<MacMemoryPressure>(calls.dispatch, onMain);
     host.clock = std::make_unique<MacClock>(calls.dispatch, onMain);

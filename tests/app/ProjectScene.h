@@ -43,7 +43,7 @@ struct ProjectScene : ModelTest {
     }
     /// The engine answers with one running container of the shop.
     void runEngine() {
-        world.executables.insert(client);
+        world.tools["docker"] = client;
         world.childOutput[std::string(client) + " ps --format {{json .}}"] =
             R"({"ID":"c1","Names":"db","Labels":"com.docker.compose.project.working_dir=)" + shop +
             "\"}\n{\"ID\":\"c2\",\"Names\":\"lone\"}\n";

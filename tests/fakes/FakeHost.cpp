@@ -240,7 +240,7 @@ class Services : public ServiceManager {
 public:
     explicit Services(World world) : world_(std::move(world)) {}
 
-    std::optional<std::set<Pid>> managedPIDs() override { return world_->managedPIDs; }
+    std::set<Pid> managedPIDs() override { return world_->managedPIDs; }
 
 private:
     World world_;
@@ -257,8 +257,10 @@ public:
         const auto found = world_->childOutput.find(command);
         return found == world_->childOutput.end() ? std::nullopt : std::optional(found->second);
     }
-    bool isExecutable(const std::string& path) override { return world_->executables.contains(path); }
-    std::vector<std::string> containerClients() override { return world_->containerClients; }
+    std::optional<std::string> find(std::string_view tool) override {
+        const auto found = world_->tools.find(tool);
+        return found == world_->tools.end() ? std::nullopt : std::optional(found->second);
+    }
     void end() override { world_->childrenEnded = true; }
 
 private:

@@ -77,11 +77,11 @@ struct FakeWorld {
     std::optional<std::string> openError;
     std::vector<Notification> notifications;
     int permissionRequests = 0;
-    std::optional<std::set<Pid>> managedPIDs = std::set<Pid>{};
+    std::set<Pid> managedPIDs;
     /// By "path argument argument …"; what is not here cannot be run.
     std::map<std::string, std::string, std::less<>> childOutput;
-    std::set<std::string, std::less<>> executables;
-    std::vector<std::string> containerClients;
+    /// Where a tool stands, by its name.
+    std::map<std::string, std::string, std::less<>> tools = {{"git", "/usr/bin/git"}};
     /// The program said that its end is near; what is asked for all the same still runs.
     bool childrenEnded = false;
     std::vector<DetachedStart> started;

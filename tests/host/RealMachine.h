@@ -19,8 +19,10 @@ namespace tolvane {
 class OneClient : public linuxhost::LinuxChildProcesses {
 public:
     explicit OneClient(std::string path) : path_(std::move(path)) {}
-    bool isExecutable(const std::string& path) override { return path == path_; }
-    std::vector<std::string> containerClients() override { return {path_}; }
+    std::optional<std::string> find(std::string_view tool) override {
+        if (tool != "docker") return LinuxChildProcesses::find(tool);
+        return path_.empty() ? std::nullopt : std::optional(path_);
+    }
 
 private:
     std::string path_;

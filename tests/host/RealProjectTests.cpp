@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/tools/Tools.h"
 #include "core/projects/GitBranch.h"
 #include "tests/host/RealMachine.h"
 
@@ -158,7 +159,7 @@ protected:
     bool remoteGone(const std::string& root) {
         linuxhost::LinuxChildProcesses children;
         const auto state = GitBranch::read(root);
-        return state.branch && !state.deleted && GitBranch::remoteGone(children, root, *state.branch);
+        return state.branch && !state.deleted && Tools::remoteGone(children, root, *state.branch);
     }
     void git(const std::string& root, const std::string& arguments) const {
         shell("git -c user.name=Ada -c user.email=ada@example.org -C '" + root + "' " + arguments);

@@ -138,6 +138,19 @@ std::optional<int> LinuxChildProcesses::exitStatus(pid_t pid) const {
     return ended == pid && WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
 }
 
-bool LinuxChildProcesses::isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
+std::optional<std::string> LinuxChildProcesses::find(std::string_view tool) {
+    for (auto& place : toolPlaces(tool)) {
+        if (isExecutable(place)) return std::move(place);
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string> toolPlaces(std::string_view tool) {
+    if (tool == "docker") return {"/usr/local/bin/docker", "/usr/bin/docker"};
+    if (tool == "git") return {"/usr/bin/git"};
+    return {};
+}
+
+bool isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
 
 }  // namespace tolvane::linuxhost

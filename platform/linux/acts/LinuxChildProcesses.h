@@ -6,12 +6,19 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/files/FileDescriptor.h"
 #include "platform/ChildProcesses.h"
 
 namespace tolvane::linuxhost {
+
+/// Where a tool may stand, in the order in which the places are tried; empty for a tool that nobody asks for.
+std::vector<std::string> toolPlaces(std::string_view tool);
+
+/// Whether this user may run the file.
+bool isExecutable(const std::string& path);
 
 /// Tools as child processes of ours, as many at a time as there are callers. No time limit: a tool that hangs holds up
 /// its caller until `end`. Destroying it ends what runs and waits for the callers.
@@ -23,8 +30,7 @@ public:
     LinuxChildProcesses& operator=(const LinuxChildProcesses&) = delete;
 
     std::optional<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override;
-    bool isExecutable(const std::string& path) override;
-    std::vector<std::string> containerClients() override { return {"/usr/bin/docker"}; }
+    std::optional<std::string> find(std::string_view tool) override;
     void end() override;
 
 private:

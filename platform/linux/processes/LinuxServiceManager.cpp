@@ -62,7 +62,7 @@ bool isKeptService(std::string_view unitPath) {
     return kept;
 }
 
-std::optional<std::set<Pid>> LinuxServiceManager::managedPIDs() {
+std::set<Pid> LinuxServiceManager::managedPIDs() {
     ProcFiles files(proc_);
     auto members = readMembers(files);
     for (const auto& [pid, member] : members) {

@@ -24,7 +24,7 @@ class LinuxServiceManager : public ServiceManager {
 public:
     explicit LinuxServiceManager(std::string proc = "/proc") : proc_(std::move(proc)) {}
 
-    std::optional<std::set<Pid>> managedPIDs() override;
+    std::set<Pid> managedPIDs() override;
 
 private:
     std::string proc_;

@@ -53,8 +53,8 @@ SpawnRequest requestOf(const std::string& path, const std::vector<std::string>& 
 
 }  // namespace
 
-SpawnedChildProcesses::SpawnedChildProcesses(Kernel kernel, short spawnFlags)
-    : kernel_(std::move(kernel)), spawnFlags_(spawnFlags) {}
+SpawnedChildProcesses::SpawnedChildProcesses(Kernel kernel, short spawnFlags, std::string home)
+    : kernel_(std::move(kernel)), spawnFlags_(spawnFlags), home_(std::move(home)) {}
 
 SpawnedChildProcesses::~SpawnedChildProcesses() {
     end();
@@ -132,6 +132,22 @@ bool SpawnedChildProcesses::endsWell(Pid pid) const {
     }
 }
 
-bool SpawnedChildProcesses::isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
+std::optional<std::string> SpawnedChildProcesses::find(std::string_view tool) {
+    for (auto& place : toolPlaces(tool, home_)) {
+        if (isExecutable(place)) return std::move(place);
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string> toolPlaces(std::string_view tool, const std::string& home) {
+    if (tool == "docker") {
+        return {"/usr/local/bin/docker", "/opt/homebrew/bin/docker", home + "/.orbstack/bin/docker",
+                "/Applications/Docker.app/Contents/Resources/bin/docker"};
+    }
+    if (tool == "git") return {"/usr/bin/git"};
+    return {};
+}
+
+bool isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
 
 }  // namespace tolvane::machost

@@ -9,18 +9,25 @@
 
 namespace tolvane::machost {
 
+/// Where a tool may stand, in the order in which the places are tried; empty for a tool that nobody asks for.
+std::vector<std::string> toolPlaces(std::string_view tool, const std::string& home);
+
+/// Whether this user may run the file.
+bool isExecutable(const std::string& path);
+
 /// Child processes that get a pipe for their output and no other descriptor of ours except standard input. One for each
 /// caller at a time, without a time limit. The destructor ends running children and waits for the callers.
 class SpawnedChildProcesses : public ChildProcesses {
 public:
     /// `spawnFlags` tells this system not to hand on descriptors that were not named.
-    SpawnedChildProcesses(Kernel kernel, short spawnFlags);
+    /// Below `home` tools may stand that only this user installed.
+    SpawnedChildProcesses(Kernel kernel, short spawnFlags, std::string home = {});
     SpawnedChildProcesses(const SpawnedChildProcesses&) = delete;
     SpawnedChildProcesses& operator=(const SpawnedChildProcesses&) = delete;
     ~SpawnedChildProcesses() override;
 
     std::optional<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override;
-    bool isExecutable(const std::string& path) override;
+    std::optional<std::string> find(std::string_view tool) override;
     void end() override;
 
 private:
@@ -33,6 +40,7 @@ private:
 
     Kernel kernel_;
     short spawnFlags_;
+    std::string home_;
     /// Its write end closes when this object ends.
     Pipe ended_;
     std::mutex mutex_;

@@ -110,7 +110,7 @@ TEST_F(ProjectActs, aFailedStopOfContainersIsSilent) {
 }
 
 TEST_F(ProjectActs, stopWithoutContainersNeedsNoClient) {
-    world.executables.insert(client);
+    world.tools["docker"] = client;
     start();
     stop(group(shop));
     settle();
@@ -232,7 +232,7 @@ TEST_F(ProjectActs, startAgainForgetsTheEntry) {
 }
 
 TEST_F(ProjectActs, startAgainOfNothingAsksNobody) {
-    world.executables.insert(client);
+    world.tools["docker"] = client;
     start();
     modelState->parked.set({parkedShop({})});
     startAgain(parkedShop({}));

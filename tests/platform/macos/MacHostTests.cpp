@@ -44,7 +44,11 @@ TEST_F(MacHostTest, answersEveryQuestion) {
     EXPECT_EQ(host.uid, 501U);
 }
 
-TEST_F(MacHostTest, managedProcessesAreAskedOfTheListingTool) { EXPECT_FALSE(host().services->managedPIDs()); }
+TEST_F(MacHostTest, managedProcessesAreAskedOfTheListingTool) {
+    EXPECT_THAT(host().services->managedPIDs(), ::testing::IsEmpty());
+    ASSERT_EQ(kernel_.spawned.size(), 1U);
+    EXPECT_THAT(kernel_.spawned[0].arguments, ElementsAre("/bin/launchctl", "list"));
+}
 
 TEST_F(MacHostTest, preferencesOfThisRunStandAboveTheStored) {
     const auto host = this->host(LayeredPreferences::layer({{"demo", true}}));

@@ -121,10 +121,28 @@ TEST_F(SpawnedChildProcessesTest, aToolMayCloseItsOutputAndGoOn) {
 }
 
 TEST_F(SpawnedChildProcessesTest, tellsWhatMayBeRun) {
-    SpawnedChildProcesses children(kernel_.table(), 0);
-    EXPECT_TRUE(children.isExecutable("/bin/sh"));
-    EXPECT_FALSE(children.isExecutable("/nowhere/tool"));
-    EXPECT_FALSE(children.isExecutable("/dev/null"));
+    EXPECT_TRUE(isExecutable("/bin/sh"));
+    EXPECT_FALSE(isExecutable("/nowhere/tool"));
+    EXPECT_FALSE(isExecutable("/dev/null"));
+}
+
+TEST_F(SpawnedChildProcessesTest, knowsThePlacesOfItsTools) {
+    EXPECT_THAT(
+        toolPlaces("docker", "/home/ada"),
+        ::testing::ElementsAre("/usr/local/bin/docker", "/opt/homebrew/bin/docker", "/home/ada/.orbstack/bin/docker",
+                               "/Applications/Docker.app/Contents/Resources/bin/docker"));
+    EXPECT_THAT(toolPlaces("git", "/home/ada"), ::testing::ElementsAre("/usr/bin/git"));
+    EXPECT_EQ(SpawnedChildProcesses(kernel_.table(), 0).find("no-such-tool"), std::nullopt);
+}
+
+TEST_F(SpawnedChildProcessesTest, findsAToolThatOnlyThisUserHas) {
+    const fakes::TemporaryFolder home;
+    SpawnedChildProcesses children(kernel_.table(), 0, home.path());
+    if (children.find("docker")) GTEST_SKIP() << "a container client is installed";
+    home.write(".orbstack/bin/docker", "");
+    EXPECT_EQ(children.find("docker"), std::nullopt);
+    std::filesystem::permissions(home / ".orbstack/bin/docker", std::filesystem::perms::owner_all);
+    EXPECT_EQ(children.find("docker"), home / ".orbstack/bin/docker");
 }
 
 TEST_F(SpawnedChildProcessesTest, givesWhatTheToolPrintedAndDropsItsErrors) {

@@ -110,14 +110,21 @@ TEST_F(LinuxChildProcessesTest, theToolIsBornWithoutOurSignals) {
 
 TEST_F(LinuxChildProcessesTest, knowWhatCanBeRun) {
     const TemporaryFolder folder;
-    EXPECT_TRUE(children.isExecutable("/bin/sh"));
-    EXPECT_FALSE(children.isExecutable("/etc/passwd"));
-    EXPECT_FALSE(children.isExecutable("/nowhere/tool"));
+    EXPECT_TRUE(isExecutable("/bin/sh"));
+    EXPECT_FALSE(isExecutable("/etc/passwd"));
+    EXPECT_FALSE(isExecutable("/nowhere/tool"));
     const auto script = folder.write("tool", "#!/bin/sh\necho it ran\n");
-    EXPECT_FALSE(children.isExecutable(script));
+    EXPECT_FALSE(isExecutable(script));
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-    EXPECT_TRUE(children.isExecutable(script));
+    EXPECT_TRUE(isExecutable(script));
     EXPECT_EQ(children.run(script, {}), "it ran\n");
+}
+
+TEST_F(LinuxChildProcessesTest, knowThePlacesOfTheirTools) {
+    EXPECT_THAT(toolPlaces("docker"), ::testing::ElementsAre("/usr/local/bin/docker", "/usr/bin/docker"));
+    EXPECT_THAT(toolPlaces("git"), ::testing::ElementsAre("/usr/bin/git"));
+    EXPECT_EQ(children.find("no-such-tool"), std::nullopt);
+    EXPECT_EQ(children.find("git").has_value(), isExecutable("/usr/bin/git"));
 }
 
 class EndedWhileRunning : public ::testing::TestWithParam<const char*> {};

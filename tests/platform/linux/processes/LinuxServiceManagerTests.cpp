@@ -8,7 +8,6 @@
 namespace tolvane::linuxhost {
 
 using testing::MockProc;
-using ::testing::Optional;
 using ::testing::UnorderedElementsAre;
 
 namespace {
@@ -44,7 +43,7 @@ TEST(LinuxServiceManager, listsWhatItsServicesHold) {
     proc.put({.pid = 11, .ppid = 10, .group = user + "app.slice/syncthing.service"});
     proc.put({.pid = 12, .ppid = 1, .group = user + "app.slice/app-code-12.scope"});
     proc.put({.pid = 13, .ppid = 12, .group = user + "app.slice/app-code-12.scope"});
-    EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), Optional(UnorderedElementsAre(10, 11)));
+    EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), UnorderedElementsAre(10, 11));
 }
 
 TEST(LinuxServiceManager, leavesOutWhoStartsAUsersPrograms) {
@@ -57,18 +56,18 @@ TEST(LinuxServiceManager, leavesOutWhoStartsAUsersPrograms) {
     // A remote login: its server is managed, what it serves is not.
     proc.put({.pid = 30, .ppid = 1, .group = "/system.slice/ssh.service"});
     proc.put({.pid = 31, .ppid = 30, .group = "/user.slice/user-1000.slice/session-2.scope"});
-    EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), Optional(UnorderedElementsAre(23)));
+    EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), UnorderedElementsAre(23));
 }
 
 TEST(LinuxServiceManager, aRingOfParentsEnds) {
     MockProc proc;
     proc.put({.pid = 40, .ppid = 41, .group = "/system.slice/a.service"});
     proc.put({.pid = 41, .ppid = 40, .group = "/user.slice/session-2.scope"});
-    EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), Optional(::testing::IsEmpty()));
+    EXPECT_THAT(LinuxServiceManager(proc.folder()).managedPIDs(), ::testing::IsEmpty());
 }
 
 TEST(LinuxServiceManager, withoutAProcessListThereIsNobody) {
-    EXPECT_THAT(LinuxServiceManager("/nowhere").managedPIDs(), Optional(::testing::IsEmpty()));
+    EXPECT_THAT(LinuxServiceManager("/nowhere").managedPIDs(), ::testing::IsEmpty());
 }
 
 }  // namespace tolvane::linuxhost

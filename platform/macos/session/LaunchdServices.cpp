@@ -1,13 +1,10 @@
-#include "core/projects/Launchd.h"
+#include "platform/macos/session/LaunchdServices.h"
 
 #include <charconv>
 #include <optional>
 #include <system_error>
-#include <utility>
 
-#include "core/projects/ToolOutput.h"
-
-namespace tolvane::Launchd {
+namespace tolvane::machost {
 
 namespace {
 
@@ -30,13 +27,11 @@ std::optional<Pid> number(std::string_view field) {
 
 }  // namespace
 
-std::set<Pid> managedPIDs(ServiceManager& services, ChildProcesses& children) {
-    auto managed = services.managedPIDs();
-    if (managed) return std::move(*managed);
-    return parsePIDs(toolOutput(children, "/bin/launchctl", {"list"}).value_or(""));
+std::set<Pid> LaunchdServices::managedPIDs() {
+    return pidsOfJobs(children_.run("/bin/launchctl", {"list"}).value_or(""));
 }
 
-std::set<Pid> parsePIDs(std::string_view text) {
+std::set<Pid> pidsOfJobs(std::string_view text) {
     std::set<Pid> pids;
     while (!text.empty()) {
         const auto end = text.find('\n');
@@ -47,4 +42,4 @@ std::set<Pid> parsePIDs(std::string_view text) {
     return pids;
 }
 
-}  // namespace tolvane::Launchd
+}  // namespace tolvane::machost

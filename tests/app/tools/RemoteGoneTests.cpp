@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/projects/GitBranch.h"
+#include "app/tools/Tools.h"
 #include "tests/fakes/FakeHost.h"
 
 namespace tolvane {
@@ -12,7 +12,7 @@ struct RemoteGone : ::testing::Test {
         fake.world->childOutput
             ["/usr/bin/git -C /home/ada/shop for-each-ref --format=%(upstream:track) "
              "refs/heads/feature/x"] = printed;
-        return GitBranch::remoteGone(*fake.host.children, "/home/ada/shop", "feature/x");
+        return Tools::remoteGone(*fake.host.children, "/home/ada/shop", "feature/x");
     }
 };
 
@@ -25,7 +25,7 @@ TEST_F(RemoteGone, doesNotHoldOtherwise) {
 }
 
 TEST_F(RemoteGone, doesNotHoldWithoutGit) {
-    EXPECT_FALSE(GitBranch::remoteGone(*fake.host.children, "/home/ada/shop", "feature/x"));
+    EXPECT_FALSE(Tools::remoteGone(*fake.host.children, "/home/ada/shop", "feature/x"));
 }
 
 }  // namespace
