@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Pid.h"
+#include "platform/AppearanceSettings.h"
 #include "platform/Applications.h"
 #include "platform/ChildProcesses.h"
 #include "platform/Clock.h"
@@ -60,6 +61,8 @@ struct Host {
     /// Where the system does not tell that, but what covers a window.
     std::unique_ptr<WindowCovers> covers;
     std::unique_ptr<Symbols> symbols;
+    /// Where the toolkit does not know them.
+    std::unique_ptr<AppearanceSettings> appearance;
     std::unique_ptr<Dock> dock;
 
     Pid selfPID = 0;

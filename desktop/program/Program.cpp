@@ -25,7 +25,7 @@ Program::Program(QApplication& application, Host host, const Purpose& purpose)
       model_(host_, *windows_, purpose.demo),
       exitAct_([this] { model_.prepareToQuit(); }),
       zoneLook_(model_.snapshot.onChange([this] { zone_.follow(); })),
-      scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }),
+      scheme_([this](Appearance appearance) { look_.setAppearance(appearance); }, host_.appearance.get()),
       look_(*host_.applications, purpose.draws() ? Appearance{} : scheme_.appearance(), 1, host_.symbols.get()),
       state_(purpose.works() ? WindowState::usualPath() : QString()),
       ring_(&application) {

@@ -8,6 +8,7 @@
 #include "platform/linux/applications/LinuxApplications.h"
 #include "platform/linux/applications/LinuxRunningApplications.h"
 #include "platform/linux/bus/LinuxNotifications.h"
+#include "platform/linux/bus/PortalAppearance.h"
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/machine/LinuxClock.h"
 #include "platform/linux/machine/LinuxClockFacts.h"
@@ -45,6 +46,7 @@ void addDesktop(Host& host, LinuxApplications& applications, const LinuxFolders&
     auto choice = std::make_unique<FrontmostChoice>(windows, bus, environment("XDG_RUNTIME_DIR").value_or("/tmp"));
     host.frontmost = std::make_unique<SessionFrontmost>(applications, windows, std::move(choice));
     host.notifications = std::make_unique<LinuxNotifications>(bus);
+    host.appearance = std::make_unique<PortalAppearance>(bus);
     host.loginItem = std::make_unique<XDGAutostart>(XDGAutostart::placesFor(folders, environment));
     host.desktop = std::make_unique<LinuxDesktop>(bus, launcher, std::move(toolkit.copyText));
     const auto events = std::make_shared<XEvents>(environment("DISPLAY").value_or(""));

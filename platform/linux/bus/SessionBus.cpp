@@ -53,6 +53,13 @@ public:
         });
     }
 
+    Variant answerTo(const Call& call) const {
+        if (!connection_) return nullptr;
+        return Variant(g_dbus_connection_call_sync(
+            connection_.get(), call.destination.c_str(), call.path.c_str(), call.interface.c_str(), call.method.c_str(),
+            call.arguments.get(), nullptr, flagsOf(call), static_cast<int>(call.limit.count()), nullptr, nullptr));
+    }
+
     std::uint64_t listen(Source source, Signalled signalled) {
         Listener& listener = listeners_[++last_];
         listener.source = std::move(source);
@@ -177,10 +184,13 @@ private:
         (*called)({.sender = sender == nullptr ? "" : sender, .path = path, .arguments = arguments});
     }
 
+    static GDBusCallFlags flagsOf(const Call& call) {
+        return call.mayStart ? G_DBUS_CALL_FLAGS_NONE : G_DBUS_CALL_FLAGS_NO_AUTO_START;
+    }
+
     static void send(GDBusConnection* connection, const Call& call, const Answered& answered) {
-        const auto flags = call.mayStart ? G_DBUS_CALL_FLAGS_NONE : G_DBUS_CALL_FLAGS_NO_AUTO_START;
         g_dbus_connection_call(connection, call.destination.c_str(), call.path.c_str(), call.interface.c_str(),
-                               call.method.c_str(), call.arguments.get(), nullptr, flags,
+                               call.method.c_str(), call.arguments.get(), nullptr, flagsOf(call),
                                static_cast<int>(call.limit.count()), nullptr, replied, new Answered(answered));
     }
 
@@ -226,6 +236,8 @@ bool SessionBus::hasAddress() const { return state_->hasAddress(); }
 void SessionBus::whenConnected(Connected connected) { state_->whenConnected(std::move(connected)); }
 
 void SessionBus::call(Call call, Answered answered) { state_->call(std::move(call), std::move(answered)); }
+
+Variant SessionBus::answerTo(const Call& call) const { return state_->answerTo(call); }
 
 Subscription SessionBus::onConnection(Connected connected) { return state_->connections.add(std::move(connected)); }
 

@@ -28,11 +28,11 @@ struct BusSignal {
     GVariant* arguments;
 };
 
-/// The user's message bus, or another one reached the same way. Only `within` blocks: calls are answered from the event
-/// loop, each within its limit, and a missing, silent or dead bus answers with an error. Main thread; Qt's event loop
-/// drives it through GLib's main context, and nothing wakes while the bus is quiet.
-/// A bus that dies is looked for again at its address: after a tenth of a second, then after twice as long each time,
-/// twelve times in all, about seven minutes. After that the next call looks for it.
+/// The user's message bus, or another one reached the same way. Only `within` and `answerTo` block: calls are answered
+/// from the event loop, each within its limit, and a missing, silent or dead bus answers with an error. Main thread;
+/// Qt's event loop drives it through GLib's main context, and nothing wakes while the bus is quiet. A bus that dies is
+/// looked for again at its address: after a tenth of a second, then after twice as long each time, twelve times in all,
+/// about seven minutes. After that the next call looks for it.
 class SessionBus {
 public:
     using Connected = std::function<void(GDBusConnection* connection)>;
@@ -73,6 +73,9 @@ public:
     /// Calls back with null when the bus cannot be reached. May call back at once.
     void whenConnected(Connected connected);
     void call(Call call, Answered answered);
+    /// Waits for the answer within the call's limit, without running the event loop. Null when the call fails, or while
+    /// no bus is connected.
+    Variant answerTo(const Call& call) const;
     /// Reports each connection made from now on, and null when one is lost. Names and objects of the old connection
     /// must be registered on the new one.
     Subscription onConnection(Connected connected);

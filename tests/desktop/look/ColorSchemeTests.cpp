@@ -3,125 +3,82 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDBusContext>
-#include <QDBusMessage>
-#include <QElapsedTimer>
 #include <QPalette>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QThread>
-#include <atomic>
-#include <memory>
 
 #include "desktop/look/Palette.h"
 
 namespace tolvane::desktop {
 
-/// A settings portal of our own on a bus of our own.
-class FakePortal : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-
-public:
-    std::atomic<unsigned> colorScheme = 0;
-
-public slots:
-    QDBusVariant Read(const QString&, const QString& key) {
-        const unsigned value = key == QLatin1String("color-scheme") ? colorScheme.load() : 0;
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(value)));
-    }
-};
-
 namespace {
 
-class PrivateBus {
+class FakeSettings : public AppearanceSettings {
 public:
-    PrivateBus() {
-        daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-        if (daemon_.waitForStarted() && daemon_.waitForReadyRead(3000)) address_ = daemon_.readLine().trimmed();
+    AppearanceWishes current() override { return wishes; }
+    Subscription onChange(std::function<void(const AppearanceWishes&)> changed) override {
+        changed_ = std::move(changed);
+        return Subscription([this] { changed_ = nullptr; });
     }
-    ~PrivateBus() {
-        daemon_.terminate();
-        daemon_.waitForFinished(3000);
+    void set(const AppearanceWishes& now) {
+        wishes = now;
+        changed_(wishes);
     }
-    QDBusConnection connect(const QString& name) const { return QDBusConnection::connectToBus(address_, name); }
-    bool runs() const { return !address_.isEmpty(); }
+
+    AppearanceWishes wishes;
 
 private:
-    QProcess daemon_;
-    QString address_;
+    std::function<void(const AppearanceWishes&)> changed_;
 };
 
 class ColorSchemeTest : public ::testing::Test {
 protected:
     ColorSchemeTest() : before_(QApplication::palette()) {}
-    ~ColorSchemeTest() override {
-        portalThread_.quit();
-        portalThread_.wait();
-        QApplication::setPalette(before_);
-        for (const auto* name : {"portal", "program"}) QDBusConnection::disconnectFromBus(name);
-    }
+    ~ColorSchemeTest() override { QApplication::setPalette(before_); }
 
-    /// Answers from a thread of its own, as another program would.
-    void startPortal() {
-        portal.moveToThread(&portalThread_);
-        portalThread_.start();
-        auto connection = bus.connect("portal");
-        connection.registerObject("/org/freedesktop/portal/desktop", &portal, QDBusConnection::ExportAllSlots);
-        ASSERT_TRUE(connection.registerService("org.freedesktop.portal.Desktop"));
-    }
-    void announce(const char* key, unsigned value) {
-        auto signal = QDBusMessage::createSignal("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings",
-                                                 "SettingChanged");
-        signal << QString("org.freedesktop.appearance") << QString(key) << QVariant::fromValue(QDBusVariant(value));
-        bus.connect("portal").send(signal);
-    }
-    template <typename Condition>
-    static bool waitFor(Condition condition) {
-        QElapsedTimer timer;
-        for (timer.start(); timer.elapsed() < 3000 && !condition();) QApplication::processEvents({}, 20);
-        return condition();
-    }
-
-    PrivateBus bus;
-    FakePortal portal;
+    FakeSettings settings;
 
 private:
     QPalette before_;
-    QThread portalThread_;
 };
 
-TEST_F(ColorSchemeTest, withoutAPortalThePaletteDecides) {
-    const QDBusConnection nowhere("no such connection");
+TEST_F(ColorSchemeTest, withoutSettingsThePaletteDecides) {
     QApplication::setPalette(palette(darkTokens));
-    EXPECT_TRUE(ColorScheme({}, nowhere).appearance().dark);
+    EXPECT_TRUE(ColorScheme({}, nullptr).appearance().dark);
+    EXPECT_TRUE(ColorScheme({}, &settings).appearance().dark);
     QApplication::setPalette(palette(lightTokens));
-    EXPECT_FALSE(ColorScheme({}, nowhere).appearance().dark);
+    EXPECT_FALSE(ColorScheme({}, nullptr).appearance().dark);
+    EXPECT_FALSE(ColorScheme({}, &settings).appearance().dark);
 }
 
-TEST_F(ColorSchemeTest, aRunningPortalIsHeardBeforeTheFirstWindow) {
-    if (!bus.runs()) GTEST_SKIP() << "no dbus-daemon";
-    portal.colorScheme = 1;
-    startPortal();
-    EXPECT_TRUE(ColorScheme({}, bus.connect("program")).appearance().dark);
-    portal.colorScheme = 2;
-    EXPECT_FALSE(ColorScheme({}, bus.connect("program")).appearance().dark);
+TEST_F(ColorSchemeTest, whatTheUserSetGoesBeforeThePalette) {
+    QApplication::setPalette(palette(lightTokens));
+    settings.wishes = {.dark = true, .highContrast = true, .reducedMotion = true};
+    EXPECT_EQ(ColorScheme({}, &settings).appearance(),
+              (Appearance{.dark = true, .highContrast = true, .reducedMotion = true}));
+    QApplication::setPalette(palette(darkTokens));
+    settings.wishes = {.dark = false};
+    EXPECT_FALSE(ColorScheme({}, &settings).appearance().dark);
 }
 
-TEST_F(ColorSchemeTest, changesArriveWhileTheProgramRuns) {
-    if (!bus.runs()) GTEST_SKIP() << "no dbus-daemon";
-    startPortal();
+TEST_F(ColorSchemeTest, changesArriveOnce) {
+    QApplication::setPalette(palette(lightTokens));
     Appearance latest;
-    const ColorScheme scheme([&](Appearance appearance) { latest = appearance; }, bus.connect("program"));
-    announce("color-scheme", 1);
-    EXPECT_TRUE(waitFor([&] { return latest.dark; }));
-    announce("contrast", 1);
-    EXPECT_TRUE(waitFor([&] { return latest.highContrast; }));
-    announce("color-scheme", 2);
-    EXPECT_TRUE(waitFor([&] { return !latest.dark && latest.highContrast; }));
+    int calls = 0;
+    const ColorScheme scheme(
+        [&](Appearance appearance) {
+            latest = appearance;
+            ++calls;
+        },
+        &settings);
+    settings.set({.dark = true});
+    EXPECT_TRUE(latest.dark);
+    settings.set({.dark = true, .highContrast = true});
+    EXPECT_TRUE(latest.dark && latest.highContrast);
+    settings.set({.dark = true, .highContrast = true});
+    EXPECT_EQ(calls, 2);
+    settings.set({.dark = false, .highContrast = true});
+    EXPECT_TRUE(!latest.dark && latest.highContrast);
+    EXPECT_EQ(scheme.appearance(), latest);
 }
 
 }  // namespace
 }  // namespace tolvane::desktop
-
-#include "ColorSchemeTests.moc"

@@ -30,6 +30,7 @@ TEST(MakeLinuxHost, everyPartIsThere) {
     EXPECT_THAT(host.log, NotNull());
     EXPECT_THAT(host.trays, NotNull());
     EXPECT_THAT(host.covers, NotNull());
+    EXPECT_THAT(host.appearance, NotNull());
     EXPECT_EQ(host.folders->applicationSupport(), home.at(".local/share"));
     EXPECT_EQ(host.selfPID, ::getpid());
     EXPECT_EQ(host.uid, ::getuid());
