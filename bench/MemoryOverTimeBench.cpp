@@ -88,13 +88,13 @@ void recordBetween(benchmark::State& state) {
 void suggestions(benchmark::State& state) {
     const Watched watched(state.range(0), static_cast<int>(state.range(1)));
     const SystemMemory memory{.total = 64ULL << 30U};
-    const std::set<Pid> launchd;
+    const std::set<Pid> managed;
     const AdviceScene scene{.world = watched.world,
                             .memory = memory,
                             .now = watched.now,
                             .ports = {},
                             .locale = "en_US",
-                            .launchd = launchd,
+                            .managed = managed,
                             .simulatorName = {}};
     std::size_t found = 0;
     for (auto _ : state) found = watched.advisor.suggestions(scene).size();

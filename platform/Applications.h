@@ -12,7 +12,7 @@
 namespace tolvane {
 
 /// Which application a process belongs to, and what that application is called.
-/// A bundle path names one installed application: the folder of an app, or the file of its desktop entry.
+/// An application's path names one installed application: its folder, or the file of its desktop entry.
 /// Callable from any thread; answers are remembered by the host where asking is dear.
 class Applications {
 public:
@@ -43,9 +43,9 @@ public:
 
     /// False on desktops that keep this to themselves.
     virtual bool canTell() const = 0;
-    /// None when nothing is in front, or when it is no application with a bundle.
+    /// None when nothing is in front, or when it is no installed application.
     virtual std::optional<FrontmostApplication> current() const = 0;
-    /// Calls back with the bundle path of each application that comes to the front.
+    /// Calls back with the path of each application that comes to the front.
     virtual Subscription onActivation(std::function<void(std::string appPath)> activated) = 0;
 };
 

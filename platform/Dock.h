@@ -8,7 +8,7 @@ public:
     virtual ~Dock() = default;
 
     /// Whether the program stands among them and has a menu of its own, as it does while its window is open; else it is
-    /// an icon in the menu bar and no more. Standing there, it also comes to the front.
+    /// an icon in the tray and no more. Standing there, it also comes to the front.
     virtual void setInDock(bool inDock) = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace tolvane {
 
-/// Where the desktop shows icons of programs that run: a tray, a menu bar. It may come late, go and come back. Main
+/// Where the desktop shows icons of programs that run: in a tray. It may come late, go and come back. Main
 /// thread; nothing here waits.
 class Trays {
 public:

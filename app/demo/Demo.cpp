@@ -55,7 +55,7 @@ ProcRow row(const Proc& proc, Date now) {
     row.cpuPercent = proc.cpu;
     row.perfPercent = proc.cpu * 0.7;
     row.unusedSince = now - Seconds{proc.unusedMinutes * secondsPerMinute};
-    row.appPath = text(proc.bundle);
+    row.appPath = text(proc.appPath);
     row.appID = text(proc.appID);
     row.project = text(proc.project);
     row.claudeSession = text(proc.session);

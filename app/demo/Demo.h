@@ -56,7 +56,7 @@ struct Proc {
     double unusedMinutes = 0;
     double startedHours = 1;
     /// The application that the process belongs to.
-    std::optional<std::string> bundle;
+    std::optional<std::string> appPath;
     std::optional<std::string> appID;
     std::optional<std::string> project;
     /// The agent session that the process belongs to.

@@ -63,10 +63,10 @@ private:
 
     Proc& app(Pid pid, Pid ppid, const std::string& application, const std::string& name, const std::string& appID,
               const Figures& figures, const std::string& folder = "/Applications/") {
-        const auto bundle = folder + application + ".app";
-        const auto path = bundle + "/Contents/MacOS/" + name;
+        const auto app = folder + application + ".app";
+        const auto path = app + "/Contents/MacOS/" + name;
         return add(
-            {.pid = pid, .ppid = ppid, .name = name, .path = path, .args = {path}, .bundle = bundle, .appID = appID},
+            {.pid = pid, .ppid = ppid, .name = name, .path = path, .args = {path}, .appPath = app, .appID = appID},
             figures);
     }
 

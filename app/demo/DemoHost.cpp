@@ -43,7 +43,7 @@ class CastApplications : public Applications {
 public:
     explicit CastApplications(const Place& place) {
         for (const auto& proc : processes(place)) {
-            if (proc.bundle && proc.appID) identifiers_.insert_or_assign(*proc.bundle, *proc.appID);
+            if (proc.appPath && proc.appID) identifiers_.insert_or_assign(*proc.appPath, *proc.appID);
         }
     }
 

@@ -18,7 +18,7 @@ void AppModel::Private::giveAdvice() {
         .now = model.snapshot->date,
         .ports = [this](const std::vector<Pid>& pids) { return listeningPorts(pids); },
         .locale = host.locale,
-        .launchd = *model.servicePIDs,
+        .managed = *model.servicePIDs,
         .simulatorName =
             [this](std::string_view device) {
                 return Simulators::name(*host.propertyLists, host.folders->home(), device);

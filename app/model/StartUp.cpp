@@ -76,7 +76,7 @@ void AppModel::Private::adviseInDemo() {
                                                .now = now,
                                                .ports = [this](const std::vector<Pid>&) { return *model.ports; },
                                                .locale = "en_US",
-                                               .launchd = *model.servicePIDs,
+                                               .managed = *model.servicePIDs,
                                                .simulatorName = Demo::simulatorName}));
 }
 

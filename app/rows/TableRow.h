@@ -41,7 +41,7 @@ struct RowOrder {
 
 /// Where row names come from, so that folding rows needs no screen.
 struct RowNames {
-    /// Display name of an application by its bundle path.
+    /// Display name of an application by its path.
     std::function<std::string(std::string_view appPath)> application;
     /// The user's home folder, to be shown as a tilde.
     std::string home;

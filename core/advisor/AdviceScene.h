@@ -26,7 +26,7 @@ struct AdviceScene {
     /// Of all numbers and spans in the texts.
     std::string_view locale;
     /// Processes that the service manager runs.
-    const std::set<Pid>& launchd;
+    const std::set<Pid>& managed;
     /// What the user calls a simulated device.
     std::function<std::optional<std::string>(std::string_view device)> simulatorName;
 };

@@ -16,7 +16,7 @@ constexpr Pid adopter = 1;
 
 bool mayBeLeftRunning(const ProcRow& row, const AdviceScene& scene) {
     return row.sample.ppid == adopter && row.project && scene.now - row.unusedSince >= leastIdle &&
-           !scene.launchd.contains(row.id());
+           !scene.managed.contains(row.id());
 }
 
 std::vector<int> portsOf(RowSpan rows, const Advice& advice) {

@@ -35,8 +35,8 @@ bool isEditor(const ProcSample& sample) { return isNamed(sample, editors); }
 /// Decides which rows of the machine count toward a project.
 class Membership {
 public:
-    Membership(const World& world, const std::set<Pid>& launchd)
-        : world_(world), launchd_(launchd), tree_(world.rows) {}
+    Membership(const World& world, const std::set<Pid>& managed)
+        : world_(world), managed_(managed), tree_(world.rows) {}
 
     /// Not part of any project, and not counted as left alone either.
     bool isBystander(std::uint32_t row) const {
@@ -48,7 +48,7 @@ public:
     bool isLeftAlone(std::uint32_t row) const {
         std::string scratch;
         return world_.rows[row].claudeSession || isAgent(world_.rows[row].sample, scratch) ||
-               isOrDescendsFrom(row, [&](const ProcSample& sample) { return launchd_.contains(sample.pid); });
+               isOrDescendsFrom(row, [&](const ProcSample& sample) { return managed_.contains(sample.pid); });
     }
 
 private:
@@ -60,12 +60,12 @@ private:
     }
 
     const World& world_;
-    const std::set<Pid>& launchd_;
+    const std::set<Pid>& managed_;
     ProcessTree tree_;
 };
 
-MembersByRoot membersByRoot(const World& world, const std::set<Pid>& launchd) {
-    const Membership membership(world, launchd);
+MembersByRoot membersByRoot(const World& world, const std::set<Pid>& managed) {
+    const Membership membership(world, managed);
     MembersByRoot members;
     for (std::uint32_t index = 0; index < world.rows.size(); ++index) {
         const auto& row = world.rows[index];
@@ -103,9 +103,9 @@ void sortLargestFirst(std::vector<ProjectGroup>& groups) {
 
 }  // namespace
 
-std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd) {
+std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& managed) {
     std::vector<ProjectGroup> result;
-    for (auto& [root, members] : membersByRoot(world, launchd)) {
+    for (auto& [root, members] : membersByRoot(world, managed)) {
         if (!members.rows.empty()) result.push_back(groupOf(root, std::move(members)));
     }
     sortLargestFirst(result);

@@ -38,8 +38,8 @@ inline constexpr std::array<std::string_view, 8> editors = {"vim",   "nvim", "em
 
 /// The projects that have something to stop, largest first, equal ones sorted by root. Programs of the system,
 /// processes of other users, this program, shells and anything below an editor are not part of a project. Agents, and
-/// processes that are in `launchd` or descend from one that is, are counted and left alone.
-std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& launchd);
+/// processes that are in `managed` or descend from one that is, are counted and left alone.
+std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& managed);
 
 /// The rows whose parent is not among them, in their order.
 std::vector<ProcRow> roots(const std::vector<ProcRow>& rows);

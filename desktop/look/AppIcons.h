@@ -13,7 +13,7 @@ class QPainter;
 
 namespace tolvane::desktop {
 
-/// Icons of applications by bundle path, asked of the host once each; a lettered tile where there is none.
+/// Icons of applications by their path, asked of the host once each; a lettered tile where there is none.
 class AppIcons {
 public:
     /// Both outlive it.

@@ -82,7 +82,7 @@ QIcon Tray::iconFor(bool memoryTight, const Look& look) {
     for (const int size : sizes) {
         icon.addPixmap(look.icons().pixmap(TrayLabel::of(memoryTight).symbol, look.tokens().borderStrong, size, 1));
     }
-    // A menu bar that has colours of its own for icons takes this one as a stencil.
+    // A tray that colours icons itself uses this one as a stencil.
     icon.setIsMask(true);
     return icon;
 }

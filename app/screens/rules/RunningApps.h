@@ -11,7 +11,7 @@ namespace tolvane {
 
 /// One application with all its processes.
 struct RunningApp {
-    /// Its bundle identifier.
+    /// The identifier that rules know it by.
     std::string id;
     std::string name;
     std::string appPath;
@@ -21,7 +21,7 @@ struct RunningApp {
     bool operator==(const RunningApp&) const = default;
 };
 
-/// One per bundle identifier, largest memory first, ties by identifier.
+/// One per identifier, largest memory first, ties by identifier.
 std::vector<RunningApp> runningApps(const std::vector<ProcRow>& rows, const RowNames& names);
 
 }  // namespace tolvane

@@ -181,7 +181,7 @@ private:
     void leftRunning() {
         Rows left;
         for (const auto* row : loose_) {
-            if (row->sample.ppid == 1 && !scene_.launchd.contains(row->id()) && row->project &&
+            if (row->sample.ppid == 1 && !scene_.managed.contains(row->id()) && row->project &&
                 scene_.now - row->unusedSince >= Seconds{3600} && !portsOf(*row).empty()) {
                 left.push_back(row);
             }
@@ -373,7 +373,7 @@ struct AdviceModel : AdviceTest {
         sample.startTime = now - Seconds{20'000.0 + static_cast<double>(below(4))};
         row.unusedSince = now - Seconds{of(ages)};
         if (!once(3)) ports[pid] = {3000 + static_cast<int>(below(3)), 24'678};
-        if (once(8)) launchd.insert(pid);
+        if (once(8)) managed.insert(pid);
         if (once(4)) growTo(row, sample.footprint / 2, 4);
         if (once(3)) workFor(row);
     }
@@ -391,7 +391,7 @@ struct AdviceModel : AdviceTest {
         world = fakes::worldOf({});
         advisor = {};
         ports.clear();
-        launchd.clear();
+        managed.clear();
         advisor.hybrid = once(2);
         memory = {.total = once(2) ? 16 * GiB : 64 * GiB + 1};
         if (once(2)) memory.swapUsed = 1;
@@ -406,7 +406,7 @@ struct AdviceModel : AdviceTest {
                                 .now = now,
                                 .ports = [this](const std::vector<Pid>&) { return ports; },
                                 .locale = "en_US",
-                                .launchd = launchd,
+                                .managed = managed,
                                 .simulatorName = [](std::string_view) { return std::optional<std::string>(); }};
         return PlainAdvice(scene, advisor).all();
     }

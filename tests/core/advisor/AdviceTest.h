@@ -26,7 +26,7 @@ struct AdviceTest : testing::Test {
     SystemMemory memory{.total = 16 * GiB};
     Advisor advisor;
     std::map<Pid, std::vector<int>> ports;
-    std::set<Pid> launchd;
+    std::set<Pid> managed;
     std::map<std::string, std::string, std::less<>> simulators;
     /// How often the ports of each process were asked for.
     std::map<Pid, int> portsAsked;
@@ -99,7 +99,7 @@ struct AdviceTest : testing::Test {
                                     .now = now,
                                     .ports = portsOf,
                                     .locale = locale,
-                                    .launchd = launchd,
+                                    .managed = managed,
                                     .simulatorName = nameOf});
     }
     std::vector<std::string> ids() {

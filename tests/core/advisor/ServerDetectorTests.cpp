@@ -55,7 +55,7 @@ TEST_F(FindServersTest, eachProposedRuleHasAnIdOfItsOwn) {
 
 TEST_F(FindServersTest, aServiceIsNotLeftRunning) {
     addLeft(30, 5173);
-    launchd = {30};
+    managed = {30};
     EXPECT_THAT(ids(), IsEmpty());
 }
 

@@ -37,10 +37,10 @@ protected:
         if (project) row.project = Text(project);
         return row;
     }
-    std::vector<ProjectGroup> groups(const std::set<Pid>& launchd = {}) { return Projects::groups(world, launchd); }
+    std::vector<ProjectGroup> groups(const std::set<Pid>& managed = {}) { return Projects::groups(world, managed); }
     /// Of the only group.
-    std::vector<Pid> members(const std::set<Pid>& launchd = {}) {
-        const auto found = groups(launchd);
+    std::vector<Pid> members(const std::set<Pid>& managed = {}) {
+        const auto found = groups(managed);
         return found.size() == 1 ? pidsOf(found[0].rows) : std::vector<Pid>{};
     }
 

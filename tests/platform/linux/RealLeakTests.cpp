@@ -43,7 +43,7 @@ public:
                                      .now = now_,
                                      .ports = {},
                                      .locale = "en_US",
-                                     .launchd = managed,
+                                     .managed = managed,
                                      .simulatorName = {}});
     }
     std::optional<Advisor::Growth> growth() const {
