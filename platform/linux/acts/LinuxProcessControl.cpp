@@ -11,7 +11,7 @@
 #include "base/files/FileDescriptor.h"
 #include "base/files/Files.h"
 #include "platform/linux/machine/LinuxClockFacts.h"
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 #include "platform/linux/text/KernelText.h"
 #include "platform/linux/text/Scan.h"
 

@@ -5,7 +5,7 @@
 #include "base/files/Files.h"
 #include "platform/linux/applications/AppUnit.h"
 #include "platform/linux/machine/LinuxClockFacts.h"
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 #include "platform/linux/text/Scan.h"
 
 namespace tolvane::linuxhost {

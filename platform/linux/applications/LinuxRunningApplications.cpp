@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 
 namespace tolvane::linuxhost {
 

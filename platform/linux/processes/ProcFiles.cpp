@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
+#include <climits>
 #include <cstddef>
 #include <cstring>
 
@@ -132,6 +134,12 @@ std::optional<std::string_view> ProcFiles::readLink(const char* path) {
     const ssize_t length = ::readlinkat(folder_.get(), path, link_.data(), link_.size());
     if (length < 0) return std::nullopt;
     return std::string_view(link_.data(), static_cast<std::size_t>(length));
+}
+
+std::string executableOf(const std::string& proc, Pid pid) {
+    std::array<char, PATH_MAX> target{};
+    const auto length = ::readlink((proc + "/" + std::to_string(pid) + "/exe").c_str(), target.data(), target.size());
+    return length > 0 ? std::string(target.data(), static_cast<std::size_t>(length)) : std::string();
 }
 
 }  // namespace tolvane::linuxhost

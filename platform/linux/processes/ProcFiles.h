@@ -67,4 +67,7 @@ private:
     std::array<char, 4096> link_{};
 };
 
+/// The program that a process runs, for a single question; empty when the process is gone or shielded.
+std::string executableOf(const std::string& proc, Pid pid);
+
 }  // namespace tolvane::linuxhost

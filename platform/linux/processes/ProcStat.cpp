@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/files/Files.h"
 #include "platform/linux/text/Scan.h"
 
 namespace tolvane::linuxhost {
@@ -94,6 +95,14 @@ bool ProcStat::isOnPseudoTerminal() const {
     // Majors 136 to 143 are the pseudo terminals.
     const std::uint32_t major = (terminal >> 8) & 0xfff;
     return major >= 136 && major <= 143;
+}
+
+std::optional<ProcStat> readProcStat(const std::string& proc, Pid pid) {
+    constexpr std::size_t limit = 65536;
+    const auto text = Files::readKernelFile(proc + "/" + std::to_string(pid) + "/stat", limit);
+    auto stat = text ? parseProcStat(*text) : std::nullopt;
+    if (stat) stat->comm = {};
+    return stat;
 }
 
 }  // namespace tolvane::linuxhost

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "base/Pid.h"
@@ -51,5 +52,8 @@ struct ProcStat {
 
 /// None for a line that is cut short or is something else.
 std::optional<ProcStat> parseProcStat(std::string_view line);
+
+/// A process's stat line, read afresh and without the name, which would be a view. None for one that is gone.
+std::optional<ProcStat> readProcStat(const std::string& proc, Pid pid);
 
 }  // namespace tolvane::linuxhost

@@ -10,7 +10,7 @@
 
 #include "base/files/Files.h"
 #include "base/files/Replacement.h"
-#include "platform/linux/processes/ExecutableOf.h"
+#include "platform/linux/processes/ProcFiles.h"
 #include "platform/linux/text/DesktopEntry.h"
 #include "platform/linux/text/ExecLine.h"
 #include "platform/linux/text/GLibOwned.h"

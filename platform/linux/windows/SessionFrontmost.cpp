@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/linux/processes/ExecutableOf.h"
+#include "platform/linux/processes/ProcFiles.h"
 
 namespace tolvane::linuxhost {
 

@@ -13,7 +13,7 @@
 #include <fstream>
 
 #include "platform/linux/makeLinuxHost.h"
-#include "platform/linux/processes/ExecutableOf.h"
+#include "platform/linux/processes/ProcFiles.h"
 #include "tests/platform/linux/EventLoop.h"
 
 namespace tolvane::linuxhost::testing {

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "platform/linux/acts/LinuxProcessControl.h"
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 #include "tests/platform/linux/BornProgram.h"
 #include "tests/platform/linux/Child.h"
 #include "tests/platform/linux/ChildProcess.h"

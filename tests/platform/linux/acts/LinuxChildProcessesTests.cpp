@@ -13,7 +13,7 @@
 #include <optional>
 #include <thread>
 
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 #include "tests/platform/linux/BornProgram.h"
 #include "tests/platform/linux/Child.h"
 #include "tests/platform/linux/TemporaryFolder.h"

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/files/Files.h"
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 #include "tests/platform/linux/ChildProcess.h"
 
 namespace tolvane::linuxhost {

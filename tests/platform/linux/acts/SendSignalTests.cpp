@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "platform/linux/acts/LinuxProcessControl.h"
-#include "platform/linux/processes/ProcStatFile.h"
+#include "platform/linux/processes/ProcStat.h"
 #include "tests/platform/linux/Child.h"
 #include "tests/platform/linux/ChildProcess.h"
 #include "tests/platform/linux/Newcomer.h"

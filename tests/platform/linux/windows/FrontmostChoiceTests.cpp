@@ -9,7 +9,7 @@
 #include <filesystem>
 
 #include "platform/linux/makeLinuxHost.h"
-#include "platform/linux/processes/ExecutableOf.h"
+#include "platform/linux/processes/ProcFiles.h"
 #include "tests/platform/linux/EventLoop.h"
 #include "tests/platform/linux/windows/FakeAccessibility.h"
 #include "tests/platform/linux/windows/FakeKWin.h"
