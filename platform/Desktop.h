@@ -4,16 +4,16 @@
 
 namespace tolvane {
 
-/// Small favours of the desktop. Main thread; none of them waits or fails aloud.
+/// Small services of the desktop. Main thread; no call waits or reports failure.
 class Desktop {
 public:
     virtual ~Desktop() = default;
 
     /// Shows the file or folder selected in the file manager.
     virtual void reveal(const std::string& path) = 0;
-    /// Opens the file with the user's program for it.
+    /// Opens the file with the user's default program for it.
     virtual void open(const std::string& path) = 0;
-    /// Puts the text on the pasteboard.
+    /// Puts the text on the clipboard.
     virtual void copyText(const std::string& text) = 0;
 };
 

@@ -2,13 +2,13 @@
 
 namespace tolvane {
 
-/// The desktop's list of programs that are in use. Main thread, with the application object made.
+/// The desktop's list of programs in use. Main thread, once the application object exists.
 class Dock {
 public:
     virtual ~Dock() = default;
 
-    /// Whether the program stands among them and has a menu of its own, as it does while its window is open; else it is
-    /// an icon in the tray and no more. Standing there, it also comes to the front.
+    /// Whether the program is in that list and has a menu of its own, as while its window is open; otherwise it is only
+    /// an icon in the tray. Entering the list also brings the program to the front.
     virtual void setInDock(bool inDock) = 0;
 };
 

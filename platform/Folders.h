@@ -13,8 +13,8 @@ public:
     virtual std::string home() const = 0;
     /// The folder in which each program keeps a folder of its own data.
     virtual std::string applicationSupport() const = 0;
-    /// The folder that follows the user from machine to machine; none when nothing syncs. Asked anew each time, since
-    /// such services come and go.
+    /// The folder that follows the user from machine to machine; nullopt when nothing syncs. Looked up on each call,
+    /// since such services come and go.
     virtual std::optional<std::string> syncFolder() const = 0;
 };
 

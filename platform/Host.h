@@ -31,9 +31,9 @@
 
 namespace tolvane {
 
-/// Everything that the program asks of the machine it runs on. Made once, in main or by a test, and outlives the model.
+/// Everything the program asks of the machine it runs on. Made once, in main or by a test; outlives the model.
 struct Host {
-    /// Each reader gets an inspection of its own: it keeps what it read, and belongs to its reader's thread.
+    /// Each reader gets its own inspection, which caches what it read and belongs to the reader's thread.
     std::function<std::unique_ptr<ProcessInspection>()> makeInspection;
     std::unique_ptr<MachineStatistics> machine;
     std::unique_ptr<ProcessControl> control;
@@ -42,7 +42,7 @@ struct Host {
     std::unique_ptr<Frontmost> frontmost;
     std::unique_ptr<Notifications> notifications;
     std::unique_ptr<ChildProcesses> children;
-    /// May ask one of `children`.
+    /// May run a tool through `children`.
     std::unique_ptr<ServiceManager> services;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Desktop> desktop;
@@ -54,20 +54,20 @@ struct Host {
     std::unique_ptr<SystemLog> log;
     std::unique_ptr<Trays> trays;
 
-    // What not every host has; null where there is none.
+    // Null on hosts that have no such thing.
 
-    /// The program's windows as the system sees them, where it tells more of them than the toolkit does.
+    /// The program's windows as the system sees them, where it knows more about them than the toolkit does.
     std::unique_ptr<Windows> windows;
-    /// Where the system does not tell that, but what covers a window.
+    /// For systems that do not report that, but report what covers a window.
     std::unique_ptr<WindowCovers> covers;
     std::unique_ptr<Symbols> symbols;
-    /// Where the toolkit does not know them.
+    /// For desktops whose settings the toolkit does not follow.
     std::unique_ptr<AppearanceSettings> appearance;
     std::unique_ptr<Dock> dock;
 
     Pid selfPID = 0;
     std::uint32_t uid = 0;
-    /// The user's, as an ICU identifier: words are English, figures and lists follow it.
+    /// The user's locale as an ICU identifier. Texts are English; numbers and lists follow it.
     std::string locale = "en_US";
 };
 

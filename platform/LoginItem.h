@@ -13,10 +13,10 @@ public:
     virtual ~LoginItem() = default;
 
     virtual LoginStatus status() const = 0;
-    /// None when it worked, else the host's words for what went wrong.
+    /// Nullopt on success, otherwise the host's message for what went wrong.
     virtual std::optional<std::string> enroll() = 0;
     virtual std::optional<std::string> withdraw() = 0;
-    /// Opens the host's own settings for login items, where it has some.
+    /// Opens the host's own settings for login items, if it has any.
     virtual void openSettings() = 0;
 };
 

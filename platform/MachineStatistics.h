@@ -6,7 +6,7 @@
 
 namespace tolvane {
 
-/// Scheduler ticks since boot of one core or of all, wrapping at 32 bits, in the kernel's own order.
+/// Scheduler ticks since boot, of one core or of all. They wrap at 32 bits.
 struct CPUTicks {
     std::uint32_t user = 0;
     std::uint32_t system = 0;
@@ -26,15 +26,15 @@ struct SwapUsage {
 
 /// The kernel's counters of memory, in pages of `MachineStatistics::pageSize`.
 struct VirtualMemoryCounters {
-    /// Anonymous memory, what can be dropped at any time included.
+    /// Anonymous memory, including what can be dropped at any time.
     std::uint64_t internalPages = 0;
     /// The part of it that can be dropped at any time.
     std::uint64_t purgeablePages = 0;
-    /// Held by the kernel and not to be moved.
+    /// Held by the kernel and not movable.
     std::uint64_t wiredPages = 0;
-    /// Memory that the compressor occupies.
+    /// Memory the compressor occupies.
     std::uint64_t compressorPages = 0;
-    /// What the compressor holds, before it was compressed.
+    /// What the compressor holds, at its uncompressed size.
     std::uint64_t uncompressedPagesInCompressor = 0;
     /// Running total since boot of pages read back from swap.
     std::uint64_t swapIns = 0;
@@ -43,7 +43,7 @@ struct VirtualMemoryCounters {
 };
 
 /// Facts about the whole machine. Stateless for its caller and callable from any thread.
-/// What cannot be read is none.
+/// A fact that cannot be read is nullopt.
 class MachineStatistics {
 public:
     virtual ~MachineStatistics() = default;
@@ -62,7 +62,7 @@ public:
     virtual std::optional<std::vector<CPUTicks>> ticksPerCore() const = 0;
     /// Logical cores that take work now.
     virtual int activeCores() const = 0;
-    /// Logical efficiency cores; none where cores are alike.
+    /// Logical efficiency cores; nullopt where all cores are alike.
     virtual std::optional<int> efficiencyCores() const = 0;
 };
 

@@ -9,18 +9,18 @@
 namespace tolvane {
 
 struct Notification {
-    /// Another one each time, so that none replaces another.
+    /// Unique, so that no notification replaces another.
     std::string identifier;
-    /// Plain text, as is `body`: a host that reads markup gets it escaped.
+    /// Plain text, like `body`; a host whose daemon reads markup escapes both.
     std::string title;
     std::string body;
-    /// What a click on it opens; comes back through `onClick`.
+    /// The section that a click opens; passed to `onClick`.
     std::optional<std::string> section;
 
     bool operator==(const Notification&) const = default;
 };
 
-/// Words to the user outside the window. Main thread; posting neither waits nor fails aloud.
+/// Messages to the user outside the window. Main thread; posting does not wait and reports no failure.
 class Notifications {
 public:
     using Clicked = std::function<void(std::optional<std::string> section)>;
@@ -29,7 +29,7 @@ public:
 
     /// Delivers at once, without sound.
     virtual void post(const Notification& notification) = 0;
-    /// Asks the user once, where the host wants to be asked; the answer is not told.
+    /// Asks the user once, on hosts that require permission; the answer is not reported.
     virtual void requestPermission() = 0;
     virtual Subscription onClick(Clicked clicked) = 0;
 };

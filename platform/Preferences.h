@@ -14,9 +14,8 @@ namespace tolvane {
 using PreferenceDates = std::map<std::string, Date, std::less<>>;
 using PreferenceValue = std::variant<bool, std::int64_t, double, std::string, Date, PreferenceDates>;
 
-/// The user's stored choices, typed. A value of another type than the one asked for counts as absent.
-/// Main thread. Writes reach the disk before `set` returns where the disk takes them; what it does not take
-/// stays in force for this run.
+/// The user's stored choices, typed. A value of a type other than the one asked for counts as absent.
+/// Main thread. `set` returns once the value is on disk; a value that the disk refuses holds for this run only.
 class Preferences {
 public:
     virtual ~Preferences() = default;
@@ -30,11 +29,11 @@ public:
         if (!found || !std::holds_alternative<Type>(*found)) return std::nullopt;
         return std::get<Type>(*found);
     }
-    /// True unless a false is stored.
+    /// True unless false is stored.
     bool unlessTurnedOff(std::string_view key) const { return get<bool>(key).value_or(true); }
 };
 
-/// Lays values for this run over the stored preferences; null leaves them as they are stored.
+/// Puts this run's values on top of the stored preferences; null leaves them as stored.
 using PreferencesLayer = std::function<std::unique_ptr<Preferences>(std::unique_ptr<Preferences> stored)>;
 
 }  // namespace tolvane

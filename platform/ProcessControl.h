@@ -19,16 +19,17 @@ struct Incarnation {
 
 enum class Signal { terminate = 15, kill = 9 };
 
-/// A program to be started on its own.
+/// A program to start detached from this one.
 struct DetachedStart {
-    /// Absolute; not searched for.
+    /// An absolute path; never searched for.
     std::string executable;
-    /// With its zeroth element; empty stands for the executable alone.
+    /// Including the zeroth element; empty means the executable alone.
     std::vector<std::string> args;
-    /// Entries NAME=value, and nothing else; ours is not merged in.
+    /// The complete environment as entries NAME=value; ours is not merged in.
     std::vector<std::string> environment;
     std::string workingDirectory;
-    /// Takes standard output and standard error at its end; made when it is not there, in a folder that exists.
+    /// Standard output and standard error are appended to this file, which is created if missing; its folder must
+    /// exist.
     std::string log;
 
     bool operator==(const DetachedStart&) const = default;
@@ -40,15 +41,14 @@ class ProcessControl {
 public:
     virtual ~ProcessControl() = default;
 
-    /// Sends the signal to this very process; one that has gone, and one that shares its number, gets nothing.
-    /// False when nothing was sent.
+    /// Sends the signal to exactly this process, never to one that reused its pid. False when nothing was sent.
     virtual bool send(Signal signal, const Incarnation& process) = 0;
-    /// Starts the program in a session of its own, so that it outlives us. None when it could not be started.
+    /// Starts the program in a session of its own, so that it outlives us. Nullopt when it could not be started.
     virtual std::optional<Pid> start(const DetachedStart& program) = 0;
-    /// Moves the process to background priority. False when the host refuses, when the process is gone, or when
-    /// this user could not take it back later.
+    /// Moves the process to background priority. False when the host refuses, when the process is gone, or when this
+    /// user could not undo it later.
     virtual bool lowerPriority(const Incarnation& process) = 0;
-    /// Gives back what `lowerPriority` took. False when the host refuses or the process is gone.
+    /// Undoes `lowerPriority`. False when the host refuses or the process is gone.
     virtual bool restorePriority(const Incarnation& process) = 0;
 };
 

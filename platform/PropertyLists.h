@@ -6,12 +6,12 @@
 
 namespace tolvane {
 
-/// Property-list files that other programs left. Any thread.
+/// Property-list files of other programs. Any thread.
 class PropertyLists {
 public:
     virtual ~PropertyLists() = default;
 
-    /// The text under a key at the top of the file; none when the file, the key or that type is missing.
+    /// The text under a top-level key; nullopt when the file or the key is missing or the value is no text.
     virtual std::optional<std::string> text(const std::string& path, std::string_view key) = 0;
 };
 

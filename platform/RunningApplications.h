@@ -14,27 +14,27 @@ class RunningApplication {
 public:
     virtual ~RunningApplication() = default;
 
-    /// Asks politely: the application may refuse, as with unsaved changes. Does not wait.
+    /// Asks the application to quit; it may refuse, as with unsaved changes. Does not wait.
     virtual void terminate() = 0;
-    /// Ends it without asking.
+    /// Kills it without asking.
     virtual void forceTerminate() = 0;
     virtual bool isTerminated() const = 0;
-    /// The installed application that it is an instance of; none where the host does not know.
+    /// The installed application that it is an instance of; nullopt where the host does not know.
     virtual std::optional<std::string> appPath() const = 0;
 };
 
-/// Applications that run, and starting them. Main thread; no call blocks for longer than a round trip to the desktop,
-/// and each of those has an end.
+/// Running applications, and starting them. Main thread; no call blocks for longer than one round trip to the desktop,
+/// which has a time limit.
 class RunningApplications {
 public:
-    /// None when the application was started, else the host's words for what went wrong.
+    /// Nullopt when the application was started, otherwise the host's message for what went wrong.
     using Opened = std::function<void(std::optional<std::string> error)>;
 
     virtual ~RunningApplications() = default;
 
-    /// All running instances of this user, whoever started them; empty when there are none.
+    /// All running instances of this user, however they were started.
     virtual std::vector<std::shared_ptr<RunningApplication>> withAppID(std::string_view identifier) = 0;
-    /// Starts it without bringing it to the front, and tells once. It never asks the user anything.
+    /// Starts it without bringing it to the front and calls `opened` once. Never asks the user anything.
     virtual void openInBackground(const std::string& appPath, Opened opened) = 0;
 };
 

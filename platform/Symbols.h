@@ -6,11 +6,11 @@
 
 namespace tolvane {
 
-/// A symbol as a picture. Only where it is drawn counts, and how densely: the colour is for whoever paints it.
+/// A symbol as a picture. Only its coverage counts; the caller paints it in a colour of its own.
 struct SymbolPicture {
-    /// A file's bytes; finer than `width` by `height` where the system draws for fine screens.
+    /// The bytes of a PNG file; of more pixels than `width` by `height` where the system draws for dense screens.
     std::string png;
-    /// Pixels to be painted on.
+    /// The size to paint it at, in pixels.
     double width = 0;
     double height = 0;
 
@@ -22,8 +22,8 @@ class Symbols {
 public:
     virtual ~Symbols() = default;
 
-    /// Of an optical size that suits a square of `pixels`, and not larger than that. None when the host has no symbol
-    /// of this name or cannot draw it.
+    /// A picture whose optical size suits a square of `pixels`, and no larger. Nullopt when the host has no symbol of
+    /// this name or cannot draw it.
     virtual std::optional<SymbolPicture> picture(std::string_view name, int pixels) = 0;
 };
 

@@ -4,7 +4,7 @@
 
 namespace tolvane {
 
-/// The machine's log, under the program's own name. Any thread; a host without a log drops the line.
+/// The machine's log; lines appear under the program's name. Any thread; a host without a log drops the line.
 class SystemLog {
 public:
     virtual ~SystemLog() = default;

@@ -6,11 +6,11 @@
 
 namespace tolvane {
 
-/// Where programs of the system stand.
+/// The folders that hold the system's programs.
 inline constexpr std::array<std::string_view, 5> systemPathPrefixes = {"/System/", "/usr/", "/bin/", "/sbin/",
                                                                        "/Library/Apple/"};
 
-/// The text alone decides, in its own case; the empty path is not the system's.
+/// Compares text only, case-sensitively; an empty path does not belong to the system.
 constexpr bool isSystemPath(std::string_view path) {
     return std::ranges::any_of(systemPathPrefixes, [&](std::string_view prefix) { return path.starts_with(prefix); });
 }

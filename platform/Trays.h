@@ -6,17 +6,17 @@
 
 namespace tolvane {
 
-/// Where the desktop shows icons of programs that run: in a tray. It may come late, go and come back. Main
-/// thread; nothing here waits.
+/// The tray, where the desktop shows icons of running programs. It may appear late, disappear and return. Main thread;
+/// nothing here waits.
 class Trays {
 public:
     virtual ~Trays() = default;
 
-    /// There is a place for an icon, as far as it is known by now.
+    /// Whether there is a place for an icon, as far as is known yet.
     virtual bool present() const = 0;
-    /// Another number is another place: an icon that was made for the one before has to be made anew.
+    /// A changed number means a new place: the icon made for the previous one must be recreated.
     virtual int place() const { return 0; }
-    /// Calls back whenever either changes. Looking for a place begins with the first of them.
+    /// Calls back whenever either changes. The host starts looking for a tray at the first subscription.
     virtual Subscription onChange(std::function<void()> changed) = 0;
 };
 

@@ -11,9 +11,9 @@ class Windows {
 public:
     virtual ~Windows() = default;
 
-    /// Whether a window of this program can be seen; the tray's own does not count, a covered one neither.
+    /// Whether a window of this program is visible; neither the tray's own nor a covered one counts.
     virtual bool anyVisible() const = 0;
-    /// Calls back whenever a window may have come into view or gone out of it.
+    /// Calls back whenever a window may have become visible or hidden.
     virtual Subscription onChange(std::function<void()> changed) = 0;
 };
 

@@ -16,8 +16,8 @@ namespace {
 
 constexpr mode_t logMode = 0644;
 
-/// Starts it from a child that ends at once: so the program is nobody's child but the first process's (or the service
-/// manager's), which takes its exit status. As a child of ours it would stay as a zombie when it ends.
+/// Starts it from a child that exits at once, so that the first process (or the service manager) adopts the program and
+/// reaps it. As our own child it would stay a zombie after it ends.
 std::optional<Pid> spawnOrphan(const SpawnPlan& plan, const char* path, char* const* arguments,
                                char* const* environment) {
     std::array<int, 2> ends{-1, -1};
@@ -26,7 +26,7 @@ std::optional<Pid> spawnOrphan(const SpawnPlan& plan, const char* path, char* co
     FileDescriptor in(ends[1]);
     const pid_t starter = ::fork();
     if (starter == 0) {
-        // Other threads are not here, but their locks may be: nothing in here allocates.
+        // The fork copied no other threads, but perhaps their locks: do not allocate here.
         const pid_t started = plan.spawn(path, arguments, environment);
         ::_exit(::write(in.get(), &started, sizeof started) == sizeof started ? 0 : 1);
     }

@@ -42,7 +42,7 @@ pid_t start(const std::string& path, const std::vector<std::string>& arguments, 
     return plan.spawn(path.c_str(), argumentVector.data(), environ);
 }
 
-/// The child is not to outlive its caller's patience. One that the kernel cannot end yet is left to it.
+/// Kills the child, whose caller no longer waits. One that the kernel cannot end yet is left to it.
 void abandon(pid_t pid) {
     ::kill(pid, SIGKILL);
     ::waitpid(pid, nullptr, WNOHANG);
@@ -62,7 +62,7 @@ void LinuxChildProcesses::end() {
     const std::lock_guard lock(mutex_);
     ending_ = true;
     const std::uint64_t one = 1;
-    // It cannot overflow: nobody reads it, and it is written once or twice.
+    // The counter cannot overflow: it is written once or twice and never read.
     static_cast<void>(::write(ended_.get(), &one, sizeof one) == sizeof one);
 }
 
@@ -76,7 +76,7 @@ bool LinuxChildProcesses::enter() {
 void LinuxChildProcesses::leave() {
     const std::lock_guard lock(mutex_);
     --callers_;
-    // Under the lock: once it is given back, this object may be gone.
+    // Notify under the lock: once it is released, this object may be gone.
     left_.notify_all();
 }
 
@@ -94,7 +94,7 @@ std::optional<std::string> LinuxChildProcesses::runEntered(const std::string& pa
     if (!pipe) return std::nullopt;
     const pid_t pid = start(path, arguments, pipe->in);
     if (pid < 0) return std::nullopt;
-    // Ours would keep the pipe from ever coming to its end.
+    // While our write end is open, the pipe never ends.
     pipe->in.reset();
     auto printed = readAll(pipe->out);
     if (!printed) {
@@ -124,7 +124,8 @@ std::optional<std::string> LinuxChildProcesses::readAll(const FileDescriptor& pi
     }
 }
 
-/// A child may close its output and go on. Kernels before 5.3 cannot tell of both ends at once: there it is waited for.
+/// A child may close its output and go on running. Kernels before 5.3 have no descriptor to poll for its exit; there we
+/// wait for it.
 std::optional<int> LinuxChildProcesses::exitStatus(pid_t pid) const {
     const FileDescriptor process(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
     if (process && listen(process.get()) == Heard::ended) {

@@ -14,14 +14,14 @@
 
 namespace tolvane::linuxhost {
 
-/// Where a tool may stand, in the order in which the places are tried; empty for a tool that nobody asks for.
+/// The paths at which a tool is looked for, in order; empty for an unknown tool.
 std::vector<std::string> toolPlaces(std::string_view tool);
 
 /// Whether this user may run the file.
 bool isExecutable(const std::string& path);
 
-/// Tools as child processes of ours, as many at a time as there are callers. No time limit: a tool that hangs holds up
-/// its caller until `end`. Destroying it ends what runs and waits for the callers.
+/// Runs tools as child processes, as many at a time as there are callers. There is no time limit: a tool that hangs
+/// blocks its caller until `end`. The destructor kills running tools and waits for the callers.
 class LinuxChildProcesses : public ChildProcesses {
 public:
     LinuxChildProcesses();
@@ -39,14 +39,14 @@ private:
     bool enter();
     void leave();
     std::optional<std::string> runEntered(const std::string& path, const std::vector<std::string>& arguments) const;
-    /// Waits until the descriptor has something to say, or the end has come.
+    /// Waits until the descriptor is readable or `end` was called.
     Heard listen(int descriptor) const;
-    /// Everything up to the end of the pipe; none when the end came first.
+    /// Everything up to the end of the pipe; nullopt when `end` was called first.
     std::optional<std::string> readAll(const FileDescriptor& pipe) const;
-    /// The child's exit status; none for every other end.
+    /// The child's exit status; nullopt when it ended any other way.
     std::optional<int> exitStatus(pid_t pid) const;
 
-    /// Readable once the end has come.
+    /// Readable once `end` was called.
     FileDescriptor ended_;
     std::mutex mutex_;
     std::condition_variable left_;

@@ -20,7 +20,7 @@ namespace tolvane::linuxhost {
 namespace {
 
 constexpr std::size_t procFileLimit = 1U << 20U;
-/// A program that starts threads without end must not hold us up.
+/// Bounds the rounds for a program that keeps starting threads.
 constexpr int maximumRounds = 16;
 constexpr int maximumGenerations = 64;
 
@@ -28,8 +28,8 @@ std::uint64_t ticksSinceBoot() {
     return static_cast<std::uint64_t>(uptime().count() * static_cast<double>(::sysconf(_SC_CLK_TCK)));
 }
 
-/// Holds on to the process, so that its number cannot come to name another between the check and the act without our
-/// seeing it. Kernels before 5.3 have no such hold, and some sandboxes forbid it: there the check has to do.
+/// A pidfd: the pid cannot be reused unnoticed between the check and the act. Kernels before 5.3 lack pidfds and some
+/// sandboxes forbid them; there the check alone must do.
 class Hold {
 public:
     explicit Hold(Pid pid) : descriptor_(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0))), error_(errno) {}
@@ -103,14 +103,14 @@ std::vector<Pid> LinuxProcessControl::children(Pid pid) const {
     return found;
 }
 
-/// Before any thread is lowered, so that none here has inherited.
+/// Runs before any thread is lowered, so no noted thread has inherited yet.
 void LinuxProcessControl::noteThreads(Pid pid, Loan& loan) const {
     for (const Pid thread : threads(pid)) {
         if (const auto now = priorityOf(thread)) loan.before.emplace(thread, *now);
     }
 }
 
-/// Goes round until no thread is left that is not low: those that start meanwhile inherit from one that is not.
+/// Repeats until every thread is low: a thread that starts meanwhile inherits from one that was not lowered yet.
 void LinuxProcessControl::lowerThreads(Pid pid, Loan& loan) const {
     bool foundNew = true;
     for (int round = 0; foundNew && round < maximumRounds; ++round) {
@@ -162,7 +162,7 @@ bool LinuxProcessControl::restorePriority(const Incarnation& process) {
     return restoreThreads(process.pid, loan, newcomers);
 }
 
-/// What a thread has changed for itself meanwhile stays as it is.
+/// A priority that the thread itself changed meanwhile is left alone.
 bool LinuxProcessControl::restoreThreads(Pid pid, const Loan& loan, const ThreadPriority& newcomers) const {
     bool allTook = true;
     for (const Pid thread : threads(pid)) {

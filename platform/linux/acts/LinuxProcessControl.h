@@ -11,18 +11,18 @@
 
 namespace tolvane::linuxhost {
 
-/// Background priority as a loan that every user can pay back: the idle class for disks, and for the processor
-/// SCHED_BATCH, or SCHED_IDLE where this program may come back from it. Niceness is never touched, since an ordinary
-/// user could not return it. (A unit of the user's service manager could be given an idle share of the processor as a
-/// whole; that is not done yet.)
+/// Lowers priority only in ways that every user can undo: the idle class for disks, and for the processor SCHED_BATCH,
+/// or SCHED_IDLE where this program may return from it. Niceness is never touched, since an ordinary user cannot raise
+/// it again. (A unit of the user's service manager could get an idle share of the processor as a whole; that is not
+/// done yet.)
 ///
-/// Priorities belong to threads here, so each is lowered and each gets its own back. What threads and child processes
-/// born meanwhile have inherited is taken from them at the end of the loan.
+/// On Linux, priorities belong to threads, so each thread is lowered and each gets its own priority back. Threads and
+/// child processes that start meanwhile inherit the low priority; restoring resets theirs too.
 ///
 /// Never acts on pid 1, on this program and its ancestors, or on a process of another user.
 class LinuxProcessControl : public ProcessControl {
 public:
-    /// `dateOfTicks` turns the kernel's start ticks into the start times by which processes are known here.
+    /// `dateOfTicks` converts the kernel's start ticks into the start times that identify processes.
     using DateOfTicks = std::function<Date(std::uint64_t ticks)>;
 
     explicit LinuxProcessControl(DateOfTicks dateOfTicks, std::string proc = "/proc");
@@ -33,12 +33,12 @@ public:
     bool restorePriority(const Incarnation& process) override;
 
 private:
-    /// What was taken from a process, and since when.
+    /// How a process was lowered, and since when.
     struct Loan {
         Background background = Background::batch;
-        /// What each thread had that did not inherit.
+        /// The priority that each thread had, except those that inherited ours.
         std::map<Pid, ThreadPriority> before;
-        /// Kernel ticks; children that started later have inherited.
+        /// Kernel ticks; children that started later inherited the low priority.
         std::uint64_t sinceTicks = 0;
     };
 

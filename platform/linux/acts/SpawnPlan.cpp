@@ -49,7 +49,7 @@ pid_t SpawnPlan::spawn(const char* path, char* const* arguments, char* const* en
 std::vector<char*> execVector(const std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     pointers.reserve(texts.size() + 1);
-    // An exec takes them as its own, and changes none of them.
+    // exec takes pointers to non-const, but changes nothing.
     for (const auto& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
     pointers.push_back(nullptr);
     return pointers;

@@ -7,9 +7,9 @@
 
 namespace tolvane::linuxhost {
 
-/// What a new program is to find: descriptors, folder, session, signals. Every signal has its default effect and none
-/// is blocked, whatever this program chose for itself; descriptors that are not given are closed, since all of ours
-/// close at an exec.
+/// The descriptors, folder, session and signals that a new program starts with. Every signal has its default effect and
+/// none is blocked, whatever this program chose for itself. Descriptors that are not passed on are closed, since all of
+/// ours close at exec.
 class SpawnPlan {
 public:
     SpawnPlan();
@@ -17,14 +17,14 @@ public:
     SpawnPlan(const SpawnPlan&) = delete;
     SpawnPlan& operator=(const SpawnPlan&) = delete;
 
-    // In the order in which they are to happen.
+    // These happen in the order of the calls.
     void open(int descriptor, const char* path, int flags, mode_t mode = 0);
     void duplicate(int from, int to);
     void changeFolder(const char* path);
     /// The program leads a session of its own.
     void newSession();
 
-    /// The program's pid; -1 when it could not be started. `path` is not searched for. Allocates nothing.
+    /// Returns the program's pid, or -1 when it could not be started. `path` is not searched for. Allocates nothing.
     pid_t spawn(const char* path, char* const* arguments, char* const* environment) const;
 
 private:
@@ -36,7 +36,7 @@ private:
     bool failed_ = false;
 };
 
-/// The texts as an exec takes them, a null at the end. They outlive what this returns.
+/// Pointers to the texts in the form that exec takes, ended by a null. `texts` must outlive the result.
 std::vector<char*> execVector(const std::vector<std::string>& texts);
 
 }  // namespace tolvane::linuxhost

@@ -12,7 +12,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-// The library has no calls for disk priorities; these are the kernel's numbers.
+// libc has no calls for disk priorities; these are the kernel's numbers.
 constexpr int whoIsOneThread = 1;
 constexpr int classShift = 13;
 constexpr int realTimeClass = 1;
@@ -30,7 +30,7 @@ bool setPolicy(Pid thread, int policy) {
 
 bool setDisk(Pid thread, int disk) { return ::syscall(SYS_ioprio_set, whoIsOneThread, thread, disk) == 0; }
 
-/// What the limit must be at least, so that a process of this niceness may return to it.
+/// The lowest limit that lets a process return to this niceness.
 rlim_t limitToReturnTo(int niceness) { return static_cast<rlim_t>(20 - niceness); }
 
 }  // namespace
@@ -39,7 +39,7 @@ std::optional<ThreadPriority> priorityOf(Pid thread) {
     const int policy = ::sched_getscheduler(thread);
     const auto disk = ::syscall(SYS_ioprio_get, whoIsOneThread, thread);
     if (policy < 0 || disk < 0) return std::nullopt;
-    // Kernels tell "none of its own" with a level, too; only the class counts there.
+    // For "none of its own" some kernels report a level too; only the class counts.
     const int own = static_cast<int>(disk);
     return ThreadPriority{.policy = policy, .disk = own >> classShift == 0 ? 0 : own};
 }
@@ -69,7 +69,7 @@ bool limitAllowsToRaise(Pid process) {
 }
 
 bool holdsRightToRaise() {
-    // Where a limit of its own allows it, the trial would say nothing about other processes.
+    // If our own limit allows it, a trial says nothing about other processes.
     if (limitAllowsToRaise(::getpid())) return false;
     bool cameBack = false;
     std::thread([&] { cameBack = setPolicy(0, SCHED_IDLE) && setPolicy(0, SCHED_OTHER); }).join();

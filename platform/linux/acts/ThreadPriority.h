@@ -8,32 +8,32 @@ namespace tolvane::linuxhost {
 
 /// How one thread is scheduled, as the kernel's own numbers.
 struct ThreadPriority {
-    /// SCHED_OTHER and its like, together with the flag that children do not inherit it.
+    /// SCHED_OTHER or another policy, with the flag that says children do not inherit it.
     int policy = 0;
-    /// Class and level of its access to disks; 0 is none of its own.
+    /// Class and level of its disk access; 0 when it has none of its own.
     int disk = 0;
 
     bool operator==(const ThreadPriority&) const = default;
 };
 
-/// None when the thread is gone.
+/// Nullopt when the thread is gone.
 std::optional<ThreadPriority> priorityOf(Pid thread);
 
-/// What can be taken from a thread. Every user may come back from `batch`; from `idle` only with the right to raise.
+/// How far a thread is lowered. Every user may return from `batch`; returning from `idle` takes the right to raise.
 enum class Background { batch, idle };
 
-/// The priority that a thread would have in the background: the disk idle, and processor time as named. A thread that
-/// is scheduled in real time, or lower already, keeps that; one with real-time access to disks keeps this.
+/// The priority that a thread has in the background: idle disk access, and processor time as `background` says. A
+/// thread that is scheduled in real time, or is low already, keeps its policy; real-time disk access is kept too.
 ThreadPriority lowered(const ThreadPriority& priority, Background background);
 
-/// False when the kernel refuses or the thread is gone. Calls only for what differs from `now`.
+/// False when the kernel refuses or the thread is gone. Makes system calls only for what differs from `now`.
 bool setPriority(Pid thread, const ThreadPriority& now, const ThreadPriority& wanted);
 
-/// Whether this program holds the right to bring any thread of its user back from `idle`. Found out by trying it on a
-/// thread of its own, since in a container the right may show and not count.
+/// Whether this program may bring any thread of its user back from `idle`. Tried on a thread of its own, since in a
+/// container the capability may be listed and yet not work.
 bool holdsRightToRaise();
 
-/// Whether the process's own limit allows to bring it back from `idle`, without any right.
+/// Whether the process's own limit lets it return from `idle` without that right.
 bool limitAllowsToRaise(Pid process);
 
 }  // namespace tolvane::linuxhost

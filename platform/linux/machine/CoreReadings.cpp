@@ -13,7 +13,7 @@ namespace {
 
 enum Column : std::size_t { user, nice, system, idle, waiting, interrupts, softInterrupts, columnCount };
 
-/// More cores than any kernel is built for: a list from a broken file must not fill memory.
+/// More cores than any kernel supports, so that a broken file cannot fill memory.
 constexpr int maximumCores = 8192;
 
 CPUTicks ticksOf(std::string_view line) {
@@ -34,7 +34,8 @@ void insertRange(std::set<int>& cores, std::string_view range) {
     for (int core = *first; core <= *last; ++core) cores.insert(core);
 }
 
-/// An hour of the usual hundred a second: what goes back by more began anew, as a core that was switched off may.
+/// One hour at the usual hundred ticks a second. A counter that steps back further was reset, as when a core was
+/// switched off.
 constexpr std::int32_t furthestBack = 360'000;
 
 std::uint32_t steady(std::uint32_t before, std::uint32_t now) {

@@ -11,7 +11,7 @@
 
 namespace tolvane::linuxhost {
 
-/// The ticks of one core, under the kernel's number for it.
+/// The ticks of one core, with the kernel's number for it.
 struct CoreTicks {
     int core = 0;
     CPUTicks ticks;
@@ -28,13 +28,14 @@ struct MachineTicks {
 };
 
 /// The lines "cpu  22233 2455 8322 364920 1254 0 172 25 0 0" (all cores) and "cpu0 …" at the start of /proc/stat: user,
-/// nice, system, idle, waiting for a disk, interrupts, soft interrupts, stolen, and guests, which user has already.
-/// Waiting is idle, interrupts are system, and what the hypervisor gave to others counts nowhere.
+/// nice, system, idle, waiting for a disk, interrupts, soft interrupts, stolen, and guests, which user already
+/// includes. Waiting counts as idle, interrupts as system, and stolen time (what the hypervisor gave to others) not at
+/// all.
 std::optional<MachineTicks> parseTicks(std::string_view stat);
 
-/// The kernel takes ticks of idleness and of waiting back now and then, having told them apart too early. Counters that
-/// wrap have no way to say so: a tick less reads as eight months more, and a busy core as an idle one. So a counter
-/// that steps back stands still until it is where it was. Any thread.
+/// The kernel sometimes takes back ticks of idling and waiting that it had assigned too early. Our counters wrap, so
+/// one tick less would read as eight months more, and a busy core as an idle one. A counter that steps back is
+/// therefore held until it reaches its old value. Any thread.
 class SteadyTicks {
 public:
     void settle(std::vector<CoreTicks>& cores);
@@ -50,13 +51,13 @@ std::set<int> parseCoreList(std::string_view text);
 /// Ticks with the efficiency cores first, each kind in the kernel's order.
 std::vector<CPUTicks> efficiencyFirst(const std::vector<CoreTicks>& cores, const std::set<int>& efficiency);
 
-/// A core and how much work it does in a time, on the kernel's scale (1,024 for the best).
+/// A core and its speed on the kernel's scale (1,024 for the fastest).
 struct CoreCapacity {
     int core = 0;
     unsigned capacity = 0;
 };
 
-/// The cores that do less than the best. None of them where all are alike.
+/// The cores that are slower than the fastest; empty where all are alike.
 std::set<int> weakerCores(const std::vector<CoreCapacity>& capacities);
 
 }  // namespace tolvane::linuxhost

@@ -9,7 +9,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Holds /proc/meminfo, /proc/vmstat (4.6 kB) and /proc/stat of some dozen cores at once.
+/// Enough for /proc/meminfo, /proc/vmstat (4.6 kB) or the /proc/stat of some dozen cores in one read.
 constexpr std::size_t pieceSize = 8192;
 
 }  // namespace
@@ -26,7 +26,7 @@ std::optional<std::string> KernelFile::read() const {
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return std::nullopt;
         size += static_cast<std::size_t>(got);
-        // Kernel files come a page at a time, so a short piece is not yet the end.
+        // Kernel files come a page at a time, so a short read is not the end.
         if (got == 0) break;
     }
     bytes.resize(size);

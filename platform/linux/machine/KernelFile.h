@@ -7,13 +7,13 @@
 
 namespace tolvane::linuxhost {
 
-/// A file of the kernel that is opened once and read again and again from its start: opening costs more than reading.
-/// Any thread. A file that is missing at the beginning stays missing.
+/// A kernel file that is opened once and read from its start each time, because opening costs more than reading.
+/// Any thread. A file that is missing at construction stays missing.
 class KernelFile {
 public:
     explicit KernelFile(const std::string& path);
 
-    /// None when the file is missing or refuses.
+    /// Nullopt when the file is missing or cannot be read.
     std::optional<std::string> read() const;
 
 private:

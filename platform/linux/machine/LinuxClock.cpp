@@ -21,13 +21,13 @@ namespace tolvane::linuxhost {
 namespace {
 
 constexpr double nanosPerSecond = 1e9;
-/// Thirty years: beyond any wait, within what the kernel's timer can be set to.
+/// Thirty years: longer than any wait, within the range of the kernel's timer.
 constexpr Seconds longestWait{1e9};
 
 Seconds clamped(Seconds span) { return span > Seconds{0} ? std::min(span, longestWait) : Seconds{0}; }
 
 itimerspec timerAt(Seconds moment) {
-    // A timer set to zero stands still, so the past is the first nanosecond. Rounded up: never early.
+    // Zero would switch the timer off, so past moments become one nanosecond. Rounded up, so never early.
     const auto nanos = static_cast<std::int64_t>(std::ceil(std::max(moment.count() * nanosPerSecond, 1.0)));
     itimerspec timer{};
     timer.it_value.tv_sec = nanos / 1'000'000'000;
@@ -61,7 +61,7 @@ public:
 private:
     struct Waiter {
         Seconds due;
-        /// When the timer is to wake for it; another's wake-up after `due` serves as well.
+        /// When the timer wakes for it; any earlier wake-up after `due` serves as well.
         Seconds wake;
         std::function<void()> passed;
     };
@@ -94,7 +94,7 @@ private:
         setTo_.reset();
         for (const std::uint64_t number : dueBy(uptime())) run(number);
         set();
-        // The clock went while its waiter ran: the notifier must outlive its own signal.
+        // The clock was destroyed while its waiter ran; the notifier must outlive its own signal.
         if (self.use_count() == 1) QTimer::singleShot(0, [self] {});
     }
 
@@ -109,7 +109,7 @@ private:
         return numbers;
     }
 
-    /// One that ran before it may have ended it.
+    /// A waiter that ran earlier may have ended this one.
     void run(std::uint64_t number) {
         auto node = waiting_.extract(number);
         if (!node.empty()) node.mapped().passed();

@@ -6,8 +6,8 @@
 
 namespace tolvane::linuxhost {
 
-/// The machine's wall clock, and one kernel timer for all waiters. The timer runs on the clock that counts sleep too;
-/// it stands still while nobody waits. Needs the event loop of the main thread, but for `now` and `steadyTime`.
+/// The machine's wall clock, and one kernel timer for all waiters. The timer runs on the clock that counts sleep, and
+/// is off while there are no waiters. Needs the main thread's event loop, except for `now` and `steadyTime`.
 class LinuxClock : public Clock {
 public:
     LinuxClock();
@@ -16,7 +16,7 @@ public:
     ~LinuxClock() override;
 
     Date now() const override;
-    /// Since the machine was started.
+    /// Time since boot.
     Seconds steadyTime() const override;
     Subscription after(Seconds delay, Seconds tolerance, std::function<void()> passed) override;
 
@@ -25,8 +25,8 @@ private:
     std::shared_ptr<Waiters> waiters_;
 };
 
-/// The moment from `due` to `latest` that lies on the coarsest grid of 64, 32, … 1/64 seconds; `due` where none does.
-/// Whoever wakes at round moments wakes together with others.
+/// The moment from `due` to `latest` on the coarsest grid of 64, 32, … 1/64 seconds; `due` when no grid has one.
+/// Programs that wake at round moments wake together.
 Seconds roundestMoment(Seconds due, Seconds latest);
 
 }  // namespace tolvane::linuxhost

@@ -6,8 +6,8 @@
 
 namespace tolvane::linuxhost {
 
-/// What turns the kernel's ticks into dates and spans. Read once per run and handed to all that need it, so that one
-/// process never shows two start times, even when the wall clock is set meanwhile.
+/// Converts the kernel's ticks into dates and spans. Read once per run and shared, so that a process never shows two
+/// start times even when the wall clock is set meanwhile.
 struct LinuxClockFacts {
     /// When the machine started, in seconds since 1970.
     double bootUnixSeconds = 0;

@@ -34,13 +34,13 @@ std::set<int> coresBelowTheBest(const std::string& sys) {
     return weakerCores(capacities);
 }
 
-/// On hybrid x86 processors the kernel names the efficiency cores; elsewhere it rates each core, where they differ.
+/// On hybrid x86 processors the kernel lists the efficiency cores; elsewhere it rates each core if they differ.
 std::set<int> efficiencyCoresOf(const std::string& sys) {
     auto named = coresIn(sys + "/devices/cpu_atom/cpus");
     return named.empty() ? coresBelowTheBest(sys) : named;
 }
 
-/// Before Linux 5.19 zswap told its size to root only, through the debugging files.
+/// Before Linux 5.19, zswap reported its size to root only, in debugfs.
 CompressedMemory zswapFromDebugging(const std::string& sys, std::uint64_t pageSize) {
     const std::string folder = sys + "/kernel/debug/zswap/";
     const auto pool = numberIn(folder + "pool_total_size");
@@ -142,7 +142,7 @@ int LinuxMachineStatistics::activeCores() const {
 std::optional<int> LinuxMachineStatistics::efficiencyCores() const {
     const auto online = onlineCores();
     const auto count = std::ranges::count_if(efficiency_, [&](int core) { return online.contains(core); });
-    // A processor of nothing but small cores has cores that are alike.
+    // If all cores are efficiency cores, they are alike.
     if (count == 0 || static_cast<std::size_t>(count) == online.size()) return std::nullopt;
     return static_cast<int>(count);
 }

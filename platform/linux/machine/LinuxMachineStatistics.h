@@ -10,23 +10,24 @@
 
 namespace tolvane::linuxhost {
 
-/// Where the kernel shows itself.
+/// The roots of the kernel's file systems.
 struct KernelRoots {
     std::string proc = "/proc";
     std::string sys = "/sys";
 };
 
-/// Facts about the machine from /proc and /sys. Keeps its files open; what sorts cores apart is read once.
+/// Facts about the machine from /proc and /sys. Keeps its files open; the classes of cores are read once.
 ///
-/// What has no twin here: memory that may be dropped at any time is none. `wired` is what remains of the total when all
-/// that has another name is taken off, so that the parts add up. The compressor is zram that serves as swap together
-/// with zswap's pool, and what is swapped to a disk counts nothing in it.
+/// Facts without an exact equivalent on Linux: there is no purgeable memory. `wired` is what remains of the total after
+/// everything else is subtracted, so that the parts add up. The compressor is the zram that serves as swap plus zswap's
+/// pool; memory swapped to a disk does not count in it.
 class LinuxMachineStatistics : public MachineStatistics {
 public:
     explicit LinuxMachineStatistics(const KernelRoots& roots = {});
 
     std::optional<std::uint64_t> memorySize() const override;
-    /// From stall and available memory together (`PressureThresholds`); none on a kernel that does not measure stall.
+    /// From stall and available memory together (`PressureThresholds`); nullopt on a kernel that does not measure
+    /// stall.
     std::optional<int> pressureLevel() const override;
     std::optional<SwapUsage> swapUsage() const override;
     std::optional<VirtualMemoryCounters> virtualMemory() const override;
@@ -52,7 +53,7 @@ private:
     KernelFile stat_;
     KernelFile online_;
     std::set<int> efficiency_;
-    /// Mutable, since nobody but who reads ticks can see it.
+    /// Mutable, since only the reading of ticks uses it.
     mutable SteadyTicks steady_;
 };
 

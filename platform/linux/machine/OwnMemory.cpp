@@ -17,7 +17,7 @@ constexpr int hexadecimal = 16;
 /// A program of many libraries has less than a megabyte of them.
 constexpr std::size_t mappingsLimit = std::size_t{64} << 20U;
 
-/// None for a line that begins no mapping, or one of another kind.
+/// Nullopt for a line that begins no mapping, or one of another kind.
 ///
 ///     7f2a1c200000-7f2a1c9f1000 r-xp 00200000 fe:00 131330                     /usr/lib/libQt6Gui.so.6.4.2
 std::optional<Stretch> unwritableFile(std::string_view line) {
@@ -31,7 +31,7 @@ std::optional<Stretch> unwritableFile(std::string_view line) {
     return Stretch{.begin = *begin, .end = *end};
 }
 
-/// Pages that were written to once, as those with addresses the loader filled in, belong to no file any more.
+/// Pages that were written to, such as those the loader relocated, no longer belong to a file.
 bool tellsUnchanged(std::string_view line) {
     constexpr std::string_view key = "Anonymous:";
     return line.starts_with(key) && Scan::figure(line.substr(key.size())) == 0U;
@@ -64,7 +64,7 @@ std::vector<Stretch> unchangedFiles(std::string_view smaps) {
 void giveBack() {
     ::malloc_trim(0);
     for (const auto& [begin, end] : unchangedFiles(ownMappings())) {
-        // What is locked in memory stays, which is as well.
+        // Locked memory stays, which is fine.
         // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel names addresses by their numbers
         static_cast<void>(::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED));
     }

@@ -4,10 +4,10 @@
 #include <string_view>
 #include <vector>
 
-/// The memory of this program as the kernel counts it.
+/// This program's memory as the kernel counts it.
 namespace tolvane::linuxhost::OwnMemory {
 
-/// A stretch of addresses.
+/// A range of addresses.
 struct Stretch {
     std::uintptr_t begin = 0;
     std::uintptr_t end = 0;
@@ -15,12 +15,12 @@ struct Stretch {
     bool operator==(const Stretch&) const = default;
 };
 
-/// What of a text like `/proc/self/smaps` holds a file that cannot be written there and was not changed: programs,
-/// libraries, fonts. Pure.
+/// The mappings in a text like `/proc/self/smaps` that hold read-only, unchanged files: programs, libraries, fonts.
+/// Pure.
 std::vector<Stretch> unchangedFiles(std::string_view smaps);
 
-/// Gives back what is not in use: free memory, and the pages of unchanged files, which the system keeps at hand and
-/// puts back when they are touched. For a moment after which most of the program will not run for long. Any thread.
+/// Returns unused memory to the system: free heap memory, and the pages of unchanged files, which stay in the page
+/// cache and come back when touched. Call it when most of the program will not run for a while. Any thread.
 void giveBack();
 
 }  // namespace tolvane::linuxhost::OwnMemory

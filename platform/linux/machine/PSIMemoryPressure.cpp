@@ -18,23 +18,23 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Windows of another length than whole multiples of 2 seconds are for administrators.
+/// Windows that are not whole multiples of 2 seconds are reserved for administrators.
 constexpr std::string_view trigger = "some 150000 2000000";
-/// The trigger's share of its window.
+/// The stall within one window that fires the trigger.
 constexpr double pollPercent = 7.5;
 constexpr std::size_t fileLimit = 65536;
 
-/// The kernel's own files are empty to whoever asks for their size; into others nothing is ever written.
+/// The kernel's own files report size 0; never write into any other file.
 bool isKernelFile(int descriptor) {
     struct stat facts{};
     return ::fstat(descriptor, &facts) == 0 && facts.st_size == 0;
 }
 
-/// The file with the order placed in it; empty where the kernel refuses, as before about 6.4 for ordinary users.
+/// The file with the trigger set; empty where the kernel refuses, as it does to ordinary users before about 6.4.
 FileDescriptor placeTrigger(const std::string& file) {
     auto order = FileDescriptor::open(file, O_RDWR | O_NONBLOCK);
     if (!order || !isKernelFile(order.get())) return {};
-    // The kernel wants the NUL too.
+    // The kernel expects the NUL too.
     if (::write(order.get(), trigger.data(), trigger.size() + 1) < 0) return {};
     return order;
 }
@@ -65,7 +65,7 @@ private:
     }
 
     void stop() {
-        // May be called from their own signals.
+        // This may run inside their own signals.
         if (notifier_) notifier_->setEnabled(false);
         if (notifier_) notifier_.release()->deleteLater();
         if (timer_) timer_->stop();
@@ -73,7 +73,7 @@ private:
         trigger_ = FileDescriptor();
     }
 
-    /// What poll says now; none of it is an error. A plain file reports that it can be read.
+    /// The events that poll reports now; 0 on error. A plain file is always readable.
     short events() const {
         pollfd state{.fd = trigger_.get(), .events = POLLPRI, .revents = 0};
         return ::poll(&state, 1, 0) < 0 ? short{POLLERR} : state.revents;
@@ -82,7 +82,7 @@ private:
     bool isPollable() const { return (events() & (POLLERR | POLLNVAL)) == 0; }
 
     void triggered() {
-        // An error means that the kernel gave the order up; it would be reported for ever.
+        // An error means that the kernel dropped the trigger; it would be reported for ever.
         if ((events() & (POLLERR | POLLNVAL)) != 0) {
             stop();
             return startPolling();
@@ -108,7 +108,7 @@ private:
         return text ? parsePressure(*text) : std::nullopt;
     }
 
-    /// One that is told may end another's subscription, or begin one.
+    /// A subscriber may end another's subscription or begin a new one.
     void tellAll() {
         const auto self = shared_from_this();
         std::vector<std::uint64_t> numbers;
@@ -119,7 +119,7 @@ private:
             const auto pressed = found->second;
             pressed();
         }
-        // The last owner went meanwhile: what sends the signal must outlive it.
+        // The last owner is gone meanwhile; the sender must outlive its signal.
         if (self.use_count() == 1) stop();
     }
 

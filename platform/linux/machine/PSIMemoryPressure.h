@@ -8,11 +8,11 @@
 
 namespace tolvane::linuxhost {
 
-/// Events from the kernel's measure of stall: each time tasks stood still for want of memory for 150 ms within 2
-/// seconds, as early as an ordinary user may ask and long before memory is exhausted. At most one event each 2 seconds.
-/// Where the kernel takes no such order, the averages are read every 10 seconds instead, and an event is each reading
-/// at which tasks had stood still for as large a share of the last 10 seconds. Without the measure there are no events.
-/// Nothing runs or wakes while nobody is subscribed. Main thread, with its event loop.
+/// Events from the kernel's pressure-stall information: one each time tasks stalled for lack of memory for 150 ms
+/// within 2 seconds. That is the earliest an ordinary user may ask for, and long before memory is exhausted. At most
+/// one event every 2 seconds. Where the kernel refuses such triggers, the averages are read every 10 seconds instead,
+/// and a reading with the same share of stall in the last 10 seconds is an event. A kernel without the measure yields
+/// no events. Nothing runs or wakes without subscribers. Main thread, with its event loop.
 class PSIMemoryPressure : public MemoryPressure {
 public:
     struct Settings {

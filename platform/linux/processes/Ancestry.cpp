@@ -9,7 +9,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Deeper trees do not occur; rows read at different moments might form a ring.
+/// Real trees are shallower; the limit ends a ring made of rows read at different moments.
 constexpr int deepest = 64;
 
 bool startsPrograms(const ProcEntry& entry) {
@@ -64,8 +64,8 @@ bool Ancestry::isStartedByUser(const ProcEntry& entry) const {
     return entry.onPseudoTerminal || entry.loginShell || ancestor(entry, startsPrograms) != nullptr;
 }
 
-/// Browsers and the like keep their helpers in a pid namespace too. Those run the program that made the namespace, in
-/// its control group; an engine gives each container a group of its own.
+/// Browsers and similar programs keep their helpers in a pid namespace too. Those run the program that made the
+/// namespace, in its control group; a container engine gives each container a group of its own.
 bool Ancestry::isContainer(const ProcEntry& entry) const {
     if (entry.unit.application) return false;
     const ProcEntry* outside = ancestor(entry, [](const ProcEntry& row) { return !row.inOtherPidNamespace; });

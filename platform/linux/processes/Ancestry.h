@@ -8,14 +8,14 @@
 
 namespace tolvane::linuxhost {
 
-/// What of a process follows from the processes above it: the parent that we report, whether it belongs to the
-/// system, whether it is a container's. Works these out once and again only when something they rest on moved.
+/// Facts of a process that follow from its ancestors: the parent that we report, whether it belongs to the system,
+/// whether it is a container's. Worked out once, and again only when something they depend on changed.
 class Ancestry {
 public:
-    /// A row with its facts read, of any pid; null when there is none.
+    /// The row of any pid with its facts read; null when there is none.
     using Lookup = std::function<ProcEntry*(Pid)>;
 
-    /// `home` is where projects lie; empty where nobody has any.
+    /// Projects lie below `home`; empty where there are none.
     Ancestry(Lookup lookup, std::uint32_t uid, std::string home);
 
     void settleParent(ProcEntry& entry) const;

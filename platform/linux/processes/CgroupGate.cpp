@@ -24,7 +24,7 @@ std::optional<std::string_view> readAt(const FileDescriptor& file, Buffer& buffe
     return std::string_view(buffer.data(), static_cast<std::size_t>(length));
 }
 
-/// Everything else that this program opens must still find descriptors.
+/// Leaves descriptors for the rest of the program.
 constexpr int descriptorsForOthers = 64;
 
 int openFilesLimit() {
@@ -82,7 +82,7 @@ void CgroupGate::leave(Group group) {
     --groupsWithMembers_;
 }
 
-/// Threads may stand in groups of their own below the one that owns their process; that one counts them all.
+/// Threads may be in groups of their own below the one that owns their process; the owner counts them all.
 void CgroupGate::openUsage(Slot& slot) const {
     std::string path = mount_ + slot.path;
     while (path.size() > mount_.size() && isThreaded(path)) path.resize(path.rfind('/'));

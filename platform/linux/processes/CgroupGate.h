@@ -12,26 +12,26 @@
 
 namespace tolvane::linuxhost {
 
-/// Tells which control groups had a process running since the last sweep, so that the members of the others need no
-/// look. Every group of the unified hierarchy counts the CPU time of its members in `cpu.stat`, with or without a
-/// controller, and an unmoved count means that none of them ran: not for a microsecond, in 300 tries of the
-/// shortest runs that we could make.
+/// Which control groups ran a process since the last sweep; members of the others need not be read. Every group of the
+/// unified hierarchy counts its members' CPU time in `cpu.stat`, with or without a controller. An unchanged count means
+/// that no member ran, not even for a microsecond: 300 tries with the shortest runs that we could make moved it every
+/// time.
 ///
-/// One kept descriptor per group that has members. Where a group's count cannot be opened or read (descriptors ran
-/// out, the group went) its members count as running. One thread.
+/// Keeps one descriptor per group with members. Where a group's count cannot be opened or read (descriptors ran out,
+/// the group is gone), its members count as running. One thread.
 class CgroupGate {
 public:
     using Group = std::int32_t;
     static constexpr Group none = -1;
 
-    /// Says where the unified hierarchy is mounted, before the first `join`. Without it, or with an empty folder,
-    /// nothing is ever gated.
+    /// Sets where the unified hierarchy is mounted; call it before the first `join`. Without it, or with an empty
+    /// folder, every process counts as running.
     void watch(std::string mount);
 
-    /// One more member for the group of this path, as /proc/PID/cgroup names it. None for the root, which counts the
-    /// whole machine. The count is read before this returns: read the process afterwards.
+    /// Adds a member to the group of this path, as /proc/PID/cgroup gives it. Returns `none` for the root, which counts
+    /// the whole machine. The count is read before this returns, so read the process afterwards.
     Group join(std::string_view path);
-    /// One member less; the last one's leaving closes the group. `none` is allowed.
+    /// Removes a member; the last one to leave closes the group. `none` is allowed.
     void leave(Group group);
     /// Reads every group's count.
     void beginSweep();
@@ -59,7 +59,7 @@ private:
     void refresh(Slot& slot) const;
 
     std::string mount_;
-    /// Descriptors from this number on are left to others.
+    /// Descriptors from this number up are left to the rest of the program.
     int descriptorLimit_ = 0;
     std::vector<Slot> slots_;
     std::vector<Group> free_;

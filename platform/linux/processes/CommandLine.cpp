@@ -57,7 +57,7 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
     return words;
 }
 
-/// Servers put their role behind a colon, in brackets, or call it by name.
+/// Servers put their role after a colon or in brackets, or name it ("master", "worker").
 bool tellsState(const std::vector<std::string_view>& words) {
     if (words.front().find(':') != std::string_view::npos) return true;
     if (words.size() > 1 && (words[1] == "master" || words[1] == "worker")) return true;

@@ -13,7 +13,7 @@ namespace tolvane::linuxhost {
 namespace {
 
 constexpr std::uint64_t mostTurns = 16;
-/// No fact is to be older, as far as sweeps allow.
+/// The greatest age of a fact, as far as sweeps allow.
 constexpr Seconds oldestFact{32};
 constexpr std::uint8_t sightingsToSettle = 2;
 
@@ -64,7 +64,7 @@ void LinuxProcessInspection::mergeListing() {
     table_.orphanChildrenOf(left_);
 }
 
-/// Powers of two, so that a row whose turn it is in one division is also due within the next.
+/// Powers of two, so that a row due in one division is also due in the next finer one.
 void LinuxProcessInspection::chooseTurns() {
     const Seconds now = options_.uptime();
     const Seconds interval = lastSweep_ ? now - *lastSweep_ : Seconds{0};
@@ -90,7 +90,7 @@ std::optional<Depth> LinuxProcessInspection::depthNow(const ProcEntry& entry) co
 void LinuxProcessInspection::refreshListed(ProcEntry& entry, Depth depth) {
     const bool wasKnown = entry.known;
     reader_.refresh(entry, depth, isTurn(entry.pid, part(turns_, 4)), Membership::joined);
-    // Its children found another parent when it died, though the list still names it.
+    // Its children got another parent when it died, though it is still listed.
     if (wasKnown && !entry.known) table_.orphanChildrenOf(std::array{entry.pid});
 }
 

@@ -21,40 +21,41 @@ namespace tolvane::linuxhost {
 struct LinuxInspectionOptions {
     /// One value for all inspections of a run.
     LinuxClockFacts clock = {};
-    /// Whose processes are not other users'.
+    /// The user whose processes are not another user's.
     std::uint32_t uid = 0;
-    /// Below it lie projects; empty for nowhere.
+    /// Projects lie below it; empty when there are none.
     std::string home = {};
     std::string procFolder = "/proc";
-    /// Hears of each file below the folder that is asked for.
+    /// Called with each file below the folder that is asked for.
     ProcFiles::Observer observer = {};
     std::function<Seconds()> uptime = linuxhost::uptime;
 };
 
-/// Processes as /proc shows them. Making one costs little until its first sweep; it may be made for one question.
+/// Processes as /proc shows them. Making one is cheap until its first sweep, so it may be made for a single question.
 ///
-/// Facts without an exact twin here. `footprint` is anonymous resident memory and what of the process is in swap,
-/// `compressed` the part in swap; shared file pages count in neither. The kernel keeps no such peak:
+/// Facts without an exact equivalent on Linux: `footprint` is anonymous resident memory plus what is swapped out, and
+/// `compressed` the swapped-out part; shared file pages count in neither. The kernel keeps no such peak, so
 /// `peakFootprint` is the highest footprint that this inspection saw. Swap-ins and time by class of core are not
-/// accounted per process. A child of the user's service manager has parent 1, as orphans have elsewhere. A dead
-/// process that nobody waited for is gone, though the list names it. `name` is the program's where the kernel's is cut
-/// or says nothing. A title written over the arguments is read as the command that it names. A container's process
-/// belongs to the system and has no working folder of ours.
+/// accounted per process. A child of the user's service manager has parent 1, as orphans have elsewhere. A zombie
+/// counts as gone, though it is listed. `name` is the program's where the kernel's is cut or says nothing. A title
+/// written over the arguments is read as the command that it names. A container's process belongs to the system and has
+/// no working folder here.
 ///
-/// Not everything is read in every sweep, because reading costs far more than all that is done with it. What is
+/// Not everything is read in every sweep, because reading costs far more than everything done with the results. What is
 /// skipped, and why that is safe:
-/// - No file of a process whose control group used no CPU time since the last sweep: who did not run cannot have
-///   allocated, moved folder, executed, renamed itself or ended. Memory can be taken or dropped without its owner
-///   running; when the machine's counters say that this happened, everybody's `stat` is read.
-/// - `status` and the working folder of a process whose CPU time, resident pages and minor faults stand still; memory
-///   grows by faults. A change of folder can be shorter than a clock tick, so of processes in groups that ran the
-///   folder is read every fourth sweep besides.
-/// - Executable, name and arguments while the addresses that an exec sets stand still; they belong to the program.
+/// - All files of a process whose control group used no CPU time since the last sweep: a process that did not run
+/// cannot
+///   have allocated, changed folder, executed, renamed itself or ended. The kernel can take memory from a process that
+///   does not run; when the machine's counters show that it did, every `stat` is read.
+/// - `status` and the working folder of a process whose CPU time, resident pages and minor faults are unchanged; memory
+///   grows by faults. A change of folder can be shorter than a clock tick, so for processes in groups that ran, the
+///   folder is also read every fourth sweep.
+/// - Executable, name and arguments while the addresses that exec sets are unchanged; they belong to the program.
 /// - Kernel threads that did no work at their last reading are read in every eighth sweep.
-/// - Group membership is read at first sight, in the sweep after (service managers move new processes), and at
-///   re-checks. A parent's leaving has its children's `stat` read.
-/// Every process is re-checked in full in one of 16 sweeps, more often when sweeps are rare: no fact is older than
-/// about half a minute, or than 16 sweeps where these take longer to pass. Who is about to act asks `bsdRecord`
+/// - Group membership, except at first sight, in the sweep after (service managers move new processes) and at
+///   re-checks. When a parent ends, its children's `stat` is read.
+/// Every process is re-checked in full in one of 16 sweeps, and more often when sweeps are rare, so no fact is older
+/// than about half a minute, or than 16 sweeps where these take longer. Before acting on a process, call `bsdRecord`
 /// again, which reads everything.
 class LinuxProcessInspection : public ProcessInspection {
 public:
@@ -73,7 +74,7 @@ public:
     std::vector<int> listeningPorts(Pid pid) override;
     std::map<Pid, std::vector<int>> listeningPortsOf(const std::vector<Pid>& pids) override;
 
-    /// Control groups that are watched now, 0 or 1 where telling them apart gains nothing.
+    /// The number of control groups watched now; with 0 or 1 there is nothing to gate.
     std::size_t watchedGroups() const { return gate_.groups(); }
 
 private:
@@ -98,7 +99,7 @@ private:
     Ancestry ancestry_;
     std::vector<Pid> listing_;
     std::vector<Pid> left_;
-    /// Rows of pids that no sweep listed.
+    /// Rows of pids that the latest sweep did not list.
     std::map<Pid, ProcEntry> strays_;
     std::string environment_;
     std::optional<Seconds> lastSweep_;

@@ -15,7 +15,7 @@ namespace {
 struct Member {
     Pid parent = 0;
     bool kept = false;
-    /// Has what it started outside of the kept services.
+    /// A descendant runs outside of the kept services.
     bool startsOthers = false;
 };
 
@@ -42,7 +42,7 @@ Members readMembers(ProcFiles& files) {
     return members;
 }
 
-/// Goes up only until somebody was marked before: whoever stands above is marked then too.
+/// Stops at the first ancestor that is marked already: those above it are marked too.
 void markAncestors(Members& members, Pid parent) {
     for (auto above = members.find(parent); above != members.end() && !above->second.startsOthers;
          above = members.find(above->second.parent)) {

@@ -8,8 +8,8 @@
 
 namespace tolvane::linuxhost {
 
-/// Whether the service manager of the machine or of the user keeps what runs in this control group: a `.service` that
-/// is no application's. The service that a user's manager itself is does not count.
+/// Whether the service manager of the machine or of the user keeps the processes of this control group running: a
+/// `.service` that is not an application's. The service that runs a user's manager does not count.
 ///
 ///     /user.slice/user-1000.slice/user@1000.service/app.slice/syncthing.service     is kept
 ///     /system.slice/postgresql@15-main.service                                       is kept
@@ -17,9 +17,9 @@ namespace tolvane::linuxhost {
 ///     /user.slice/user-1000.slice/session-2.scope                                    is grouped only, never restarted
 bool isKeptService(std::string_view unitPath);
 
-/// The processes in kept services, from /proc/PID/cgroup. What starts programs that end up outside of any such service
-/// is not listed: the desktop's shell, the session bus, the servers of logins. Theirs are the processes of a whole
-/// session, and whoever looks for ancestors among the listed ones would find them above all of the user's work.
+/// The processes in kept services, from /proc/PID/cgroup. Processes that start programs outside of such services are
+/// not listed: the desktop's shell, the session bus, login servers. They are ancestors of a whole session, so all of
+/// the user's work would count as descending from a kept service.
 class LinuxServiceManager : public ServiceManager {
 public:
     explicit LinuxServiceManager(std::string proc = "/proc") : proc_(std::move(proc)) {}

@@ -25,7 +25,7 @@ std::optional<ListeningSocket> listeningSocket(std::string_view line) {
     return ListeningSocket{*inode, static_cast<int>(*port)};
 }
 
-/// The sockets among a process's descriptors; false for none.
+/// The sockets among a process's descriptors; false when there are none.
 bool readSockets(ProcFiles& files, Pid pid, std::vector<std::uint64_t>& inodes) {
     std::vector<std::string> names;
     if (!files.listNames(PidPath(pid, "fd"), names)) return false;

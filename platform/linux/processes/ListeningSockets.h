@@ -26,11 +26,11 @@ struct ListeningSocket {
 /// Lines that are something else are skipped.
 void appendListening(std::string_view table, std::vector<ListeningSocket>& sockets);
 
-/// The inode of a descriptor's link "socket:[23456]"; none for other descriptors.
+/// The inode of a descriptor's link "socket:[23456]"; nullopt for other descriptors.
 std::optional<std::uint64_t> socketInode(std::string_view link);
 
-/// Which sockets listen, of each network that the processes in question are in. A network's tables list every
-/// connection of the machine, so each is read once, at the first process of that network.
+/// The listening sockets of each network namespace that the processes in question are in. A namespace's tables list all
+/// of its connections, so they are read once, at the first process of that namespace.
 class ListeningTables {
 public:
     explicit ListeningTables(ProcFiles& files) : files_(files) {}
@@ -47,7 +47,7 @@ private:
     Sockets readTable(Pid pid);
 
     ProcFiles& files_;
-    /// By the link that names the network.
+    /// By the link that names the network namespace.
     std::map<std::string, Sockets, std::less<>> tables_;
 };
 

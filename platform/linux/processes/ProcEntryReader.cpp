@@ -16,7 +16,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// The kernel adds this to the path of a file that was deleted, and so to the program of each process that an update
+/// The kernel appends this to the path of a deleted file, and so to the program of every process that an update
 /// replaced.
 std::string_view withoutDeletedMark(std::string_view path) {
     constexpr std::string_view mark = " (deleted)";
@@ -51,7 +51,7 @@ void ProcEntryReader::forget(ProcEntry& entry) {
 }
 
 bool ProcEntryReader::readFacts(ProcEntry& entry, Depth depth, bool folderDue, Membership membership) {
-    // The group before the process: what runs in between moves the group's count later than the one just taken.
+    // Read the group before the process: a run in between then shows in the group's next count.
     if (depth != Depth::stat && !entry.kernelThread) readGroup(entry, membership);
     const auto line = files_.read(PidPath(entry.pid, "stat"));
     const auto stat = line ? parseProcStat(*line) : std::nullopt;
@@ -61,7 +61,7 @@ bool ProcEntryReader::readFacts(ProcEntry& entry, Depth depth, bool folderDue, M
     if (newLife) forget(entry);
     const bool moved = applyStat(entry, *stat);
     const bool program = applyProgram(entry, *stat) || depth == Depth::fresh;
-    // From here on the line is gone: its buffer serves the next file.
+    // The line is invalid from here on: the next read reuses its buffer.
     if (newLife) readGroup(entry, membership);
     if (entry.kernelThread) return true;
     if (program || (depth != Depth::stat && entry.executable.empty())) readProgram(entry);
@@ -87,7 +87,7 @@ bool ProcEntryReader::applyProgram(ProcEntry& entry, const ProcStat& stat) {
     const bool another = replace(entry.execStamp, stat.execStamp);
     const bool renamed = entry.comm.view() != stat.comm;
     if (renamed) assign(entry.comm, stat.comm);
-    // What names itself anew writes a new title too: npm is "npm" before it is "npm run dev".
+    // A program that renames itself also writes a new title: npm is "npm" before it is "npm run dev".
     if (renamed && std::exchange(entry.titled, false)) ++entry.titleStamp;
     if (renamed && entry.kernelThread) entry.name = entry.comm;
     return another || renamed;
@@ -113,7 +113,7 @@ bool ProcEntryReader::readStatus(ProcEntry& entry) {
     if (!status) return false;
     if (replace(entry.uid, status->uid)) entry.systemStale = true;
     if (replace(entry.inOtherPidNamespace, status->inOtherPidNamespace)) entry.systemStale = true;
-    // Without a first thread there is no memory to show, though the other threads hold theirs.
+    // Once the first thread has ended, the kernel shows no memory, though the other threads still hold it.
     if (!status->anonymous) return true;
     entry.swapped = status->swapped;
     entry.footprint = *status->anonymous + status->swapped;

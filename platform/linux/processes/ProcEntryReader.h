@@ -14,7 +14,7 @@ namespace tolvane::linuxhost {
 
 /// How much of a process is read.
 enum class Depth {
-    /// `stat`, and what it shows to have moved.
+    /// `stat`, and the files that it shows to have changed.
     stat,
     /// The same, and what `stat` cannot show: control group, memory, working folder.
     recheck,
@@ -25,16 +25,16 @@ enum class Depth {
 /// Reads the files of one process into its row. One thread.
 class ProcEntryReader {
 public:
-    /// `gate` keeps the memberships of the rows that `Membership::joined` asks for.
+    /// `gate` holds the memberships of rows read with `Membership::joined`.
     ProcEntryReader(ProcFiles& files, CgroupGate& gate) : files_(files), gate_(gate) {}
 
-    /// A row that stays outside the table joins no group: nobody would leave it.
+    /// A row outside the table joins no group, since nothing would make it leave.
     enum class Membership { joined, onlyRead };
 
-    /// Afterwards the row is `known`, or it is not and `gone` when the process is. `folderDue` has the working folder
-    /// read though nothing else moved.
+    /// Afterwards the row is either `known` or `gone`. `folderDue` reads the working folder even if nothing else
+    /// changed.
     void refresh(ProcEntry& entry, Depth depth, bool folderDue, Membership membership);
-    /// Forgets all but the pid and leaves the group.
+    /// Forgets all facts except the pid, and leaves the group.
     void forget(ProcEntry& entry);
     /// The bytes of `cmdline`; valid until the next call for another process or refresh.
     std::optional<std::string_view> arguments(Pid pid);

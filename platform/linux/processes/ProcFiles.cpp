@@ -17,7 +17,7 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// What getdents64 writes; glibc keeps the record to itself.
+/// The record that getdents64 writes; glibc does not export it.
 struct DirectoryRecord {
     std::uint64_t inode;
     std::int64_t next;
@@ -27,7 +27,7 @@ struct DirectoryRecord {
 };
 constexpr std::size_t nameOffset = offsetof(DirectoryRecord, name);
 
-/// Calls `visit` with each name of an open folder, from its first on. False when it cannot be listed.
+/// Calls `visit` with each name in an open folder, from its start. False when it cannot be listed.
 template <typename Visit>
 bool forEachName(int folder, char* buffer, std::size_t size, Visit visit) {
     for (;;) {
@@ -72,7 +72,7 @@ bool ProcFiles::listPids(std::vector<Pid>& pids) {
     const bool listed = forEachName(folder_.get(), buffer_.get(), bufferSize, [&](const char* name) {
         if (const Pid pid = pidNamed(name)) pids.push_back(pid);
     });
-    // The kernel's order is ascending; another file system's is not.
+    // /proc lists in ascending order; other file systems do not.
     if (!std::ranges::is_sorted(pids)) std::ranges::sort(pids);
     return listed;
 }

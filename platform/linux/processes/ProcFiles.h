@@ -17,43 +17,43 @@ namespace tolvane::linuxhost {
 class PidPath {
 public:
     PidPath(Pid pid, std::string_view leaf);
-    /// Implicit: it stands wherever a path goes.
+    /// Implicit, so that it can be passed as a path.
     // NOLINTNEXTLINE(google-explicit-constructor)
     operator const char*() const { return text_.data(); }
 
 private:
-    // Filled up to its end by the constructor; clearing the rest first would cost every file of a sweep.
+    // Left uninitialised past the NUL: clearing it would cost on every file of a sweep.
     std::array<char, 64> text_;
 };
 
-/// The files below /proc, or below a folder that looks like it, through one kept descriptor of the folder.
-/// One thread at a time: what a call returns stands in a buffer that the next call of the same kind uses again.
-/// Paths are relative to the folder. What cannot be read is none.
+/// The files below /proc, or below a folder that looks like it, through one open descriptor of the folder.
+/// One thread at a time: results point into a buffer that the next call of the same kind reuses.
+/// Paths are relative to the folder. A file that cannot be read is nullopt.
 class ProcFiles {
 public:
     using Observer = std::function<void(std::string_view path)>;
 
-    /// `observer` hears of each file, link or folder that is asked for.
+    /// `observer` is called with each file, link or folder that is asked for.
     explicit ProcFiles(const std::string& root, Observer observer = {});
 
-    /// The folders that are numbers, ascending as the kernel lists them. False when the folder cannot be listed.
+    /// The folders whose names are numbers, ascending. False when the folder cannot be listed.
     bool listPids(std::vector<Pid>& pids);
-    /// A file that the kernel hands over in one piece, as it does with all small ones about one process.
+    /// A file that the kernel returns in one read, as it does all small files about one process.
     std::optional<std::string_view> read(const char* path);
-    /// A file of any size up to 4 MB, more of it is cut.
+    /// A file of any size; cut at 4 MB.
     bool readWhole(const char* path, std::string& content);
     std::optional<std::string_view> readLink(const char* path);
-    /// The names in a folder, but for "." and "..".
+    /// The names in a folder, except "." and "..".
     bool listNames(const char* path, std::vector<std::string>& names);
-    /// To keep and read again.
+    /// A descriptor to keep and read again.
     FileDescriptor open(const char* path);
-    /// From its begin, a file in one piece.
+    /// A file in one read, from its start.
     std::optional<std::string_view> readAgain(const FileDescriptor& file);
-    /// From its begin, a file of any size; empty when it cannot be read.
+    /// A file of any size, from its start; empty when it cannot be read.
     void readAgainWhole(const FileDescriptor& file, std::string& content);
 
 private:
-    /// A sweep of 5000 pids takes 10 calls with this much.
+    /// Listing 5000 pids takes 10 calls at this size.
     static constexpr std::size_t bufferSize = 256 * 1024;
     static constexpr std::size_t wholeLimit = 4 * 1024 * 1024;
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t kernelThreadFlag = 0x00200000;
 
-/// Numbers of the fields, counted from 1 as the manual does.
+/// Field numbers, counted from 1 as in the manual.
 enum Field : std::size_t {
     parent = 4,
     session = 6,
@@ -31,8 +31,8 @@ enum Field : std::size_t {
 
 using Fields = std::array<std::uint64_t, fieldCount>;
 
-/// Numbers from field `parent` on. Negative ones count as 0: none of those that we use can be negative.
-/// False when the line ends before field `startStack`; later ones came with later kernels.
+/// Parses the numbers from field `parent` on. Negative ones become 0: no field that we use can be negative.
+/// False when the line ends before field `startStack`; later fields came with later kernels.
 bool readFields(const char* at, const char* end, Fields& fields) {
     std::size_t index = parent;
     for (; index <= argumentsStart && at < end; ++index) {
@@ -74,7 +74,7 @@ ProcStat fromFields(const Fields& fields) {
 
 std::optional<ProcStat> parseProcStat(std::string_view line) {
     const auto open = line.find('(');
-    // A name may hold brackets of its own: the last one closes it, for numbers follow.
+    // A name may contain brackets; the last one closes it, since only numbers follow.
     const auto close = line.rfind(')');
     if (open == std::string_view::npos || close == std::string_view::npos || close < open) return std::nullopt;
     if (line.size() < close + 4) return std::nullopt;

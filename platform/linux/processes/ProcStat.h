@@ -18,7 +18,7 @@ namespace tolvane::linuxhost {
 /// (without the line ends). Views point into the line.
 struct ProcStat {
     Pid pid = 0;
-    /// As the kernel has it: up to 15 bytes of anything but NUL, brackets and line ends included.
+    /// As the kernel has it: up to 15 bytes of anything except NUL, including brackets and line ends.
     std::string_view comm = {};
     /// 'R', 'S', 'D', 'T', 'Z' …
     char state = 0;
@@ -28,7 +28,7 @@ struct ProcStat {
     /// Device number of the controlling terminal; 0 without.
     std::uint32_t terminal = 0;
     std::uint64_t flags = 0;
-    /// Of all threads, since the start.
+    /// Of all threads, since the process started.
     std::uint64_t minorFaults = 0;
     /// Clock ticks of all threads.
     std::uint64_t userTicks = 0;
@@ -36,24 +36,24 @@ struct ProcStat {
     std::uint64_t threads = 0;
     /// Clock ticks after boot.
     std::uint64_t startTicks = 0;
-    /// Resident pages, roughly: the kernel does not add up its per-core parts for this figure.
+    /// Resident pages, roughly: the kernel does not add up its per-core counters for this value.
     std::uint64_t residentPages = 0;
-    /// Moves at exec; 0 for processes that we may not trace and for kernel threads.
+    /// Changes at exec; 0 for processes that we may not trace and for kernel threads.
     std::uint64_t execStamp = 0;
 
     bool isKernelThread() const;
-    /// Dead and only waiting for its parent. A first thread that ended before the others looks dead, but is not.
+    /// A zombie that waits for its parent. A first thread that ended before the others looks dead, but is not.
     bool isGone() const;
-    /// Its controlling terminal is one of a terminal window, a multiplexer or a remote login.
+    /// Its controlling terminal belongs to a terminal window, a multiplexer or a remote login.
     bool isOnPseudoTerminal() const;
 
     bool operator==(const ProcStat&) const = default;
 };
 
-/// None for a line that is cut short or is something else.
+/// Nullopt for a line that is cut short or is something else.
 std::optional<ProcStat> parseProcStat(std::string_view line);
 
-/// A process's stat line, read afresh and without the name, which would be a view. None for one that is gone.
+/// A process's stat line, read afresh and without the name, which would be a view. Nullopt for a process that is gone.
 std::optional<ProcStat> readProcStat(const std::string& proc, Pid pid);
 
 }  // namespace tolvane::linuxhost

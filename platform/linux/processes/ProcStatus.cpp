@@ -9,12 +9,12 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Goes through a text that holds its lines in a known order, and begins anew where one stands elsewhere.
+/// Walks through a text whose lines have a known order, and restarts when a line is out of order.
 class Lines {
 public:
     explicit Lines(std::string_view text) : text_(text) {}
 
-    /// What stands behind `key`, a line's begin with the line end before it; none where no such whole line is.
+    /// The text after `key`, which is the start of a line with the line end before it; nullopt without such a line.
     std::optional<std::string_view> behind(std::string_view key) {
         auto found = find(key, at_);
         if (found == std::string_view::npos && at_ != 0) found = find(key, 0);

@@ -13,19 +13,19 @@ namespace tolvane::linuxhost {
 ///     RssAnon:	   97240 kB
 ///     VmSwap:	    1024 kB
 struct ProcStatus {
-    /// The effective one: whose rights it has, and who owns its files here.
+    /// The effective user: the rights that it has, and the owner of its files in /proc.
     std::uint32_t uid = 0;
-    /// Bytes; none for kernel threads and for processes whose first thread ended.
+    /// Bytes; nullopt for kernel threads and for processes whose first thread ended.
     std::optional<std::uint64_t> anonymous = std::nullopt;
     /// Bytes.
     std::uint64_t swapped = 0;
-    /// It runs below a pid namespace other than ours, as containers and sandboxes do.
+    /// It runs in a pid namespace other than ours, as containers and sandboxes do.
     bool inOtherPidNamespace = false;
 
     bool operator==(const ProcStatus&) const = default;
 };
 
-/// None without a user id: cut short, or something else.
+/// Nullopt without a user id: the text is cut short or is something else.
 std::optional<ProcStatus> parseProcStatus(std::string_view text);
 
 }  // namespace tolvane::linuxhost

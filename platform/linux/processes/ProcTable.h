@@ -25,45 +25,45 @@ struct ProcEntry {
     std::uint64_t residentPages = 0;
     std::uint64_t minorFaults = 0;
     std::uint64_t execStamp = 0;
-    /// How often it was renamed while a title stood in place of its arguments.
+    /// How often it was renamed while a title replaced its arguments.
     std::uint64_t titleStamp = 0;
     std::uint64_t footprint = 0;
     std::uint64_t swapped = 0;
-    /// The highest footprint that we saw.
+    /// The highest footprint that this inspection saw.
     std::uint64_t peakFootprint = 0;
 
-    /// Sweeps in which it was read last and in which `bsdRecord` was asked for it last.
+    /// The latest sweeps in which it was read and in which `bsdRecord` was called for it.
     std::uint64_t readSweep = 0;
     std::uint64_t askedSweep = 0;
     CgroupGate::Group group = CgroupGate::none;
     /// How many sweeps listed this life, up to 2.
     std::uint8_t sightings = 0;
 
-    /// Its facts were read; false for a new row, and for one that could not be read.
+    /// Whether its facts were read; false for a new row and for one that could not be read.
     bool known = false;
     /// Listed, but dead.
     bool gone = false;
     bool kernelThread = false;
     /// A kernel thread that worked between its last two readings.
     bool awake = false;
-    /// Its parent left: somebody else is its parent now.
+    /// Its parent ended, so it has a new one.
     bool orphaned = false;
     bool onPseudoTerminal = false;
     bool inOtherPidNamespace = false;
-    /// In another pid namespace, and no application's sandbox.
+    /// In another pid namespace that is not an application's sandbox.
     bool container = false;
-    /// A shell that begins a login.
+    /// A login shell.
     bool loginShell = false;
-    /// Once seen below a program that people start things from, for life.
+    /// Was once seen below a program that people start others from; never reset.
     bool startedByUser = false;
-    /// `reportedParent` and `system` have to be worked out anew.
+    /// `reportedParent` and `system` must be worked out again.
     bool parentStale = true;
     bool systemStale = true;
-    /// A title stood where its arguments were last asked for.
+    /// When its arguments were last asked for, a title had replaced them.
     bool titled = false;
 
     UnitFacts unit = {};
-    /// Tells one place in the control groups from another.
+    /// Changes when the process moves to another control group.
     std::uint64_t unitHash = 0;
     std::optional<bool> system = std::nullopt;
 
@@ -76,11 +76,11 @@ struct ProcEntry {
 /// The rows of all listed processes, ascending by pid. One thread.
 class ProcTable {
 public:
-    /// Makes the rows those of `listing`, which is ascending. `leaving` is called with each row that goes.
+    /// Makes the rows match `listing`, which is ascending. Calls `leaving` with each row that is removed.
     template <typename Leaving>
     void merge(const std::vector<Pid>& listing, Leaving leaving);
 
-    /// O(1) for pids asked for in the order of the listing, again and again for one included.
+    /// O(1) for pids in the order of the listing, including repeated calls for one pid.
     ProcEntry* find(Pid pid);
     /// The same without moving the place at which the next `find` begins.
     ProcEntry* peek(Pid pid);

@@ -10,19 +10,19 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Names of first threads, and of programs started through a link or a descriptor instead of their own file.
+/// Names of first threads, and of programs started through a link or a descriptor.
 constexpr std::array<std::string_view, 4> emptyNames = {"Main", "main", "GeckoMain", "exe"};
 
-/// Node calls its first thread "MainThread", and from 25 on "node-MainThread"; others write "Main Thread". Folded to
-/// its letters, such a name ends like this.
+/// Node calls its first thread "MainThread", and from 25 on "node-MainThread"; others write "Main Thread". Reduced
+/// to its letters, such a name ends like this.
 constexpr std::string_view mainThread = "mainthread";
-/// Of a name that the kernel cut: fewer letters could begin another word.
+/// The shortest part of a name that the kernel cut; fewer letters could begin another word.
 constexpr std::size_t leastOfCutThread = 6;
 
 bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 bool isLetter(char letter) { return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z'); }
 
-/// At most 15 bytes, so that nothing is allocated.
+/// At most 15 bytes, so nothing is allocated.
 std::string foldedLetters(std::string_view comm) {
     std::string letters;
     for (const char each : comm) {
@@ -46,13 +46,13 @@ bool saysNothing(std::string_view comm) {
            namesMainThread(comm);
 }
 
-/// What a name without an executable still says: "node" of "node-MainThread".
+/// What a first thread's name says without an executable: "node" from "node-MainThread".
 std::string_view wordsBefore(std::string_view comm) {
     const auto separator = namesMainThread(comm) ? comm.find_first_of("-_:") : std::string_view::npos;
     return separator == std::string_view::npos || separator == 0 ? comm : comm.substr(0, separator);
 }
 
-/// A script's name stands behind its interpreter and perhaps one option.
+/// A script's name follows its interpreter and perhaps one option.
 constexpr std::size_t argumentsLookedAt = 3;
 
 }  // namespace

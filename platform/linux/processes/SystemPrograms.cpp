@@ -12,8 +12,8 @@ namespace tolvane::linuxhost {
 
 namespace {
 
-/// Display servers, window managers, session buses, sound, input methods, desktop shells and what they bring along.
-/// Ascending.
+/// Display servers, window managers, session buses, sound, input methods, desktop shells and their helpers.
+/// Sorted ascending.
 constexpr std::array<std::string_view, 72> desktopPrograms = {
     "Hyprland",
     "Xorg",
@@ -90,7 +90,7 @@ constexpr std::array<std::string_view, 72> desktopPrograms = {
 };
 static_assert(std::ranges::is_sorted(desktopPrograms));
 
-/// Ascending.
+/// Sorted ascending.
 constexpr std::array<std::string_view, 58> launchers = {
     "Terminal",
     "alacritty",

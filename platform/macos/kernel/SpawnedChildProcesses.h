@@ -9,7 +9,7 @@
 
 namespace tolvane::machost {
 
-/// Where a tool may stand, in the order in which the places are tried; empty for a tool that nobody asks for.
+/// The paths at which a tool is looked for, in order; empty for an unknown tool.
 std::vector<std::string> toolPlaces(std::string_view tool, const std::string& home);
 
 /// Whether this user may run the file.
@@ -20,7 +20,7 @@ bool isExecutable(const std::string& path);
 class SpawnedChildProcesses : public ChildProcesses {
 public:
     /// `spawnFlags` tells this system not to hand on descriptors that were not named.
-    /// Below `home` tools may stand that only this user installed.
+    /// Tools that only this user installed are looked for below `home`.
     SpawnedChildProcesses(Kernel kernel, short spawnFlags, std::string home = {});
     SpawnedChildProcesses(const SpawnedChildProcesses&) = delete;
     SpawnedChildProcesses& operator=(const SpawnedChildProcesses&) = delete;
