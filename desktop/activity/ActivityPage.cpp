@@ -44,7 +44,7 @@ ActivityPage::ActivityPage(AppModel& model, const Look& look, WindowState& state
     for (auto* control : controls()) control->hide();
     table_->setColumnWidths(state_.text(columnsKey));
     connectControls();
-    notifiers_.push_back(model.activity.onChange([this] { refresh(); }));
+    log_ = model.activity.onChange([this] { refresh(); });
     refresh();
 }
 
@@ -61,7 +61,7 @@ void ActivityPage::connectControls() {
 }
 
 /// Also while nobody looks: rows are places in the list, which has changed.
-void ActivityPage::refresh() {
+void ActivityPage::draw() {
     table_->activityModel().refresh();
     clear_->setEnabled(view_.canClear());
     const auto filter = static_cast<std::size_t>(view_.filter());

@@ -34,9 +34,11 @@ public:
     QPushButton& clearButton() const { return *clear_; }
     SegmentedPicker& filterPicker() const { return *filter_; }
 
+protected:
+    void draw() override;
+
 private:
     void connectControls();
-    void refresh();
     void askToClear();
 
     const Look& look_;
@@ -47,7 +49,7 @@ private:
     ActivityTable* table_;
     std::vector<EmptyState*> empty_;
     QStackedLayout* panes_;
-    std::vector<QPropertyNotifier> notifiers_;
+    QPropertyNotifier log_;
 };
 
 }  // namespace tolvane::desktop

@@ -38,7 +38,7 @@ HistoryPage::HistoryPage(AppModel& model, const Look& look, std::string locale, 
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
     connectControls();
-    connectModel(model);
+    follow(model.moments, model.activity);
 }
 
 void HistoryPage::buildColumn() {
@@ -70,18 +70,7 @@ void HistoryPage::connectControls() {
     }
 }
 
-void HistoryPage::connectModel(AppModel& model) {
-    notifiers_.push_back(model.moments.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.activity.onChange([this] { refreshLater(); }));
-}
-
-void HistoryPage::refreshLater() {
-    if (!isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &HistoryPage::refresh, Qt::QueuedConnection);
-}
-
-void HistoryPage::refresh() {
-    waiting_ = false;
+void HistoryPage::draw() {
     const auto content = view_.content();
     panes_->setCurrentWidget(content ? static_cast<QWidget*>(scroll_) : empty_);
     if (!content) return;
@@ -95,7 +84,7 @@ bool HistoryPage::isEmptyShown() const { return panes_->currentWidget() == empty
 
 /// The range ends now, so that every coming back is another one.
 void HistoryPage::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
+    QWidget::showEvent(event);
     refresh();
 }
 

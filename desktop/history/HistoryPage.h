@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPropertyNotifier>
 #include <string>
 #include <vector>
 
@@ -34,17 +33,14 @@ public:
     MomentChart& memoryChart() const { return *memory_; }
     MomentChart& cpuChart() const { return *cpu_; }
     bool isEmptyShown() const;
-    /// Shows what the model holds now.
-    void refresh();
 
 protected:
+    void draw() override;
     void showEvent(QShowEvent* event) override;
 
 private:
     void buildColumn();
     void connectControls();
-    void connectModel(AppModel& model);
-    void refreshLater();
 
     const Look& look_;
     HistoryView view_;
@@ -55,8 +51,6 @@ private:
     MomentChart* memory_;
     MomentChart* cpu_;
     MomentPane* moment_;
-    bool waiting_ = false;
-    std::vector<QPropertyNotifier> notifiers_;
 };
 
 }  // namespace tolvane::desktop

@@ -69,19 +69,9 @@ void PanelPopup::connectView() {
     connect(view_, &PanelContents::quitWanted, this, &PanelPopup::quitWanted);
 }
 
-/// One tick sets several of these; they are shown together.
 void PanelPopup::connectModel() {
-    const auto follow = [this](const auto& property) {
-        notifiers_.push_back(property.onChange([this] { refreshLater(); }));
-    };
-    follow(model_.snapshot);
-    follow(model_.loadHistory);
-    follow(model_.swapGrowth);
-    follow(model_.readBack);
-    follow(model_.suggestions);
-    follow(model_.hiddenSuggestions);
-    follow(model_.activity);
-    follow(model_.rulesPaused);
+    redraw_.follow(model_.snapshot, model_.loadHistory, model_.swapGrowth, model_.readBack, model_.suggestions,
+                   model_.hiddenSuggestions, model_.activity, model_.rulesPaused);
 }
 
 void PanelPopup::toggle(QRect icon) {
@@ -93,20 +83,14 @@ void PanelPopup::toggle(QRect icon) {
 void PanelPopup::openAt(QRect icon) {
     icon_ = icon;
     pointer_ = QCursor::pos();
-    refresh();
+    redraw_.now();
     show();
     raise();
     activateWindow();
     view_->openButton().setFocus(Qt::OtherFocusReason);
 }
 
-void PanelPopup::refreshLater() {
-    if (!isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &PanelPopup::refresh, Qt::QueuedConnection);
-}
-
-void PanelPopup::refresh() {
-    waiting_ = false;
+void PanelPopup::draw() {
     view_->show(PanelView::of(model_, locale_));
     if (isVisible()) place();
 }

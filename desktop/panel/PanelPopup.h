@@ -1,14 +1,13 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QPropertyNotifier>
 #include <QWidget>
 #include <string>
-#include <vector>
 
 #include "app/model/AppModel.h"
 #include "desktop/look/Look.h"
 #include "desktop/panel/PanelContents.h"
+#include "desktop/parts/Redraw.h"
 
 namespace tolvane::desktop {
 
@@ -40,8 +39,7 @@ protected:
 private:
     void connectView();
     void connectModel();
-    void refreshLater();
-    void refresh();
+    void draw();
     void place();
 
     AppModel& model_;
@@ -52,8 +50,7 @@ private:
     QPoint pointer_;
     /// Since it closed; a click on the icon closes the panel before the icon hears of it.
     QElapsedTimer closed_;
-    bool waiting_ = false;
-    std::vector<QPropertyNotifier> notifiers_;
+    Redraw redraw_{*this, [this] { draw(); }};
 };
 
 }  // namespace tolvane::desktop

@@ -145,17 +145,12 @@ void ProcessesPage::connectControls() {
     connect(strip_, &SystemStripBar::historyWanted, this, [this] { model_.show(AppSection::history); });
 }
 
-/// One tick sets several of these; they are shown together.
 void ProcessesPage::connectModel() {
-    notifiers_.push_back(model_.snapshot.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.loadHistory.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.swapGrowth.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.readBack.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.lowered.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.selectedRows.onChange([this] {
+    follow(model_.snapshot, model_.loadHistory, model_.swapGrowth, model_.readBack, model_.lowered);
+    selection_ = model_.selectedRows.onChange([this] {
         tree_->setSelectedIds(*model_.selectedRows);
         showInspector();
-    }));
+    });
 }
 
 void ProcessesPage::restoreLayout() {
@@ -170,15 +165,7 @@ void ProcessesPage::restoreLayout() {
     panes_->setHandleWidth(1);
 }
 
-void ProcessesPage::refreshLater() {
-    stale_ = true;
-    if (!isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &ProcessesPage::refresh, Qt::QueuedConnection);
-}
-
-void ProcessesPage::refresh() {
-    waiting_ = false;
-    stale_ = false;
+void ProcessesPage::draw() {
     tree_->show(view_.rows());
     strip_->show(SystemStrip::of(model_, view_.locale()));
     fitStrip();
@@ -265,11 +252,6 @@ void ProcessesPage::askForceQuit(const std::vector<TableRow>& lines) {
             view_.cancelForceQuit();
         }
     });
-}
-
-void ProcessesPage::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
-    if (stale_) refresh();
 }
 
 void ProcessesPage::resizeEvent(QResizeEvent* event) {

@@ -33,8 +33,7 @@ struct TableArrangement {
     std::set<std::string> disclosedIds;
 };
 
-/// The processes screen: table, inspector, strip. Follows the model while it can be seen; what happened in between it
-/// shows when it comes back.
+/// The processes screen: table, inspector, strip.
 class ProcessesPage : public Page {
     Q_OBJECT
 
@@ -53,11 +52,9 @@ public:
     ProcessTable& table() const { return *tree_; }
     ProcessesView& view() { return view_; }
     SearchField& searchField() const { return *search_; }
-    /// Shows what the model holds now, without waiting for the next turn of the loop.
-    void refresh();
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void draw() override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -66,7 +63,6 @@ private:
     void connectControls();
     void connectModel();
     void restoreLayout();
-    void refreshLater();
     void showSorting();
     void sortByColumn(int column);
     void showInspector();
@@ -91,10 +87,8 @@ private:
     InspectorPane* inspector_;
     InspectorView inspected_;
     RowActs acts_;
-    bool stale_ = true;
-    bool waiting_ = false;
     std::shared_ptr<TableArrangement> kept_;
-    std::vector<QPropertyNotifier> notifiers_;
+    QPropertyNotifier selection_;
 };
 
 }  // namespace tolvane::desktop

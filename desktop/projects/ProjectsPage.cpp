@@ -48,7 +48,7 @@ ProjectsPage::ProjectsPage(AppModel& model, const Look& look, std::string locale
     buildColumn();
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
-    connectModel(model);
+    follow(model.snapshot, model.servicePIDs, model.containers, model.branches, model.ports, model.parked);
 }
 
 void ProjectsPage::buildColumn() {
@@ -73,16 +73,6 @@ ProjectsPage::Section ProjectsPage::buildSection(std::string_view title) {
     return section;
 }
 
-/// One tick sets several of these; they are shown together.
-void ProjectsPage::connectModel(AppModel& model) {
-    notifiers_.push_back(model.snapshot.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.servicePIDs.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.containers.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.branches.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.ports.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.parked.onChange([this] { refreshLater(); }));
-}
-
 QWidget* ProjectsPage::firstFocus() {
     if (!shown_.running.empty()) return &runningRow(0).parkButton();
     if (!shown_.parked.empty()) return &parkedRow(0).startButton();
@@ -101,15 +91,7 @@ ParkedRowPane& ProjectsPage::parkedRow(std::size_t index) const {
 
 bool ProjectsPage::isEmptyStateShown() const { return panes_->currentWidget() == empty_; }
 
-void ProjectsPage::refreshLater() {
-    stale_ = true;
-    if (!isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &ProjectsPage::refresh, Qt::QueuedConnection);
-}
-
-void ProjectsPage::refresh() {
-    waiting_ = false;
-    stale_ = false;
+void ProjectsPage::draw() {
     auto content = view_.content();
     keepOrder(content.running);
     const auto subtitleBefore = std::exchange(shown_, std::move(content)).subtitle;
@@ -211,9 +193,8 @@ void ProjectsPage::openParkedMenu(const ParkedRow& row, QPoint place) {
 }
 
 void ProjectsPage::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
     view_.enter();
-    if (stale_) refresh();
+    Page::showEvent(event);
 }
 
 void ProjectsPage::hideEvent(QHideEvent* event) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPropertyNotifier>
 #include <string>
 #include <vector>
 
@@ -38,10 +37,9 @@ public:
     ProjectRowPane& runningRow(std::size_t index) const;
     ParkedRowPane& parkedRow(std::size_t index) const;
     bool isEmptyStateShown() const;
-    /// Shows what the model holds now, without waiting for the next turn of the loop.
-    void refresh();
 
 protected:
+    void draw() override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
@@ -54,8 +52,6 @@ private:
 
     void buildColumn();
     Section buildSection(std::string_view title);
-    void connectModel(AppModel& model);
-    void refreshLater();
     void keepOrder(std::vector<ProjectRow>& rows) const;
     void showRunning();
     void showParked();
@@ -76,9 +72,6 @@ private:
     ScrolledColumn* scroll_;
     Section running_;
     Section parked_;
-    bool stale_ = true;
-    bool waiting_ = false;
-    std::vector<QPropertyNotifier> notifiers_;
 };
 
 }  // namespace tolvane::desktop

@@ -58,7 +58,7 @@ RulesPage::RulesPage(AppModel& model, const Look& look, WindowState& state, std:
     buildControls();
     buildPanes();
     connectControls();
-    connectModel();
+    follow(model_.snapshot, model_.rules, model_.selectedRule, model_.memoryTight);
 }
 
 RulesPage::~RulesPage() = default;
@@ -127,22 +127,7 @@ void RulesPage::connectControls() {
     connect(panes_, &QSplitter::splitterMoved, this, [this] { state_.set(panesKey, panes_->saveState()); });
 }
 
-void RulesPage::connectModel() {
-    notifiers_.push_back(model_.snapshot.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.rules.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.selectedRule.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.memoryTight.onChange([this] { refreshLater(); }));
-}
-
-void RulesPage::refreshLater() {
-    stale_ = true;
-    if (!isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &RulesPage::refresh, Qt::QueuedConnection);
-}
-
-void RulesPage::refresh() {
-    waiting_ = false;
-    stale_ = false;
+void RulesPage::draw() {
     const auto* rule = RulesView::selected(model_);
     const auto selected = rule ? std::optional(rule->id) : std::nullopt;
     editor_->open(selected);
@@ -152,11 +137,6 @@ void RulesPage::refresh() {
     const auto notice = RulesView::notice(model_);
     notice_->setVisible(notice.has_value());
     notice_->setText(qtText(notice.value_or("")));
-}
-
-void RulesPage::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
-    if (stale_) refresh();
 }
 
 void RulesPage::openSheet() {

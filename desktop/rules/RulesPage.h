@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPointer>
-#include <QPropertyNotifier>
 #include <string>
 #include <vector>
 
@@ -21,8 +20,7 @@ namespace tolvane::desktop {
 
 class ParagraphLabel;
 
-/// The rules screen: the list, and the editor of the selected rule. Follows the model while it can be seen; what
-/// happened in between it shows when it comes back.
+/// The rules screen: the list, and the editor of the selected rule.
 class RulesPage : public Page {
     Q_OBJECT
 
@@ -36,15 +34,13 @@ public:
 
     RuleList& list() const { return *list_; }
     RuleEditorPane& editor() const { return *editor_; }
-    /// Shows what the model holds now, without waiting for the next turn of the loop.
-    void refresh();
     /// Opens the sheet for a new rule.
     void openSheet();
     /// The sheet is open.
     bool addingRule() const { return !sheet_.isNull(); }
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void draw() override;
 
 private:
     void buildControls();
@@ -52,8 +48,6 @@ private:
     QWidget* buildList();
     QWidget* buildDetail();
     void connectControls();
-    void connectModel();
-    void refreshLater();
     void fillShareMenu(QMenu& menu);
     void openRowMenu(QPoint place);
     void askToDelete();
@@ -70,9 +64,6 @@ private:
     QStackedWidget* detail_;
     RuleEditorPane* editor_;
     QPointer<QWidget> sheet_;
-    bool stale_ = true;
-    bool waiting_ = false;
-    std::vector<QPropertyNotifier> notifiers_;
 };
 
 }  // namespace tolvane::desktop

@@ -142,22 +142,13 @@ void StatsPage::connectControls() {
 }
 
 void StatsPage::connectModel(AppModel& model) {
-    notifiers_.push_back(model.activity.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.rules.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model.snapshot.onChange([this] {
+    follow(model.activity, model.rules);
+    newDay_ = model.snapshot.onChange([this] {
         if (shownDay_ != view_.today()) refreshLater();
-    }));
+    });
 }
 
-void StatsPage::refreshLater() {
-    stale_ = true;
-    if (!isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &StatsPage::refresh, Qt::QueuedConnection);
-}
-
-void StatsPage::refresh() {
-    waiting_ = false;
-    stale_ = false;
+void StatsPage::draw() {
     shownDay_ = view_.today();
     panes_->setCurrentWidget(view_.isEmpty() ? empty_ : scroll_);
     if (!view_.isEmpty()) showContent(view_.content());
@@ -209,7 +200,7 @@ bool StatsPage::isEmptyShown() const { return panes_->currentWidget() == empty_;
 
 void StatsPage::showEvent(QShowEvent* event) {
     Page::showEvent(event);
-    if (stale_ || shownDay_ != view_.today()) refresh();
+    if (shownDay_ != view_.today()) refresh();
 }
 
 }  // namespace tolvane::desktop

@@ -38,6 +38,7 @@ public:
     bool isEmptyShown() const;
 
 protected:
+    void draw() override;
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -49,8 +50,6 @@ private:
     QWidget* buildWould();
     void connectControls();
     void connectModel(AppModel& model);
-    void refreshLater();
-    void refresh();
     void showContent(const StatsContent& content);
     void showWould(const std::optional<WouldHaveFreed>& would);
 
@@ -72,9 +71,7 @@ private:
     QWidget* would_ = nullptr;
     RuleBars* wouldBars_ = nullptr;
     QPushButton* showRule_ = nullptr;
-    bool stale_ = true;
-    bool waiting_ = false;
-    std::vector<QPropertyNotifier> notifiers_;
+    QPropertyNotifier newDay_;
 };
 
 }  // namespace tolvane::desktop

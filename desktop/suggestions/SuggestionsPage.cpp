@@ -44,7 +44,8 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
     // Not before: a pane without a parent would be shown as a window of its own.
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
-    connectModel();
+    // A snooze ends with a sample.
+    follow(model_.suggestions, model_.hiddenSuggestions, model_.snapshot);
 }
 
 std::vector<QWidget*> SuggestionsPage::controls() { return {showHidden_}; }
@@ -76,25 +77,12 @@ SuggestionCard* SuggestionsPage::card(Suggestion::Kind kind) {
     return card;
 }
 
-void SuggestionsPage::connectModel() {
-    notifiers_.push_back(model_.suggestions.onChange([this] { refreshLater(); }));
-    notifiers_.push_back(model_.hiddenSuggestions.onChange([this] { refreshLater(); }));
-    // A snooze ends with a sample.
-    notifiers_.push_back(model_.snapshot.onChange([this] { refreshLater(); }));
-}
-
-void SuggestionsPage::refreshLater() {
-    if (held_ || !isVisible() || std::exchange(waiting_, true)) return;
-    QMetaObject::invokeMethod(this, &SuggestionsPage::refresh, Qt::QueuedConnection);
-}
-
 void SuggestionsPage::hold(bool held) {
     held_ = held;
     if (!held) refreshLater();
 }
 
-void SuggestionsPage::refresh() {
-    waiting_ = false;
+void SuggestionsPage::draw() {
     if (held_) return;
     const auto sections = view_.sections();
     showHidden_->setEnabled(view_.canShowHidden());
@@ -142,7 +130,7 @@ std::vector<SuggestionCard*> SuggestionsPage::cards() const {
 bool SuggestionsPage::isEmptyShown() const { return panes_->currentWidget() == empty_; }
 
 void SuggestionsPage::showEvent(QShowEvent* event) {
-    Page::showEvent(event);
+    QWidget::showEvent(event);
     refresh();
 }
 

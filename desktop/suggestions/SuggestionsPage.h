@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPropertyNotifier>
 #include <map>
 #include <string>
 #include <vector>
@@ -36,16 +35,13 @@ public:
     QPushButton& showHiddenButton() const { return *showHidden_; }
     bool isEmptyShown() const;
     NoticeBar& notice() const { return *notice_; }
-    /// Shows what the model holds now.
-    void refresh();
 
 protected:
+    void draw() override;
     void showEvent(QShowEvent* event) override;
 
 private:
     void buildColumn();
-    void connectModel();
-    void refreshLater();
     void showSections(const std::vector<SuggestionSection>& sections);
     SuggestionCard* card(Suggestion::Kind kind);
     void alignFigures() const;
@@ -63,8 +59,6 @@ private:
     std::map<Suggestion::Kind, SuggestionCard*> cards_;
     QString subtitle_;
     bool held_ = false;
-    bool waiting_ = false;
-    std::vector<QPropertyNotifier> notifiers_;
 };
 
 }  // namespace tolvane::desktop

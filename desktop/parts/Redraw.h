@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPropertyNotifier>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+namespace tolvane::desktop {
+
+/// Draws a widget again when the model's properties change: once for all changes of one turn of the event loop, and
+/// only while the widget is shown. What changes in between is drawn when it is shown again. A member of its widget.
+class Redraw {
+public:
+    Redraw(QWidget& widget, std::function<void()> draw);
+
+    /// Each is a property of the model, which outlives the widget.
+    template <typename... Properties>
+    void follow(const Properties&... properties) {
+        (notifiers_.push_back(properties.onChange([this] { later(); })), ...);
+    }
+    /// At the next turn of the event loop, or when the widget is shown again.
+    void later();
+    void now();
+    /// For the widget's show event.
+    void catchUp();
+
+private:
+    QWidget& widget_;
+    std::function<void()> draw_;
+    bool isStale_ = true;
+    bool isQueued_ = false;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+}  // namespace tolvane::desktop
