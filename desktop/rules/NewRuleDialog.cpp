@@ -155,7 +155,7 @@ void NewRuleDialog::connectControls() {
         if (showing_) return;
         const auto selected = list_->selectionModel()->selectedIndexes();
         sheet_.selection =
-            selected.isEmpty() ? std::nullopt : std::optional(suggestions_->entry(selected.first().row()).id);
+            selected.isEmpty() ? std::nullopt : std::optional(suggestions_->row(selected.first().row()).id);
         showLine();
     });
     connect(list_, &QAbstractItemView::doubleClicked, this, &NewRuleDialog::add);

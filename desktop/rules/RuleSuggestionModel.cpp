@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <algorithm>
-#include <utility>
 
 #include "desktop/look/QtText.h"
 #include "desktop/look/StyleViews.h"
@@ -21,32 +20,10 @@ constexpr int iconGap = 10;
 
 }  // namespace
 
-void RuleSuggestionModel::show(std::vector<RuleSuggestion> entries) {
-    const bool sameIds = std::ranges::equal(entries, entries_, {}, &RuleSuggestion::id, &RuleSuggestion::id);
-    if (!sameIds) beginResetModel();
-    entries_ = std::move(entries);
-    if (!sameIds) {
-        endResetModel();
-    } else if (!entries_.empty()) {
-        emit dataChanged(index(0), index(rowCount() - 1));
-    }
-}
-
-QModelIndex RuleSuggestionModel::find(const std::string& id) const {
-    const auto found = std::ranges::find(entries_, id, &RuleSuggestion::id);
-    return found == entries_.end() ? QModelIndex() : index(static_cast<int>(found - entries_.begin()));
-}
-
-int RuleSuggestionModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(entries_.size());
-}
-
-QVariant RuleSuggestionModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid()) return {};
-    const auto& shown = entry(index.row());
-    if (role == Qt::DisplayRole) return qtText(shown.title);
-    if (role == Qt::AccessibleTextRole) return qtText(shown.title + ", " + shown.detail);
-    if (role == Qt::ToolTipRole) return tip(qtText(shown.title + "\n" + shown.detail));
+QVariant RuleSuggestionModel::cell(const RuleSuggestion& entry, int role) const {
+    if (role == Qt::DisplayRole) return qtText(entry.title);
+    if (role == Qt::AccessibleTextRole) return qtText(entry.title + ", " + entry.detail);
+    if (role == Qt::ToolTipRole) return tip(qtText(entry.title + "\n" + entry.detail));
     return {};
 }
 
@@ -60,7 +37,7 @@ QSize SuggestionDelegate::sizeHint(const QStyleOptionViewItem&, const QModelInde
 }
 
 void SuggestionDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    const auto& entry = model_.entry(index.row());
+    const auto& entry = model_.row(index.row());
     const auto& tokens = look_.tokens();
     const auto& fonts = look_.fonts();
     painter->save();

@@ -1,30 +1,22 @@
 #pragma once
 
 #include <QAbstractItemDelegate>
-#include <QAbstractListModel>
-#include <vector>
 
 #include "app/screens/rules/RuleSuggestion.h"
 #include "desktop/look/Look.h"
+#include "desktop/parts/ListModel.h"
 
 namespace tolvane::desktop {
 
 /// What the new-rule sheet offers.
-class RuleSuggestionModel : public QAbstractListModel {
+class RuleSuggestionModel : public ListModel<RuleSuggestion, &RuleSuggestion::id> {
     Q_OBJECT
 
 public:
-    using QAbstractListModel::QAbstractListModel;
+    using ListModel::ListModel;
 
-    void show(std::vector<RuleSuggestion> entries);
-    const RuleSuggestion& entry(int row) const { return entries_[static_cast<std::size_t>(row)]; }
-    QModelIndex find(const std::string& id) const;
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-
-private:
-    std::vector<RuleSuggestion> entries_;
+protected:
+    QVariant cell(const RuleSuggestion& entry, int role) const override;
 };
 
 /// Draws one of them: icon, title, and a second line.

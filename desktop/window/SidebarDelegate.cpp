@@ -47,7 +47,7 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
 }
 
 void SidebarDelegate::paintHeading(QPainter& painter, const QStyleOptionViewItem& option,
-                                   const SidebarModel::Row& row) const {
+                                   const SidebarItem& row) const {
     painter.setFont(look_.fonts().font(TextRole::caption, QFont::DemiBold));
     painter.setPen(look_.tokens().text3);
     drawLine(painter, placed(option, option.rect.adjusted(leading, headingDrop * 2, 0, 0)), row.title,
@@ -55,7 +55,7 @@ void SidebarDelegate::paintHeading(QPainter& painter, const QStyleOptionViewItem
 }
 
 void SidebarDelegate::paintSection(QPainter& painter, const QStyleOptionViewItem& option,
-                                   const SidebarModel::Row& row) const {
+                                   const SidebarItem& row) const {
     const auto& tokens = look_.tokens();
     auto ground = option;
     ground.rect = option.rect.adjusted(Sizes::sidebarInset, 0, -Sizes::sidebarInset - 1, 0);

@@ -18,8 +18,8 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
-    void paintHeading(QPainter& painter, const QStyleOptionViewItem& option, const SidebarModel::Row& row) const;
-    void paintSection(QPainter& painter, const QStyleOptionViewItem& option, const SidebarModel::Row& row) const;
+    void paintHeading(QPainter& painter, const QStyleOptionViewItem& option, const SidebarItem& row) const;
+    void paintSection(QPainter& painter, const QStyleOptionViewItem& option, const SidebarItem& row) const;
     int paintBadge(QPainter& painter, const QStyleOptionViewItem& option, QRect rect, const QString& badge) const;
 
     const Look& look_;

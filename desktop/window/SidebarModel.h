@@ -1,39 +1,38 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include <QString>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "app/screens/window/MainView.h"
+#include "desktop/parts/ListModel.h"
 
 namespace tolvane::desktop {
 
+/// One row of the sidebar: a section, or the heading of a group, which has none.
+struct SidebarItem {
+    QString title;
+    std::string icon;
+    QString badge;
+    std::optional<AppSection> section;
+
+    bool operator==(const SidebarItem&) const = default;
+};
+
 /// The sidebar's rows: a heading before each group, which cannot be selected.
-class SidebarModel : public QAbstractListModel {
+class SidebarModel : public ListModel<SidebarItem, &SidebarItem::section> {
     Q_OBJECT
 
 public:
-    struct Row {
-        /// Of a heading: its title; else the row's.
-        QString title;
-        std::string icon;
-        QString badge;
-        std::optional<AppSection> section;
-
-        bool operator==(const Row&) const = default;
-    };
-
-    using QAbstractListModel::QAbstractListModel;
+    using ListModel::ListModel;
 
     void show(const std::vector<SidebarGroup>& groups);
-    const Row& row(int number) const { return rows_[static_cast<std::size_t>(number)]; }
-    QModelIndex find(AppSection section) const;
 
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-private:
-    std::vector<Row> rows_;
+protected:
+    QVariant cell(const SidebarItem& row, int role) const override;
 };
 
 }  // namespace tolvane::desktop

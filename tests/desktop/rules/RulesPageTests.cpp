@@ -22,6 +22,7 @@
 #include "desktop/parts/Switch.h"
 #include "desktop/rules/MatchesCard.h"
 #include "desktop/rules/NewRuleDialog.h"
+#include "desktop/rules/RuleSuggestionModel.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleRules.h"
@@ -389,6 +390,17 @@ TEST(RuleListModel, keepsTheRulesOfAModel) {
     model.show({{.id = id, .name = "c"}});
     EXPECT_EQ(model.find(id).row(), 0);
     EXPECT_FALSE(model.find(UUID::random()).isValid());
+    model.show({});
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(RuleSuggestionModel, keepsTheRulesOfAModel) {
+    RuleSuggestionModel model;
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.show({{.id = "a", .title = "Mail"}, {.id = "b", .title = "Maps"}});
+    model.show({{.id = "a", .title = "Mail"}, {.id = "b", .title = "Notes"}});
+    EXPECT_EQ(model.find("b").data().toString(), "Notes");
+    EXPECT_FALSE(model.find("c").isValid());
     model.show({});
     EXPECT_EQ(model.rowCount(), 0);
 }
