@@ -1,24 +1,23 @@
 #pragma once
 
-#include <QWidget>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/screens/history/MomentDetail.h"
-#include "desktop/look/Look.h"
+#include "desktop/parts/RowList.h"
 
 namespace tolvane::desktop {
 
-/// A short list under a heading: icon, name, and a figure at the far end. Without rows it says why.
-class HolderRows : public QWidget {
+/// A short list under a heading: icon, name, and a value at the far end. Without rows it says why.
+class HolderRows : public RowList {
     Q_OBJECT
 
 public:
     explicit HolderRows(const Look& look, QWidget* parent = nullptr);
 
     void show(const HolderList& list);
-    /// What rules did: no icons, and quiet times for figures.
+    /// What rules did: no icons, and quiet times for values.
     void show(const QString& title, const std::vector<RuleActRow>& rows);
     using QWidget::show;
 
@@ -26,26 +25,24 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    bool event(QEvent* event) override;
+    std::vector<Row> layOut(int width) const override;
 
 private:
-    struct Row {
+    struct Entry {
         QString title;
         std::optional<std::string> appPath;
-        QString figure;
+        QString value;
     };
 
-    void take(const QString& title, std::vector<Row> rows, const QString& empty, bool hasIcons);
+    void take(const QString& title, std::vector<Entry> entries, const QString& empty, bool hasIcons);
     int headHeight() const;
     int rowHeight() const;
-    int iconSize() const { return look_.fonts().scaled(Sizes::icon); }
-    int figureWidth() const;
-    QRect titleRect(QRect place) const;
-    void paintRow(QPainter& painter, const Row& row, QRect place) const;
+    int valueWidth() const;
+    Row rowOf(const Entry& entry, QRect place) const;
+    Row emptyRow(QRect place) const;
 
-    const Look& look_;
     QString title_;
-    std::vector<Row> rows_;
+    std::vector<Entry> entries_;
     QString empty_;
     bool hasIcons_ = true;
 };

@@ -94,6 +94,7 @@ QWidget* PanelContents::buildLargest() {
     }
     column->addLayout(head);
     column->addSpacing(headGap);
+    largest_->setAccessibleName(qtText(PanelView::largestTitle));
     column->addWidget(largest_);
     return block;
 }
@@ -107,6 +108,7 @@ QWidget* PanelContents::buildSuggestions() {
     head->addWidget(showSuggestions_);
     column->addLayout(head);
     column->addSpacing(headGap);
+    suggestions_->setAccessibleName(qtText(PanelView::suggestionsTitle));
     column->addWidget(suggestions_);
     return block;
 }

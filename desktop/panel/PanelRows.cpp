@@ -1,13 +1,7 @@
 #include "desktop/panel/PanelRows.h"
 
-#include <QHelpEvent>
-#include <QPainter>
-#include <QStyle>
 #include <algorithm>
 #include <utility>
-
-#include "desktop/look/TextLine.h"
-#include "desktop/look/Tip.h"
 
 namespace tolvane::desktop {
 
@@ -16,121 +10,91 @@ namespace {
 constexpr int leastRowHeight = 24;
 constexpr int rowPadding = 6;
 
-QString spoken(const std::vector<PanelRow>& rows) {
-    QStringList parts;
-    for (const auto& row : rows) {
-        QStringList words{row.title};
-        for (const auto& each : {row.tag, row.quietFigure, row.figure}) {
-            if (!each.isEmpty()) words << each;
-        }
-        parts << words.join(QLatin1Char(' '));
-    }
-    return parts.join(QStringLiteral(", "));
+QString spoken(const PanelRow& row) {
+    QStringList parts{row.title, row.tag, row.quietFigure, row.figure};
+    parts.removeAll(QString());
+    return parts.join(QLatin1Char(' '));
 }
 
 }  // namespace
 
 PanelRows::PanelRows(const Look& look, int columnWidth, std::string_view icon, QString quietTip, QWidget* parent)
-    : QWidget(parent), look_(look), columnWidth_(columnWidth), icon_(icon), quietTip_(std::move(quietTip)) {
+    : RowList(look, parent), columnWidth_(columnWidth), icon_(icon), quietTip_(std::move(quietTip)) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void PanelRows::show(std::vector<PanelRow> rows) {
     if (rows == rows_) return;
-    const bool resized = rows.size() != rows_.size();
     rows_ = std::move(rows);
-    setAccessibleName(spoken(rows_));
-    if (resized) updateGeometry();
-    update();
+    contentsChanged();
 }
-
-bool PanelRows::hasTags() const { return !rows_.empty() && !rows_.front().tag.isEmpty(); }
 
 int PanelRows::rowHeight() const {
-    const auto& fonts = look_.fonts();
-    const int one = std::max(leastRowHeight, fonts.lineHeight(TextRole::body) + rowPadding);
-    return hasTags() ? fonts.lineHeight(TextRole::body) + fonts.lineHeight(TextRole::caption) + rowPadding : one;
+    const auto& fonts = look().fonts();
+    const int body = fonts.lineHeight(TextRole::body);
+    const bool hasTags = !rows_.empty() && !rows_.front().tag.isEmpty();
+    return hasTags ? body + fonts.lineHeight(TextRole::caption) + rowPadding
+                   : std::max(leastRowHeight, body + rowPadding);
 }
 
-int PanelRows::columnWidth() const { return look_.fonts().scaled(columnWidth_); }
+int PanelRows::columnWidth() const { return look().fonts().scaled(columnWidth_); }
 
 QSize PanelRows::sizeHint() const { return {0, static_cast<int>(rows_.size()) * rowHeight()}; }
 
-QRect PanelRows::titleRect(const PanelRow& row, QRect rect) const {
-    const int icon = look_.fonts().scaled(Sizes::icon);
-    const int columns = row.quietFigure.isEmpty() ? 1 : 2;
-    return rect.adjusted(icon + Sizes::gap, 0, -columns * columnWidth() - Sizes::gap, 0);
-}
-
-QRect PanelRows::quietRect(QRect rect) const {
-    return {rect.right() + 1 - 2 * columnWidth() - Sizes::gap, rect.top(), columnWidth(), rect.height()};
-}
-
-void PanelRows::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    QRect rect(0, 0, width(), rowHeight());
-    for (const auto& row : rows_) {
-        paintRow(painter, row, rect);
-        rect.translate(0, rect.height());
+std::vector<RowList::Row> PanelRows::layOut(int width) const {
+    std::vector<Row> rows;
+    rows.reserve(rows_.size());
+    QRect place(0, 0, width, rowHeight());
+    for (const auto& each : rows_) {
+        rows.push_back(rowOf(each, place));
+        place.translate(0, place.height());
     }
+    return rows;
 }
 
-void PanelRows::paintIcon(QPainter& painter, const PanelRow& row, QRect rect) const {
-    const int side = look_.fonts().scaled(Sizes::icon);
-    QRect icon(rect.left(), rect.center().y() - side / 2 + 1, side, side);
-    icon = QStyle::visualRect(layoutDirection(), rect, icon);
-    if (row.appPath) {
-        look_.appIcons().paint(painter, *row.appPath, row.title, icon);
-    } else {
-        look_.icons().paint(painter, icon_, look_.tokens().text2, icon);
-    }
+RowList::Row PanelRows::rowOf(const PanelRow& shown, QRect place) const {
+    const auto& fonts = look().fonts();
+    const int side = fonts.scaled(Sizes::icon);
+    const int columns = shown.quietFigure.isEmpty() ? 1 : 2;
+    const auto room = place.adjusted(side + Sizes::gap, 0, -columns * columnWidth() - Sizes::gap, 0);
+    Row row{.place = place, .name = spoken(shown), .value = shown.figure};
+    row.icon = Icon{.place = QRect(place.left(), place.center().y() - side / 2 + 1, side, side),
+                    .appPath = shown.appPath,
+                    .symbol = icon_,
+                    .title = shown.title};
+    row.texts = titlesOf(shown, room);
+    const auto addValue = [&](int left, const QString& text, QColor Tokens::* colour, const QString& tip) {
+        row.texts.push_back({.place = QRect(left, place.top(), columnWidth(), place.height()),
+                             .text = text,
+                             .font = fonts.figures(TextRole::small),
+                             .colour = colour,
+                             .alignment = Qt::AlignRight,
+                             .elide = Qt::ElideNone,
+                             .tip = tip});
+    };
+    const int right = place.right() + 1;
+    addValue(right - columnWidth(), shown.figure, &Tokens::text, {});
+    if (columns == 2) addValue(right - 2 * columnWidth() - Sizes::gap, shown.quietFigure, &Tokens::text2, quietTip_);
+    const QFontMetrics metrics(fonts.font(TextRole::body));
+    if (metrics.horizontalAdvance(shown.title) > room.width()) row.tip = shown.title;
+    return row;
 }
 
-void PanelRows::paintRow(QPainter& painter, const PanelRow& row, QRect rect) const {
-    const auto& fonts = look_.fonts();
-    const auto& tokens = look_.tokens();
-    const auto direction = layoutDirection();
-    const auto placed = [&](QRect part) { return QStyle::visualRect(direction, rect, part); };
-    const auto leading = mirrored(direction, Qt::AlignLeft);
-    paintIcon(painter, row, rect);
-    auto title = titleRect(row, rect);
-    if (!row.tag.isEmpty()) {
-        const int lines = fonts.lineHeight(TextRole::body) + fonts.lineHeight(TextRole::caption);
-        const int top = rect.top() + (rect.height() - lines) / 2;
-        const QRect tag(title.left(), top + fonts.lineHeight(TextRole::body), title.width(),
-                        fonts.lineHeight(TextRole::caption));
-        title = QRect(title.left(), top, title.width(), fonts.lineHeight(TextRole::body));
-        painter.setFont(fonts.font(TextRole::caption));
-        painter.setPen(tokens.text2);
-        drawLine(painter, placed(tag), painter.fontMetrics().elidedText(row.tag, Qt::ElideRight, tag.width()), leading);
-    }
-    painter.setFont(fonts.font(TextRole::body));
-    painter.setPen(tokens.text);
-    drawLine(painter, placed(title), painter.fontMetrics().elidedText(row.title, Qt::ElideRight, title.width()),
-             leading);
-    painter.setFont(fonts.figures(TextRole::small));
-    const QRect figure(rect.right() + 1 - columnWidth(), rect.top(), columnWidth(), rect.height());
-    drawLine(painter, placed(figure), row.figure, Qt::AlignRight);
-    painter.setPen(tokens.text2);
-    drawLine(painter, placed(quietRect(rect)), row.quietFigure, Qt::AlignRight);
-}
-
-QString PanelRows::tipAt(QPoint position) const {
-    const auto number = static_cast<std::size_t>(std::max(0, position.y()) / rowHeight());
-    if (number >= rows_.size()) return {};
-    const auto& row = rows_[number];
-    const QRect rect(0, static_cast<int>(number) * rowHeight(), width(), rowHeight());
-    const auto placed = [&](QRect part) { return QStyle::visualRect(layoutDirection(), rect, part); };
-    if (!row.quietFigure.isEmpty() && placed(quietRect(rect)).contains(position)) return quietTip_;
-    const QFontMetrics metrics(look_.fonts().font(TextRole::body));
-    return metrics.horizontalAdvance(row.title) > titleRect(row, rect).width() ? row.title : QString();
-}
-
-bool PanelRows::event(QEvent* event) {
-    if (event->type() != QEvent::ToolTip) return QWidget::event(event);
-    const auto* help = static_cast<QHelpEvent*>(event);
-    showTip(help->globalPos(), tipAt(help->pos()), this);
-    return true;
+/// The title, with the tag below it where there is one.
+std::vector<RowList::Text> PanelRows::titlesOf(const PanelRow& shown, QRect room) const {
+    const auto& fonts = look().fonts();
+    const Text title{.place = room, .text = shown.title, .font = fonts.font(TextRole::body), .alignment = leading()};
+    if (shown.tag.isEmpty()) return {title};
+    const int body = fonts.lineHeight(TextRole::body), caption = fonts.lineHeight(TextRole::caption);
+    const int top = room.top() + (room.height() - body - caption) / 2;
+    auto above = title;
+    above.place = QRect(room.left(), top, room.width(), body);
+    return {above,
+            {.place = QRect(room.left(), top + body, room.width(), caption),
+             .text = shown.tag,
+             .font = fonts.font(TextRole::caption),
+             .colour = &Tokens::text2,
+             .alignment = leading()}};
 }
 
 }  // namespace tolvane::desktop

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QWidget>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "desktop/look/Look.h"
+#include "desktop/parts/RowList.h"
 
 namespace tolvane::desktop {
 
@@ -16,19 +15,19 @@ struct PanelRow {
     QString title;
     /// Quiet, below the title; empty for rows of one line.
     QString tag;
-    /// In the first column of figures; may be empty.
+    /// In the first column of values; may be empty.
     QString quietFigure;
     QString figure;
 
     bool operator==(const PanelRow&) const = default;
 };
 
-/// Rows with an icon, a title that gives way, and up to two columns of figures.
-class PanelRows : public QWidget {
+/// Rows with an icon, a title that gives way, and up to two columns of values.
+class PanelRows : public RowList {
     Q_OBJECT
 
 public:
-    /// `columnWidth` at 100 % text. `icon` is that of rows without an application, `quietTip` what the first figure is.
+    /// `columnWidth` at 100 % text. `icon` is that of rows without an application, `quietTip` what the first value is.
     PanelRows(const Look& look, int columnWidth, std::string_view icon, QString quietTip = {},
               QWidget* parent = nullptr);
 
@@ -39,20 +38,14 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    bool event(QEvent* event) override;
+    std::vector<Row> layOut(int width) const override;
 
 private:
-    bool hasTags() const;
     int rowHeight() const;
     int columnWidth() const;
-    QRect titleRect(const PanelRow& row, QRect rect) const;
-    QRect quietRect(QRect rect) const;
-    void paintIcon(QPainter& painter, const PanelRow& row, QRect rect) const;
-    void paintRow(QPainter& painter, const PanelRow& row, QRect rect) const;
-    QString tipAt(QPoint position) const;
+    Row rowOf(const PanelRow& shown, QRect place) const;
+    std::vector<Text> titlesOf(const PanelRow& shown, QRect room) const;
 
-    const Look& look_;
     int columnWidth_;
     std::string icon_;
     QString quietTip_;

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <QWidget>
-#include <optional>
 #include <vector>
 
 #include "app/screens/MemorySummary.h"
-#include "desktop/look/Look.h"
+#include "desktop/parts/RowList.h"
 
 namespace tolvane::desktop {
 
-/// Figures with their names, one below the other: the name left, the figure right, a remark behind it. What does not
+/// Values with their names, one below the other: the name left, the value right, a remark behind it. What does not
 /// fit beside its name goes to a line of its own.
-class ValueRows : public QWidget {
+class ValueRows : public RowList {
     Q_OBJECT
 
 public:
@@ -27,23 +25,17 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    bool event(QEvent* event) override;
+    std::vector<Row> layOut(int width) const override;
 
 private:
-    struct Parts;
+    struct Lines;
 
-    Parts parts(const ValueRow& row, int width) const;
-    int lineHeight() const { return look_.fonts().lineHeight(TextRole::small); }
-    void paintRow(QPainter& painter, const ValueRow& row, const Parts& shown, int top) const;
-    QString tipAt(QPoint position) const;
+    int lineHeight() const { return look().fonts().lineHeight(TextRole::small); }
+    Lines linesOf(const ValueRow& row, int width) const;
+    Row rowOf(const ValueRow& shown, int top, int width) const;
 
-    const Look& look_;
     int spacing_;
     std::vector<ValueRow> rows_;
-    /// The height at the width that was asked for last.
-    mutable std::optional<int> measuredWidth_;
-    mutable int measuredHeight_ = 0;
 };
 
 }  // namespace tolvane::desktop

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QWidget>
 #include <vector>
 
 #include "app/screens/stats/StatsView.h"
-#include "desktop/look/Look.h"
+#include "desktop/parts/RowList.h"
 
 namespace tolvane::desktop {
 
-/// Rules one below the other, each with its name, a bar and its figure.
-class RuleBars : public QWidget {
+/// Rules one below the other, each with its name, a bar and its value.
+class RuleBars : public RowList {
     Q_OBJECT
 
 public:
@@ -23,16 +22,14 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    bool event(QEvent* event) override;
+    std::vector<Row> layOut(int width) const override;
 
 private:
     int rowHeight() const;
-    int nameWidth() const;
-    int figureWidth() const;
-    void paintBar(QPainter& painter, const StatsBar& bar, QRect row) const;
+    int nameWidth(int width) const;
+    int valueWidth() const;
+    Row rowOf(const StatsBar& bar, QRect place) const;
 
-    const Look& look_;
     QColor Tokens::* colour_;
     std::vector<StatsBar> bars_;
 };

@@ -96,6 +96,7 @@ QWidget* StatsPage::buildEachRule() {
     column->setContentsMargins(0, Sizes::margin - Sizes::step, 0, 0);
     column->addWidget(paragraph(look_, TextRole::section, &Tokens::text, StatsView::eachRuleTitle));
     column->addSpacing(Sizes::step);
+    eachRuleBars_->setAccessibleName(qtText(StatsView::eachRuleTitle));
     column->addWidget(eachRuleBars_);
     column->addSpacing(Sizes::step);
     column->addWidget(paragraph(look_, TextRole::caption, &Tokens::text2, StatsView::eachRuleRemark));
@@ -119,6 +120,7 @@ QWidget* StatsPage::buildWould() {
     head->addWidget(paragraph(look_, TextRole::section, &Tokens::text, StatsView::wouldTitle), 1, Qt::AlignVCenter);
     head->addWidget(showRule_);
     showRule_->setAutoDefault(false);
+    wouldBars_->setAccessibleName(qtText(StatsView::wouldTitle));
     column->addLayout(head);
     column->addSpacing(Sizes::step);
     column->addWidget(wouldBars_);
