@@ -94,7 +94,7 @@ public:
 private:
     void press(int key, QChar letter) {
         QKeyEvent event(QEvent::KeyPress, key, {}, letter.isNull() ? QString() : QString(letter));
-        QApplication::sendEvent(&page_.searchField(), &event);
+        QApplication::sendEvent(page_.findChild<QWidget*>(QStringLiteral("search")), &event);
     }
     static void settle() {
         for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();

@@ -33,6 +33,8 @@ ActivityPage::ActivityPage(AppModel& model, const Look& look, WindowState& state
       clear_(new QPushButton(qtText(ActivityView::clearLabel), this)),
       table_(new ActivityTable(look, view_)),
       panes_(new QStackedLayout(this)) {
+    filter_->setObjectName(QStringLiteral("filter"));
+    clear_->setObjectName(QStringLiteral("clear"));
     panes_->addWidget(table_);
     for (const auto& each : activityFilters) {
         auto* empty = new EmptyState(look, each.empty.icon, qtText(each.empty.title), qtText(each.empty.sentence));

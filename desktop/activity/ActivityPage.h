@@ -31,8 +31,6 @@ public:
     QWidget* firstFocus() override { return table_; }
 
     ActivityTable& table() const { return *table_; }
-    QPushButton& clearButton() const { return *clear_; }
-    SegmentedPicker& filterPicker() const { return *filter_; }
 
 protected:
     void draw() override;

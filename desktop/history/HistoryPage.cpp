@@ -32,6 +32,10 @@ HistoryPage::HistoryPage(AppModel& model, const Look& look, std::string locale, 
       memory_(new MomentChart(look)),
       cpu_(new MomentChart(look)),
       moment_(new MomentPane(look)) {
+    empty_->setObjectName(QStringLiteral("empty"));
+    cpu_->setObjectName(QStringLiteral("cpu"));
+    memory_->setObjectName(QStringLiteral("memory"));
+    range_->setObjectName(QStringLiteral("range"));
     range_->setChoice(static_cast<int>(view_.range()));
     range_->hide();
     buildColumn();
@@ -79,8 +83,6 @@ void HistoryPage::draw() {
     cpu_->show(content->cpu, content->times, spoken);
     moment_->show(content->detail);
 }
-
-bool HistoryPage::isEmptyShown() const { return panes_->currentWidget() == empty_; }
 
 /// The range ends now, so that every coming back is another one.
 void HistoryPage::showEvent(QShowEvent* event) {

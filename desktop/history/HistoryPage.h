@@ -29,10 +29,6 @@ public:
     QWidget* firstFocus() override { return memory_; }
 
     HistoryView& view() { return view_; }
-    SegmentedPicker& rangePicker() const { return *range_; }
-    MomentChart& memoryChart() const { return *memory_; }
-    MomentChart& cpuChart() const { return *cpu_; }
-    bool isEmptyShown() const;
 
 protected:
     void draw() override;

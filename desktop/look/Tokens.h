@@ -204,7 +204,6 @@ inline constexpr int columnGap = 8;
 /// Right of the last figure, so that the scroll bar covers none.
 inline constexpr int tableTrailing = 17;
 inline constexpr int scrollThumb = 6, scrollThumbHover = 10, scrollSpace = 14;
-inline constexpr int splitterGrab = 5;
 
 }  // namespace Sizes
 

@@ -50,6 +50,10 @@ PanelContents::PanelContents(const Look& look, QWidget* parent)
       pause_(new QCheckBox(qtText(PanelView::pauseLabel))),
       settings_(new QuietButton(look, PanelView::settingsIcon, qtText(PanelView::settingsLabel))),
       quit_(new QuietButton(look, PanelView::quitIcon, qtText(PanelView::quitLabel))) {
+    showSuggestions_->setObjectName(QStringLiteral("showSuggestions"));
+    quit_->setObjectName(QStringLiteral("quit"));
+    settings_->setObjectName(QStringLiteral("settings"));
+    pause_->setObjectName(QStringLiteral("pause"));
     build();
     connectControls();
 }

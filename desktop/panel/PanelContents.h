@@ -34,10 +34,6 @@ public:
     void fit(int width, int most);
 
     QPushButton& openButton() const { return *open_; }
-    QCheckBox& pauseBox() const { return *pause_; }
-    QuietButton& settingsButton() const { return *settings_; }
-    QuietButton& quitButton() const { return *quit_; }
-    LinkButton& suggestionsButton() const { return *showSuggestions_; }
 
 signals:
     void openWanted();

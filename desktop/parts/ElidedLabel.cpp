@@ -25,12 +25,6 @@ void ElidedLabel::setText(const QString& text) {
     update();
 }
 
-void ElidedLabel::setColour(QColor Tokens::* colour) {
-    if (colour == colour_) return;
-    colour_ = colour;
-    update();
-}
-
 void ElidedLabel::setAlignment(Qt::Alignment alignment) {
     alignment_ = alignment;
     update();

@@ -16,7 +16,6 @@ public:
 
     const QString& text() const { return text_; }
     void setText(const QString& text);
-    void setColour(QColor Tokens::* colour);
     void setAlignment(Qt::Alignment alignment);
     void setElideMode(Qt::TextElideMode mode) { mode_ = mode; }
     /// Digits of one width.

@@ -16,6 +16,7 @@ NoticeBar::NoticeBar(const Look& look, QWidget* parent)
       look_(look),
       sentence_(new ElidedLabel(look, TextRole::small, &Tokens::text, this)),
       close_(new IconButton(look, "xmark", tr("Close"), this)) {
+    close_->setObjectName(QStringLiteral("close"));
     auto* row = new QHBoxLayout(this);
     // In line with the names of the table below.
     row->setContentsMargins(mirrored(

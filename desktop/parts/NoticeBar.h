@@ -20,7 +20,6 @@ public:
 
     void tell(const QString& sentence);
     QString sentence() const;
-    QToolButton& closeButton() const { return *close_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

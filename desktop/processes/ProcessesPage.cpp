@@ -58,6 +58,7 @@ ProcessesPage::ProcessesPage(AppModel& model, const Look& look, WindowState& sta
       inspector_(new InspectorPane(look, view_.locale())),
       inspected_(model, view_.locale(), [this] { showInspector(); }),
       acts_(model, [this](const Outcome& outcome) { notice_->tell(qtText(outcome.sentence())); }) {
+    search_->setObjectName(QStringLiteral("search"));
     buildControls();
     buildPanes();
     restoreLayout();

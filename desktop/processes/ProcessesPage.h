@@ -51,7 +51,6 @@ public:
 
     ProcessTable& table() const { return *tree_; }
     ProcessesView& view() { return view_; }
-    SearchField& searchField() const { return *search_; }
 
 protected:
     void draw() override;

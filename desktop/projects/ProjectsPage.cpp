@@ -45,6 +45,7 @@ ProjectsPage::ProjectsPage(AppModel& model, const Look& look, std::string locale
       empty_(new EmptyState(look, ProjectsView::empty.icon, qtText(ProjectsView::empty.title),
                             qtText(ProjectsView::empty.sentence))),
       scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::gap, sectionGap)) {
+    empty_->setObjectName(QStringLiteral("empty"));
     buildColumn();
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
@@ -88,8 +89,6 @@ ProjectRowPane& ProjectsPage::runningRow(std::size_t index) const {
 ParkedRowPane& ProjectsPage::parkedRow(std::size_t index) const {
     return dynamic_cast<ParkedRowPane&>(*parked_.card->rows().at(index));
 }
-
-bool ProjectsPage::isEmptyStateShown() const { return panes_->currentWidget() == empty_; }
 
 void ProjectsPage::draw() {
     auto content = view_.content();

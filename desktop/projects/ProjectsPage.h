@@ -36,7 +36,6 @@ public:
     ProjectsView& view() { return view_; }
     ProjectRowPane& runningRow(std::size_t index) const;
     ParkedRowPane& parkedRow(std::size_t index) const;
-    bool isEmptyStateShown() const;
 
 protected:
     void draw() override;

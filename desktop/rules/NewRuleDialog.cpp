@@ -71,6 +71,7 @@ void NewRuleDialog::buildControls() {
     kind_->fillWidth();
     kind_->setChoice(static_cast<int>(sheet_.kind));
     list_ = new QListView;
+    list_->setObjectName(QStringLiteral("suggestions"));
     suggestions_ = new RuleSuggestionModel(list_);
     list_->setModel(suggestions_);
     list_->setItemDelegate(new SuggestionDelegate(look_, *suggestions_, list_));

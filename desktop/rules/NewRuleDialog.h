@@ -30,7 +30,6 @@ public:
     ~NewRuleDialog() override;
 
     NewRuleSheet& sheet() { return sheet_; }
-    QListView& list() const { return *list_; }
 
 private:
     void buildControls();

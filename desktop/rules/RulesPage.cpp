@@ -55,6 +55,7 @@ RulesPage::RulesPage(AppModel& model, const Look& look, WindowState& state, std:
       notice_(new ParagraphLabel(look, TextRole::caption, &Tokens::text2)),
       detail_(new QStackedWidget),
       editor_(new RuleEditorPane(model, look, locale_)) {
+    editor_->setObjectName(QStringLiteral("editor"));
     buildControls();
     buildPanes();
     connectControls();

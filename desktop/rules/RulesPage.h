@@ -33,7 +33,6 @@ public:
     QWidget* firstFocus() override { return list_; }
 
     RuleList& list() const { return *list_; }
-    RuleEditorPane& editor() const { return *editor_; }
     /// Opens the sheet for a new rule.
     void openSheet();
     /// The sheet is open.

@@ -58,6 +58,10 @@ StatsPage::StatsPage(AppModel& model, const Look& look, std::string locale, std:
       chart_(new DayChart(look)),
       wouldBars_(new RuleBars(look, &Tokens::efficiency)),
       showRule_(new QPushButton) {
+    empty_->setObjectName(QStringLiteral("empty"));
+    showRule_->setObjectName(QStringLiteral("showRule"));
+    chart_->setObjectName(QStringLiteral("days"));
+    period_->setObjectName(QStringLiteral("period"));
     period_->setChoice(static_cast<int>(view_.period()));
     period_->hide();
     buildColumn();
@@ -197,8 +201,6 @@ bool StatsPage::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Resize && watched == scroll_->viewport()) fit();
     return Page::eventFilter(watched, event);
 }
-
-bool StatsPage::isEmptyShown() const { return panes_->currentWidget() == empty_; }
 
 void StatsPage::showEvent(QShowEvent* event) {
     Page::showEvent(event);

@@ -32,11 +32,6 @@ public:
     std::vector<QWidget*> controls() override { return {period_}; }
     QWidget* firstFocus() override { return chart_; }
 
-    SegmentedPicker& periodPicker() const { return *period_; }
-    DayChart& chart() const { return *chart_; }
-    QPushButton& showRuleButton() const { return *showRule_; }
-    bool isEmptyShown() const;
-
 protected:
     void draw() override;
     void showEvent(QShowEvent* event) override;

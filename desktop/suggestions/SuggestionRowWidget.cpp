@@ -33,6 +33,7 @@ SuggestionRowWidget::SuggestionRowWidget(const Look& look, QWidget* parent)
       buttons_(new QWidget),
       makeRule_(new QPushButton(qtText(SuggestionMenu::makeRule))),
       action_(new SplitButton(look)) {
+    makeRule_->setObjectName(QStringLiteral("makeRule"));
     buildLayout();
     evidence_->setMostLines(mostEvidenceLines);
     makeRule_->setToolTip(qtText(SuggestionMenu::makeRuleHelp));

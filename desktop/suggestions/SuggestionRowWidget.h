@@ -26,7 +26,6 @@ public:
     using QWidget::show;
 
     const SuggestionRow& row() const { return row_; }
-    QPushButton& makeRuleButton() const { return *makeRule_; }
     SplitButton& actionButton() const { return *action_; }
     /// Rows of one list keep their figures in a column.
     int buttonsWidth() const;

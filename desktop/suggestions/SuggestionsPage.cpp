@@ -29,6 +29,9 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
       empty_(new EmptyState(look, SuggestionsView::empty.icon, qtText(SuggestionsView::empty.title),
                             qtText(SuggestionsView::empty.sentence))),
       scroll_(new ScrolledColumn(look, Sizes::margin - Sizes::step, cardGap)) {
+    empty_->setObjectName(QStringLiteral("empty"));
+    notice_->setObjectName(QStringLiteral("notice"));
+    showHidden_->setObjectName(QStringLiteral("showHidden"));
     showHidden_->setToolTip(qtText(SuggestionsView::showHiddenHelp));
     const int icon = look.fonts().scaled(Sizes::icon);
     showHidden_->setIconSize({icon, icon});
@@ -126,8 +129,6 @@ std::vector<SuggestionCard*> SuggestionsPage::cards() const {
     }
     return shown;
 }
-
-bool SuggestionsPage::isEmptyShown() const { return panes_->currentWidget() == empty_; }
 
 void SuggestionsPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);

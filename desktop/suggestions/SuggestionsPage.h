@@ -32,9 +32,6 @@ public:
 
     /// In the order in which they stand.
     std::vector<SuggestionCard*> cards() const;
-    QPushButton& showHiddenButton() const { return *showHidden_; }
-    bool isEmptyShown() const;
-    NoticeBar& notice() const { return *notice_; }
 
 protected:
     void draw() override;

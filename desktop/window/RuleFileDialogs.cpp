@@ -15,7 +15,7 @@ namespace {
 
 QString extension() { return qtText(RuleFile::fileExtension); }
 
-QFileDialog* panel(QWidget& window, std::string_view title) {
+QFileDialog* fileDialog(QWidget& window, std::string_view title) {
     auto* made =
         new QFileDialog(&window, qtText(title), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
                         qtText(MainView::ruleFiles) + QStringLiteral(" (*.") + extension() + QLatin1Char(')'));
@@ -28,28 +28,22 @@ QFileDialog* panel(QWidget& window, std::string_view title) {
 
 RuleFileDialogs::RuleFileDialogs(AppModel& model, const Look& look, QWidget& window)
     : model_(model), look_(look), window_(window) {
-    notifiers_.push_back(model_.importing.onChange([this] { showImportPanel(); }));
-    notifiers_.push_back(model_.exporting.onChange([this] { showExportPanel(); }));
+    notifiers_.push_back(model_.importing.onChange([this] { showImportDialog(); }));
+    notifiers_.push_back(model_.exporting.onChange([this] { showExportDialog(); }));
     notifiers_.push_back(model_.importMessage.onChange([this] { showMessage(); }));
     showMessage();
 }
 
-QFileDialog* RuleFileDialogs::importPanel() const { return qobject_cast<QFileDialog*>(importPanel_); }
-
-QFileDialog* RuleFileDialogs::exportPanel() const { return qobject_cast<QFileDialog*>(exportPanel_); }
-
-AlertDialog* RuleFileDialogs::alert() const { return qobject_cast<AlertDialog*>(alert_); }
-
-void RuleFileDialogs::showImportPanel() {
-    if (!*model_.importing || importPanel_) return;
-    auto* open = panel(window_, MainView::importRules);
-    importPanel_ = open;
+void RuleFileDialogs::showImportDialog() {
+    if (!*model_.importing || importDialog_) return;
+    auto* open = fileDialog(window_, MainView::importRules);
+    importDialog_ = open;
     open->setFileMode(QFileDialog::ExistingFiles);
     connect(open, &QFileDialog::filesSelected, this, [this](const QStringList& paths) {
         for (const auto& path : paths) model_.importRules(utf8(path));
     });
     connect(open, &QDialog::finished, this, [this] {
-        importPanel_ = nullptr;
+        importDialog_ = nullptr;
         model_.endImport();
     });
     open->open();
@@ -60,22 +54,22 @@ QString RuleFileDialogs::fileName(const std::vector<Rule>& rules) {
            extension();
 }
 
-void RuleFileDialogs::showExportPanel() {
-    if (!*model_.exporting || exportPanel_) return;
-    auto* save = panel(window_, MainView::exportRules);
-    exportPanel_ = save;
+void RuleFileDialogs::showExportDialog() {
+    if (!*model_.exporting || exportDialog_) return;
+    auto* save = fileDialog(window_, MainView::exportRules);
+    exportDialog_ = save;
     save->setAcceptMode(QFileDialog::AcceptSave);
     save->setDefaultSuffix(extension());
     save->selectFile(fileName(**model_.exporting));
     connect(save, &QFileDialog::fileSelected, this, &RuleFileDialogs::saveTo);
     connect(save, &QDialog::finished, this, [this] {
-        exportPanel_ = nullptr;
+        exportDialog_ = nullptr;
         model_.endExport();
     });
     save->open();
 }
 
-/// The panel itself says nothing of a disk that does not take the file.
+/// The dialog itself says nothing of a disk that does not take the file.
 void RuleFileDialogs::saveTo(const QString& path) {
     if (!*model_.exporting) return;
     const auto failure = RulesDocument{**model_.exporting}.write(utf8(path));
@@ -83,7 +77,7 @@ void RuleFileDialogs::saveTo(const QString& path) {
 }
 
 void RuleFileDialogs::showMessage() {
-    if (auto* shown = alert()) {
+    if (auto* shown = qobject_cast<AlertDialog*>(alert_)) {
         shown->disconnect(this);
         shown->close();
     }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QListView>
+
 #include <QApplication>
 #include <QFocusFrame>
 #include <QLayout>
@@ -21,6 +23,7 @@
 #include "desktop/rules/NewRuleDialog.h"
 #include "desktop/window/MainWindow.h"
 #include "tests/desktop/DemoScene.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/HostileWorld.h"
 #include "tests/desktop/Pointer.h"
 
@@ -159,7 +162,9 @@ TEST_P(HostileWorldTest, questionsAndSheetsStayOnTheScreen) {
     for (const auto& each : targetKinds) {
         NewRuleDialog sheet(model, scene->look, "en_US", each.kind, nullptr);
         sheet.setAttribute(Qt::WA_DeleteOnClose, false);
-        if (sheet.list().model()->rowCount() > 0) sheet.list().setCurrentIndex(sheet.list().model()->index(0, 0));
+        if (widgetNamed<QListView>(sheet, "suggestions").model()->rowCount() > 0)
+            widgetNamed<QListView>(sheet, "suggestions")
+                .setCurrentIndex(widgetNamed<QListView>(sheet, "suggestions").model()->index(0, 0));
         expectOnScreen(sheet);
     }
 }

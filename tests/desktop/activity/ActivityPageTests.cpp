@@ -9,6 +9,8 @@
 
 #include "desktop/parts/EmptyState.h"
 #include "desktop/parts/QuestionDialog.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/ProcessorTime.h"
 #include "tests/desktop/SampleScene.h"
@@ -63,15 +65,15 @@ TEST_F(ActivityPageTest, listsTheLog) {
 
 TEST_F(ActivityPageTest, saysWhyTheListIsEmpty) {
     EXPECT_EQ(emptyTitle(), "No Activity");
-    EXPECT_FALSE(page().clearButton().isEnabled());
+    EXPECT_FALSE(widgetNamed<QPushButton>(page(), "clear").isEnabled());
     std::erase_if(log.activity, [](const auto& each) { return !each.dryRun; });
     scene.modelState->activity.set(log.activity);
     EXPECT_EQ(emptyTitle(), "");
-    emit page().filterPicker().chosen(1);
+    emit widgetNamed<SegmentedPicker>(page(), "filter").chosen(1);
     EXPECT_EQ(emptyTitle(), "No Actions");
-    EXPECT_TRUE(page().clearButton().isEnabled());
+    EXPECT_TRUE(widgetNamed<QPushButton>(page(), "clear").isEnabled());
     scene.modelState->activity.set({});
-    emit page().filterPicker().chosen(2);
+    emit widgetNamed<SegmentedPicker>(page(), "filter").chosen(2);
     EXPECT_EQ(emptyTitle(), "Nothing Logged");
 }
 
@@ -91,7 +93,7 @@ TEST_F(ActivityPageTest, newEntriesKeepSelectionAndPlace) {
 
 TEST_F(ActivityPageTest, clearingAsksFirst) {
     scene.modelState->activity.set(log.activity);
-    page().clearButton().click();
+    widgetNamed<QPushButton>(page(), "clear").click();
     auto* dialog = page().findChild<QuestionDialog*>();
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->accessibleName(), "Clear the activity log?");
@@ -99,7 +101,7 @@ TEST_F(ActivityPageTest, clearingAsksFirst) {
     type(*dialog, Qt::Key_Escape);
     EXPECT_EQ(scene.model.activity->size(), 16U);
     turnLoop();
-    page().clearButton().click();
+    widgetNamed<QPushButton>(page(), "clear").click();
     page().findChild<QuestionDialog*>()->action().click();
     EXPECT_TRUE(scene.model.activity->empty());
     EXPECT_EQ(emptyTitle(), "No Activity");
@@ -107,7 +109,7 @@ TEST_F(ActivityPageTest, clearingAsksFirst) {
 
 TEST_F(ActivityPageTest, returnAnswersAQuestionWithCancel) {
     scene.modelState->activity.set(log.activity);
-    page().clearButton().click();
+    widgetNamed<QPushButton>(page(), "clear").click();
     type(*page().findChild<QuestionDialog*>(), Qt::Key_Return);
     EXPECT_EQ(scene.model.activity->size(), 16U);
 }
@@ -120,7 +122,7 @@ TEST_F(ActivityPageTest, aLogOfAHundredThousandStaysQuick) {
     page().table().verticalScrollBar()->setValue(page().table().verticalScrollBar()->maximum() / 2);
     page().grab();
     EXPECT_LT(time.taken(), 200) << "scrolling";
-    emit page().filterPicker().chosen(2);
+    emit widgetNamed<SegmentedPicker>(page(), "filter").chosen(2);
     page().grab();
     EXPECT_LT(time.taken(), 300) << "filtering";
     prepend(log.activity.front());

@@ -5,7 +5,10 @@
 
 #include <QAbstractButton>
 
+#include "desktop/charts/MomentChart.h"
 #include "desktop/look/QtText.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -39,7 +42,7 @@ protected:
         made.holders.push_back({.key = "a", .title = "Notes", .memory = 1ULL << 30U});
         return made;
     }
-    MomentChart& memory() { return page->memoryChart(); }
+    MomentChart& memory() { return widgetNamed<MomentChart>(*page, "memory"); }
     Date focus() { return memory().shown().focus; }
     QPoint at(const MomentChart& chart, Date date) {
         return {static_cast<int>(chart.xAt(date)), chart.plotRect().center().y()};
@@ -50,22 +53,24 @@ protected:
 };
 
 TEST_F(HistoryPageTest, looksAtTheLatestMoment) {
-    EXPECT_FALSE(page->isEmptyShown());
+    EXPECT_FALSE(isChosen(*page, "empty"));
     EXPECT_EQ(focus(), now());
-    EXPECT_EQ(page->cpuChart().shown().focus, now());
+    EXPECT_EQ(widgetNamed<MomentChart>(*page, "cpu").shown().focus, now());
 }
 
 TEST_F(HistoryPageTest, aClickOnAChartChoosesTheMomentThere) {
     const Date wanted = now() - Seconds{7200};
     click(memory(), at(memory(), wanted));
     EXPECT_NEAR((focus() - wanted).count(), 0, 60);
-    EXPECT_EQ(page->cpuChart().shown().focus, focus());
+    EXPECT_EQ(widgetNamed<MomentChart>(*page, "cpu").shown().focus, focus());
     EXPECT_TRUE(memory().accessibleDescription().contains(QStringLiteral("16 GB of 32 GB used")));
 }
 
 TEST_F(HistoryPageTest, chartsTellTheirAxes) {
     EXPECT_TRUE(memory().accessibleDescription().startsWith("Time, GB, Kind: Used, Compressed, Swap; Latest, "));
-    EXPECT_TRUE(page->cpuChart().accessibleDescription().startsWith("Time, Cores, Efficiency, Performance; Latest, "));
+    EXPECT_TRUE(widgetNamed<MomentChart>(*page, "cpu")
+                    .accessibleDescription()
+                    .startsWith("Time, Cores, Efficiency, Performance; Latest, "));
 }
 
 TEST_F(HistoryPageTest, aBandOfTimesThatHaveNotComeStaysInThePlot) {
@@ -87,7 +92,7 @@ TEST_F(HistoryPageTest, aBandOfTimesThatHaveNotComeStaysInThePlot) {
 }
 
 TEST_F(HistoryPageTest, aDragFollowsThePointer) {
-    auto& cpu = page->cpuChart();
+    auto& cpu = widgetNamed<MomentChart>(*page, "cpu");
     drag(cpu, at(cpu, now() - Seconds{7200}), at(cpu, now() - Seconds{3600}));
     EXPECT_NEAR((focus() - (now() - Seconds{3600})).count(), 0, 60);
 }
@@ -115,7 +120,7 @@ TEST_F(HistoryPageTest, keysStepAndEscapeGoesBack) {
 
 TEST_F(HistoryPageTest, anotherRangeShowsAnotherSpan) {
     type(memory(), Qt::Key_Home);
-    auto* hour = page->rangePicker().findChildren<QAbstractButton*>().front();
+    auto* hour = widgetNamed<SegmentedPicker>(*page, "range").findChildren<QAbstractButton*>().front();
     hour->click();
     EXPECT_EQ(memory().shown().from, now() - Seconds{3600});
     EXPECT_EQ(focus(), now());
@@ -124,10 +129,10 @@ TEST_F(HistoryPageTest, anotherRangeShowsAnotherSpan) {
 TEST_F(HistoryPageTest, withoutMomentsItSaysSo) {
     scene.modelState->moments.set({});
     turnLoop();
-    EXPECT_TRUE(page->isEmptyShown());
+    EXPECT_TRUE(isChosen(*page, "empty"));
     scene.modelState->moments.set({moment(1)});
     turnLoop();
-    EXPECT_FALSE(page->isEmptyShown());
+    EXPECT_FALSE(isChosen(*page, "empty"));
 }
 
 TEST_F(HistoryPageTest, aNewMomentIsShownWhileTheScreenCanBeSeen) {
@@ -147,7 +152,7 @@ TEST_F(HistoryPageTest, aNewMomentIsShownWhileTheScreenCanBeSeen) {
 
 TEST_F(HistoryPageTest, chartsSayWhatTheyShow) {
     EXPECT_EQ(memory().accessibleName(), QStringLiteral("Memory used, compressed and swap over time"));
-    EXPECT_EQ(page->cpuChart().accessibleName(),
+    EXPECT_EQ(widgetNamed<MomentChart>(*page, "cpu").accessibleName(),
               QStringLiteral("CPU load in cores over time, performance cores stacked on efficiency cores"));
     EXPECT_NE(memory().focusPolicy() & Qt::TabFocus, 0);
     EXPECT_EQ(page->firstFocus(), &memory());

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+
 #include <QCheckBox>
 #include <QPushButton>
 
@@ -9,6 +11,7 @@
 #include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/ValueRows.h"
 #include "desktop/program/DesktopWindows.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleLog.h"
@@ -71,7 +74,7 @@ TEST_F(PanelTest, showsEveryBlock) {
                              "Terminated: node", "9 minutes ago", "Settings", "Quit Tolvane"}) {
         EXPECT_TRUE(says(text)) << text;
     }
-    EXPECT_EQ(panel.view().suggestionsButton().text(), "Show All 5 Suggestions");
+    EXPECT_EQ(widgetNamed<QAbstractButton>(panel, "showSuggestions").text(), "Show All 5 Suggestions");
     EXPECT_EQ(panel.view().openButton().text(), "Open Tolvane");
     EXPECT_EQ(panel.width(), 340);
     EXPECT_EQ(shownLines(), 5);
@@ -104,22 +107,22 @@ TEST_F(PanelTest, itsButtonsDoWhatTheySay) {
     QObject::connect(&panel, &PanelPopup::settingsWanted, &panel, [&] { ++settings; });
     QObject::connect(&panel, &PanelPopup::quitWanted, &panel, [&] { ++quit; });
     const int before = *scene.model.windowRequest;
-    open().view().suggestionsButton().click();
+    widgetNamed<QAbstractButton>(open(), "showSuggestions").click();
     EXPECT_EQ(*scene.model.section, AppSection::suggestions);
     EXPECT_EQ(*scene.model.windowRequest, before + 1);
-    open().view().settingsButton().click();
+    widgetNamed<QAbstractButton>(open(), "settings").click();
     EXPECT_EQ(settings, 1);
     EXPECT_FALSE(panel.isVisible());
-    open().view().quitButton().click();
+    widgetNamed<QAbstractButton>(open(), "quit").click();
     EXPECT_EQ(quit, 1);
 }
 
 TEST_F(PanelTest, theCheckBoxAndTheModelFollowEachOther) {
-    open().view().pauseBox().click();
+    widgetNamed<QCheckBox>(open(), "pause").click();
     EXPECT_TRUE(*scene.model.rulesPaused);
     scene.model.pauseRules(false);
     turnLoop();
-    EXPECT_FALSE(panel.view().pauseBox().isChecked());
+    EXPECT_FALSE(widgetNamed<QCheckBox>(panel, "pause").isChecked());
 }
 
 TEST_F(PanelTest, followsTheModelWhileItIsOpenOnly) {

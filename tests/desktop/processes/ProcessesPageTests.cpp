@@ -19,6 +19,8 @@
 
 #include "desktop/look/QtText.h"
 #include "desktop/parts/QuestionDialog.h"
+#include "desktop/processes/SearchField.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -121,7 +123,7 @@ TEST_F(ProcessesPageTest, theNameOfAProcessTellsItsCommand) {
 TEST_F(ProcessesPageTest, aMenuThatKeptTheReleaseOfItsButtonLeavesTheTableAlive) {
     const auto place = table().visualRect(row("pid:48120")).center();
     sendMouse(*table().viewport(), QEvent::MouseButtonPress, place, Qt::RightButton, Qt::RightButton);
-    page->searchField().setText("WindowServer");
+    widgetNamed<SearchField>(*page, "search").setText("WindowServer");
     turnLoop();
     EXPECT_EQ(rows().lines().size(), 1U);
     EXPECT_EQ(title(0), "WindowServer");
@@ -158,17 +160,17 @@ TEST_F(ProcessesPageTest, whoEndsIsNotReplacedInTheSelection) {
 
 TEST_F(ProcessesPageTest, aSearchThatMatchesNothingLeavesAnEmptyTableAndTheSelection) {
     clickRow(row("pid:48120"));
-    page->searchField().setText("no such process");
+    widgetNamed<SearchField>(*page, "search").setText("no such process");
     turnLoop();
     EXPECT_EQ(rows().rowCount(), 0);
     EXPECT_THAT(*scene.model.selectedRows, ElementsAre("pid:48120"));
-    page->searchField().clear();
+    widgetNamed<SearchField>(*page, "search").clear();
     turnLoop();
     EXPECT_TRUE(table().selectionModel()->isSelected(row("pid:48120")));
 }
 
 TEST_F(ProcessesPageTest, aSearchForAPidShowsTheProcessAlone) {
-    page->searchField().setText("61544");
+    widgetNamed<SearchField>(*page, "search").setText("61544");
     turnLoop();
     ASSERT_EQ(rows().rowCount(), 1);
     EXPECT_TRUE(row("pid:61544").isValid());
@@ -181,8 +183,8 @@ TEST_F(ProcessesPageTest, disclosureFollowsItsGroupThroughTicksAndSearches) {
     for (auto& each : next) each.sample.footprint += static_cast<std::uint64_t>(each.id()) * 4096;
     tick(next);
     EXPECT_TRUE(table().isExpanded(row("cmd:node")));
-    page->searchField().setText("Xcode");
-    page->searchField().clear();
+    widgetNamed<SearchField>(*page, "search").setText("Xcode");
+    widgetNamed<SearchField>(*page, "search").clear();
     turnLoop();
     EXPECT_TRUE(table().isExpanded(row("cmd:node")));
     EXPECT_FALSE(table().isExpanded(row("cmd:ruby")));
@@ -257,14 +259,14 @@ TEST_F(ProcessesPageTest, typingANameGoesToIt) {
 }
 
 TEST_F(ProcessesPageTest, escapeEmptiesTheSearchAndThenLeavesIt) {
-    page->searchField().show();
-    page->searchField().setText("node");
+    widgetNamed<SearchField>(*page, "search").show();
+    widgetNamed<SearchField>(*page, "search").setText("node");
     bool left = false;
-    QObject::connect(&page->searchField(), &SearchField::left, page.get(), [&] { left = true; });
-    type(page->searchField(), Qt::Key_Escape);
-    EXPECT_EQ(page->searchField().text(), QString());
+    QObject::connect(&widgetNamed<SearchField>(*page, "search"), &SearchField::left, page.get(), [&] { left = true; });
+    type(widgetNamed<SearchField>(*page, "search"), Qt::Key_Escape);
+    EXPECT_EQ(widgetNamed<SearchField>(*page, "search").text(), QString());
     EXPECT_FALSE(left);
-    type(page->searchField(), Qt::Key_Escape);
+    type(widgetNamed<SearchField>(*page, "search"), Qt::Key_Escape);
     EXPECT_TRUE(left);
 }
 
@@ -325,7 +327,7 @@ TEST_F(ProcessesPageTest, iconButtonsHaveNames) {
     for (const auto* button : page->findChildren<QToolButton*>()) {
         if (!button->icon().isNull()) EXPECT_FALSE(button->accessibleName().isEmpty());
     }
-    EXPECT_EQ(page->searchField().accessibleName(), qtText(ProcessesView::searchPrompt));
+    EXPECT_EQ(widgetNamed<SearchField>(*page, "search").accessibleName(), qtText(ProcessesView::searchPrompt));
 }
 
 TEST_F(ProcessesPageTest, theInspectorCanBePutAwayAndStaysAway) {
@@ -493,7 +495,7 @@ TEST_F(ProcessesPageActs, anActThatFailsSaysSoUntilItIsPutAway) {
     pressInspector("Lower Priority");
     EXPECT_TRUE(notice().isVisible());
     EXPECT_EQ(notice().sentence(), "Could not lower the priority of node. Priority unchanged.");
-    notice().closeButton().click();
+    widgetNamed<QToolButton>(notice(), "close").click();
     EXPECT_FALSE(notice().isVisible());
 }
 

@@ -11,6 +11,7 @@
 
 #include "desktop/look/Tip.h"
 #include "desktop/parts/QuestionDialog.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/SampleScene.h"
 
 namespace tolvane::desktop {
@@ -79,15 +80,15 @@ TEST_F(ProjectsPageTest, listsWhatRuns) {
     EXPECT_EQ(page().runningRow(0).parkButton().text(), QStringLiteral("Park"));
     EXPECT_EQ(page().runningRow(0).parkButton().toolTip(),
               QStringLiteral("Stop everything in this project and remember how to start it again"));
-    EXPECT_FALSE(page().isEmptyStateShown());
+    EXPECT_FALSE(isChosen(page(), "empty"));
 }
 
 TEST_F(ProjectsPageTest, saysWhenThereIsNothing) {
     showNothing();
-    EXPECT_TRUE(page().isEmptyStateShown());
+    EXPECT_TRUE(isChosen(page(), "empty"));
     EXPECT_EQ(page().subtitle(), QStringLiteral("0 projects running"));
     park("/home/ada/src/shop");
-    EXPECT_FALSE(page().isEmptyStateShown());
+    EXPECT_FALSE(isChosen(page(), "empty"));
 }
 
 TEST_F(ProjectsPageTest, tellsTheToolbarOfAnotherSubtitle) {

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QListView>
+
 #include <QAbstractItemModelTester>
 #include <QAccessible>
 #include <QComboBox>
@@ -22,7 +24,9 @@
 #include "desktop/parts/Switch.h"
 #include "desktop/rules/MatchesCard.h"
 #include "desktop/rules/NewRuleDialog.h"
+#include "desktop/rules/RuleEditorPane.h"
 #include "desktop/rules/RuleSuggestionModel.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 #include "tests/fakes/SampleRules.h"
@@ -116,12 +120,12 @@ TEST_F(RulesPageTest, theSelectionOfTheModelIsShown) {
     model().selectRule(std::nullopt);
     turnLoop();
     EXPECT_EQ(page->list().current(), std::nullopt);
-    EXPECT_FALSE(page->editor().isVisible());
+    EXPECT_FALSE(widgetNamed<RuleEditorPane>(*page, "editor").isVisible());
 }
 
 TEST_F(RulesPageTest, theSelectionOutlivesTicksAndChangesOfItsRule) {
     clickRow(1);
-    page->editor().editor()->setName("Renamed");
+    widgetNamed<RuleEditorPane>(*page, "editor").editor()->setName("Renamed");
     scene.showRows(model().snapshot->rows);
     turnLoop();
     EXPECT_EQ(page->list().current(), rule(1).id);
@@ -306,7 +310,7 @@ TEST_F(RulesPageTest, theButtonDeletesTheRule) {
     EXPECT_EQ(RulesView::find(*model().rules, id), nullptr);
     EXPECT_EQ(*model().selectedRule, std::nullopt);
     EXPECT_EQ(rows().rowCount(), 4);
-    EXPECT_FALSE(page->editor().isVisible());
+    EXPECT_FALSE(widgetNamed<RuleEditorPane>(*page, "editor").isVisible());
 }
 
 TEST_F(RulesPageTest, theDeleteKeyAsksFirst) {
@@ -426,7 +430,10 @@ protected:
         }
         turnLoop();
     }
-    void choose(int row) { dialog->list().setCurrentIndex(dialog->list().model()->index(row, 0)); }
+    void choose(int row) {
+        widgetNamed<QListView>(*dialog, "suggestions")
+            .setCurrentIndex(widgetNamed<QListView>(*dialog, "suggestions").model()->index(row, 0));
+    }
 
     QPointer<NewRuleDialog> dialog;
 };
@@ -481,7 +488,7 @@ TEST_F(NewRuleDialogTest, theChosenEntryStaysChosenAcrossTicks) {
     scene.showRows(rows);
     turnLoop();
     EXPECT_EQ(dialog->sheet().selection, selected);
-    EXPECT_FALSE(dialog->list().selectionModel()->selectedIndexes().isEmpty());
+    EXPECT_FALSE(widgetNamed<QListView>(*dialog, "suggestions").selectionModel()->selectedIndexes().isEmpty());
 }
 
 TEST_F(NewRuleDialogTest, sessionsNeedNoChoice) {
@@ -491,7 +498,7 @@ TEST_F(NewRuleDialogTest, sessionsNeedNoChoice) {
     EXPECT_FALSE(says(*dialog, NewRuleSheet::noSessions));
     scene.showRows({});
     turnLoop();
-    EXPECT_FALSE(dialog->list().isVisible());
+    EXPECT_FALSE(widgetNamed<QListView>(*dialog, "suggestions").isVisible());
     EXPECT_TRUE(says(*dialog, NewRuleSheet::noSessions));
     EXPECT_TRUE(button("Add Rule")->isEnabled());
 }

@@ -6,7 +6,10 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "desktop/charts/DayChart.h"
 #include "desktop/parts/ParagraphLabel.h"
+#include "desktop/parts/SegmentedPicker.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/ProcessorTime.h"
 #include "tests/desktop/SampleScene.h"
@@ -50,14 +53,14 @@ TEST_F(StatsPageTest, showsTheSums) {
     EXPECT_TRUE(says("Each rule"));
     EXPECT_TRUE(says("Memory freed each day"));
     EXPECT_TRUE(says("Log Only rules would have freed"));
-    EXPECT_FALSE(page().isEmptyShown());
+    EXPECT_FALSE(isChosen(page(), "empty"));
 }
 
 TEST_F(StatsPageTest, aTitleWithoutRoomIsTheShortOne) {
     page().resize(170, 800);
     turnLoop();
     EXPECT_TRUE(says("Each day"));
-    EXPECT_EQ(page().chart().accessibleName(), "Memory freed each day");
+    EXPECT_EQ(widgetNamed<DayChart>(page(), "days").accessibleName(), "Memory freed each day");
     page().resize(860, 800);
     turnLoop();
     EXPECT_FALSE(says("Each day"));
@@ -65,22 +68,22 @@ TEST_F(StatsPageTest, aTitleWithoutRoomIsTheShortOne) {
 
 TEST_F(StatsPageTest, anotherPeriodIsCountedAnew) {
     page();
-    emit page().periodPicker().chosen(1);
+    emit widgetNamed<SegmentedPicker>(page(), "period").chosen(1);
     EXPECT_TRUE(says("Freed by rules, last 30 days"));
     EXPECT_FALSE(says("Freed by rules, last 7 days"));
 }
 
 TEST_F(StatsPageTest, aClickSelectsADay) {
-    const auto& chart = page().chart();
-    click(page().chart(), chart.slot(6).center());
+    const auto& chart = widgetNamed<DayChart>(page(), "days");
+    click(widgetNamed<DayChart>(page(), "days"), chart.slot(6).center());
     EXPECT_TRUE(chart.accessibleName().startsWith("Memory freed each day, ")) << qPrintable(chart.accessibleName());
     const auto name = chart.accessibleName();
-    click(page().chart(), chart.slot(4).center());
+    click(widgetNamed<DayChart>(page(), "days"), chart.slot(4).center());
     EXPECT_NE(chart.accessibleName(), name);
 }
 
 TEST_F(StatsPageTest, arrowKeysMoveTheSelectedDayAndEscapeGivesItUp) {
-    auto& chart = page().chart();
+    auto& chart = widgetNamed<DayChart>(page(), "days");
     type(chart, Qt::Key_Left);
     const auto today = chart.accessibleName();
     type(chart, Qt::Key_Right);
@@ -98,38 +101,39 @@ TEST_F(StatsPageTest, arrowKeysMoveTheSelectedDayAndEscapeGivesItUp) {
 }
 
 TEST_F(StatsPageTest, aSelectedDayOutsideThePeriodIsNotMarked) {
-    emit page().periodPicker().chosen(1);
-    type(page().chart(), Qt::Key_Home);
-    EXPECT_NE(page().chart().accessibleName(), "Memory freed each day");
-    emit page().periodPicker().chosen(0);
-    EXPECT_EQ(page().chart().accessibleName(), "Memory freed each day");
+    emit widgetNamed<SegmentedPicker>(page(), "period").chosen(1);
+    type(widgetNamed<DayChart>(page(), "days"), Qt::Key_Home);
+    EXPECT_NE(widgetNamed<DayChart>(page(), "days").accessibleName(), "Memory freed each day");
+    emit widgetNamed<SegmentedPicker>(page(), "period").chosen(0);
+    EXPECT_EQ(widgetNamed<DayChart>(page(), "days").accessibleName(), "Memory freed each day");
 }
 
 TEST_F(StatsPageTest, theButtonShowsTheRule) {
-    EXPECT_EQ(page().showRuleButton().accessibleName(), "Show Restart Microsoft Teams when it grows");
-    page().showRuleButton().click();
+    EXPECT_EQ(widgetNamed<QPushButton>(page(), "showRule").accessibleName(),
+              "Show Restart Microsoft Teams when it grows");
+    widgetNamed<QPushButton>(page(), "showRule").click();
     EXPECT_EQ(*scene.model.section, AppSection::rules);
     EXPECT_EQ(*scene.model.selectedRule, log.rules[3].id);
     scene.modelState->rules.set({});
     turnLoop();
-    EXPECT_FALSE(page().showRuleButton().isVisible());
+    EXPECT_FALSE(widgetNamed<QPushButton>(page(), "showRule").isVisible());
 }
 
 TEST_F(StatsPageTest, withoutALogThereIsAnEmptyState) {
     page();
     scene.modelState->activity.set({});
     turnLoop();
-    EXPECT_TRUE(page().isEmptyShown());
+    EXPECT_TRUE(isChosen(page(), "empty"));
     scene.modelState->activity.set(log.activity);
     turnLoop();
-    EXPECT_FALSE(page().isEmptyShown());
+    EXPECT_FALSE(isChosen(page(), "empty"));
 }
 
 TEST_F(StatsPageTest, whatHappenedMeanwhileIsCountedWhenItComesBack) {
     page().hide();
     scene.modelState->activity.set({log.activity.front()});
     turnLoop();
-    EXPECT_TRUE(page().chart().isHidden() || !page().isVisible());
+    EXPECT_TRUE(widgetNamed<DayChart>(page(), "days").isHidden() || !page().isVisible());
     page().show();
     EXPECT_TRUE(says("612.4 MB"));
 }
@@ -151,7 +155,7 @@ TEST_F(StatsPageTest, aLogOfAHundredThousandIsCountedQuickly) {
     scene.modelState->activity.set(fakes::SampleLog::longLog(100'000, scene.model.now()));
     page();
     ProcessorTime time;
-    emit page().periodPicker().chosen(2);
+    emit widgetNamed<SegmentedPicker>(page(), "period").chosen(2);
     page().grab();
     EXPECT_LT(time.taken(), 500);
 }

@@ -8,6 +8,8 @@
 #include <QPushButton>
 
 #include "desktop/look/QtText.h"
+#include "desktop/parts/NoticeBar.h"
+#include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"
 
@@ -83,19 +85,19 @@ TEST_F(SuggestionsPageTest, eachKindHasItsCardInOrder) {
     EXPECT_EQ(row(1).accessibleName(), QStringLiteral("Notes"));
     EXPECT_EQ(row(1).accessibleDescription(), QStringLiteral("Unused for 2 hr, using 1 GB."));
     EXPECT_EQ(page->subtitle(), QStringLiteral("1.5 GB in 2 suggestions"));
-    EXPECT_FALSE(page->isEmptyShown());
+    EXPECT_FALSE(isChosen(*page, "empty"));
 }
 
 TEST_F(SuggestionsPageTest, onlyWhatHasARuleOffersOne) {
-    EXPECT_FALSE(row(0).makeRuleButton().isVisible());
-    EXPECT_TRUE(row(1).makeRuleButton().isVisible());
-    EXPECT_EQ(row(1).makeRuleButton().toolTip(),
+    EXPECT_FALSE(widgetNamed<QPushButton>(row(0), "makeRule").isVisible());
+    EXPECT_TRUE(widgetNamed<QPushButton>(row(1), "makeRule").isVisible());
+    EXPECT_EQ(widgetNamed<QPushButton>(row(1), "makeRule").toolTip(),
               QStringLiteral("Adds a rule in Log Only, so it writes what it would do to Activity first"));
 }
 
 TEST_F(SuggestionsPageTest, makeRuleAddsTheRule) {
     const auto before = scene.model.rules->size();
-    row(1).makeRuleButton().click();
+    widgetNamed<QPushButton>(row(1), "makeRule").click();
     ASSERT_EQ(scene.model.rules->size(), before + 1);
     EXPECT_EQ(scene.model.rules->back().name, "Restart Notes when idle");
 }
@@ -111,15 +113,15 @@ TEST_F(SuggestionsPageTest, theMainButtonBearsItsLabelAndActs) {
     EXPECT_EQ(page->subtitle(), QStringLiteral("1 GB in 1 suggestion"));
 }
 
-TEST_F(SuggestionsPageTest, whatDoesNotComeOffIsSaidUntilTheNextAct) {
-    EXPECT_FALSE(page->notice().isVisible());
+TEST_F(SuggestionsPageTest, whatDoesNotComeOffIsSaidUntilTheNextDeed) {
+    EXPECT_FALSE(widgetNamed<NoticeBar>(*page, "notice").isVisible());
     auto* menu = (openContextMenu(row(1)), openMenu());
     ASSERT_NE(menu, nullptr);
     trigger(*menu, QStringLiteral("Quit Notes"));
-    ASSERT_TRUE(page->notice().isVisible());
-    EXPECT_EQ(page->notice().sentence(), QStringLiteral("Notes was not running."));
+    ASSERT_TRUE(widgetNamed<NoticeBar>(*page, "notice").isVisible());
+    EXPECT_EQ(widgetNamed<NoticeBar>(*page, "notice").sentence(), QStringLiteral("Notes was not running."));
     row(0).actionButton().click();
-    EXPECT_FALSE(page->notice().isVisible());
+    EXPECT_FALSE(widgetNamed<NoticeBar>(*page, "notice").isVisible());
 }
 
 TEST_F(SuggestionsPageTest, theContextMenuOffersEverything) {
@@ -130,7 +132,7 @@ TEST_F(SuggestionsPageTest, theContextMenuOffersEverything) {
     trigger(*menu, QStringLiteral("Ignore"));
     EXPECT_EQ(scene.model.hiddenSuggestions->at("idle|app|com.example.Notes"), distantFuture);
     EXPECT_THAT(page->cards(), SizeIs(1));
-    EXPECT_TRUE(page->showHiddenButton().isEnabled());
+    EXPECT_TRUE(widgetNamed<QPushButton>(*page, "showHidden").isEnabled());
 }
 
 TEST_F(SuggestionsPageTest, rowsStandStillWhileAMenuIsOpen) {
@@ -142,18 +144,19 @@ TEST_F(SuggestionsPageTest, rowsStandStillWhileAMenuIsOpen) {
     EXPECT_THAT(page->cards(), SizeIs(2));
     trigger(*menu, QStringLiteral("Snooze for a Day"));
     EXPECT_TRUE(scene.model.hiddenSuggestions->contains("idle|app|com.example.Notes"));
-    EXPECT_TRUE(page->isEmptyShown());
+    EXPECT_TRUE(isChosen(*page, "empty"));
 }
 
 TEST_F(SuggestionsPageTest, hiddenOnesComeBackByTheButton) {
-    EXPECT_FALSE(page->showHiddenButton().isEnabled());
-    EXPECT_EQ(page->showHiddenButton().toolTip(), QStringLiteral("Show suggestions you snoozed or ignored"));
+    EXPECT_FALSE(widgetNamed<QPushButton>(*page, "showHidden").isEnabled());
+    EXPECT_EQ(widgetNamed<QPushButton>(*page, "showHidden").toolTip(),
+              QStringLiteral("Show suggestions you snoozed or ignored"));
     scene.model.hide(server(), distantFuture);
     scene.model.hide(ofApp(), distantFuture);
     turnLoop();
-    EXPECT_TRUE(page->isEmptyShown());
+    EXPECT_TRUE(isChosen(*page, "empty"));
     EXPECT_EQ(page->subtitle(), QString());
-    page->showHiddenButton().click();
+    widgetNamed<QPushButton>(*page, "showHidden").click();
     turnLoop();
     EXPECT_THAT(page->cards(), SizeIs(2));
 }
@@ -176,7 +179,7 @@ TEST_F(SuggestionsPageTest, figuresStandInOneColumn) {
 
 TEST_F(SuggestionsPageTest, everyControlCanBeReachedByKeyboard) {
     EXPECT_NE(row(1).actionButton().focusPolicy() & Qt::TabFocus, 0);
-    EXPECT_NE(row(1).makeRuleButton().focusPolicy() & Qt::TabFocus, 0);
+    EXPECT_NE(widgetNamed<QPushButton>(row(1), "makeRule").focusPolicy() & Qt::TabFocus, 0);
     EXPECT_EQ(page->firstFocus(), &row(0).actionButton());
     type(row(1).actionButton(), Qt::Key_Return);
     turnLoop();
