@@ -4,8 +4,8 @@
 #include <map>
 
 #include "desktop/activity/ActivityModel.h"
+#include "desktop/lists/RowTree.h"
 #include "desktop/look/Look.h"
-#include "desktop/parts/RowTree.h"
 
 class QHeaderView;
 

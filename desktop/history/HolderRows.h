@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/screens/history/MomentDetail.h"
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 namespace tolvane::desktop {
 

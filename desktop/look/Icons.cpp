@@ -1,11 +1,13 @@
 #include "desktop/look/Icons.h"
 
 #include <QFile>
+#include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <cmath>
-
-#include "desktop/look/LineIconEngine.h"
+#include <string>
+#include <utility>
 
 namespace tolvane::desktop {
 
@@ -71,6 +73,49 @@ QPixmap painted(QImage stencil, QColor colour, double ratio) {
     painter.end();
     stencil.setDevicePixelRatio(ratio);
     return QPixmap::fromImage(std::move(stencil));
+}
+
+/// Lets a `QIcon` draw one line icon in the colours of the moment. `icons` outlives it.
+class LineIconEngine : public QIconEngine {
+public:
+    LineIconEngine(const Icons& icons, std::string name, IconRole role);
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) override;
+    bool isNull() override { return false; }
+    QIconEngine* clone() const override { return new LineIconEngine(icons_, name_, role_); }
+
+private:
+    QColor colour(QIcon::Mode mode, QIcon::State state) const;
+
+    const Icons& icons_;
+    std::string name_;
+    IconRole role_;
+};
+
+LineIconEngine::LineIconEngine(const Icons& icons, std::string name, IconRole role)
+    : icons_(icons), name_(std::move(name)), role_(role) {}
+
+QColor LineIconEngine::colour(QIcon::Mode mode, QIcon::State state) const {
+    if (mode == QIcon::Disabled) return icons_.tokens().disabled;
+    const bool chosen = mode == QIcon::Selected || state == QIcon::On;
+    return icons_.colour(chosen && role_ == IconRole::plain ? IconRole::accent : role_);
+}
+
+void LineIconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) {
+    icons_.paint(*painter, name_, colour(mode, state), rect);
+}
+
+QPixmap LineIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
+    return scaledPixmap(size, mode, state, 1);
+}
+
+/// `size` comes in device pixels; the stroke belongs to the size that the user sees.
+QPixmap LineIconEngine::scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) {
+    const double ratio = scale > 0 ? scale : 1;
+    const auto seen = static_cast<int>(std::min(size.width(), size.height()) / ratio);
+    return icons_.pixmap(name_, colour(mode, state), std::max(1, seen), ratio);
 }
 
 }  // namespace

@@ -6,12 +6,12 @@
 
 #include "app/screens/panel/PanelView.h"
 #include "desktop/look/Look.h"
+#include "desktop/machine/CPUBlock.h"
+#include "desktop/machine/MemoryBlock.h"
 #include "desktop/panel/PanelRows.h"
 #include "desktop/panel/QuietButton.h"
-#include "desktop/parts/CPUBlock.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/LinkButton.h"
-#include "desktop/parts/MemoryBlock.h"
 
 class QCheckBox;
 class QPushButton;

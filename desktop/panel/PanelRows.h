@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 namespace tolvane::desktop {
 

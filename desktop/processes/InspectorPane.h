@@ -9,10 +9,10 @@
 #include "app/screens/processes/InspectorContent.h"
 #include "app/screens/processes/SelectionInspector.h"
 #include "desktop/charts/LineChart.h"
+#include "desktop/lists/ValueRows.h"
 #include "desktop/look/Look.h"
 #include "desktop/parts/ElidedLabel.h"
 #include "desktop/parts/EmptyState.h"
-#include "desktop/parts/ValueRows.h"
 #include "desktop/processes/CopyableText.h"
 
 class QGridLayout;

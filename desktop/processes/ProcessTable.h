@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "desktop/lists/RowTree.h"
 #include "desktop/look/Look.h"
-#include "desktop/parts/RowTree.h"
 #include "desktop/processes/ProcessTableDelegate.h"
 #include "desktop/processes/ProcessTableHeader.h"
 #include "desktop/processes/ProcessTableModel.h"

@@ -4,9 +4,9 @@
 
 #include "app/screens/processes/SystemStrip.h"
 #include "desktop/look/Look.h"
-#include "desktop/parts/CPUBlock.h"
+#include "desktop/machine/CPUBlock.h"
+#include "desktop/machine/MemoryBlock.h"
 #include "desktop/parts/LinkButton.h"
-#include "desktop/parts/MemoryBlock.h"
 
 class QBoxLayout;
 

@@ -5,7 +5,7 @@
 
 #include "desktop/look/Look.h"
 #include "desktop/parts/ElidedLabel.h"
-#include "desktop/parts/LineIcon.h"
+#include "desktop/projects/LineIcon.h"
 
 namespace tolvane::desktop {
 

@@ -8,7 +8,7 @@
 
 #include "desktop/look/QtText.h"
 #include "desktop/look/TextLine.h"
-#include "desktop/parts/LineIcon.h"
+#include "desktop/projects/LineIcon.h"
 #include "desktop/projects/ProjectRowShape.h"
 #include "desktop/projects/ShrinkingRow.h"
 

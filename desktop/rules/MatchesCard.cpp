@@ -6,7 +6,7 @@
 #include "desktop/look/TextLine.h"
 #include "desktop/look/Tip.h"
 #include "desktop/parts/ElidedLabel.h"
-#include "desktop/parts/Tag.h"
+#include "desktop/rules/Tag.h"
 
 namespace tolvane::desktop {
 

@@ -10,7 +10,7 @@
 #include "desktop/look/StyleViews.h"
 #include "desktop/look/TextLine.h"
 #include "desktop/look/Tip.h"
-#include "desktop/parts/Tag.h"
+#include "desktop/rules/Tag.h"
 
 namespace tolvane::desktop {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/screens/rules/RulesView.h"
-#include "desktop/parts/ListModel.h"
+#include "desktop/lists/ListModel.h"
 
 namespace tolvane::desktop {
 

@@ -3,8 +3,8 @@
 #include <QAbstractItemDelegate>
 
 #include "app/screens/rules/RuleSuggestion.h"
+#include "desktop/lists/ListModel.h"
 #include "desktop/look/Look.h"
-#include "desktop/parts/ListModel.h"
 
 namespace tolvane::desktop {
 

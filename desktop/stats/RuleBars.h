@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "app/screens/stats/StatsView.h"
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 namespace tolvane::desktop {
 

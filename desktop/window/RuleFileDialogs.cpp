@@ -7,7 +7,7 @@
 #include "core/rules/RuleFile.h"
 #include "core/rules/RulesDocument.h"
 #include "desktop/look/QtText.h"
-#include "desktop/parts/AlertDialog.h"
+#include "desktop/window/AlertDialog.h"
 
 namespace tolvane::desktop {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/screens/window/MainView.h"
-#include "desktop/parts/ListModel.h"
+#include "desktop/lists/ListModel.h"
 
 namespace tolvane::desktop {
 

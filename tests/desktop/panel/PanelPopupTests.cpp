@@ -5,11 +5,11 @@
 #include <QCheckBox>
 #include <QPushButton>
 
+#include "desktop/lists/ValueRows.h"
 #include "desktop/panel/Hairline.h"
 #include "desktop/panel/PanelPlace.h"
 #include "desktop/panel/PanelPopup.h"
 #include "desktop/parts/ParagraphLabel.h"
-#include "desktop/parts/ValueRows.h"
 #include "desktop/program/DesktopWindows.h"
 #include "tests/desktop/Find.h"
 #include "tests/desktop/Pointer.h"

@@ -7,8 +7,8 @@
 
 #include "desktop/look/Paragraph.h"
 #include "desktop/look/TextLine.h"
+#include "desktop/machine/Gauge.h"
 #include "desktop/parts/ElidedLabel.h"
-#include "desktop/parts/Gauge.h"
 #include "desktop/parts/ParagraphLabel.h"
 #include "desktop/parts/QuestionDialog.h"
 #include "desktop/parts/SegmentedPicker.h"

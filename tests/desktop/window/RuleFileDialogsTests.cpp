@@ -11,7 +11,7 @@
 
 #include "core/rules/RuleFile.h"
 #include "desktop/look/QtText.h"
-#include "desktop/parts/AlertDialog.h"
+#include "desktop/window/AlertDialog.h"
 #include "desktop/window/MainWindow.h"
 #include "tests/desktop/Pointer.h"
 #include "tests/desktop/SampleScene.h"

@@ -1,4 +1,4 @@
-#include "desktop/parts/RowTree.h"
+#include "desktop/lists/RowTree.h"
 
 #include <QAccessible>
 #include <QClipboard>

@@ -4,10 +4,10 @@
 
 #include "app/screens/CPUSummary.h"
 #include "desktop/charts/LoadChart.h"
+#include "desktop/lists/ValueRows.h"
 #include "desktop/look/Look.h"
-#include "desktop/parts/Headline.h"
+#include "desktop/machine/Headline.h"
 #include "desktop/parts/ParagraphLabel.h"
-#include "desktop/parts/ValueRows.h"
 
 namespace tolvane::desktop {
 

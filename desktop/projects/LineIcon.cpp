@@ -1,4 +1,4 @@
-#include "desktop/parts/LineIcon.h"
+#include "desktop/projects/LineIcon.h"
 
 #include <QPainter>
 

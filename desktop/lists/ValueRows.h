@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "app/screens/MemorySummary.h"
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 namespace tolvane::desktop {
 

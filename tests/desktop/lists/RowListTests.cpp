@@ -1,12 +1,12 @@
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 
 #include "desktop/history/HolderRows.h"
+#include "desktop/lists/ValueRows.h"
 #include "desktop/panel/PanelRows.h"
-#include "desktop/parts/ValueRows.h"
 #include "desktop/stats/RuleBars.h"
 #include "tests/desktop/SampleScene.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/parts/Headline.h"
+#include "desktop/machine/Headline.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "desktop/parts/AlertDialog.h"
+#include "desktop/window/AlertDialog.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -1,4 +1,4 @@
-#include "desktop/parts/Gauge.h"
+#include "desktop/machine/Gauge.h"
 
 #include <QPainter>
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "desktop/parts/Tag.h"
+#include "desktop/rules/Tag.h"
 
 #include <QPainter>
 

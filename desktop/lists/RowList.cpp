@@ -1,14 +1,14 @@
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
 
+#include "desktop/lists/RowListAccessible.h"
 #include "desktop/look/StyleControls.h"
 #include "desktop/look/TextLine.h"
 #include "desktop/look/Tip.h"
-#include "desktop/parts/RowListAccessible.h"
 
 namespace tolvane::desktop {
 

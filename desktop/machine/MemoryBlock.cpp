@@ -1,9 +1,9 @@
-#include "desktop/parts/MemoryBlock.h"
+#include "desktop/machine/MemoryBlock.h"
 
 #include <QVBoxLayout>
 
 #include "desktop/look/QtText.h"
-#include "desktop/parts/LevelColours.h"
+#include "desktop/machine/LevelColours.h"
 
 namespace tolvane::desktop {
 

@@ -1,8 +1,8 @@
-#include "desktop/parts/RowListAccessible.h"
+#include "desktop/lists/RowListAccessible.h"
 
 #include <algorithm>
 
-#include "desktop/parts/RowList.h"
+#include "desktop/lists/RowList.h"
 
 namespace tolvane::desktop {
 

@@ -3,10 +3,10 @@
 #include <QWidget>
 
 #include "app/screens/MemorySummary.h"
+#include "desktop/lists/ValueRows.h"
 #include "desktop/look/Look.h"
-#include "desktop/parts/Gauge.h"
-#include "desktop/parts/Headline.h"
-#include "desktop/parts/ValueRows.h"
+#include "desktop/machine/Gauge.h"
+#include "desktop/machine/Headline.h"
 
 namespace tolvane::desktop {
 

@@ -1,4 +1,4 @@
-#include "desktop/parts/ValueRows.h"
+#include "desktop/lists/ValueRows.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "desktop/parts/CPUBlock.h"
+#include "desktop/machine/CPUBlock.h"
 
 #include <QVBoxLayout>
 

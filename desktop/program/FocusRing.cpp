@@ -1,4 +1,4 @@
-#include "desktop/parts/FocusRing.h"
+#include "desktop/program/FocusRing.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
