@@ -113,7 +113,7 @@ TEST_F(SuggestionsPageTest, theMainButtonBearsItsLabelAndActs) {
     EXPECT_EQ(page->subtitle(), QStringLiteral("1 GB in 1 suggestion"));
 }
 
-TEST_F(SuggestionsPageTest, whatDoesNotComeOffIsSaidUntilTheNextDeed) {
+TEST_F(SuggestionsPageTest, whatDoesNotComeOffIsSaidUntilTheNextAct) {
     EXPECT_FALSE(widgetNamed<NoticeBar>(*page, "notice").isVisible());
     auto* menu = (openContextMenu(row(1)), openMenu());
     ASSERT_NE(menu, nullptr);
