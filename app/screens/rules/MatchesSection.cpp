@@ -23,8 +23,8 @@ MatchesSection MatchesSection::of(const RuleStatus& status, Date now, std::strin
     return list;
 }
 
-void MatchesSection::addLastOutcomes(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity,
-                              Date now, std::string_view locale) {
+void MatchesSection::addLastOutcomes(const Rule& rule, const RuleStatus& status,
+                                     const std::vector<ActivityEntry>& activity, Date now, std::string_view locale) {
     for (std::size_t number = 0; number < rows.size(); ++number) {
         const auto& key = status.matches[number].subjectKey;
         for (const auto& entry : activity) {

@@ -36,8 +36,8 @@ struct MatchesSection {
 
     static MatchesSection of(const RuleStatus& status, Date now, std::string_view locale);
     /// Adds to each row what the rule did to it within the cool-down. `activity` is newest first.
-    void addLastOutcomes(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity, Date now,
-                  std::string_view locale);
+    void addLastOutcomes(const Rule& rule, const RuleStatus& status, const std::vector<ActivityEntry>& activity,
+                         Date now, std::string_view locale);
 
     bool operator==(const MatchesSection&) const = default;
 };
