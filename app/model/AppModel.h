@@ -129,6 +129,8 @@ public:
     std::uint32_t uid() const;
     /// False where the session does not report which application is in front.
     bool knowsFrontmost() const;
+    /// False on a host without notifications, where `notify` must not be called.
+    bool canNotify() const;
     /// Reads the ports of one process at a time. The model outlives it.
     PortLookup portLookup() const;
 

@@ -24,6 +24,8 @@ std::uint32_t AppModel::uid() const { return host().uid; }
 
 bool AppModel::knowsFrontmost() const { return host().frontmost->canTell(); }
 
+bool AppModel::canNotify() const { return host().notifications != nullptr; }
+
 PortLookup AppModel::portLookup() const { return {host(), d_->background.of(BackgroundJobs::Kind::portLookUps)}; }
 
 }  // namespace tolvane

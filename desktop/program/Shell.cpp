@@ -90,7 +90,7 @@ void Shell::letGo() {
 
 /// Once for good: who has read it knows.
 void Shell::tellWhereItWent() {
-    if (state_.flag(toldKey, false)) return;
+    if (state_.flag(toldKey, false) || !model_.canNotify()) return;
     state_.set(toldKey, true);
     model_.notify(std::string(WindowLife::unseenTitle), std::string(WindowLife::unseenText), std::nullopt);
 }
