@@ -15,7 +15,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int rowHeight = 30;
-/// Between a figure and the words behind it.
+/// Gap between a number and the text after it.
 constexpr int afterFigures = 16;
 
 ActivityColumn columnOf(int number) { return activityColumns[static_cast<std::size_t>(number)].column; }

@@ -15,11 +15,11 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    /// The tooltip tells what the cell had no room for.
+    /// The tooltip shows what the cell had no room for.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
-    /// Where the text of a column stands: one that follows a column of figures keeps its distance from them.
+    /// Where the text of a column stands: text after a column of numbers keeps its distance from them.
     static QRect cellText(QRect cell, int column, Qt::LayoutDirection direction);
 
 private:

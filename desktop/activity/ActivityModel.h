@@ -37,7 +37,7 @@ private:
     const ActivityView& view_;
     /// Counted from the log's end, the last entry being 1: so a row means the same entry while the log grows.
     std::vector<std::uint32_t> rows_;
-    /// Of the entries that `rows_` begins and ends with.
+    /// Ids of the first and last entry in `rows_`.
     std::optional<UUID> first_, last_;
 };
 

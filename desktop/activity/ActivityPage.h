@@ -18,7 +18,7 @@ namespace tolvane::desktop {
 
 class EmptyState;
 
-/// The activity screen: the log as a table, or a word on why there is none.
+/// The activity screen: the log as a table, or a message that says why it is empty.
 class ActivityPage : public Page {
     Q_OBJECT
 

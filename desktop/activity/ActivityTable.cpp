@@ -15,7 +15,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int leastTextWidth = 110;
-/// Of what the other columns leave, for who it happened to; the rest is the rule's.
+/// The subject's share of the width that the other columns leave; the rule column gets the rest.
 constexpr double subjectShare = 0.4;
 constexpr int widest = 900;
 

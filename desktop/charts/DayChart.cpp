@@ -23,12 +23,12 @@ namespace {
 constexpr int plotHeight = 96;
 constexpr int figureGap = 8;
 constexpr int labelGap = 5;
-/// Of the room for a day.
+/// Share of a day's room.
 constexpr double barShare = 0.33, closeShare = 0.6;
 /// From this many on, bars stand closer.
 constexpr std::size_t manyDays = 15;
 constexpr int labelDistance = 14;
-/// Of the colour's strength, for days that are not selected.
+/// Opacity of days that are not selected.
 constexpr double quietShare = 0.7;
 
 }  // namespace
@@ -66,7 +66,7 @@ void DayChart::show(const QString& title, const std::vector<StatsDay>& days, con
     update();
 }
 
-/// For who cannot see the bars.
+/// What screen readers say of the bars.
 QString DayChart::daysWithFigures() const {
     QStringList parts;
     for (const auto& each : days_) {
@@ -135,7 +135,7 @@ int DayChart::axisWidth() const {
     return width + figureGap;
 }
 
-/// The line above the plot is the selected day's figure's.
+/// The line above the plot holds the selected day's value.
 QRect DayChart::plotRect() const { return {axisWidth(), lineHeight(), width() - axisWidth(), plotHeight}; }
 
 QSize DayChart::sizeHint() const { return {Sizes::inspectorMost, 2 * lineHeight() + plotHeight + labelGap}; }

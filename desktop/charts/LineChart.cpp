@@ -18,7 +18,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr double areaOpacity = 0.35;
-/// A chart that is lower names its highest figure alone.
+/// A chart that is lower labels its highest value alone.
 constexpr int twoFiguresFrom = 56;
 constexpr int figureGap = 8;
 constexpr QLatin1String usualFigure("2,000 MB");
@@ -96,7 +96,7 @@ QString LineChart::figure(double value) const {
     return qtText(Format::decimal(value, 0, 1, locale_) + ' ' + shown_.unit);
 }
 
-/// For who cannot see the lines: their axes, and where they end.
+/// What screen readers say of the lines: their axes, and where they end.
 QString LineChart::latestFigures() const {
     QStringList parts;
     for (const auto& each : shown_.series) {
@@ -111,7 +111,7 @@ QString LineChart::latestFigures() const {
     return before + parts.join(QStringLiteral(", "));
 }
 
-/// Charts one below the other line up unless one of them has unusually long figures.
+/// Charts one below the other line up unless one of them has unusually long values.
 int LineChart::labelWidth() const {
     const QFontMetrics metrics(look_.fonts().figures(TextRole::caption));
     return std::max(metrics.horizontalAdvance(figure(top_)), metrics.horizontalAdvance(usualFigure)) + figureGap;
@@ -125,7 +125,7 @@ QSize LineChart::sizeHint() const {
     return {Sizes::inspectorLeast, half + plotHeight_ + timesGap + line + (hasLegend() ? legendGap + line : 0)};
 }
 
-/// The highest figure stands in the middle of its line, so there is air above.
+/// The highest value stands in the middle of its line, so there is air above.
 QRect LineChart::plotRect() const { return {0, captionHeight() / 2, width() - labelWidth(), plotHeight_}; }
 
 void LineChart::place() { plot_->setGeometry(plotRect()); }

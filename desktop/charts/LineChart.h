@@ -10,7 +10,7 @@ class QCustomPlot;
 
 namespace tolvane::desktop {
 
-/// A small chart of figures over time: the first series as an area, others as lines; round figures at the right edge,
+/// A small chart of values over time: the first series as an area, others as lines; round values at the right edge,
 /// times below, a legend where there are several series. Not mirrored: time runs to the right.
 class LineChart : public QWidget {
     Q_OBJECT

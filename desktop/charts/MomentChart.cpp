@@ -53,7 +53,7 @@ std::optional<double> valueAt(const HistoryChart& chart, const HistorySeries& se
     return std::isnan(value) ? std::nullopt : std::optional(value);
 }
 
-/// "Time, GB, Kind: Used, Compressed, Swap; ", for who cannot see them.
+/// "Time, GB, Kind: Used, Compressed, Swap; ", for screen readers.
 QString axesOf(const HistoryChart& chart) {
     QStringList names;
     for (const auto& series : chart.series) names << qtText(series.name);

@@ -12,7 +12,7 @@ class QCPGraph;
 
 namespace tolvane::desktop {
 
-/// Figures of many moments over time, bands where memory was tight behind them, and a rule at the moment that is
+/// Values of many moments over time, bands where memory was tight behind them, and a rule at the moment that is
 /// looked at. A click, a drag or the arrow keys choose another one. Not mirrored: time runs to the right.
 class MomentChart : public QWidget {
     Q_OBJECT

@@ -12,7 +12,7 @@ class QBoxLayout;
 
 namespace tolvane::desktop {
 
-/// What stood out at one moment: its words, who held most, who grew most, what rules did.
+/// What stood out at one moment: a summary, the largest processes, those that grew most, and what rules did.
 class MomentPane : public QWidget {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr auto roleProperty = "spokenRole";
 
-/// The name may come at any time, so the role is told when it is asked for.
+/// The name may come at any time, so the role follows from it when it is asked for.
 class PlainWidget : public QAccessibleWidget {
 public:
     explicit PlainWidget(QWidget* widget) : QAccessibleWidget(widget) {}
@@ -49,7 +49,7 @@ public:
     explicit SplitterHandle(QWidget* handle) : QAccessibleWidget(handle, QAccessible::Separator) {}
 };
 
-/// The toolkit tells what is chosen and leaves what it is chosen for to a label of its own kind.
+/// The toolkit's name for a picker is its choice alone; add what the choice is for.
 class Picker : public QAccessibleWidget {
 public:
     explicit Picker(QComboBox& picker) : QAccessibleWidget(&picker, QAccessible::ComboBox), picker_(picker) {}
@@ -61,7 +61,7 @@ public:
         return name.isEmpty() ? picker_.currentText() : name + QStringLiteral(": ") + picker_.currentText();
     }
     QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
-    /// The list of choices keeps whoever opens it waiting.
+    /// Opening the list of choices blocks, so it is queued.
     void doAction(const QString& /*action*/) override {
         QMetaObject::invokeMethod(&picker_, &QComboBox::showPopup, Qt::QueuedConnection);
     }

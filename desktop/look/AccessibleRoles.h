@@ -10,7 +10,7 @@ namespace tolvane::desktop {
 /// it was made; a second time changes nothing.
 void installAccessibleRoles();
 
-/// For a widget that is drawn as a whole and is no text: its role. Parts within it are not told of.
+/// Sets the role of a widget that is drawn as a whole and is no text. Hides the parts within it.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 }  // namespace tolvane::desktop

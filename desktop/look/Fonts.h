@@ -18,13 +18,13 @@ public:
 
     QFont font(TextRole role) const;
     QFont font(TextRole role, QFont::Weight weight) const;
-    /// All digits equally wide: for figures, times, axis labels, tags and badges.
+    /// All digits equally wide: for numbers, times, axis labels, tags and badges.
     QFont figures(TextRole role) const;
     QFont figures(TextRole role, QFont::Weight weight) const;
     /// For command lines.
     QFont fixed() const;
 
-    /// Of one line of that text, in device-independent pixels.
+    /// Height of one line of that text, in device-independent pixels.
     int lineHeight(TextRole role) const;
     /// The larger of `least` and a line of the role with `padding` around.
     int height(TextRole role, int least, int padding = 8) const;

@@ -32,7 +32,7 @@ void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow,
     painter.restore();
 }
 
-/// Heads of figures stand right in both directions.
+/// Heads of number columns stand right in both directions.
 Qt::Alignment headAlignment(const QStyleOptionHeader& option) {
     return option.textAlignment.testFlag(Qt::AlignRight) ? Qt::Alignment(Qt::AlignRight)
                                                          : mirrored(option.direction, Qt::AlignLeft);

@@ -9,7 +9,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// Of the usual character; a longer text is broken.
+/// Measured in characters of average width; a longer line is broken.
 constexpr int mostCharacters = 80;
 constexpr int mostLines = 36;
 

@@ -158,7 +158,7 @@ inline constexpr int step = 4;
 inline constexpr int gap = 8;
 inline constexpr int wideGap = 12;
 inline constexpr int inspectorMargin = 16;
-/// Between rows of figures.
+/// Between rows of values.
 inline constexpr int rowSpacing = 3, wideRowSpacing = 4;
 /// Page margin, and the line that titles, headings and first table texts share.
 inline constexpr int margin = 28;
@@ -199,9 +199,9 @@ inline constexpr int windowLeastWidth = 900, windowLeastHeight = 480;
 inline constexpr int rowInset = 6;
 inline constexpr int sidebarInset = 8;
 inline constexpr int treeIndent = 16;
-/// Column heads and figures stand this far apart.
+/// Column heads and values stand this far apart.
 inline constexpr int columnGap = 8;
-/// Right of the last figure, so that the scroll bar covers none.
+/// Right of the last value, so that the scroll bar covers none.
 inline constexpr int tableTrailing = 17;
 inline constexpr int scrollThumb = 6, scrollThumbHover = 10, scrollSpace = 14;
 

@@ -55,7 +55,7 @@ bool isControl(const QWidget* widget) {
            qobject_cast<const QComboBox*>(widget);
 }
 
-/// A view that scrolls both ways keeps its figures clear of the bars.
+/// A view that scrolls both ways keeps its values clear of the bars.
 bool keepsClearOfBars(const QWidget* bar) {
     for (const auto* each = bar; each; each = each->parentWidget()) {
         if (qobject_cast<const QAbstractScrollArea*>(each)) return each->property("clearOfBars").toBool();

@@ -11,7 +11,7 @@
 
 namespace tolvane::desktop {
 
-/// How busy the machine is: headline, the last hour, figures.
+/// How busy the machine is: headline, the last hour, values.
 class CPUBlock : public QWidget {
     Q_OBJECT
 

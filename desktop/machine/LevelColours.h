@@ -7,7 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// How a level of memory pressure is coloured. A word always stands beside it.
+/// How a level of memory pressure is coloured. A label always stands beside it.
 struct LevelColours {
     QColor fill;
     /// Invalid where the fill needs none.

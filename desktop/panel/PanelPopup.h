@@ -20,7 +20,7 @@ public:
     /// `model` and `look` outlive the panel. `locale` is an ICU identifier.
     PanelPopup(AppModel& model, const Look& look, std::string locale);
 
-    /// Opens beside the icon, or closes when it is open. `icon` is invalid where the host does not tell.
+    /// Opens beside the icon, or closes when it is open. `icon` is invalid where the host does not report it.
     void toggle(QRect icon);
     void openAt(QRect icon);
     PanelContents& view() const { return *view_; }

@@ -10,7 +10,7 @@ namespace tolvane::desktop {
 
 /// One row of a list in the panel.
 struct PanelRow {
-    /// Of an application; none for what has a line icon.
+    /// The application whose icon stands before the row; empty for a line icon.
     std::optional<std::string> appPath;
     QString title;
     /// Quiet, below the title; empty for rows of one line.

@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// One line of plain text that gives way when there is too little room, and then tells the whole in its tooltip.
+/// One line of plain text that gives way when there is too little room, and then shows the whole in its tooltip.
 class ElidedLabel : public QWidget {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// A word in accent that does something; underlined under the pointer and with the keyboard's focus.
+/// A text in accent that does something; underlined under the pointer and with the keyboard's focus.
 class LinkButton : public QAbstractButton {
     Q_OBJECT
 

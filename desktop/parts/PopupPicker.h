@@ -8,7 +8,7 @@
 
 namespace tolvane::desktop {
 
-/// One of many choices, in a button that opens a menu. `activated` tells what the user chose. The wheel scrolls the
+/// One of many choices, in a button that opens a menu. `activated` reports what the user chose. The wheel scrolls the
 /// page around it instead of changing the choice.
 class PopupPicker : public QComboBox {
     Q_OBJECT

@@ -15,7 +15,7 @@ class QuestionDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// `look` outlives the dialog. Shows itself, modal to the window of `parent`; `accepted` tells of a yes.
+    /// `look` outlives the dialog. Shows itself, modal to the window of `parent`; `accepted` reports a yes.
     /// `note` stands below the message.
     static QuestionDialog* ask(const Look& look, const Question& question, QWidget* parent, const QString& note = {});
 

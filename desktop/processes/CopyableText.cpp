@@ -10,7 +10,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int mostLines = 10;
-/// A command line may be megabytes long; nobody reads that, and laying it out would hold the window up.
+/// A command line may be megabytes long; laying it out would block the window.
 constexpr int mostCharacters = 20'000;
 
 }  // namespace

@@ -36,7 +36,7 @@ public:
     void setDisclosedIds(std::set<std::string> ids) { expandedIds_ = std::move(ids); }
 
     void setSorting(int column, bool ascending);
-    /// What the tooltip of a name tells beside it.
+    /// What the tooltip of a name adds to it.
     void setRemark(RowRemark remark) { delegate_->setRemark(std::move(remark)); }
 
     /// Rows stay where they are until as many calls with false came as with true.
@@ -79,7 +79,7 @@ private:
     int sortedColumn_ = -1;
     Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
     std::map<int, int> chosenWidths_;
-    /// Columns that met a figure wider than their sample.
+    /// Columns that drew a value wider than their sample.
     std::map<int, int> grownWidths_;
 };
 

@@ -13,7 +13,7 @@ namespace tolvane::desktop {
 
 class ProcessTableModel;
 
-/// What more there is to tell of a line; empty for nothing.
+/// What the tooltip adds about a row; empty for nothing.
 using RowRemark = std::function<std::string(const TableRow&)>;
 
 /// How much of a line's second text stands behind its title.
@@ -33,19 +33,19 @@ class ProcessTableDelegate : public QAbstractItemDelegate {
 public:
     ProcessTableDelegate(const Look& look, const ProcessTableModel& model, QObject* parent);
 
-    /// The column that the table is ordered by; its figures speak up.
+    /// The column that the table is ordered by; its values are drawn in full contrast.
     void setSortedColumn(int column) { sortedColumn_ = column; }
     /// Part of the names' tooltips.
     void setRemark(RowRemark remark) { remark_ = std::move(remark); }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    /// The tooltip tells what the cell had no room for, and the remark.
+    /// The tooltip shows what the cell had no room for, and the remark.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
 signals:
-    /// A figure was drawn that its column is too narrow for.
+    /// A value was drawn that is too wide for its column.
     void tooNarrow(int column, int width) const;
 
 private:

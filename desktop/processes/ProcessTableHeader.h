@@ -5,7 +5,7 @@
 
 namespace tolvane::desktop {
 
-/// Heads of a table whose figures are anchored to its far edge: the near edge of a column can be dragged, and the
+/// Heads of a table whose values are anchored to its far edge: the near edge of a column can be dragged, and the
 /// first column takes or gives the room. A click sorts, a double click on an edge gives a column its own width back.
 class ProcessTableHeader : public QHeaderView {
     Q_OBJECT

@@ -84,7 +84,7 @@ ProcessTableModel::ProcessTableModel(CellText cellText, QObject* parent)
 
 ProcessTableModel::~ProcessTableModel() = default;
 
-/// The list of before stays until the last node has let go of it: views ask for rows while they are told of changes.
+/// Keep the previous list until no node points into it: views ask for rows while they handle change signals.
 void ProcessTableModel::show(std::vector<TableRow> lines) {
     const auto before = std::exchange(lines_, std::move(lines));
     update(*root_, lines_);
@@ -150,7 +150,7 @@ void ProcessTableModel::insertNew(Node& parent, const std::vector<TableRow>& lin
     }
 }
 
-/// Every row is told of as changed: what stands in it may count from now, as "unused for" does.
+/// Emit dataChanged for every row: relative times such as "unused for" change each tick.
 void ProcessTableModel::updateChildren(Node& parent, const std::vector<TableRow>& lines) {
     for (std::size_t row = 0; row < lines.size(); ++row) {
         auto& child = *parent.children[row];

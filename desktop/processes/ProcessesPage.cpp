@@ -129,7 +129,7 @@ void ProcessesPage::connectControls() {
     connect(tree_, &ProcessTable::headClicked, this, &ProcessesPage::sortByColumn);
     connect(tree_, &ProcessTable::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
     connect(tree_, &ProcessTable::selectedIdsChanged, this, [this] { model_.selectRows(tree_->selectedIds()); });
-    // Ten of one name are told apart by what they run.
+    // The command line tells ten processes of one name apart.
     tree_->setRemark([this](const TableRow& line) {
         const auto* row = RowProcesses::own(line, model_.snapshot->rows);
         return row ? row->sample.commandLine() : std::string();
@@ -173,7 +173,7 @@ void ProcessesPage::draw() {
     showInspector();
 }
 
-/// Of what the table shows, also while it holds its rows still.
+/// The selection among the rows that the table shows, also while it holds them still.
 std::vector<TableRow> ProcessesPage::shownSelection() const { return view_.selected(tree_->tableModel().lines()); }
 
 void ProcessesPage::showInspector() {
@@ -234,7 +234,7 @@ void ProcessesPage::carryOut(ProcessAction action) {
     if (!selected.empty()) chosen(action, selected, {});
 }
 
-/// Whoever takes over the number of a process while the question is open is not meant.
+/// The question fixes what it acts on: a process that reuses a pid while it is open is left alone.
 void ProcessesPage::askForceQuit(const std::vector<TableRow>& lines) {
     std::set<std::string> ids;
     for (const auto& line : lines) ids.insert(line.id);

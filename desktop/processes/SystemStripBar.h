@@ -12,7 +12,7 @@ class QBoxLayout;
 
 namespace tolvane::desktop {
 
-/// The figures of the machine below the processes table: two halves side by side, stacked where there is too little
+/// The machine's values below the processes table: two halves side by side, stacked where there is too little
 /// room, scrolled where there is too little height.
 class SystemStripBar : public QScrollArea {
     Q_OBJECT

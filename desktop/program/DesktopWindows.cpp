@@ -76,7 +76,7 @@ void DesktopWindows::watch(QWindow& window) {
     });
 }
 
-/// The toolkit tells of a change before it has taken place; and several come at once.
+/// The toolkit reports a change before it has taken place, and several come at once.
 void DesktopWindows::tellLater() {
     if (waiting_) return;
     waiting_ = true;

@@ -15,13 +15,13 @@ class QWindow;
 namespace tolvane::desktop {
 
 /// Which windows of the program can be seen, as the toolkit knows it: it hears of minimised and hidden windows alone.
-/// Where the host tells of covers, a window that others cover altogether is not seen either. Lives as long as the
+/// Where the host reports covers, a window that others cover altogether is not seen either. Lives as long as the
 /// application object.
 class DesktopWindows : public QObject, public Windows {
     Q_OBJECT
 
 public:
-    /// `covers` outlives this; null where nobody tells of them.
+    /// `covers` outlives this; null where the host does not report them.
     explicit DesktopWindows(WindowCovers* covers = nullptr);
 
     bool anyVisible() const override;

@@ -14,7 +14,7 @@ namespace {
 /// A broken connection is heard of on two of the toolkit's threads, and either ends the process: neither may before it
 /// is done. The act itself may report one again.
 std::recursive_mutex doing;
-/// The only state that the end of the process can reach; null while there is nothing to do. Of who holds `doing`.
+/// The only state that the end of the process can reach; null while there is nothing to do. Guarded by `doing`.
 const std::function<void()>* present = nullptr;
 
 void doIt() {
@@ -27,7 +27,7 @@ void expect(const std::function<void()>* act) {
     present = act;
 }
 
-/// Whoever heard the toolkit's messages before.
+/// The message handler that was installed before ours.
 std::atomic<QtMessageHandler> passOn = nullptr;
 
 void hear(QtMsgType type, const QMessageLogContext& where, const QString& message) {

@@ -30,7 +30,7 @@ struct Invocation {
 
     /// The folder to render into; empty for a run with windows.
     QString picturesFolder(const Preferences& preferences) const;
-    /// One line for each word that means nothing.
+    /// One line for each argument that means nothing.
     std::vector<std::string> complaints() const;
 
     /// Keys of preferences that the command line can set.

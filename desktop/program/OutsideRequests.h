@@ -15,7 +15,7 @@ namespace tolvane::desktop {
 /// only to be seen. Main thread; ends before the model.
 class OutsideRequests {
 public:
-    /// `bringForward` shows the main window before all others, opening it when need be; `isShown` tells whether it
+    /// `bringForward` shows the main window before all others, opening it when need be; `isShown` says whether it
     /// stands open.
     struct Window {
         std::function<void()> bringForward;
@@ -24,7 +24,7 @@ public:
 
     OutsideRequests(AppModel& model, Notifications& notifications, Window window);
 
-    /// Imports rule files. What came of it is shown in the window where that is open, else told in a notification.
+    /// Imports rule files. Shows the result in the window where that is open, else in a notification.
     void openFiles(const std::vector<std::string>& files);
     /// Shows the section of that name; without one, or with a name that is none, only the window comes forward.
     void show(const std::optional<std::string>& section);

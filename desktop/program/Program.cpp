@@ -61,7 +61,7 @@ OutsideRequests& Program::answer(const std::vector<std::string>& files) {
     const auto isShown = [this] { return shell_ && shell_->isWindowShown(); };
     outside_ = std::make_unique<OutsideRequests>(
         model_, *host_.notifications, OutsideRequests::Window{.bringForward = bringForward, .isShown = isShown});
-    // What comes of it is told in the window, also when the file is why the program was started.
+    // The window shows the result, also when the file is why the program was started.
     handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) {
         show(true);
         outside_->openFiles(paths);

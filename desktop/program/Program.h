@@ -39,7 +39,7 @@ public:
 
     /// Draws every screen into the folder, and ends the application.
     void draw(const QString& folder);
-    /// Opens what a user sees, once. `isReachable` tells whether another start would bring the window back. A program
+    /// Opens what a user sees, once. `isReachable` says whether another start would bring the window back. A program
     /// that the login started keeps its window closed where there is a tray to live in.
     Shell& show(bool isReachable, bool atLogin = false);
     /// Listens to the desktop from now on, and opens the files that the program was started with.

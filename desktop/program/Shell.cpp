@@ -75,7 +75,7 @@ void Shell::windowClosed() {
     }
 }
 
-/// A window must not go while it tells that it closes.
+/// A window must not be deleted while it emits that it closes.
 void Shell::letGoLater() { QMetaObject::invokeMethod(this, &Shell::letGo, Qt::QueuedConnection); }
 
 /// A closed window is not coming back soon, and what it is made of is most of the program's memory. One that was opened
@@ -88,7 +88,7 @@ void Shell::letGo() {
     emit windowGone();
 }
 
-/// Once for good: who has read it knows.
+/// Shown once ever: reading it once is enough.
 void Shell::tellWhereItWent() {
     if (state_.flag(toldKey, false) || !model_.canNotify()) return;
     state_.set(toldKey, true);

@@ -26,7 +26,7 @@ class Shell : public QObject {
     Q_OBJECT
 
 public:
-    /// All references outlive it. `secondStartOpens` tells whether another start reaches this one and brings the window
+    /// All references outlive it. `secondStartOpens` says whether another start reaches this one and brings the window
     /// back: without that and without a tray, closing the window quits.
     Shell(AppModel& model, Trays& trays, const Look& look, WindowState& state, std::vector<Screen> screens,
           bool secondStartOpens);

@@ -18,7 +18,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr Seconds demoWait{1}, realWait{8};
-/// Charts draw themselves a moment after they got their figures.
+/// Charts draw themselves a moment after they got their values.
 constexpr int turnsToSettle = 5;
 
 void settle() {

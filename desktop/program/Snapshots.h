@@ -43,12 +43,12 @@ private:
     std::vector<Screen> screens_;
     QString folder_;
     bool dark_;
-    /// Of the scheme that is being drawn.
+    /// The scheme that is being drawn.
     QString suffix_;
     std::function<void(bool)> done_;
     /// Pictures are of a window as new, whatever the user's own looks like.
     WindowState state_;
-    /// Seen from the start, so that figures are as fresh as a user would get them.
+    /// Seen from the start, so that values are as fresh as a user would get them.
     std::unique_ptr<MainWindow> window_;
     Subscription wait_;
 };

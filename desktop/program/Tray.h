@@ -30,7 +30,7 @@ public:
     void setWanted(bool wanted);
     /// There is an icon that the user can see.
     bool isShown() const { return wanted_ && trays_.present(); }
-    /// Where it is; invalid where the host does not tell.
+    /// Where it is; invalid where the host does not report it.
     QRect place() const;
     QMenu& menu() const { return *menu_; }
 

@@ -83,7 +83,7 @@ using linuxhost::SingleInstance;
 void copyText(const std::string& text) { QApplication::clipboard()->setText(qtText(text)); }
 bool drawsOnX11() { return QApplication::platformName() == QLatin1String("xcb"); }
 
-/// The session's bus tells a second start from the first.
+/// The session bus distinguishes a second start from the first.
 class Machine {
 public:
     explicit Machine(const Invocation& start)
@@ -153,14 +153,14 @@ void choosePlatform(bool headless, const std::optional<QTemporaryDir>& scratch) 
     }
 }
 
-/// Words are English; figures follow the user's region.
+/// Texts are English; numbers follow the user's region.
 std::string systemLocale() {
     const auto name = QLocale::system().name();
     return name == QLatin1String("C") ? "en_US" : utf8(name);
 }
 
-/// Two copies on one folder would overwrite each other's files and act twice; where nothing else tells a second copy,
-/// its folder does.
+/// Two copies on one folder would overwrite each other's files and act twice; where nothing else reveals a
+/// second copy, its folder does.
 std::optional<int> statusOfSecondCopy(const FolderLock& lock, const std::string& folder) {
     if (!lock.isAnothers()) return std::nullopt;
     std::fprintf(stderr, "tolvane: another copy is running on %s\n", folder.c_str());

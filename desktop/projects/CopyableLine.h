@@ -6,8 +6,8 @@
 
 namespace tolvane::desktop {
 
-/// One line of words to be selected and copied, such as a command. While nobody is in it, a line that is too long is
-/// cut in its middle; whoever enters it finds the whole. Nothing can be typed.
+/// One read-only line of text to select and copy, such as a command. Without the focus, a line that is too long is cut
+/// in its middle; with the focus it is whole.
 class CopyableLine : public QLineEdit {
     Q_OBJECT
 

@@ -7,7 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// A figure under its title, both at the far edge; as wide as the widest that it is usually to hold, so that columns
+/// A number under its title, both at the far edge; as wide as the widest that it is usually to hold, so that columns
 /// of several rows stand below each other.
 class NumberColumn : public QWidget {
     Q_OBJECT

@@ -87,7 +87,7 @@ void ProjectRowPane::buildRow() {
     row->addWidget(more_, 0, Qt::AlignVCenter);
 }
 
-/// Large text has its figures below, so that the words keep their room.
+/// Large text puts the numbers below, so that the titles keep their room.
 void ProjectRowPane::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     int others = figuresGap + park_->width() + more_->width() + buttonsGap;

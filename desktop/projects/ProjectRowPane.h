@@ -16,7 +16,7 @@ class QPushButton;
 
 namespace tolvane::desktop {
 
-/// One running project with its figures and its controls.
+/// One running project with its numbers and controls.
 class ProjectRowPane : public QWidget {
     Q_OBJECT
 

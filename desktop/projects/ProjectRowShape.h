@@ -18,7 +18,7 @@ inline void apply(QHBoxLayout& row) {
     row.setSpacing(0);
 }
 
-/// As narrow as its word, since every row has one.
+/// As narrow as its label, since every row has one.
 inline void apply(QPushButton& button, const Fonts& fonts) {
     constexpr int padding = 10;
     button.setFixedHeight(fonts.height(TextRole::body, buttonHeight));

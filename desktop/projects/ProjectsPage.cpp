@@ -100,7 +100,7 @@ void ProjectsPage::draw() {
     if (shown_.subtitle != subtitleBefore) emit subtitleChanged();
 }
 
-/// Whoever is about to press a button finds it where it was.
+/// Keep the order while the pointer or the focus is here, so that no button moves away from a click.
 void ProjectsPage::keepOrder(std::vector<ProjectRow>& rows) const {
     const auto* focused = window()->focusWidget();
     if (!running_.card->underMouse() && !(focused && running_.card->isAncestorOf(focused))) return;

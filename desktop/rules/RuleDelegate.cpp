@@ -21,7 +21,7 @@ constexpr int side = 10;
 constexpr int above = 9, below = 12;
 constexpr int lineGap = 2, tagGap = 6;
 
-/// A figure and its unit stay on one line.
+/// A number and its unit stay on one line.
 QString unbroken(QString text) {
     for (qsizetype at = 1; at + 1 < text.size(); ++at) {
         if (text[at] == QLatin1Char(' ') && text[at - 1].isDigit() && text[at + 1].isUpper()) text[at] = QChar::Nbsp;

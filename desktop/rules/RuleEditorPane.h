@@ -34,7 +34,7 @@ public:
 
     /// Opens the form of another rule, the text that is being typed into the one before is kept first.
     void open(const std::optional<UUID>& rule);
-    /// Shows what the rule and the machine are now, but for what is being typed.
+    /// Shows what the rule and the machine are now, except for what is being typed.
     void refresh();
     /// Null while no rule is open.
     RuleEditor* editor() const { return editor_.get(); }

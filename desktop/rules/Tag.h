@@ -8,7 +8,7 @@ namespace tolvane::desktop {
 
 enum class TagKind { plain, green, orange };
 
-/// A word on a pill. The word always says what the colour says.
+/// A label on a pill. The label always says what the colour says.
 namespace TagShape {
 
 QSize size(const Fonts& fonts, const QString& word);

@@ -20,7 +20,7 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// The stats screen: the big figure, a bar for each rule, a bar for each day, and what log-only rules would have freed.
+/// The stats screen: the big number, a bar for each rule, a bar for each day, and what log-only rules would have freed.
 /// Counts again when the log changes and when a day begins, while it can be seen.
 class StatsPage : public Page {
     Q_OBJECT

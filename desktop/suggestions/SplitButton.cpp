@@ -41,7 +41,7 @@ SplitButton::SplitButton(const Look& look, QWidget* parent) : QToolButton(parent
         menu_->setFont(look_.fonts().font(TextRole::body));
         emit opening(menu_);
     });
-    // What was chosen is told after the menu has gone.
+    // Emit the choice after the menu has gone.
     const auto end = [this] {
         endHover(*this);
         emit closed();

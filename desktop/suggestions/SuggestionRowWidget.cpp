@@ -80,7 +80,7 @@ void SuggestionRowWidget::buildLayout() {
     whole_->addLayout(means);
 }
 
-/// Large text has its figure and buttons below, so that the words keep their room.
+/// Large text puts the value and the buttons below, so that the text keeps its room.
 void SuggestionRowWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const int icon = iconSize() + Sizes::wideGap;

@@ -27,7 +27,7 @@ public:
 
     const SuggestionRow& row() const { return row_; }
     SplitButton& actionButton() const { return *action_; }
-    /// Rows of one list keep their figures in a column.
+    /// Rows of one list keep their values in a column.
     int buttonsWidth() const;
     void setButtonsWidth(int width);
 

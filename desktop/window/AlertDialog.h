@@ -11,7 +11,7 @@ class AlertDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// `look` outlives it. `dismiss` is the word on its button.
+    /// `look` outlives it. `dismiss` is the label of its button.
     AlertDialog(const Look& look, const QString& sentence, const QString& dismiss, QWidget* parent);
 };
 
