@@ -12,8 +12,8 @@
 
 namespace tolvane {
 
-/// What the detectors share while one list of suggestions is made: whom they may look at, who is claimed, and what was
-/// found. Refers to the scene and the advisor.
+/// State that the detectors share while one list of suggestions is made: the rows they may look at, the processes
+/// already claimed, and the findings. Refers to the scene and the advisor.
 class Advice {
 public:
     Advice(const AdviceScene& asked, const Advisor& tracks);
@@ -21,18 +21,18 @@ public:
     const AdviceScene& scene;
     const Advisor& advisor;
 
-    /// The user's own programs but for agents, their sessions and the application in front; in the world's order.
+    /// The user's own programs except agents, their sessions and the application in front; in the world's order.
     const RowList& eligible() const { return eligible_; }
-    /// Those of them outside applications.
+    /// The eligible rows outside applications.
     const RowList& loose() const { return loose_; }
 
     bool isClaimed(const ProcRow& row) const { return claimed_.contains(row.id()); }
-    /// Takes the finding and claims its processes, and one more. It is dropped whole when one of its processes is
-    /// claimed already or a finding has its id.
+    /// Adds the finding and claims its processes, plus `alsoClaim`. Drops the finding whole when one of its processes
+    /// is already claimed or another finding has its id.
     void add(Suggestion suggestion, std::optional<Pid> alsoClaim = std::nullopt);
-    /// Looks up at once on which ports these processes listen, as far as it was not asked before.
+    /// Looks up in one call which ports these processes listen on, skipping processes that were looked up before.
     void askPorts(RowSpan rows);
-    /// None for a process that was not asked for.
+    /// Empty for a process that was not looked up.
     const std::vector<int>& portsOf(const ProcRow& row) const;
 
     std::vector<Suggestion>& results() { return results_; }
@@ -47,10 +47,11 @@ private:
 
 }  // namespace tolvane
 
-/// Each looks for one kind of finding and adds what it finds. They run in this order, and who comes first claims.
+/// Each looks for one kind of finding and adds what it finds. They run in this order, and the first to claim a process
+/// keeps it.
 namespace tolvane::Detectors {
 
-/// Simulated devices that are left booted.
+/// Simulated devices left booted.
 void findSimulators(Advice& advice);
 /// Servers of projects whose terminal has gone.
 void findLeftRunning(Advice& advice);
@@ -58,9 +59,9 @@ void findLeftRunning(Advice& advice);
 void findGrowing(Advice& advice);
 /// Older copies of a server that runs more than once.
 void findDuplicates(Advice& advice);
-/// What keeps half a core or more busy behind the application in front.
+/// Background work that keeps half a core or more busy.
 void findBusy(Advice& advice);
-/// What sits unused and holds much.
+/// Applications and programs that sit unused and hold much memory.
 void findIdle(Advice& advice);
 
 }  // namespace tolvane::Detectors

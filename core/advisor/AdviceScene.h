@@ -14,16 +14,16 @@
 
 namespace tolvane {
 
-/// What advice is given on: one moment of the machine. Refers to its parts, which outlive it.
+/// The moment of the machine that advice is given for. Refers to its parts, which must outlive it.
 struct AdviceScene {
     const World& world;
     const SystemMemory& memory;
-    /// Of the reading.
+    /// Date of the reading.
     Date now;
-    /// TCP ports that processes listen on, under their pids. May be slow: asked last, for many at once, and once per
-    /// pid.
+    /// Looks up the TCP ports that processes listen on, by pid. May be slow: called last, for many pids at once, and
+    /// once per pid.
     std::function<std::map<Pid, std::vector<int>>(const std::vector<Pid>&)> ports;
-    /// Of all numbers and spans in the texts.
+    /// Locale of all numbers and durations in the texts.
     std::string_view locale;
     /// Processes that the service manager runs.
     const std::set<Pid>& managed;

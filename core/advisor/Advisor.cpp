@@ -8,9 +8,9 @@ namespace {
 
 constexpr Seconds spacing{300};
 constexpr std::uint64_t leastFootprint = 64ULL << 20;
-/// Twelve hours at the spacing.
+/// Twelve hours, at one point per `spacing`.
 constexpr std::size_t mostPoints = 144;
-/// Twelve intervals, one hour.
+/// Thirteen dates bound twelve intervals, which make one hour.
 constexpr std::size_t mostDates = 13;
 
 constexpr Seconds warmUp{1800};
@@ -26,14 +26,14 @@ constexpr double leastBusyCores = 0.5;
 constexpr int leastBusyIntervals = 3;
 constexpr double nanosPerSecond = 1e9;
 
-/// The process's own old track; none for a pid that another process has now.
+/// The process's own earlier track; nullptr when the pid belonged to another process.
 template <typename Track>
 Track* oldTrack(std::map<Pid, Track>& tracks, const ProcSample& sample) {
     const auto found = tracks.find(sample.pid);
     return found != tracks.end() && found->second.start == sample.startTime ? &found->second : nullptr;
 }
 
-/// Reorders `values`, of which there is at least one.
+/// Reorders `values`, which must not be empty.
 double median(std::vector<double>& values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::ranges::nth_element(values, middle);
@@ -48,7 +48,7 @@ double medianFootprint(std::span<const Advisor::Point> points) {
 }
 
 struct Slopes {
-    /// Bytes per hour, one for each pair.
+    /// Bytes per hour, one slope for each pair of points.
     std::vector<double> all;
     std::size_t rising = 0;
 };
@@ -68,7 +68,7 @@ Slopes pairwiseSlopes(std::span<const Advisor::Point> points) {
     return slopes;
 }
 
-/// Nanoseconds that the processes used from one date to the other.
+/// Nanoseconds that the processes used between the two dates.
 double timeBetween(std::span<const Advisor::CPUTrack* const> tracks, Date from, Date to) {
     double sum = 0;
     for (const auto* track : tracks) {

@@ -10,9 +10,9 @@ namespace tolvane::Detectors {
 
 namespace {
 
-/// An application that was used lately is allowed to work.
+/// An application used this recently is allowed to be busy.
 constexpr Seconds grace{900};
-/// Dates that a run of busy intervals needs at least.
+/// Three busy intervals need four dates.
 constexpr std::size_t leastDates = 4;
 
 void appendGroup(const ProcRow& row, std::string& text) {

@@ -10,7 +10,7 @@ namespace tolvane::Detectors {
 
 namespace {
 
-/// The very same command line in the same project.
+/// Copies have exactly the same command line in the same project.
 void appendCommand(const ProcRow& row, std::string& text) {
     text += row.project->view();
     text += '|';
@@ -20,7 +20,7 @@ void appendCommand(const ProcRow& row, std::string& text) {
     }
 }
 
-/// Copies that share a parent are one server's workers.
+/// Copies that share a parent are workers of one server.
 bool shareAParent(RowSpan rows) {
     return std::ranges::all_of(rows, [&](const ProcRow* row) { return row->sample.ppid == rows.front()->sample.ppid; });
 }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned megabyteShift = 20;
 constexpr std::int64_t limitStep = 512;
-/// Far above any rate, and still a whole number of bytes.
+/// Caps the rate before it becomes an integer; far above any real rate.
 constexpr double mostBytes = 1e18;
 
 std::optional<Advisor::Growth> growthOf(const ProcRow& row, const Advisor& advisor) {
@@ -20,7 +20,7 @@ std::optional<Advisor::Growth> growthOf(const ProcRow& row, const Advisor& advis
     return Advisor::growth(track->second.points, track->second.start);
 }
 
-/// The whole application, though it is one of its processes that grows.
+/// The whole application, even if only one of its processes grows.
 RowList groupOf(const ProcRow& row, const RowList& eligible) {
     if (!row.appID) return {&row};
     RowList group;
@@ -29,7 +29,7 @@ RowList groupOf(const ProcRow& row, const RowList& eligible) {
     return group;
 }
 
-/// The next step above today's size.
+/// The next multiple of `limitStep` above today's size.
 std::int64_t limitFor(std::uint64_t memory) {
     return static_cast<std::int64_t>(memory >> megabyteShift) / limitStep * limitStep + limitStep;
 }

@@ -12,7 +12,7 @@ constexpr std::uint64_t leastCompressed = 256ULL << 20U;
 constexpr Seconds leastIdleWhenTight{1800};
 constexpr std::int64_t ruleMinutesWhenTight = 30;
 
-/// A group counts as large from this part of physical memory on.
+/// A group is large when it holds at least 1/64 of physical memory.
 constexpr std::uint64_t largePart = 64;
 constexpr Seconds leastIdle{7200};
 constexpr std::int64_t ruleMinutes = 120;

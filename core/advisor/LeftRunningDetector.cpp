@@ -11,7 +11,7 @@ namespace {
 
 constexpr Seconds leastIdle{3600};
 constexpr std::int64_t ruleMinutes = 60;
-/// The parent of a process whose own one has gone.
+/// A process whose parent has ended gets this one as its parent.
 constexpr Pid adopter = 1;
 
 bool mayBeLeftRunning(const ProcRow& row, const AdviceScene& scene) {

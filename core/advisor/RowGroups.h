@@ -13,17 +13,17 @@ namespace tolvane {
 using RowList = std::vector<const ProcRow*>;
 using RowSpan = std::span<const ProcRow* const>;
 
-/// Rows folded by the text of a key. Refers to the rows. All keys stand in one text and all rows in one list: folding
-/// happens at every tick, and for ten thousand rows an allocation each would be most of its time.
+/// Rows grouped by the text of a key. Refers to the rows. All keys share one text and all rows one list: grouping
+/// happens at every tick, and with ten thousand rows one allocation per row would take most of the time.
 class RowGroups {
 public:
     struct Group {
         std::string_view key;
-        /// In the order of the list that was folded; at least one.
+        /// In the order of the grouped list; never empty.
         RowSpan rows;
     };
 
-    /// `appendKey` adds a row's key to a text.
+    /// `appendKey` appends a row's key to a text.
     template <typename AppendKey>
     RowGroups(RowSpan rows, const AppendKey& appendKey) {
         std::vector<std::size_t> ends;
@@ -37,7 +37,7 @@ public:
     RowGroups(const RowGroups&) = delete;
     RowGroups& operator=(const RowGroups&) = delete;
 
-    /// Those whose rows pass, by ascending key. Refers to this.
+    /// The groups whose rows pass, by ascending key. Refers to this object.
     template <typename Passes>
     std::vector<Group> sorted(const Passes& passes) const {
         std::vector<Group> found;
@@ -56,7 +56,7 @@ private:
     static void sort(std::vector<Group>& groups);
 
     std::string keys_;
-    /// By group.
+    /// The rows of each group stand together.
     RowList rows_;
     std::vector<Group> groups_;
 };

@@ -12,7 +12,8 @@ namespace {
 
 constexpr Seconds leastIdle{3600};
 
-/// The device's first process and all below it, whoever they are, as far as they are the user's own.
+/// The device's first process and everything below it, including programs of the system, but only the user's own
+/// processes.
 RowList membersOf(const ProcRow& first, const World& world, const ProcessTree& tree) {
     const auto below = tree.descendants(first.id());
     std::unordered_set<Pid> pids(below.begin(), below.end());

@@ -6,7 +6,7 @@ namespace tolvane::Simulators {
 
 namespace {
 
-/// Before the device's identifier in paths such as
+/// Precedes the device's identifier in paths such as
 ///
 ///     /Users/ada/Library/Developer/CoreSimulator/Devices/6F0E0C9A-…/data/var/run/launchd_bootstrap.plist
 constexpr std::string_view devicesFolder = "/CoreSimulator/Devices/";

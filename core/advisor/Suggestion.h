@@ -10,20 +10,20 @@
 
 namespace tolvane {
 
-/// Something that nobody named and that could be shut down.
+/// Something that the advisor found on its own and that could be shut down.
 struct Suggestion {
     enum class Kind { simulator, leftRunning, growing, duplicate, busy, idle };
 
-    /// Stable name of the finding.
+    /// Stable identifier of the finding.
     std::string id;
     Kind kind = Kind::idle;
     std::string title;
     std::optional<std::string> appPath;
-    /// What the action hits, ascending.
+    /// The processes that the action applies to, ascending.
     std::vector<Pid> pids;
-    /// Bytes to be won.
+    /// Bytes that the action could free.
     std::uint64_t memory = 0;
-    /// The sentence that says why.
+    /// The sentence that explains the finding.
     std::string evidence;
     RuleAction action = RuleAction::terminate;
     std::optional<Rule> rule;
