@@ -9,7 +9,7 @@ namespace tolvane::HistoryMath {
 namespace {
 
 constexpr Seconds leastAge{600.0};
-/// Swap below this is nobody's worry, however fast it grew.
+/// Less swap than this is not worth a warning, however fast it grew.
 constexpr std::int64_t leastSwap = 1'073'741'824;
 constexpr std::uint64_t leastGain = 52'428'800;
 constexpr std::size_t growersNamed = 3;
@@ -17,7 +17,7 @@ constexpr std::size_t growersNamed = 3;
 constexpr auto anyMoment = [](const Moment&) { return true; };
 constexpr auto withSwapIns = [](const Moment& moment) { return moment.swapIns.has_value(); };
 
-/// The moment whose age is nearest to the window's; of two as near the earlier in the list.
+/// The moment whose age is nearest to the window's length; of two equally near, the earlier in the list.
 template <typename Counts>
 const Moment* windowStart(std::span<const Moment> moments, Date now, Counts counts) {
     const Moment* nearest = nullptr;
@@ -33,7 +33,7 @@ const Moment* windowStart(std::span<const Moment> moments, Date now, Counts coun
     return nearest;
 }
 
-/// In modular arithmetic, which no figure of a damaged file can overflow.
+/// Modular arithmetic, so that no value from a damaged file overflows.
 std::int64_t difference(std::int64_t now, std::uint64_t before) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(now) - before);
 }
@@ -98,7 +98,7 @@ std::vector<Grower> grewMost(const Moment& from, const Moment& to,
         const std::uint64_t value = by(holder);
         const std::uint64_t base = known ? before->second : 0;
         if (value <= base || value - base < leastGain) continue;
-        // Behind its equals, which keeps the list's order among them.
+        // Goes after its equals, so that ties keep the list's order.
         const auto place = std::ranges::upper_bound(growers, value - base, std::ranges::greater{}, &Grower::amount);
         growers.insert(place, {.holder = holder, .amount = value - base});
     }

@@ -11,8 +11,8 @@
 
 namespace tolvane {
 
-/// What held memory at a moment. Sizes in bytes. A day has tens of thousands of them, most with the same few texts:
-/// who makes them shares the texts.
+/// Something that held memory at a moment. Sizes in bytes. A day has tens of thousands of holders, most with the same
+/// few texts, so code that makes them shares the texts.
 struct Holder {
     /// Identity of the row across moments.
     Text key;
@@ -23,7 +23,7 @@ struct Holder {
     /// Percent of one core.
     double cpu = 0;
     std::optional<Date> started;
-    /// Running total.
+    /// Running total of memory read back from swap.
     std::optional<std::uint64_t> swapIns;
 
     std::uint64_t readBack() const { return swapIns.value_or(0); }
@@ -43,7 +43,7 @@ struct Moment {
     double cpu = 0;
     std::int64_t cores = 1;
     std::vector<Holder> holders;
-    /// In cores; absent in files of older versions, as is what follows.
+    /// In cores. Files of older versions lack this field and the ones below.
     std::optional<double> performance;
     std::optional<double> efficiency;
     std::optional<std::uint64_t> swapIns;
