@@ -17,7 +17,7 @@ UDate milliseconds(Date date) { return unixSeconds(date) * millisecondsPerSecond
 
 struct Calendar::Days {
     UErrorCode status = U_ZERO_ERROR;
-    /// None when the library lacks its data; then there are no dates.
+    /// Null when ICU lacks its data; `after` then returns nullopt.
     std::unique_ptr<icu::GregorianCalendar> calendar;
     const bool isMachines;
 
@@ -25,7 +25,7 @@ struct Calendar::Days {
         : calendar(std::make_unique<icu::GregorianCalendar>(Words::timeZone(zone).release(), status)),
           isMachines(zone.empty()) {
         if (U_FAILURE(status)) calendar.reset();
-        // Of an hour that comes twice the first counts: a day begins once.
+        // When an hour comes twice the first one counts: a day begins once.
         if (calendar) calendar->setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
     }
 
@@ -35,7 +35,7 @@ struct Calendar::Days {
         if (!(calendar->getTimeZone() == *zone)) calendar->adoptTimeZone(zone.release());
     }
 
-    /// The time after `change`.
+    /// The date that results from applying `change` to `date`.
     template <typename Change>
     std::optional<Date> after(Date date, const Change& change) const {
         if (!calendar) return std::nullopt;

@@ -8,17 +8,17 @@
 
 namespace tolvane {
 
-/// Days as people count them in a time zone: most last 24 hours, those on which summer time changes do not. One thread
-/// at a time.
+/// Days as people count them in a time zone: most last 24 hours, but not those on which summer time begins or ends. One
+/// thread at a time.
 class Calendar {
 public:
-    /// `zone` is an identifier such as "Europe/Berlin"; the empty one is the machine's own. An unknown one is GMT.
+    /// `zone` is an identifier such as "Europe/Berlin"; empty means the machine's own, unknown means GMT.
     explicit Calendar(std::string_view zone = {});
     ~Calendar();
 
-    /// The first moment of the day that the date lies in.
+    /// The first moment of the day that contains the date.
     Date startOfDay(Date date) const;
-    /// The same time of day so many days later, or earlier. Returns nullopt for a date that cannot be formed.
+    /// The same time of day `days` later, or earlier when negative. Returns nullopt for a date that cannot be formed.
     std::optional<Date> addingDays(Date date, int days) const;
 
 private:

@@ -24,7 +24,7 @@ std::string formatted(Date date, Formatters::DateForm form, std::string_view loc
     return Words::utf8(formatter->format(icuDate(date), text));
 }
 
-/// A whole number of units; negative lies in the past.
+/// A whole number of units; negative means the past.
 struct Offset {
     double amount = 0;
     URelativeDateTimeUnit unit = UDAT_REL_UNIT_SECOND;
@@ -97,7 +97,7 @@ std::string relative(Date date, Date now, std::string_view locale, std::string_v
         std::abs(seconds) < day ? onClock(seconds) : onCalendar(icuDate(date), icuDate(now), *Words::timeZone(zone));
     UErrorCode status = U_ZERO_ERROR;
     icu::UnicodeString text;
-    // Adding zero takes the sign from a zero: "now" has no direction.
+    // Adding zero turns -0 into +0: "now" has no direction.
     formatter->format(offset.amount + 0.0, offset.unit, text, status);
     return Words::utf8(text);
 }

@@ -5,7 +5,7 @@
 
 #include "base/Date.h"
 
-/// Dates in words, in a locale and a time zone. `zone` is an identifier such as "Europe/Berlin"; the empty one is the
+/// Formats dates as text for a locale and a time zone. `zone` is an identifier such as "Europe/Berlin"; empty means the
 /// machine's own. Callable from any thread.
 namespace tolvane::DateWords {
 
@@ -27,8 +27,8 @@ std::string dayAndMonth(Date date, std::string_view locale, std::string_view zon
 /// "Thursday, November 19"
 std::string longDay(Date date, std::string_view locale, std::string_view zone = {});
 
-/// "now", "5 minutes ago", "yesterday", "in 2 weeks": the largest unit that fits, its smaller parts cut. Days and what
-/// is longer are counted on the calendar, once a day's worth of time lies between.
+/// "now", "5 minutes ago", "yesterday", "in 2 weeks": the largest unit that fits, with smaller parts cut. From a
+/// difference of 24 hours on, days and longer units are counted on the calendar.
 std::string relative(Date date, Date now, std::string_view locale, std::string_view zone = {});
 
 }  // namespace tolvane::DateWords

@@ -11,7 +11,7 @@ using icu::number::NumberFormatter;
 using icu::number::Precision;
 using icu::number::Scale;
 
-/// ICU's makers hand over an object even when they report a failure; such a one is of no use.
+/// ICU's factories return an object even when they report a failure; such an object is unusable.
 template <typename Made>
 std::unique_ptr<Made> usable(Made* made, UErrorCode status) {
     std::unique_ptr<Made> owned(made);
@@ -19,7 +19,7 @@ std::unique_ptr<Made> usable(Made* made, UErrorCode status) {
     return owned;
 }
 
-/// A figure that rounds to zero from below has no sign.
+/// A value that rounds to zero from below carries no sign.
 LocalizedNumberFormatter rounded(const icu::Locale& locale, const Precision& precision) {
     return NumberFormatter::withLocale(locale)
         .precision(precision)

@@ -16,13 +16,13 @@
 
 namespace tolvane::Words {
 
-/// The formatters of one locale, each made when first asked for: making one costs a hundred times what using it does.
-/// A formatter that cannot be made is null.
+/// The formatters of one locale, each made on first use: making one costs a hundred times as much as using it. A
+/// formatter that cannot be made is null.
 class Formatters {
 public:
     enum class DateForm { dateAndTime, time, weekdayAndTime, shortWeekday, dayAndMonth, longDay };
 
-    /// Those of the calling thread, kept for its life.
+    /// The calling thread's own formatters, kept until the thread ends.
     static Formatters& of(std::string_view locale);
 
     explicit Formatters(const std::string& locale);
@@ -49,7 +49,7 @@ private:
     std::array<std::map<std::string, std::unique_ptr<icu::DateFormat>, std::less<>>, 6> dates_;
 };
 
-/// The zone of that identifier, or the machine's own for the empty one.
+/// The zone with that identifier; empty means the machine's own.
 std::unique_ptr<icu::TimeZone> timeZone(std::string_view zone);
 
 std::string utf8(const icu::UnicodeString& text);

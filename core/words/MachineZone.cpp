@@ -15,7 +15,7 @@ std::string MachineZone::target() const {
     return std::filesystem::read_symlink(link_, ignored).string();
 }
 
-/// A link that is being replaced is none for a moment.
+/// While the link is being replaced it may be missing for a moment; that is not a change.
 bool MachineZone::follow() {
     auto now = target();
     if (now.empty() || now == target_) return false;

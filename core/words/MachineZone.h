@@ -4,14 +4,14 @@
 
 namespace tolvane {
 
-/// Keeps the program in the time zone of its machine, whose owner may travel while it runs. Words and calendars of the
-/// machine's own zone are of the new one from then on. Main thread.
+/// Keeps the program in the machine's time zone, which changes when the user travels. After a change, texts and
+/// calendars of the machine's own zone use the new one. Main thread.
 class MachineZone {
 public:
-    /// `link` leads to the zone that the machine is in.
+    /// `link` points to the machine's zone.
     explicit MachineZone(std::string link = "/etc/localtime");
 
-    /// Looks where the link leads, which takes microseconds; true when it leads elsewhere than before.
+    /// Reads the link, which takes microseconds; true when it points elsewhere than before.
     bool follow();
 
 private:

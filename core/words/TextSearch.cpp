@@ -29,7 +29,7 @@ bool hasDotlessI(std::string_view locale) {
 
 icu::StringPiece piece(std::string_view text) { return {text.data(), static_cast<std::int32_t>(text.size())}; }
 
-/// Composed letters, folded.
+/// Folds case and composes letters (NFC).
 std::string folded(std::string_view text, bool dotlessI) {
     UErrorCode status = U_ZERO_ERROR;
     std::string caseless;

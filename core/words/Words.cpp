@@ -37,7 +37,7 @@ std::string formatted(const icu::number::LocalizedNumberFormatter& formatter, do
     return U_SUCCESS(status) ? utf8(result) : std::string();
 }
 
-/// Days, hours and minutes that are not zero; the minutes alone when all are.
+/// The days, hours and minutes that are not zero; only the minutes when all are zero.
 std::vector<icu::Measure> measuresOf(std::int64_t minutes) {
     constexpr std::int64_t perHour = 60;
     constexpr std::int64_t perDay = 24 * perHour;
