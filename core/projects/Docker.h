@@ -19,7 +19,7 @@ struct Container {
 
 }  // namespace tolvane
 
-/// The arguments of the container engine's client, and what it prints.
+/// Arguments for the container engine's client, and the parser for its output.
 namespace tolvane::Docker {
 
 /// The arguments that list all running containers of the machine.

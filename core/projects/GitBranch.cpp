@@ -15,7 +15,7 @@ namespace files = std::filesystem;
 constexpr std::string_view linkPrefix = "gitdir: ";
 constexpr std::string_view refPrefix = "ref: ";
 constexpr std::string_view headsPrefix = "refs/heads/";
-/// Not a possible branch name: it stands in the head of a repository that keeps its references in a table.
+/// Never a branch name: HEAD of a repository that keeps its references in a table points there.
 constexpr std::string_view inTable = ".invalid";
 
 bool isFile(const files::path& path) {
@@ -58,7 +58,7 @@ std::optional<files::path> gitFolder(const files::path& root) {
     return folder;
 }
 
-/// The folder with the refs, which the worktrees of a repository share.
+/// The folder with the refs, shared by all worktrees of a repository.
 files::path commonFolder(const files::path& gitFolder) {
     const auto text = Files::readText((gitFolder / "commondir").string());
     const auto place = text ? trimmed(*text) : std::string_view{};

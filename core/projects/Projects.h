@@ -45,8 +45,8 @@ std::vector<ProjectGroup> groups(const World& world, const std::set<Pid>& manage
 std::vector<ProcRow> roots(const std::vector<ProcRow>& rows);
 
 /// The roots that no other row started through a shell. Package runners start scripts through a shell, which is not
-/// part of the project, and bring those scripts back when they are started again themselves. `all` are the rows of the
-/// machine, shells included.
+/// part of the project, and starting the runner again brings those scripts back. `all` are the rows of the machine,
+/// shells included.
 std::vector<ProcRow> tops(const std::vector<ProcRow>& rows, const std::vector<ProcRow>& all);
 
 }  // namespace tolvane::Projects
