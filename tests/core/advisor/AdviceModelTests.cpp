@@ -21,7 +21,7 @@ std::string lastPart(std::string path) {
     return path == "/" || slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-/// The six detectors written a second time, plainly, to hold the first ones against.
+/// A second, plain implementation of the six detectors to compare the real ones with.
 class PlainAdvice {
 public:
     PlainAdvice(const AdviceScene& scene, const Advisor& advisor) : scene_(scene), advisor_(advisor) {
@@ -335,7 +335,7 @@ private:
     std::map<Pid, std::vector<int>> ports_;
 };
 
-/// Machines out of few names, sizes and parents, so that findings meet often and at their limits.
+/// Machines drawn from few names, sizes and parents, so that findings collide often and sit at their limits.
 struct AdviceModel : AdviceTest {
     std::mt19937 random;
 

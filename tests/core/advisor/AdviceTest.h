@@ -15,7 +15,7 @@
 
 namespace tolvane {
 
-/// A user's machine of 16 GB at rest, on which a test lets something stand out.
+/// A user's 16 GB machine at rest, on which each test makes something stand out.
 struct AdviceTest : testing::Test {
     static constexpr std::uint64_t MiB = fakes::megabyte;
     static constexpr std::uint64_t GiB = 1024 * MiB;
@@ -28,12 +28,12 @@ struct AdviceTest : testing::Test {
     std::map<Pid, std::vector<int>> ports;
     std::set<Pid> managed;
     std::map<std::string, std::string, std::less<>> simulators;
-    /// How often the ports of each process were asked for.
+    /// How often each process's ports were looked up.
     std::map<Pid, int> portsAsked;
-    /// For several processes at once.
+    /// Number of calls; one call may look up several processes.
     int lookUps = 0;
 
-    /// A row of the world; the reference holds until the next one is added. 10 MB, used just now.
+    /// Adds a row of 10 MB that was used just now. The reference holds until the next row is added.
     ProcRow& add(Pid pid, Pid ppid, std::string_view name, TextList args = {}) {
         auto row = fakes::row(pid, ppid, name, std::move(args));
         row.sample.footprint = 10 * MiB;
@@ -55,7 +55,8 @@ struct AdviceTest : testing::Test {
         row.project = project;
         return row;
     }
-    /// A point of memory every five minutes over the last hours, rising from `from` to the present footprint.
+    /// Gives the row a memory point every five minutes over the last `hours`, rising from `from` to its present
+    /// footprint.
     void growTo(const ProcRow& row, std::uint64_t from, double hours) {
         Advisor::Track track{.start = row.sample.startTime, .points = {}};
         const int steps = static_cast<int>(hours * 12);
@@ -67,7 +68,7 @@ struct AdviceTest : testing::Test {
         }
         advisor.tracks.insert_or_assign(row.id(), std::move(track));
     }
-    /// Processor time in each of the last `intervals` of five minutes.
+    /// Makes the row use this many cores in each of the last `intervals` of five minutes.
     void work(const ProcRow& row, double cores, int intervals = 3) {
         Advisor::CPUTrack track{.start = row.sample.startTime, .points = {}};
         advisor.cpuDates.clear();
@@ -107,7 +108,7 @@ struct AdviceTest : testing::Test {
         for (const auto& each : suggestions()) found.push_back(each.id);
         return found;
     }
-    /// The only suggestion there is.
+    /// Expects exactly one suggestion and returns it.
     Suggestion only() {
         const auto all = suggestions();
         EXPECT_EQ(all.size(), 1U);

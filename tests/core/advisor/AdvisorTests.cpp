@@ -23,7 +23,7 @@ ProcRow row(Pid pid, std::uint64_t megabytes, std::uint64_t perfNanos = 0, Date 
     return result;
 }
 
-/// One point every five minutes over the half-open range of minutes.
+/// One point every five minutes from `from` to `to`, both included.
 template <typename Megabytes>
 std::vector<Advisor::Point> series(double from, double to, Megabytes megabytes) {
     std::vector<Advisor::Point> points;
@@ -140,7 +140,7 @@ double sortedMedian(std::vector<double> values) {
     return count % 2 ? values[count / 2] : (values[count / 2 - 1] + values[count / 2]) / 2;
 }
 
-/// The Theil-Sen estimator written a second time, plainly, to hold the first one against.
+/// A second, plain implementation of the Theil-Sen estimator to compare the real one with.
 Verdict plainTheilSen(const std::vector<Advisor::Point>& points, Date start) {
     std::vector<std::pair<double, double>> usable;
     for (const auto& point : points) {
@@ -200,7 +200,7 @@ Advisor::CPUTrack cpuTrack(std::vector<std::pair<Date, std::uint64_t>> points) {
     return {.start = epoch, .points = {points.begin(), points.end()}};
 }
 
-/// Cumulative seconds at five-minute distances.
+/// A track of cumulative seconds, one point every five minutes.
 Advisor::CPUTrack working(std::vector<double> seconds) {
     Advisor::CPUTrack track{.start = epoch, .points = {}};
     for (std::size_t index = 0; index < seconds.size(); ++index) {

@@ -7,7 +7,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 struct FindBusyTest : AdviceTest {
-    /// Works at so many cores for the last quarter of an hour.
+    /// A server that has used this many cores for the last quarter of an hour.
     ProcRow& addBusy(Pid pid, double cores) {
         auto& row = addServer(pid, 7);
         work(row, cores);

@@ -6,7 +6,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Servers whose terminal has gone, and servers that run twice.
+/// Servers whose terminal has gone, and servers that run more than once.
 struct FindServersTest : AdviceTest {
     ProcRow& addLeft(Pid pid, int port, Seconds idle = Seconds{5400}) {
         ports[pid] = {port};

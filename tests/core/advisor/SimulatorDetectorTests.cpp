@@ -13,7 +13,7 @@ struct FindSimulatorsTest : AdviceTest {
     static std::string path(std::string_view name) {
         return "/Users/ada/Library/Developer/CoreSimulator/Devices/" + std::string(name) + "/data/var/run/boot.plist";
     }
-    /// A booted device of three processes, unused for as long as given.
+    /// Boots a device of three processes, unused for at least `idle`.
     void boot(Seconds idle, const std::string& argument = path(device)) {
         add(20, 1, "launchd_sim", {"launchd_sim", argument}).unusedSince = now - idle;
         add(21, 20, "SpringBoard").unusedSince = now - idle - Seconds{60};

@@ -6,7 +6,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Who may be suggested at all, what the detectors leave each other, and in which order it comes.
+/// Which processes may be suggested, what the detectors leave to each other, and how results are ordered.
 struct SuggestionsTest : AdviceTest {
     ProcRow& addIdle(Pid pid, std::string_view name, std::uint64_t megabytes = 300) {
         auto& row = add(pid, 7, name);

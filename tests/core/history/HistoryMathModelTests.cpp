@@ -11,7 +11,7 @@
 namespace tolvane {
 namespace {
 
-// The judgement written a second time, plainly, to hold the first one against.
+// A second, plain implementation of the judgement to compare the real one with.
 
 constexpr std::uint64_t MiB = 1'048'576;
 constexpr Date now{Seconds{800'000'000}};
@@ -73,7 +73,7 @@ struct ArbitraryDay {
 
     std::size_t below(std::size_t limit) { return random() % limit; }
     bool once(std::size_t in) { return below(in) == 0; }
-    /// Often exactly at a limit, or one byte beside it.
+    /// Often exactly at a limit, or one byte below it.
     std::uint64_t bytes() {
         static constexpr std::array<std::uint64_t, 7> sizes = {0, 50, 100, 512, 600, 1024, 1536};
         const std::uint64_t size = sizes[below(7)] * MiB;

@@ -18,7 +18,7 @@ Moment aged(Seconds age, std::uint64_t swapUsed = 0, std::optional<std::uint64_t
     return {.date = now - age, .swapUsed = swapUsed, .swapIns = swapIns};
 }
 
-/// One moment a minute up to now, the oldest first.
+/// One moment a minute up to now, oldest first.
 std::vector<Moment> minutes(int count, std::uint64_t swapUsed = 0, std::optional<std::uint64_t> swapIns = 0) {
     std::vector<Moment> moments;
     for (int age = count; age >= 0; --age) moments.push_back(aged(Seconds{60.0 * age}, swapUsed, swapIns));

@@ -177,7 +177,7 @@ TEST(Decode, endlessNestingIsAnError) {
     EXPECT_FALSE(decode<std::vector<double>>(std::string(1'000'000, '[')));
 }
 
-// Whatever a record holds, its text reads back as an equal record, in either style.
+// The text of any record, in either style, reads back as an equal record.
 
 class Arbitrary {
 public:
@@ -310,7 +310,7 @@ TEST_P(RoundTrip, givesEqualRecords) {
 INSTANTIATE_TEST_SUITE_P(Styles, RoundTrip, ::testing::Values(json::Style::compact, json::Style::pretty),
                          [](const auto& info) { return info.param == json::Style::compact ? "compact" : "pretty"; });
 
-/// The strings of a target are read twice, which together is more than the document is long.
+/// A target's strings are read twice, so the bytes read exceed the length of the document.
 TEST(Decode, aTargetOfManyPatternsIsReadWhole) {
     CommandTarget target;
     for (int number = 0; number < 20'000; ++number) {

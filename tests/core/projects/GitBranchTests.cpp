@@ -111,7 +111,7 @@ TEST_F(GitBranchFiles, aHugePackedFileIsSearchedToItsEnd) {
     EXPECT_FALSE(read().deleted);
 }
 
-/// The same against repositories that git itself made.
+/// Reads repositories that git itself made.
 class GitBranchRepositories : public GitBranchFiles {
 protected:
     void git(const std::string& arguments) {

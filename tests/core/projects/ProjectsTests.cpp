@@ -17,7 +17,7 @@ std::vector<Pid> pidsOf(const std::vector<ProcRow>& rows) {
     return pids;
 }
 
-/// Processes of one user, this program among them.
+/// Processes of one user, including this program.
 class ProjectGroups : public ::testing::Test {
 protected:
     ProjectGroups() {
@@ -25,7 +25,7 @@ protected:
         world.selfPID = 4242;
     }
 
-    /// Its executable stands outside of the system.
+    /// Adds a process whose executable lies outside the system's folders.
     ProcRow& add(Pid pid, Pid ppid, std::string_view name, const char* project = "/home/ada/shop") {
         auto& row = world.rows.emplace_back();
         row.sample.pid = pid;
@@ -38,7 +38,7 @@ protected:
         return row;
     }
     std::vector<ProjectGroup> groups(const std::set<Pid>& managed = {}) { return Projects::groups(world, managed); }
-    /// Of the only group.
+    /// The pids of the only group; empty unless there is exactly one.
     std::vector<Pid> members(const std::set<Pid>& managed = {}) {
         const auto found = groups(managed);
         return found.size() == 1 ? pidsOf(found[0].rows) : std::vector<Pid>{};
@@ -230,7 +230,6 @@ TEST(RootRows, ofARingAreNone) { EXPECT_THAT(rootsOf({{10, 11}, {11, 10}}), IsEm
 TEST(RootRows, ofNothingAreNone) { EXPECT_THAT(rootsOf({}), IsEmpty()); }
 
 struct TopRows : ::testing::Test {
-    /// Pid, parent, name.
     static ProcRow row(Pid pid, Pid parent, std::string_view name) {
         auto made = fakes::row(pid, name);
         made.sample.ppid = parent;

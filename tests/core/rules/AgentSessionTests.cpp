@@ -125,7 +125,7 @@ TEST(AgentSessions, aListedWorkerIsASessionAlsoInsideAnotherAgent) {
     const auto world = hosting(worldOf({row(11, 1, "claude"), row(12, 11, "zsh"), row(13, 12, "claude"),
                                         row(14, 13, "node"), row(15, 12, "node")}),
                                {worker("7f", 13)});
-    // 12 hosts the worker, so that the descent of 11 ends there as well.
+    // 12 hosts the worker, so the descent from 11 ends there as well.
     EXPECT_THAT(told(sessions(world)), ElementsAre("claude | 11", "Claude session 7f | 13 14"));
 }
 
@@ -187,7 +187,7 @@ TEST(AgentSessions, withoutAPromptAreKnownFromTheRosterOnly) {
 TEST(AgentSessions, aPromptedWorkerIsNoBoundaryWhereOnlyOthersAreAskedFor) {
     const auto world = hosting(worldOf({row(11, 9, "claude"), row(12, 11, "node"), row(13, 12, "claude")}),
                                {worker("outer", 11, false), worker("inner", 13, true)});
-    // 12 hosts a worker: it ends the descent, though the worker itself would not.
+    // 12 hosts a worker, so it ends the descent, although the worker itself would not.
     EXPECT_THAT(told(sessions(world, {"claude"}, true)), ElementsAre("Claude session outer | 11"));
 }
 

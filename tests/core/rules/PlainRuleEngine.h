@@ -4,7 +4,8 @@
 
 #include "core/rules/RuleEngine.h"
 
-/// What the engine means, step by step and rule by rule, without a thought of speed: tests compare with it.
+/// What the rule engine means, step by step and rule by rule, without optimisation. Tests compare the real engine with
+/// it.
 namespace tolvane::plain {
 
 std::vector<Decision> candidates(const Rule& rule, const World& world);

@@ -15,7 +15,8 @@ namespace {
 constexpr Date now{Seconds{800'000'000}};
 constexpr std::uint64_t megabyte = 1U << 20U;
 
-/// Small worlds in which much meets: few pids, some twice, parents in rings, agents in agents, listed or not.
+/// Draws small worlds full of coincidences: few pids, some repeated, parents in rings, agents inside agents, listed or
+/// not.
 class Draw {
 public:
     explicit Draw(unsigned seed) : random_(seed) {}
@@ -39,7 +40,7 @@ public:
         return rules;
     }
 
-    /// Some of what would be due has fired lately, or long ago.
+    /// Marks some of the due decisions as fired, recently or long ago.
     RuleEngine::FiredDates fired(const std::vector<Decision>& due) {
         RuleEngine::FiredDates dates;
         for (const auto& each : due) {

@@ -330,7 +330,7 @@ TEST(CommandRule, neverTouchesOthersTheFirstTwoAndItself) {
     EXPECT_THAT(pidsOf(due(commandRule({"node"}), world)), ElementsAre(11, 2));
 }
 
-// Who is in front is not known
+// The application in front is unknown
 
 TEST(FrontmostUnknown, rulesThatQuitOrRelaunchHoldBack) {
     auto world = worldOf({row(10, 1, "node"), appRow(11, 1, "chat", "c")});

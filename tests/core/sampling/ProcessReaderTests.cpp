@@ -156,7 +156,7 @@ TEST_F(ProcessReaderTest, negativeSwapInsReadAsZero) {
 TEST_F(ProcessReaderTest, ticksBecomeNanosecondsAndTheRestIsCut) {
     world.nanosPerTick = 125.0 / 3;
     world.add(10, "x").usage = UsageRecord{.userTime = 1, .systemTime = 1};
-    // The sum counts: each alone would be cut to 41.
+    // The sum is cut, not its parts: each alone would be cut to 41.
     EXPECT_EQ(readerOf(false).read(10)->cpuTimeNanos, 83U);
 }
 

@@ -12,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// Rows of pid and parent.
+/// Rows from pairs of pid and parent.
 std::vector<ProcRow> family(const std::vector<std::pair<Pid, Pid>>& links) {
     std::vector<ProcRow> rows;
     for (const auto& [pid, ppid] : links) {
@@ -49,7 +49,7 @@ TEST(Descendants, aRingOfParentsEnds) {
     EXPECT_THAT(descendants(1, family({{5, 6}, {6, 5}, {5, 1}})), ElementsAre(5, 6, 5));
 }
 
-/// The pids above the row, each once in the order of the walk.
+/// The pids above the row, each once, in the order of the walk.
 std::vector<Pid> above(std::uint32_t row, ProcessTree::Repeated repeated, const std::vector<ProcRow>& rows) {
     std::vector<Pid> seen;
     ProcessTree(rows).anyAbove(row, repeated, [&](std::uint32_t each) {

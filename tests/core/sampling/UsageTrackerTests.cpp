@@ -116,7 +116,7 @@ TEST_F(UsageTrackerTest, aClockThatWentBackGivesNoRates) {
     const auto row = update(sampleOf(10, second), noon - Seconds{2});
     EXPECT_EQ(row.cpuPercent, 0);
     EXPECT_EQ(row.unusedSince, noon);
-    // The next interval counts from there.
+    // The next interval counts from the earlier date.
     EXPECT_DOUBLE_EQ(update(sampleOf(10, 2 * second), noon).cpuPercent, 50);
 }
 

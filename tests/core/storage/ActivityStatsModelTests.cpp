@@ -11,7 +11,7 @@
 namespace tolvane {
 namespace {
 
-// The sums written a second time, plainly, to hold the first ones against.
+// A second, plain implementation of the sums to compare the real one with.
 
 std::optional<std::uint64_t> plainMemory(const ActivityEntry& entry) {
     if (entry.dryRun) return std::nullopt;
@@ -77,13 +77,13 @@ std::vector<ActivityStats::RuleTotals> plainByRule(const std::vector<ActivityEnt
     return result;
 }
 
-/// Logs of few words and sizes over weeks in which clocks are changed somewhere.
+/// Logs with few distinct texts and sizes, over weeks in which clocks change somewhere.
 struct ArbitraryLog {
     std::mt19937 random;
     Date middle;
 
     explicit ArbitraryLog(unsigned seed) : random(seed) {
-        // Late March, late October and mid-October of 2017, when days began late in one zone.
+        // Late March and late October of 2026, and mid-October of 2017, when a day began late in one zone.
         static constexpr std::array<double, 3> weeks = {1774746000, 1792886400, 1508036400};
         middle = dateFromUnixSeconds(weeks[below(3)]);
     }

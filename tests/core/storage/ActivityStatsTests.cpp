@@ -148,7 +148,7 @@ TEST(WouldFree, looksAtLoggedEntriesSinceTheDate) {
 // Days
 
 Date at(std::string_view zone, int daysAfter2026, double hours) {
-    // Noon of 2026-01-01 in UTC lies within that day in all zones that are tested here.
+    // Noon UTC of 2026-01-01 falls on that day in every zone tested here.
     constexpr Date noon = dateFromUnixSeconds(1767268800);
     const Calendar calendar(zone);
     return calendar.startOfDay(*calendar.addingDays(noon, daysAfter2026)) + Seconds{hours * 3600};

@@ -41,14 +41,14 @@ std::string content(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Kilobytes that this program has had at most.
+/// Peak memory of this program in kilobytes.
 long mostMemory() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
     return usage.ru_maxrss;
 }
 
-/// Acts as an ordinary user for a while.
+/// Runs as an ordinary user while it exists.
 class OrdinaryUser {
 public:
     static constexpr uid_t nobody = 65534;
@@ -64,7 +64,7 @@ private:
     bool changed_;
 };
 
-/// Every call of the store once, as the program makes them.
+/// Makes every call of the store once, as the program does.
 void useAll(const Store& store) {
     store.saveRules(Rule::presets());
     store.append(entry(1));
@@ -86,7 +86,7 @@ TEST(BadDisk, oneDamagedLineInAHundredLeavesTheOthers) {
     for (int number = 0; number < lines; ++number) {
         auto line = *json::encode(entry(number));
         if (number % 100 == 7) {
-            // Cut short, run together, overwritten.
+            // Cut short, run together or overwritten.
             const int kind = number / 100 % 3;
             if (kind == 0) line.resize(line.size() / 2);
             if (kind == 1) line += line;
@@ -109,7 +109,7 @@ TEST(BadDisk, aFileOfAGigabyteOfNothingCostsNoMemory) {
     const Store store(folder / "Tolvane");
     for (const auto* name : {"rules.json", "activity.jsonl", "history.jsonl", "parked.json"}) {
         folder.write("Tolvane/" + std::string(name), "");
-        // Both logs are read alike, and reading a gigabyte takes some disks their time.
+        // The same code reads both logs, and some disks take long to read a gigabyte.
         const bool again = name == std::string_view("history.jsonl");
         ASSERT_EQ(::truncate((store.directory + "/" + name).c_str(), again ? gigabyte / 16 : gigabyte), 0);
     }

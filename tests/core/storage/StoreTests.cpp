@@ -349,7 +349,7 @@ TEST_F(StoreTest, aMomentOfExactlyADayIsKept) {
     EXPECT_EQ(content("history.jsonl"), line(moment(86400, 2)));
 }
 
-/// A line that begins with an old date is passed over without a look at the rest, where that can change nothing.
+/// A line that begins with an old date is skipped unread, unless its rest could change the result.
 TEST_F(StoreTest, momentsThatOnlyLookOldAreKept) {
     const auto withFirst = [](std::string_view first, std::string_view last) {
         return "{\"date\":" + std::string(first) +

@@ -17,8 +17,8 @@ namespace {
 /// 1 June 2026, 12:36 UTC.
 constexpr Date noonish = dateFromUnixSeconds(1'780'317'360);
 
-/// A machine whose zone the test names twice: by the link, which is looked at, and for the library, which asks the
-/// environment first.
+/// A machine whose zone the test sets twice: in the link, which the program reads, and in the environment, which ICU
+/// asks first.
 struct MachineZoneTest : ::testing::Test {
     MachineZoneTest() {
         if (const char* zone = std::getenv("TZ")) before = zone;
