@@ -7,7 +7,7 @@
 
 namespace tolvane {
 
-/// What a task that a test started gives, once it does.
+/// The result of a task that a test started; empty until the task ends.
 template <typename Result>
 class AnswerOf {
 public:

@@ -15,7 +15,7 @@
 
 namespace tolvane {
 
-/// A model on the fake host, whose samples are taken within the call that asks for them.
+/// A model on the fake host. Samples are taken within the call that asks for them.
 struct ModelTest : testing::Test {
     static constexpr std::uint64_t MiB = 1'048'576;
     static constexpr std::uint64_t GiB = 1'073'741'824;
@@ -31,7 +31,7 @@ struct ModelTest : testing::Test {
     ModelTest() { world.applicationSupport = folder.path().string(); }
 
     void start(const ExecutorFactory& makeExecutor = fakes::InlineExecutor::make) { make(false, makeExecutor); }
-    /// Without ever a sample: what the test sets stays.
+    /// Takes no samples, so what the test sets stays.
     void startStill() { make(false, neverRun.factory()); }
     void startDemo() { make(true, fakes::InlineExecutor::make); }
     void make(bool demo, const ExecutorFactory& makeExecutor) {
@@ -51,7 +51,7 @@ struct ModelTest : testing::Test {
         process.path = Text(appPath + "/Contents/MacOS/App");
         return process;
     }
-    /// Lets the process take that much of a core over the time given.
+    /// Makes the process use `percent` of a core over `span`.
     void burn(Pid pid, double percent, Seconds span) {
         const double nanos = percent / 100 * span.count() * 1e9 / world.nanosPerTick;
         world.find(pid)->usage->userTime += static_cast<std::uint64_t>(nanos);

@@ -41,7 +41,7 @@ struct ProjectScene : ModelTest {
         process.environment = env;
         return process;
     }
-    /// The engine answers with one running container of the shop.
+    /// Makes the engine list two running containers, one of them the shop's.
     void runEngine() {
         world.tools["docker"] = client;
         world.childOutput[std::string(client) + " ps --format {{json .}}"] =

@@ -19,7 +19,7 @@ struct RuleActsTest : ModelTest {
         process.memory = MemoryRecord{.compressed = 100 * MiB};
         return process;
     }
-    /// The application's one process, of the same size.
+    /// The only process of Mail, of the same size.
     fakes::FakeProcess& addMail(Pid pid) {
         world.appIDs[mail] = "com.example.mail";
         auto& process = addApp(pid, mail);
@@ -50,7 +50,7 @@ struct RuleActsTest : ModelTest {
         rule.dryRun = true;
         return rule;
     }
-    /// Lets the rules decide now.
+    /// Makes the rules decide now.
     void fire(std::vector<Rule> rules) {
         if (!model) start();
         modelState->rules.set(std::move(rules));

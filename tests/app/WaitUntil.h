@@ -6,7 +6,7 @@
 
 namespace tolvane {
 
-/// Runs the event loop until the condition holds; false when it did not come to that within ten seconds.
+/// Runs the event loop until the condition holds; false when it does not hold within ten seconds.
 template <typename Condition>
 bool waitUntil(Condition holds) {
     QTimer limit;

@@ -21,7 +21,7 @@ struct RelaunchTest : ModelTest {
         return world.instances.emplace_back(
             fakes::FakeInstance{.identifier = "com.example.mail", .appPath = mail, .quitsAfter = 2s});
     }
-    /// What the log says of it.
+    /// Relaunches Mail and returns the text for the log.
     AnswerOf<std::string> relaunch() {
         return AnswerOf<std::string>(logTextOf(model->acts().relaunch({.title = "Mail", .pids = {7}})));
     }
@@ -102,7 +102,7 @@ TEST_F(RelaunchTest, aModelThatGoesEndsTheWaitAndStartsNothing) {
     EXPECT_EQ(opened(), 0U);
 }
 
-/// A host that answers when the test wants.
+/// A host that answers an open request only when the test does.
 struct LateOpener : RunningApplications {
     std::vector<std::shared_ptr<RunningApplication>> withAppID(std::string_view) override { return {}; }
     void openInBackground(const std::string& appPath, Opened answer) override {

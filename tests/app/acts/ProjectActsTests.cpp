@@ -16,7 +16,7 @@ struct ProjectActs : ProjectScene {
     void park(const std::string& root) { static_cast<void>(model->acts().park(group(root))); }
     void startAgain(const ParkedProject& project) { static_cast<void>(model->startAgain(project)); }
     void refresh() { static_cast<void>(model->refreshProjects()); }
-    /// Longer than any wait for an end.
+    /// Longer than any wait for a process to end.
     void settle() { clock.advance(Seconds{12}); }
 
     ParkedProject parkedShop(std::vector<ParkedCommand> commands, std::vector<std::string> containers = {}) const {

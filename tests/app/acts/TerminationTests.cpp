@@ -10,7 +10,7 @@ namespace {
 using namespace std::chrono_literals;
 using testing::Optional;
 
-/// A reader of which somebody knows how long it lives.
+/// A reader whose lifetime a test can observe.
 class Counted : public fakes::ForwardingInspection {
 public:
     Counted(std::unique_ptr<ProcessInspection> inner, std::shared_ptr<int> life)
@@ -21,7 +21,7 @@ private:
 };
 
 struct TerminationTest : ModelTest {
-    /// Whether all have gone.
+    /// True once all of them have ended.
     AnswerOf<bool> terminate(std::vector<Pid> pids) {
         return AnswerOf<bool>(areGone(model->acts().terminate({.title = "x", .pids = std::move(pids)})));
     }
@@ -31,7 +31,7 @@ struct TerminationTest : ModelTest {
     }
     std::size_t asked(Pid pid) const { return world.timesAsked("signal 15 " + std::to_string(pid)); }
     std::size_t killed(Pid pid) const { return world.timesAsked("signal 9 " + std::to_string(pid)); }
-    /// Another process that bears the number from now on.
+    /// Ends the process and gives its pid to another one.
     void replace(Pid pid) {
         world.end(pid);
         world.add(pid, "newcomer").bsd->startTime = clock.now();

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 #endif
 #endif
 
-/// A machine on which processes come and go in a round of a hundred ticks, some under a pid that another one had.
+/// A machine on which processes come and go in a cycle of a hundred ticks, some reusing another's pid.
 struct SteadyMemoryTest : ModelTest {
     static constexpr int round = 100;
 
@@ -63,14 +63,14 @@ struct SteadyMemoryTest : ModelTest {
 
 TEST_F(SteadyMemoryTest, tenThousandTicksOverAChurningMachineTakeNoMoreThanThreeThousand) {
     start();
-    // A day of moments is full after 1,441 ticks.
+    // The day's moments reach their limit after 1,441 ticks.
     run(3000);
     const auto before = bytesInUse();
     run(7000);
     const auto after = bytesInUse();
     EXPECT_EQ(model->moments->size(), 1441U);
     EXPECT_GE(model->loadHistory->size(), 60U);
-    // Nine bytes a tick would reach this.
+    // A leak of little more than nine bytes per tick exceeds this.
     EXPECT_LT(after, before + 64 * 1024) << "from " << before << " bytes";
 }
 

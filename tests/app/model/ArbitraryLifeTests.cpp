@@ -15,7 +15,7 @@ using testing::Not;
 
 enum class Machine { answersAtOnce, takesItsTime, hasAJumpingClock };
 
-/// Hours of a machine on which anything happens in any order, and a program that is ended in the middle of it.
+/// Hours on a machine where anything happens in any order, and a program that ends in the middle of it.
 struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
     static constexpr Pid firstOfRoot = 50;
     static constexpr Pid firstOfUser = 100;
@@ -176,7 +176,7 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
         static constexpr std::array<double, 4> jumps = {-3600, -0.5, 3600, 8 * 3600};
         static constexpr std::array<double, 8> spans = {0.1, 0.5, 2, 10, 31, 60, 301, 1200};
         const Seconds span{of(spans)};
-        // A held sample stands still while time goes on, as on a machine that is busy.
+        // A held sample stays pending while time passes, as on a busy machine.
         clock.advance(span);
         if (GetParam() == Machine::hasAJumpingClock && once(4)) clock.jumpTo(clock.now() + Seconds{of(jumps)});
         for (std::size_t count = below(9); count > 0 && jobs.waiting() > 0; --count) jobs.runNext();
@@ -197,7 +197,7 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
         }
     }
 
-    /// Of what was asked only the acts count here.
+    /// Keeps only the acts among the recorded requests.
     void forgetReadings() {
         std::erase_if(world.asked, [](const std::string& each) {
             return !each.starts_with("signal ") && !each.starts_with("lower ") && !each.starts_with("restore ") &&
@@ -228,7 +228,7 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
         }
         expectNoLoanIsLeft();
     }
-    /// Of each process that lives, the latest word about its priority was to give it back.
+    /// The latest priority change of every living process must have restored it.
     void expectNoLoanIsLeft() const {
         std::set<std::string> low;
         for (const auto& each : world.asked) {
@@ -253,7 +253,7 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
             }
         }
     }
-    /// Rules have names of their own here, and no act takes longer than half a minute before its date is taken.
+    /// Each rule has a name of its own here, and every act is dated within half a minute.
     void expectCooldowns() const {
         std::map<std::string, Date> latest;
         for (auto entry = model->activity->rbegin(); entry != model->activity->rend(); ++entry) {
@@ -275,11 +275,11 @@ struct ArbitraryLife : ProjectScene, testing::WithParamInterface<Machine> {
             expectLoansAreOfTheSnapshot();
             if (HasFatalFailure()) return;
         }
-        // Cool-downs count from the date of the sample, which a sample that is waited for may have long behind it.
+        // Cool-downs count from the date of the sample, which may lie far back when the sample was slow.
         if (GetParam() == Machine::answersAtOnce) expectCooldowns();
         expectOthersWereLeftAlone();
         end();
-        // A new run over what the first one left.
+        // Starts a new run on what the first one left.
         begin();
         for (int count = 0; count < 20; ++count) step();
         end();

@@ -187,7 +187,7 @@ TEST_F(AdviceModelTest, aGivenActionTakesThePlaceOfTheSuggestionsOwn) {
     EXPECT_EQ(world.timesAsked("signal 15 7"), 0U);
 }
 
-/// What acts on suggestions gave back, in the order in which they ended.
+/// Collects the outcomes of acts on suggestions, in the order in which the acts ended.
 struct SuggestionActTest : AdviceModelTest {
     std::vector<std::optional<Outcome>> ended;
 

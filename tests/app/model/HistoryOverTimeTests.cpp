@@ -15,7 +15,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-/// What is left of a day when clocks, files and machines do not behave.
+/// What is left of a day when clocks, files and machines misbehave.
 struct HistoryOverTimeTest : ModelTest {
     static constexpr const char* file = "Tolvane/history.jsonl";
 
@@ -27,7 +27,7 @@ struct HistoryOverTimeTest : ModelTest {
             process.usage->footprint = static_cast<std::uint64_t>(pid) * MiB;
         }
     }
-    /// A minute's line, as versions write it that know no optional field.
+    /// The line of one moment, as written by versions that know no optional fields.
     std::string line(Date date) const {
         std::ostringstream text;
         text.precision(17);
@@ -40,7 +40,7 @@ struct HistoryOverTimeTest : ModelTest {
         model.reset();
         start();
     }
-    /// Another tick comes and is taken.
+    /// Expects another tick to run and its sample to arrive.
     void expectTicksGoOn() {
         const auto before = ticks();
         clock.advance(60s);
@@ -123,7 +123,7 @@ TEST_F(HistoryOverTimeTest, damagedLinesArePassedOverAndGo) {
     expectTicksGoOn();
 }
 
-// A hundredth of ten million lines; the whole takes a hundred times as long.
+// A hundredth of ten million lines; the full number takes a hundred times as long.
 TEST_F(HistoryOverTimeTest, aVeryLongFileIsTrimmedToTheDay) {
     constexpr int lines = 100'000;
     std::string text;
@@ -142,7 +142,7 @@ TEST_F(HistoryOverTimeTest, aVeryLongFileOfOneDayIsHeldWhole) {
     folder.write(file, text);
     addPrograms();
     start();
-    // The last of them is too young for another one.
+    // The last line is too recent for the start to add another.
     EXPECT_THAT(*model->moments, SizeIs(lines));
     expectTicksGoOn();
 }

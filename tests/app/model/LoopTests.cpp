@@ -156,13 +156,13 @@ TEST_F(LoopTest, eventsAfterTheModelWentFindNobody) {
     EXPECT_TRUE(world.activationObservers.empty());
 }
 
-/// Samples that come when the test lets them.
+/// Samples arrive only when the test lets them.
 struct SlowLoopTest : ModelTest {
     fakes::HeldJobs samples;
 
     void startSlowly() {
         start(samples.factory());
-        // Else the first tick would ask for services as well.
+        // Otherwise the first tick would ask for services as well.
         modelState->servicesChecked.set(clock.now());
     }
 };
@@ -200,7 +200,7 @@ TEST_F(SlowLoopTest, aCancelledLoopStillFinishesItsTick) {
     EXPECT_EQ(model->historyFor({7}).size(), 1U);
 }
 
-// That it goes with no other sample leaves no trace in the rows; the memory over ten thousand ticks tells.
+// The rows cannot show that no other sample carries the activation; the memory test over ten thousand ticks does.
 TEST_F(SlowLoopTest, anActivationGoesWithTheNextSampleThatIsAskedFor) {
     addApp(7, "/Applications/Mail.app");
     startSlowly();

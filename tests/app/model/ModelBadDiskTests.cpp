@@ -9,7 +9,7 @@ namespace {
 using ::testing::SizeIs;
 using namespace std::chrono_literals;
 
-/// A model whose folder is on a disk that takes nothing any more.
+/// A model whose folder is on a disk that accepts no more writes.
 struct BadDiskTest : ModelTest {
     fakes::SmallDisk disk;
 

@@ -121,7 +121,7 @@ TEST_F(RuleChangesTest, aSecondFileOverwritesTheMessage) {
 }
 
 struct NoRuleFileTest : RuleChangesTest {
-    /// Imports what stands there, expecting to be refused.
+    /// Imports the file and expects it to be refused.
     void refuses(const std::string& name) {
         const auto before = *model->rules;
         model->dismissImportMessage();

@@ -20,7 +20,7 @@ struct WarningsTest : ModelTest {
     }
     void setCompressed(Pid pid, std::uint64_t bytes) { world.find(pid)->memory = MemoryRecord{.compressed = bytes}; }
 
-    /// A quarter of an hour with this much in swap, for later ticks to be compared with.
+    /// Runs for a quarter of an hour with this much in swap, as a baseline for later ticks.
     void runFor15Minutes(std::uint64_t swap = GiB) {
         setSwap(swap);
         setSwapIns(0);
@@ -177,9 +177,9 @@ TEST_F(WarningsTest, permissionIsNotAskedForAtTheStart) {
     EXPECT_EQ(world.permissionRequests, 1);
 }
 
-/// Idle holders, and pressure that lasts.
+/// Notices about idle holders and about lasting pressure.
 struct NoticeTest : WarningsTest {
-    /// Two hours of programs that nobody uses, with those many megabytes.
+    /// Runs for two hours with unused programs of these sizes.
     void idle(const std::vector<std::uint64_t>& megabytes) {
         world.memorySize = 16 * GiB;
         Pid pid = 70;

@@ -10,7 +10,7 @@
 namespace tolvane {
 namespace {
 
-/// What must hold of any machine, tried on machines made up at random from a printed seed.
+/// Properties of any machine, tried on random machines from a printed seed.
 class TableRowProperties : public ::testing::TestWithParam<unsigned> {
 protected:
     TableRowProperties() : random_(GetParam()) {

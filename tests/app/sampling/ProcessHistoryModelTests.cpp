@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint64_t MiB = 1'048'576;
 
-/// The history as plain lists, one per process, to hold the rings against.
+/// The history as plain lists, one per process, to compare the rings with.
 class PlainHistory {
 public:
     void record(const std::vector<ProcRow>& rows, Date date) {
@@ -78,7 +78,7 @@ struct ArbitraryMachine {
             row.sample.startTime = start;
             row.sample.footprint = (18 + below(4)) * MiB;
             row.sample.compressed = below(2);
-            // Eighths, which sums do not round.
+            // Multiples of an eighth, so that sums do not round.
             row.cpuPercent = static_cast<double>(below(48)) / 8;
             rows.push_back(row);
         }

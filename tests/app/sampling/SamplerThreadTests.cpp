@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// What the tests know of the sweeps, and how they hold one up.
+/// Observes the sweeps and lets a test hold one up.
 struct Sweeps {
     std::atomic<int> begun = 0;
     std::atomic<int> running = 0;
@@ -52,7 +52,7 @@ private:
     Sweeps& sweeps_;
 };
 
-/// Samples on the real worker; the fake world is not touched while one may run.
+/// Samples on the real worker; tests do not touch the fake world while it may run.
 struct SamplerThreadTest : testing::Test {
     fakes::FakeHost fake;
     Sweeps sweeps;

@@ -95,7 +95,7 @@ TEST(WorkerThread, endingItWaitsForTheJobThatRunsAndDropsTheOthers) {
             [&] { told = true; });
         worker.submit([&] { secondRan = true; }, [&] { told = true; });
         begun.wait();
-        // The second job waits behind the first, unless that ended already.
+        // The second job waits behind the first unless the first has already ended.
     }
     EXPECT_TRUE(finished);
     QCoreApplication::processEvents();

@@ -15,7 +15,7 @@ using ::testing::IsEmpty;
 
 const Date now = dateFromUnixSeconds(1795091760);
 
-/// A dev server in a project, its parent, and what is known of them.
+/// A dev server in a project, its parent, and the known facts about both.
 class InspectorTest : public ::testing::Test {
 protected:
     InspectorTest() {

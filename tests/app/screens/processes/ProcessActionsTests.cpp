@@ -29,7 +29,7 @@ ProcRow server() {
 
 constexpr Actor me{.pid = 99, .uid = 501};
 
-/// Titles with "-" for dividers.
+/// The items' titles, with "-" for a divider.
 std::vector<std::string> titles(const std::vector<ProcessMenuItem>& items) {
     std::vector<std::string> titles;
     for (const auto& item : items) titles.push_back(item.isDivider() ? "-" : item.title);

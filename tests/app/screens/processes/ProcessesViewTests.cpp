@@ -14,7 +14,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// A model that stands still, with an application of two processes and a loose one.
+/// A model that takes no samples, with an application of two processes and a process outside applications.
 struct ProcessesViewTest : ModelTest {
     ProcessesViewTest() {
         world.displayNames["/Applications/Slack.app"] = "Slack.app";

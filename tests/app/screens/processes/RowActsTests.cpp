@@ -24,7 +24,7 @@ struct RowActsTest : ModelTest {
         acts =
             std::make_unique<RowActs>(*model, [this](const Outcome& outcome) { told.push_back(outcome.sentence()); });
     }
-    /// The top line of the table that holds the process.
+    /// The table's top-level row that holds the process.
     tolvane::TableRow lineOf(Pid pid) const {
         for (auto& line : tolvane::TableRow::build(model->snapshot->rows, Grouping::apps, 1, model->rowNames())) {
             if (std::ranges::find(line.pids, pid) != line.pids.end()) return line;
@@ -33,7 +33,7 @@ struct RowActsTest : ModelTest {
     }
     std::size_t asked(Pid pid) const { return world.timesAsked("signal 15 " + std::to_string(pid)); }
     std::size_t killed(Pid pid) const { return world.timesAsked("signal 9 " + std::to_string(pid)); }
-    /// Another process that bears the number, and that a sample has seen.
+    /// Ends the process, gives its pid to another one and takes a sample.
     void replace(Pid pid) {
         world.end(pid);
         world.add(pid, "newcomer").bsd->startTime = clock.now();

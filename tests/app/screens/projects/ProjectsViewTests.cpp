@@ -14,7 +14,7 @@ using ::testing::IsEmpty;
 
 constexpr Date noon{Seconds{800'000'000}};
 
-/// Rows of plain values.
+/// Rows built from plain values, without a model.
 struct ProjectRows : ::testing::Test {
     static ProcRow row(Pid pid, const std::vector<std::string>& args = {"node"}) {
         auto made = fakes::row(pid, "node");

@@ -13,7 +13,7 @@ using ::testing::SizeIs;
 
 struct NewRuleSheetTest : RulesScene {
     NewRuleSheet sheet(TargetKind kind) { return {*model, std::string(locale), kind}; }
-    /// A process outside of applications whose argument is a path that ends in `match`.
+    /// A process outside applications whose argument is a path that ends in `match`.
     static ProcRow process(Pid pid, const std::string& match, std::uint64_t megabytes, const std::string& project) {
         auto row = fakes::row(pid, 1, "node", {"node", "/opt/bin/" + match});
         row.sample.footprint = megabytes * MiB;

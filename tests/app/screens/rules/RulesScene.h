@@ -7,7 +7,7 @@
 
 namespace tolvane {
 
-/// A model with a few rules, whose rows a test sets as it needs them. Home is a folder of the test's own.
+/// A model with a few rules, in which a test sets the rows it needs. Home is a folder of the test's own.
 struct RulesScene : ModelTest {
     static constexpr std::string_view locale = "en_US";
     static constexpr Date now = fakes::someNow;
