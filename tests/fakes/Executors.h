@@ -27,7 +27,7 @@ public:
         return [this] { return std::make_unique<Holding>(tasks_); };
     }
     std::size_t waiting() const { return tasks_->size(); }
-    /// Runs the first of them and tells its owner.
+    /// Runs the first job, then reports its end to the owner.
     void runNext() {
         auto task = std::move(tasks_->front());
         tasks_->pop_front();

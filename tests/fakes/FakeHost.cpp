@@ -167,7 +167,7 @@ private:
     std::vector<Subscription> endings_;
 };
 
-/// By its place in the world, which outlives its end.
+/// Refers to the instance by index: the world keeps instances after they end.
 class Instance : public RunningApplication {
 public:
     Instance(World world, Clock& clock, std::size_t place) : world_(std::move(world)), clock_(clock), place_(place) {}
@@ -314,7 +314,7 @@ class Apps : public Applications {
 public:
     explicit Apps(World world) : world_(std::move(world)) {}
 
-    /// As on hosts whose applications are folders: the outermost ".app" that holds the executable.
+    /// Like hosts whose applications are folders: the outermost ".app" that holds the executable.
     std::optional<Text> appPath(Pid pid, std::string_view executable) override {
         world_->asked.push_back("bundlePath " + std::to_string(pid));
         const auto scope = world_->appScopes.find(pid);

@@ -15,7 +15,7 @@
 
 namespace tolvane::fakes {
 
-/// One process of the fake world; what is none cannot be read.
+/// One process of the fake world; a record that is nullopt cannot be read.
 struct FakeProcess {
     Pid pid = 0;
     std::optional<BSDRecord> bsd = BSDRecord{};
@@ -27,7 +27,7 @@ struct FakeProcess {
     std::optional<Text> cwd;
     std::optional<bool> system;
     std::vector<int> ports;
-    /// It ends this long after a polite signal; none ignores it.
+    /// It ends this long after a polite signal; nullopt means it ignores the signal.
     std::optional<Seconds> endsAfter = Seconds{0};
 };
 
@@ -35,20 +35,20 @@ struct FakeProcess {
 struct FakeInstance {
     std::string identifier;
     std::optional<std::string> appPath;
-    /// It ends this long after it was asked to; none refuses.
+    /// It ends this long after a polite request; nullopt means it refuses.
     std::optional<Seconds> quitsAfter = Seconds{0};
     bool terminated = false;
-    /// How often it was asked politely, and how often not.
+    /// Polite requests, then forced ones.
     int asked = 0;
     int forced = 0;
 };
 
-/// The machine that a test describes: changed between calls, asked through the interfaces, and it records who asked
-/// for what. One world serves every interface of one host.
+/// The machine that a test describes: the test changes it between calls, the program asks it through the interfaces,
+/// and it records what was asked. One world serves every interface of one host.
 struct FakeWorld {
-    /// In listing order. Adding one leaves the others where they are.
+    /// In listing order. Adding one leaves references to the others valid.
     std::deque<FakeProcess> processes;
-    /// Pids that stand in the list though they are gone.
+    /// Pids that are still listed although their processes have gone.
     std::vector<Pid> ghosts;
     double nanosPerTick = 1;
 
@@ -64,25 +64,25 @@ struct FakeWorld {
 
     /// Bundle paths of processes that the desktop put into an application's scope, whatever their executable.
     std::map<Pid, std::string> appScopes;
-    /// By bundle path.
+    /// Keyed by bundle path.
     std::map<std::string, std::string, std::less<>> appIDs;
     std::map<std::string, std::string, std::less<>> displayNames;
     std::optional<FrontmostApplication> frontmost;
     bool canTellFrontmost = true;
     /// Pids that refuse a change of priority and every signal.
     std::set<Pid> shielded;
-    /// Running applications, those that have ended too.
+    /// Running applications, including those that have ended.
     std::deque<FakeInstance> instances;
-    /// What opening an application fails with.
+    /// The error with which opening an application fails.
     std::optional<std::string> openError;
     std::vector<Notification> notifications;
     int permissionRequests = 0;
     std::set<Pid> managedPIDs;
-    /// By "path argument argument …"; what is not here cannot be run.
+    /// Keyed by "path argument argument …"; a command that is not here cannot be run.
     std::map<std::string, std::string, std::less<>> childOutput;
-    /// Where a tool stands, by its name.
+    /// Paths of tools, by name.
     std::map<std::string, std::string, std::less<>> tools = {{"git", "/usr/bin/git"}};
-    /// The program said that its end is near; what is asked for all the same still runs.
+    /// The program announced that it is ending; requests made nevertheless still run.
     bool childrenEnded = false;
     std::vector<DetachedStart> started;
     /// Executables that cannot be started.
@@ -91,26 +91,26 @@ struct FakeWorld {
     LoginStatus loginStatus = LoginStatus::notRegistered;
     std::optional<std::string> loginError;
     std::string pasteboard;
-    /// By "path key".
+    /// Keyed by "path key".
     std::map<std::string, std::string, std::less<>> propertyLists;
 
     std::map<std::string, PreferenceValue, std::less<>> preferences;
     std::string home = "/home/ada";
-    /// Nothing can be stored here: a test that wants files names a folder of its own.
+    /// Nothing can be stored here: a test that needs files sets a folder of its own.
     std::string applicationSupport = "/dev/null/share";
     std::optional<std::string> syncFolder;
     bool windowVisible = false;
     /// The desktop has a place for the program's icon.
     bool hasTray = false;
 
-    /// What was asked, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "signal 15 12", "run /bin/ls",
+    /// Every request, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "signal 15 12", "run /bin/ls",
     /// "set rulesPaused", "reveal /a".
     std::vector<std::string> asked;
     std::vector<std::string> logLines;
 
     FakeProcess* find(Pid pid);
     std::size_t timesAsked(std::string_view question) const;
-    /// A process of this user with a name, an executable of that name and a start long ago.
+    /// Adds a process of this user that has this name, an executable of the same name and a start long ago.
     FakeProcess& add(Pid pid, std::string_view name);
 
     std::vector<std::pair<std::uint64_t, std::function<void(std::string)>>> activationObservers;
@@ -123,14 +123,13 @@ struct FakeWorld {
     void activate(const std::string& appPath);
     void press();
     void click(const std::optional<std::string>& section);
-    /// The process is gone.
     void end(Pid pid);
     void showWindow(bool visible);
-    /// A tray comes or goes.
+    /// Makes a tray appear or disappear.
     void setTray(bool present);
 };
 
-/// A host whose every part is the world's.
+/// A host whose parts all answer from the world.
 struct FakeHost {
     std::shared_ptr<FakeWorld> world = std::make_shared<FakeWorld>();
     Host host;

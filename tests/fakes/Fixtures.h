@@ -4,8 +4,8 @@
 
 namespace tolvane::fakes {
 
-/// The folder of files that were recorded on real machines: tests/fixtures. Only one source knows where the clone
-/// stands, so that all others compile to the same in every clone.
+/// The folder tests/fixtures, with files recorded on real machines. Only one source file knows where the clone lies, so
+/// that all others compile to the same code in every clone.
 std::string fixtures();
 
 }  // namespace tolvane::fakes

@@ -7,7 +7,7 @@
 
 namespace tolvane::fakes {
 
-/// Passes every question on; a test overrides the one that it wants to come between.
+/// Forwards every call; a test overrides the ones it wants to intercept.
 class ForwardingInspection : public ProcessInspection {
 public:
     explicit ForwardingInspection(std::unique_ptr<ProcessInspection> inner) : inner_(std::move(inner)) {}

@@ -6,8 +6,8 @@
 
 namespace tolvane::fakes {
 
-/// A state for a model to own whose address the test keeps: the one way past the model's verbs. `kept` holds as long as
-/// the model does.
+/// Makes a state for a model to own and keeps its address for the test: the one way past the model's verbs. `kept` is
+/// valid as long as the model exists.
 inline std::unique_ptr<ModelState> keptState(ModelState*& kept) {
     auto made = std::make_unique<ModelState>();
     kept = made.get();

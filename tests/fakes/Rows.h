@@ -10,7 +10,7 @@ namespace tolvane::fakes {
 inline constexpr std::uint64_t MiB = 1024 * 1024;
 inline constexpr std::uint64_t GiB = 1024 * MiB;
 
-/// A process of an ordinary user with an executable of its name, for a test to make more of.
+/// A process of an ordinary user with an executable of the same name, for a test to build on.
 inline ProcRow row(Pid pid, std::string_view name, std::uint64_t footprint = MiB) {
     ProcRow made;
     made.sample.pid = pid;

@@ -14,7 +14,7 @@ inline constexpr std::uint32_t someUser = 501;
 inline constexpr std::uint64_t megabyte = 1U << 20U;
 inline constexpr Date someNow{Seconds{800'000'000}};
 
-/// A user's process under no system folder: started an hour ago, unused since, 100 MB of which 10 are compressed.
+/// A user's process outside the system's folders: started an hour ago, unused since, 100 MB of which 10 are compressed.
 inline ProcRow row(Pid pid, Pid ppid, std::string_view name, TextList args = {}) {
     return {.sample = {.pid = pid,
                        .ppid = ppid,

@@ -17,9 +17,9 @@ constexpr double hours = 60, days = 24 * hours;
 struct Actor {
     Pid pid;
     std::string_view name;
-    /// Name of the application; empty for what is none.
+    /// Name of the application; empty outside applications.
     std::string_view app;
-    /// Folder below "/home/ada/Developer"; empty for none.
+    /// Folder below "/home/ada/Developer"; empty outside projects.
     std::string_view project;
     std::string_view session;
     double megabytes, compressedMegabytes, cpu, unusedMinutes, startedMinutes;

@@ -9,18 +9,18 @@
 
 namespace tolvane::fakes {
 
-/// A developer's machine in the middle of a working day, to look at and to test screens with: applications with
+/// A developer's machine in the middle of a working day, for looking at screens and testing them: applications with
 /// helpers, dev servers in projects, agents, a process of the system. The same date gives the same machine.
 struct SampleCast {
     Snapshot snapshot;
     std::map<Pid, std::vector<HistoryPoint>> history;
     std::vector<LoadPoint> loadHistory;
 
-    /// At `now`, with 12 cores of which 4 are efficiency cores.
+    /// The cast at `now`, with 12 cores of which 4 are efficiency cores.
     static SampleCast at(Date now);
-    /// `count` processes in groups of about ten, for measurements; `turn` moves figures and order.
+    /// `count` processes in groups of about ten, for measurements; `turn` changes values and order.
     static std::vector<ProcRow> crowd(int count, int turn, Date now);
-    /// Lets the host know the names of the cast's applications.
+    /// Gives the host the names of the cast's applications.
     static void nameApplications(FakeWorld& world);
 };
 

@@ -18,7 +18,7 @@ struct Sample {
     const char* subject;
     double megabytes;
     const char* rule;
-    /// None for what frees nothing.
+    /// Megabytes; nullopt for outcomes that free nothing.
     std::optional<double> freed;
 };
 

@@ -9,7 +9,7 @@
 
 namespace tolvane::fakes {
 
-/// A week of what rules did on the machine of the sample cast, and what is suggested there.
+/// A week of what rules did on the sample cast's machine, and the suggestions there.
 struct SampleLog {
     std::vector<Rule> rules;
     /// Newest first.

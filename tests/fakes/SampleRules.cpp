@@ -7,7 +7,7 @@ namespace tolvane::fakes {
 
 namespace {
 
-/// What the cast's processes of interpreters run.
+/// The commands that the cast's interpreters run.
 const std::map<Pid, TextList>& commands() {
     static const std::map<Pid, TextList> all = {
         {61544, {"node", "/home/ada/Developer/docs-site/node_modules/.bin/storybook"}},

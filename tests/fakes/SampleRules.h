@@ -13,7 +13,7 @@ struct SampleRules {
     std::vector<Rule> rules;
     std::vector<ProcRow> rows;
 
-    /// On the rows of the sample cast.
+    /// `rows` are those of the sample cast.
     static SampleRules on(std::vector<ProcRow> rows, FakeWorld& world);
 };
 

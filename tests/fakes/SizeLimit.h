@@ -6,7 +6,7 @@
 
 namespace tolvane::fakes {
 
-/// Files cannot grow past a size while this stands: a write is cut short there, as on a disk that fills up.
+/// While this exists, no file can grow past the size: a write is cut short there, as on a disk that fills up.
 class SizeLimit {
 public:
     explicit SizeLimit(rlim_t bytes) {

@@ -7,7 +7,7 @@
 
 namespace tolvane::fakes {
 
-/// A file system of a few pages, where the user has the right to mount one and the system has such.
+/// A file system of a few pages; mounted only where the system has such a file system and the user may mount it.
 class SmallDisk {
 public:
     SmallDisk();
@@ -16,7 +16,7 @@ public:
     ~SmallDisk();
 
     bool isMounted() const { return mounted_; }
-    /// From here on nothing on it changes.
+    /// After this, nothing on the disk can change.
     bool makeReadOnly() const;
     std::string operator/(std::string_view name) const { return folder_ / name; }
 

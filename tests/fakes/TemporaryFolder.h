@@ -9,7 +9,7 @@
 
 namespace tolvane::fakes {
 
-/// A new empty folder that goes with this object.
+/// A new empty folder, removed together with this object.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -25,15 +25,15 @@ public:
 
     const std::filesystem::path& path() const { return path_; }
     std::string operator/(std::string_view name) const { return (path_ / name).string(); }
-    /// Writes a file, its folders first.
+    /// Writes a file, creating its folders first.
     void write(std::string_view name, std::string_view text) const {
         std::filesystem::create_directories((path_ / name).parent_path());
-        // Anew, for a file system may flush one that is cut and filled again.
+        // Remove it first: a file system may flush a file that is truncated and rewritten.
         std::filesystem::remove(path_ / name);
         std::ofstream(path_ / name, std::ios::binary) << text;
     }
 
-    /// The bytes of a file; empty when it is not there.
+    /// The bytes of a file; empty when the file does not exist.
     std::string read(std::string_view name) const {
         std::ifstream file(path_ / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};

@@ -9,8 +9,8 @@
 
 namespace tolvane::fakes {
 
-/// Time that stands still until a test turns it. Calls that fall due run in the order of their times, and each sees
-/// `now` as its own time.
+/// Time that stands still until a test advances it. Calls run in the order in which they fall due, and each sees its
+/// own due time as `now`.
 class VirtualClock : public Clock {
 public:
     explicit VirtualClock(Date start = Date{Seconds{800'000'000}}) : now_(start) {}
@@ -19,11 +19,11 @@ public:
     Seconds steadyTime() const override { return now().time_since_epoch() - setBy_.load(); }
     Subscription after(Seconds delay, Seconds tolerance, std::function<void()> passed) override;
 
-    /// Turns the clock; waiters within the span run, those that they set up too.
+    /// Advances the clock and runs the calls that fall due, including those they schedule in turn.
     void advance(Seconds span);
-    /// Turns the clock without running anything, as a machine that sleeps does.
+    /// Moves the clock without running anything, as on a machine that sleeps.
     void jumpTo(Date date) { now_ = date; }
-    /// Somebody sets the wall clock: no time passes.
+    /// Sets the wall clock, as a user would: no time passes.
     void setTo(Date date) {
         setBy_ = setBy_.load() + (date - now());
         now_ = date;

@@ -2,7 +2,7 @@
 
 namespace tolvane::fakes {
 
-// A Mac has disks in memory too, but no call that mounts one.
+// macOS has disks in memory too, but no call that mounts one.
 SmallDisk::SmallDisk() : mounted_(false) {}
 SmallDisk::~SmallDisk() = default;
 bool SmallDisk::makeReadOnly() const { return mounted_; }
