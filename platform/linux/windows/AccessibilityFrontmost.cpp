@@ -154,6 +154,9 @@ private:
     void activated(const Place& place) {
         if (place == turn_) return;
         turn_ = place;
+        // A program that crashes does not report that its window was deactivated. Listening starts before the question,
+        // since the bus handles both in order: a program that ends in between is noticed either way.
+        senderLife_ = events_->onSignal(BusWords::ownerChanges(turn_.sender), [this](const BusSignal&) { forget(); });
         events_->call(BusWords::processOf(place.sender), [weak = weak_from_this(), place](const BusAnswer& answer) {
             const auto self = weak.lock();
             if (self && self->turn_ == place) self->show(answer.value);
@@ -165,8 +168,6 @@ private:
         std::uint32_t pid = 0;
         g_variant_get(answer, "(u)", &pid);
         window = FrontWindow{.pid = static_cast<Pid>(pid)};
-        // A program that crashes does not report that its window was deactivated.
-        senderLife_ = events_->onSignal(BusWords::ownerChanges(turn_.sender), [this](const BusSignal&) { forget(); });
         observers.tell();
     }
 
