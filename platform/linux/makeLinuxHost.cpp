@@ -80,7 +80,7 @@ Host makeLinuxHost(const Environment& environment, const PreferencesLayer& layer
     addDesktop(host, *applications, *folders, environment, clock, std::move(toolkit));
     host.applications = std::move(applications);
     host.services = std::make_unique<LinuxServiceManager>();
-    host.children = std::make_unique<LinuxChildProcesses>();
+    host.children = std::make_unique<LinuxChildProcesses>(environment("PATH").value_or(""));
     host.propertyLists = std::make_unique<LinuxPropertyLists>();
     host.pressure = std::make_unique<PSIMemoryPressure>();
     host.preferences = std::move(stored);

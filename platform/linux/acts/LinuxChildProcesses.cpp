@@ -7,13 +7,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <utility>
 
+#include "base/files/Files.h"
 #include "platform/linux/acts/SpawnPlan.h"
+#include "platform/linux/text/Scan.h"
 
 namespace tolvane::linuxhost {
 
@@ -50,7 +53,8 @@ void abandon(pid_t pid) {
 
 }  // namespace
 
-LinuxChildProcesses::LinuxChildProcesses() : ended_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+LinuxChildProcesses::LinuxChildProcesses(std::string searchPath)
+    : searchPath_(std::move(searchPath)), ended_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 LinuxChildProcesses::~LinuxChildProcesses() {
     end();
@@ -140,18 +144,26 @@ std::optional<int> LinuxChildProcesses::exitStatus(pid_t pid) const {
 }
 
 std::optional<std::string> LinuxChildProcesses::find(std::string_view tool) {
-    for (auto& place : toolPlaces(tool)) {
+    for (auto& place : toolPlaces(tool, searchPath_)) {
         if (isExecutable(place)) return std::move(place);
     }
     return std::nullopt;
 }
 
-std::vector<std::string> toolPlaces(std::string_view tool) {
-    if (tool == "docker") return {"/usr/local/bin/docker", "/usr/bin/docker"};
-    if (tool == "git") return {"/usr/bin/git"};
-    return {};
+std::vector<std::string> toolPlaces(std::string_view tool, std::string_view searchPath) {
+    std::vector<std::string> places;
+    const auto add = [&](std::string_view folder) {
+        auto place = std::string(folder) + "/" + std::string(tool);
+        if (std::ranges::find(places, place) == places.end()) places.push_back(std::move(place));
+    };
+    while (!searchPath.empty()) {
+        const auto folder = Scan::take(searchPath, ':');
+        if (folder.starts_with('/')) add(folder);
+    }
+    for (const std::string_view folder : {"/usr/local/bin", "/usr/bin"}) add(folder);
+    return places;
 }
 
-bool isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
+bool isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0 && !Files::isFolder(path); }
 
 }  // namespace tolvane::linuxhost

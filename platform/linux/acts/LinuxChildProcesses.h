@@ -14,17 +14,19 @@
 
 namespace tolvane::linuxhost {
 
-/// The paths at which a tool is looked for, in order; empty for an unknown tool.
-std::vector<std::string> toolPlaces(std::string_view tool);
+/// The paths at which a tool is looked for, in order: the folders of `searchPath`, in the form of PATH, and then the
+/// usual places. Relative folders are skipped, since they lead elsewhere from each working folder.
+std::vector<std::string> toolPlaces(std::string_view tool, std::string_view searchPath);
 
-/// Whether this user may run the file.
+/// Whether this user may run the file; false for folders.
 bool isExecutable(const std::string& path);
 
 /// Runs tools as child processes, as many at a time as there are callers. There is no time limit: a tool that hangs
 /// blocks its caller until `end`. The destructor kills running tools and waits for the callers.
 class LinuxChildProcesses : public ChildProcesses {
 public:
-    LinuxChildProcesses();
+    /// `searchPath` as in PATH.
+    explicit LinuxChildProcesses(std::string searchPath = {});
     ~LinuxChildProcesses() override;
     LinuxChildProcesses(const LinuxChildProcesses&) = delete;
     LinuxChildProcesses& operator=(const LinuxChildProcesses&) = delete;
@@ -46,6 +48,7 @@ private:
     /// The child's exit status; nullopt when it ended any other way.
     std::optional<int> exitStatus(pid_t pid) const;
 
+    const std::string searchPath_;
     /// Readable once `end` was called.
     FileDescriptor ended_;
     std::mutex mutex_;

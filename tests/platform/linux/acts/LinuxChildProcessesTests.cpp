@@ -113,6 +113,7 @@ TEST_F(LinuxChildProcessesTest, knowWhatCanBeRun) {
     EXPECT_TRUE(isExecutable("/bin/sh"));
     EXPECT_FALSE(isExecutable("/etc/passwd"));
     EXPECT_FALSE(isExecutable("/nowhere/tool"));
+    EXPECT_FALSE(isExecutable("/tmp")) << "a folder";
     const auto script = folder.write("tool", "#!/bin/sh\necho it ran\n");
     EXPECT_FALSE(isExecutable(script));
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
@@ -121,10 +122,20 @@ TEST_F(LinuxChildProcessesTest, knowWhatCanBeRun) {
 }
 
 TEST_F(LinuxChildProcessesTest, knowThePlacesOfTheirTools) {
-    EXPECT_THAT(toolPlaces("docker"), ::testing::ElementsAre("/usr/local/bin/docker", "/usr/bin/docker"));
-    EXPECT_THAT(toolPlaces("git"), ::testing::ElementsAre("/usr/bin/git"));
+    EXPECT_THAT(toolPlaces("docker", ""), ::testing::ElementsAre("/usr/local/bin/docker", "/usr/bin/docker"));
+    EXPECT_THAT(toolPlaces("docker", "/home/ada/bin::relative:/usr/bin"),
+                ::testing::ElementsAre("/home/ada/bin/docker", "/usr/bin/docker", "/usr/local/bin/docker"));
     EXPECT_EQ(children.find("no-such-tool"), std::nullopt);
     EXPECT_EQ(children.find("git").has_value(), isExecutable("/usr/bin/git"));
+}
+
+TEST(LinuxChildProcesses, aToolOfTheUsersOwnComesFirst) {
+    const TemporaryFolder folder;
+    const auto client = folder.write("bin/docker", "#!/bin/sh\n");
+    LinuxChildProcesses children(folder.at("bin") + ":/usr/bin");
+    EXPECT_NE(children.find("docker"), client) << "not executable yet";
+    std::filesystem::permissions(client, std::filesystem::perms::owner_all);
+    EXPECT_EQ(children.find("docker"), client);
 }
 
 class EndedWhileRunning : public ::testing::TestWithParam<const char*> {};
