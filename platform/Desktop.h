@@ -9,8 +9,6 @@ class Desktop {
 public:
     virtual ~Desktop() = default;
 
-    /// Shows the file or folder selected in the file manager.
-    virtual void reveal(const std::string& path) = 0;
     /// Opens the file with the user's default program for it.
     virtual void open(const std::string& path) = 0;
     /// Puts the text on the clipboard.

@@ -56,8 +56,6 @@ public:
     virtual std::optional<VirtualMemoryCounters> virtualMemory() const = 0;
     /// Bytes per page.
     virtual std::uint64_t pageSize() const = 0;
-    /// Sums over all cores.
-    virtual std::optional<CPUTicks> totalTicks() const = 0;
     /// One per core; the efficiency cores come first.
     virtual std::optional<std::vector<CPUTicks>> ticksPerCore() const = 0;
     /// Logical cores that take work now.

@@ -29,8 +29,6 @@ public:
         if (!found || !std::holds_alternative<Type>(*found)) return std::nullopt;
         return std::get<Type>(*found);
     }
-    /// True unless false is stored.
-    bool unlessTurnedOff(std::string_view key) const { return get<bool>(key).value_or(true); }
 };
 
 /// Puts this run's values on top of the stored preferences; null leaves them as stored.

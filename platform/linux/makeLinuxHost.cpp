@@ -48,7 +48,7 @@ void addDesktop(Host& host, LinuxApplications& applications, const LinuxFolders&
     host.notifications = std::make_unique<LinuxNotifications>(bus);
     host.appearance = std::make_unique<PortalAppearance>(bus);
     host.loginItem = std::make_unique<XDGAutostart>(XDGAutostart::placesFor(folders, environment));
-    host.desktop = std::make_unique<LinuxDesktop>(bus, launcher, std::move(toolkit.copyText));
+    host.desktop = std::make_unique<LinuxDesktop>(launcher, std::move(toolkit.copyText));
     const auto events = std::make_shared<XEvents>(environment("DISPLAY").value_or(""));
     host.trays = std::make_unique<LinuxTrays>(bus, events, toolkit.drawsOnX11);
     host.covers = std::make_unique<XCovers>(events, toolkit.drawsOnX11);

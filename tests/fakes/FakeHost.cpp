@@ -112,7 +112,6 @@ public:
     std::optional<SwapUsage> swapUsage() const override { return world_->swapUsage; }
     std::optional<VirtualMemoryCounters> virtualMemory() const override { return world_->virtualMemory; }
     std::uint64_t pageSize() const override { return world_->pageSize; }
-    std::optional<CPUTicks> totalTicks() const override { return world_->totalTicks; }
     std::optional<std::vector<CPUTicks>> ticksPerCore() const override { return world_->ticksPerCore; }
     int activeCores() const override { return world_->activeCores; }
     std::optional<int> efficiencyCores() const override { return world_->efficiencyCores; }
@@ -289,7 +288,6 @@ class Favours : public Desktop {
 public:
     explicit Favours(World world) : world_(std::move(world)) {}
 
-    void reveal(const std::string& path) override { world_->asked.push_back("reveal " + path); }
     void open(const std::string& path) override { world_->asked.push_back("openFile " + path); }
     void copyText(const std::string& text) override { world_->pasteboard = text; }
 

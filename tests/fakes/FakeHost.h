@@ -57,7 +57,6 @@ struct FakeWorld {
     std::optional<SwapUsage> swapUsage;
     std::optional<VirtualMemoryCounters> virtualMemory;
     std::uint64_t pageSize = 4096;
-    std::optional<CPUTicks> totalTicks;
     std::optional<std::vector<CPUTicks>> ticksPerCore = std::vector<CPUTicks>(4);
     int activeCores = 4;
     std::optional<int> efficiencyCores;
@@ -104,7 +103,7 @@ struct FakeWorld {
     bool hasTray = false;
 
     /// Every request, in order: "bsdRecord 12", "bundleIdentifier /A.app", "lower 12", "signal 15 12", "run /bin/ls",
-    /// "set rulesPaused", "reveal /a".
+    /// "set rulesPaused", "openFile /a".
     std::vector<std::string> asked;
     std::vector<std::string> logLines;
 

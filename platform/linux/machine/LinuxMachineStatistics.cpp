@@ -116,13 +116,6 @@ std::optional<VirtualMemoryCounters> LinuxMachineStatistics::virtualMemory() con
     return shareOut(*memory, compressedMemory(*memory), pagesSwappedIn.value_or(0), pageSize_);
 }
 
-std::optional<CPUTicks> LinuxMachineStatistics::totalTicks() const {
-    const auto text = stat_.read();
-    const auto ticks = text ? parseTicks(*text) : std::nullopt;
-    if (!ticks) return std::nullopt;
-    return ticks->total;
-}
-
 std::optional<std::vector<CPUTicks>> LinuxMachineStatistics::ticksPerCore() const {
     const auto text = stat_.read();
     auto ticks = text ? parseTicks(*text) : std::nullopt;

@@ -32,7 +32,6 @@ public:
     std::optional<SwapUsage> swapUsage() const override;
     std::optional<VirtualMemoryCounters> virtualMemory() const override;
     std::uint64_t pageSize() const override { return pageSize_; }
-    std::optional<CPUTicks> totalTicks() const override;
     std::optional<std::vector<CPUTicks>> ticksPerCore() const override;
     int activeCores() const override;
     std::optional<int> efficiencyCores() const override;

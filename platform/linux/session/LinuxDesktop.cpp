@@ -2,7 +2,7 @@
 
 #include <gio/gdesktopappinfo.h>
 
-#include <filesystem>
+#include <utility>
 
 #include "base/files/Files.h"
 #include "platform/linux/text/ExecLine.h"
@@ -30,33 +30,15 @@ std::string handlerOf(const std::string& path) {
     return file == nullptr ? std::string() : std::string(file);
 }
 
-void openWith(Launcher& launcher, const std::string& path) {
-    const std::string handler = handlerOf(path);
-    if (!handler.empty()) launcher.launch(handler, {path}, [](const auto&) {});
-}
-
 }  // namespace
 
-LinuxDesktop::LinuxDesktop(std::shared_ptr<SessionBus> bus, std::shared_ptr<Launcher> launcher, CopyText copyText)
-    : bus_(std::move(bus)), launcher_(std::move(launcher)), copyText_(std::move(copyText)) {}
+LinuxDesktop::LinuxDesktop(std::shared_ptr<Launcher> launcher, CopyText copyText)
+    : launcher_(std::move(launcher)), copyText_(std::move(copyText)) {}
 
-void LinuxDesktop::reveal(const std::string& path) {
-    const std::string address = fileAddress(path);
-    if (address.empty()) return;
-    const char* list[] = {address.c_str(), nullptr};
-    SessionBus::Call call{.destination = "org.freedesktop.FileManager1",
-                          .path = "/org/freedesktop/FileManager1",
-                          .interface = "org.freedesktop.FileManager1",
-                          .method = "ShowItems",
-                          .arguments = taken(g_variant_new("(^ass)", list, ""))};
-    bus_->call(std::move(call), [launcher = std::weak_ptr(launcher_), path](const BusAnswer& answer) {
-        const auto kept = launcher.lock();
-        if (answer.value != nullptr || answer.timedOut || !kept) return;
-        openWith(*kept, std::filesystem::path(path).parent_path().string());
-    });
+void LinuxDesktop::open(const std::string& path) {
+    const std::string handler = handlerOf(path);
+    if (!handler.empty()) launcher_->launch(handler, {path}, [](const auto&) {});
 }
-
-void LinuxDesktop::open(const std::string& path) { openWith(*launcher_, path); }
 
 void LinuxDesktop::copyText(const std::string& text) {
     if (copyText_) copyText_(text);

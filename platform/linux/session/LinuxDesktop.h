@@ -6,26 +6,21 @@
 
 #include "platform/Desktop.h"
 #include "platform/linux/applications/DesktopLauncher.h"
-#include "platform/linux/bus/SessionBus.h"
 
 namespace tolvane::linuxhost {
 
-/// Small services of a Linux desktop: its file manager over the bus, the user's programs by file type, and the
-/// toolkit's clipboard. Main thread.
+/// Small services of a Linux desktop: the user's programs by file type, and the toolkit's clipboard. Main thread.
 class LinuxDesktop : public Desktop {
 public:
     using CopyText = std::function<void(const std::string& text)>;
 
-    LinuxDesktop(std::shared_ptr<SessionBus> bus, std::shared_ptr<Launcher> launcher, CopyText copyText);
+    LinuxDesktop(std::shared_ptr<Launcher> launcher, CopyText copyText);
 
-    /// Opens the containing folder when no file manager is on the bus.
-    void reveal(const std::string& path) override;
     /// A folder opens in the file manager.
     void open(const std::string& path) override;
     void copyText(const std::string& text) override;
 
 private:
-    std::shared_ptr<SessionBus> bus_;
     std::shared_ptr<Launcher> launcher_;
     CopyText copyText_;
 };

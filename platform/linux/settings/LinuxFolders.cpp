@@ -70,7 +70,6 @@ LinuxFolders::LinuxFolders(const Environment& environment)
     : home_(homeFrom(environment)),
       dataHome_(absolute(environment("XDG_DATA_HOME")).value_or(below(home_, ".local/share"))),
       configHome_(absolute(environment("XDG_CONFIG_HOME")).value_or(below(home_, ".config"))),
-      stateHome_(absolute(environment("XDG_STATE_HOME")).value_or(below(home_, ".local/state"))),
       dataFolders_(dataFoldersFrom(environment, dataHome_)) {}
 
 std::optional<std::string> homeOfAccount(unsigned uid) {

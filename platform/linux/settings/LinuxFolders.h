@@ -27,8 +27,6 @@ public:
     void setSyncFolderChoice(std::function<std::optional<std::string>()> choice) { chosenSync_ = std::move(choice); }
     /// XDG_CONFIG_HOME, by default ~/.config.
     std::string configHome() const { return configHome_; }
-    /// XDG_STATE_HOME, by default ~/.local/state.
-    std::string stateHome() const { return stateHome_; }
     /// The folders with desktop entries, the most important first: the data home, then XDG_DATA_DIRS, by default
     /// /usr/local/share and /usr/share.
     std::vector<std::string> dataFolders() const { return dataFolders_; }
@@ -37,7 +35,6 @@ private:
     std::string home_;
     std::string dataHome_;
     std::string configHome_;
-    std::string stateHome_;
     std::vector<std::string> dataFolders_;
     std::function<std::optional<std::string>()> chosenSync_;
 };

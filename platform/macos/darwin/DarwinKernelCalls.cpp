@@ -55,9 +55,6 @@ void addMachine(KernelCalls& calls) {
     calls.hostStatistics64 = [](Port host, int flavour, void* record, std::uint32_t* count) {
         return host_statistics64(host, flavour, static_cast<host_info64_t>(record), count);
     };
-    calls.hostStatistics = [](Port host, int flavour, void* record, std::uint32_t* count) {
-        return host_statistics(host, flavour, static_cast<host_info_t>(record), count);
-    };
     calls.coreStatistics = &coreStatistics;
     calls.ownTask = [] { return Port{mach_task_self()}; };
     calls.machine = [] { return Port{mach_host_self()}; };

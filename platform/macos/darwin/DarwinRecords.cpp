@@ -79,7 +79,7 @@ static_assert(resourceUsageVersion == RUSAGE_INFO_V6);
 static_assert(socketDescriptor == PROX_FDTYPE_SOCKET && tcpSocket == SOCKINFO_TCP && listeningState == TSI_S_LISTEN);
 static_assert(kernelName == CTL_KERN && argumentsName == KERN_PROCARGS2);
 static_assert(taskMemoryFlavour == TASK_VM_INFO && machineMemoryFlavour == HOST_VM_INFO64);
-static_assert(cpuLoadFlavour == HOST_CPU_LOAD_INFO && coreLoadFlavour == PROCESSOR_CPU_LOAD_INFO);
+static_assert(coreLoadFlavour == PROCESSOR_CPU_LOAD_INFO);
 static_assert(darwinProcess == PRIO_DARWIN_PROCESS && backgroundPriority == PRIO_DARWIN_BG);
 static_assert(appendToLog == (O_WRONLY | O_CREAT | O_APPEND) && logMode == 0644);
 static_assert(ownSession == POSIX_SPAWN_SETSID && closeByDefault == POSIX_SPAWN_CLOEXEC_DEFAULT);

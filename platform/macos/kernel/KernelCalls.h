@@ -33,11 +33,10 @@ struct KernelCalls {
 
     std::function<Timebase()> timebase;
     std::function<Port()> ownTask;
-    /// These five return 0 on success. Counts are 32-bit words: the room, then what was filled.
+    /// These four return 0 on success. Counts are 32-bit words: the room, then what was filled.
     std::function<int(Port own, Pid pid, Port* task)> taskName;
     std::function<int(Port task, int flavour, void* record, std::uint32_t* count)> taskInfo;
     std::function<int(Port host, int flavour, void* record, std::uint32_t* count)> hostStatistics64;
-    std::function<int(Port host, int flavour, void* record, std::uint32_t* count)> hostStatistics;
     /// The caller must give the block back.
     std::function<int(Port host, int flavour, std::uint32_t* cores, const std::uint32_t** block, std::uint32_t* count)>
         coreStatistics;

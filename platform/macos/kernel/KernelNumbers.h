@@ -22,7 +22,6 @@ inline constexpr int argumentsName = 49;
 
 inline constexpr int taskMemoryFlavour = 22;
 inline constexpr int machineMemoryFlavour = 4;
-inline constexpr int cpuLoadFlavour = 3;
 inline constexpr int coreLoadFlavour = 2;
 
 inline constexpr int darwinProcess = 4;

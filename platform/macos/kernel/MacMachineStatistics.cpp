@@ -87,15 +87,6 @@ std::uint64_t MacMachineStatistics::pageSize() const {
     return static_cast<std::uint64_t>(std::max(0, kernel_->pageSize()));
 }
 
-std::optional<CPUTicks> MacMachineStatistics::totalTicks() const {
-    const PortRight machine(*kernel_, kernel_->machine());
-    CoreTicks ticks{};
-    std::uint32_t words = ticks.size();
-    if (kernel_->hostStatistics(machine.get(), cpuLoadFlavour, ticks.data(), &words) != 0) return std::nullopt;
-    if (words < ticks.size()) return std::nullopt;
-    return ticksOf(ticks);
-}
-
 std::optional<std::vector<CPUTicks>> MacMachineStatistics::ticksPerCore() const {
     const PortRight machine(*kernel_, kernel_->machine());
     std::uint32_t cores = 0;

@@ -15,7 +15,6 @@ public:
     std::optional<SwapUsage> swapUsage() const override;
     std::optional<VirtualMemoryCounters> virtualMemory() const override;
     std::uint64_t pageSize() const override;
-    std::optional<CPUTicks> totalTicks() const override;
     std::optional<std::vector<CPUTicks>> ticksPerCore() const override;
     int activeCores() const override;
     std::optional<int> efficiencyCores() const override;

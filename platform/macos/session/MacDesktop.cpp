@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "base/files/Files.h"
 #include "platform/macos/objc/Foundation.h"
 
 namespace tolvane::machost {
@@ -10,14 +9,6 @@ namespace tolvane::machost {
 MacDesktop::MacDesktop(ObjC runtime) : runtime_(std::move(runtime)) {}
 
 Id MacDesktop::workspace() const { return runtime_->send(runtime_->classNamed("NSWorkspace"), "sharedWorkspace"); }
-
-void MacDesktop::reveal(const std::string& path) {
-    const Pool pool(*runtime_);
-    const bool folder = Files::isFolder(path);
-    const Id file = folder ? Id{} : Foundation::string(*runtime_, path);
-    const Id root = Foundation::string(*runtime_, folder ? path : std::string());
-    runtime_->send<bool>(workspace(), "selectFile:inFileViewerRootedAtPath:", file, root);
-}
 
 void MacDesktop::open(const std::string& path) {
     const Pool pool(*runtime_);

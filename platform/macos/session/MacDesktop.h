@@ -10,8 +10,6 @@ class MacDesktop : public Desktop {
 public:
     explicit MacDesktop(ObjC runtime);
 
-    /// A folder is opened in the Finder, a file selected in its folder.
-    void reveal(const std::string& path) override;
     void open(const std::string& path) override;
     void copyText(const std::string& text) override;
 

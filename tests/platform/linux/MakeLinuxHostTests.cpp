@@ -54,7 +54,6 @@ TEST(MakeLinuxHost, withoutADesktopItsPartsSaySo) {
     const auto kept = host.frontmost->onActivation([](const std::string&) { FAIL(); });
     EXPECT_THAT(host.running->withAppID("org.example.Nothing"), ::testing::IsEmpty());
     host.notifications->post({.identifier = "1", .title = "t", .body = "b"});
-    host.desktop->reveal("/nowhere/at/all");
     host.desktop->open("/nowhere/at/all");
     host.desktop->copyText("text");
     EXPECT_EQ(host.loginItem->status(), LoginStatus::notRegistered);

@@ -155,11 +155,6 @@ void FakeKernel::addMachineCalls() {
         *count = 40;
         return 0;
     };
-    calls.hostStatistics = [this](Port host, int flavour, void* record, std::uint32_t* count) {
-        if (host != machinePort || flavour != 3 || *count != 4) return 4;
-        std::memcpy(record, total.data(), sizeof total);
-        return 0;
-    };
     calls.coreStatistics = [this](Port, int, std::uint32_t* cores, const std::uint32_t** block, std::uint32_t* count) {
         *cores = coreCount;
         *block = coreWords.data();

@@ -46,7 +46,6 @@ public:
     std::map<Pid, FakeMacProcess> processes;
     std::map<std::string, std::string> values;
     MachineMemory memory;
-    CoreTicks total{};
     std::vector<std::uint32_t> coreWords;
     std::uint32_t coreCount = 0;
     /// Port rights and blocks handed out and not given back.

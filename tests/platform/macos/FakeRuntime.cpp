@@ -121,7 +121,7 @@ std::string FakeRuntime::wordsOf(const Value& value) const {
     return words.str();
 }
 
-/// "[workspace selectFile:nil inFileViewerRootedAtPath:"/a"]"
+/// "[workspace openURL:url /a]"
 std::string FakeRuntime::wordsOf(const Message& message) const {
     std::string words = "[" + wordsOf(Value(message.receiver)) + " ";
     std::string_view selector = message.selector;

@@ -42,7 +42,6 @@ const std::vector<KnownMethod>& knownMethods() {
         {"NSWorkspace", "frontmostApplication", "@"},
         {"NSWorkspace", "openApplicationAtURL:configuration:completionHandler:", "v@@@"},
         {"NSWorkspace", "openURL:", "B@"},
-        {"NSWorkspace", "selectFile:inFileViewerRootedAtPath:", "B@@"},
         {"NSWorkspace", "iconForFile:", "@@"},
         {"NSWorkspaceOpenConfiguration", "configuration", "@"},
         {"NSWorkspaceOpenConfiguration", "setPromptsUserIfNeeded:", "vB"},

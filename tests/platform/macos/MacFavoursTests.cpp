@@ -58,9 +58,9 @@ TEST_F(MacPreferencesTest, aNumberOfAnotherTypeCountsAsAbsent) {
     preferences_.set("openInterval", 2.5);
     EXPECT_FALSE(preferences_.get<std::int64_t>("openInterval"));
     preferences_.set("notifyOnAction", std::int64_t{0});
-    EXPECT_TRUE(preferences_.unlessTurnedOff("notifyOnAction"));
+    EXPECT_FALSE(preferences_.get<bool>("notifyOnAction"));
     preferences_.set("notifyOnAction", false);
-    EXPECT_FALSE(preferences_.unlessTurnedOff("notifyOnAction"));
+    EXPECT_EQ(preferences_.get<bool>("notifyOnAction"), false);
 }
 
 class MacPropertyListsTest : public FrameworksTest {
@@ -130,16 +130,6 @@ protected:
 
     MacDesktop desktop_{fake_.runtime()};
 };
-
-TEST_F(MacDesktopTest, aFolderIsOpenedAndAFileSelected) {
-    const fakes::TemporaryFolder folder;
-    desktop_.reveal(folder.path());
-    EXPECT_EQ(fake_.sent.back(),
-              "[workspace selectFile:nil inFileViewerRootedAtPath:\"" + folder.path().native() + "\"]");
-    folder.write("log", "");
-    desktop_.reveal(folder / "log");
-    EXPECT_EQ(fake_.sent.back(), "[workspace selectFile:\"" + (folder / "log") + "\" inFileViewerRootedAtPath:\"\"]");
-}
 
 TEST_F(MacDesktopTest, opensAFile) {
     desktop_.open("/home/ada/site.log");

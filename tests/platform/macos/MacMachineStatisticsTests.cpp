@@ -116,22 +116,6 @@ TEST_F(MacMachineStatisticsTest, aPressureLevelOfAnotherNumberIsNormal) {
     EXPECT_EQ(SystemMemory::read(machine()).pressure, Pressure::critical);
 }
 
-TEST_F(MacMachineStatisticsTest, readsTheTicksOfAllCoresTogether) {
-    kernel_.total = {1, 2, 3, 4};
-    EXPECT_THAT(machine().totalTicks(), Optional(CPUTicks{.user = 1, .system = 2, .idle = 3, .nice = 4}));
-    EXPECT_EQ(kernel_.portsOut, 0);
-}
-
-TEST_F(MacMachineStatisticsTest, noTotalOnFailureOrWhenItIsCutShort) {
-    kernel_.calls.hostStatistics = [](Port, int, void*, std::uint32_t*) { return 4; };
-    EXPECT_FALSE(machine().totalTicks());
-    kernel_.calls.hostStatistics = [](Port, int, void*, std::uint32_t* count) {
-        *count = 3;
-        return 0;
-    };
-    EXPECT_FALSE(machine().totalTicks());
-}
-
 TEST_F(MacMachineStatisticsTest, readsTheTicksOfEachCoreAndGivesTheBlockBack) {
     kernel_.coreCount = 2;
     kernel_.coreWords = {1, 2, 3, 4, 5, 6, 7, 8};

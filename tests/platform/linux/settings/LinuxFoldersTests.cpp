@@ -16,7 +16,6 @@ TEST(LinuxFolders, defaultsLieBelowHome) {
     EXPECT_EQ(folders.home(), "/home/ada");
     EXPECT_EQ(folders.applicationSupport(), "/home/ada/.local/share");
     EXPECT_EQ(folders.configHome(), "/home/ada/.config");
-    EXPECT_EQ(folders.stateHome(), "/home/ada/.local/state");
     EXPECT_THAT(folders.dataFolders(), ElementsAre("/home/ada/.local/share", "/usr/local/share", "/usr/share"));
 }
 
@@ -24,11 +23,9 @@ TEST(LinuxFolders, variablesReplaceTheDefaults) {
     const LinuxFolders folders(environmentOf({{"HOME", "/home/ada"},
                                               {"XDG_DATA_HOME", "/data"},
                                               {"XDG_CONFIG_HOME", "/config"},
-                                              {"XDG_STATE_HOME", "/state"},
                                               {"XDG_DATA_DIRS", "/opt/share:/usr/share"}}));
     EXPECT_EQ(folders.applicationSupport(), "/data");
     EXPECT_EQ(folders.configHome(), "/config");
-    EXPECT_EQ(folders.stateHome(), "/state");
     EXPECT_THAT(folders.dataFolders(), ElementsAre("/data", "/opt/share", "/usr/share"));
 }
 

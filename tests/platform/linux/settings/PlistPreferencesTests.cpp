@@ -90,7 +90,7 @@ TEST_F(PlistPreferencesTest, aValueOfAnotherTypeCountsAsAbsent) {
     store("<dict><key>openInterval</key><string>5</string><key>warnSwapGrowth</key><integer>0</integer></dict>");
     const PlistPreferences preferences = open();
     EXPECT_EQ(preferences.get<std::int64_t>("openInterval"), std::nullopt);
-    EXPECT_TRUE(preferences.unlessTurnedOff("warnSwapGrowth"));
+    EXPECT_EQ(preferences.get<bool>("warnSwapGrowth"), std::nullopt);
 }
 
 TEST_F(PlistPreferencesTest, aDictionaryWithMoreThanDatesIsNoMapOfDates) {
