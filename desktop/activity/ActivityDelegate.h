@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// Draws the cells of the activity table: what a rule did in full voice, what it would have done in a quieter one.
+/// Draws the cells of the activity table. Acts have full contrast; what a log-only rule would have done is muted.
 class ActivityDelegate : public QAbstractItemDelegate {
     Q_OBJECT
 
@@ -15,11 +15,11 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    /// The tooltip shows what the cell had no room for.
+    /// Shows a tooltip when the cell's text was cut.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
-    /// Where the text of a column stands: text after a column of numbers keeps its distance from them.
+    /// Where the text of a column goes: text after a column of numbers keeps its distance from them.
     static QRect cellText(QRect cell, int column, Qt::LayoutDirection direction);
 
 private:

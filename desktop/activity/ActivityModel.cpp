@@ -37,7 +37,7 @@ std::vector<std::uint32_t> ActivityModel::rowsNow() const {
     return rows;
 }
 
-/// The log only grows at its top, so what lies between the two ends is as it was.
+/// The log only grows at its top, so comparing both ends is enough: everything between them is unchanged.
 bool ActivityModel::growsTo(const std::vector<std::uint32_t>& rows) const {
     if (rows_.empty() || rows.size() < rows_.size()) return false;
     const auto added = rows.size() - rows_.size();

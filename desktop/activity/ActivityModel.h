@@ -8,19 +8,19 @@
 
 namespace tolvane::desktop {
 
-/// The activity table as views of the toolkit want it. Rows are places in the log, so a long log costs four
-/// bytes an entry; texts are made when a view asks. Main thread.
+/// The activity log as an item model. A row is a place in the log, so a long log costs four bytes an entry; texts are
+/// made when a view asks for them. Main thread.
 class ActivityModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    /// Whether the text of an entry is a quiet one.
+    /// Whether the entry is drawn muted.
     static constexpr int dryRunRole = Qt::UserRole + 1;
 
     /// `view` outlives the model.
     explicit ActivityModel(const ActivityView& view, QObject* parent = nullptr);
 
-    /// Takes the log as it is now. New entries on top move the others down; any other change is another list.
+    /// Takes the log as it is now. New entries at the top are inserted; any other change resets the model.
     void refresh();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -35,7 +35,7 @@ private:
     bool growsTo(const std::vector<std::uint32_t>& rows) const;
 
     const ActivityView& view_;
-    /// Counted from the log's end, the last entry being 1: so a row means the same entry while the log grows.
+    /// Counted from the log's end, where the last entry is 1, so that a row means the same entry while the log grows.
     std::vector<std::uint32_t> rows_;
     /// Ids of the first and last entry in `rows_`.
     std::optional<UUID> first_, last_;

@@ -62,7 +62,7 @@ void ActivityPage::connectControls() {
             [this] { state_.set(columnsKey, table_->columnWidths()); });
 }
 
-/// Runs while the page is hidden too: rows are places in the list, which has changed.
+/// Also runs while the page is hidden: rows are places in the log, and the log has changed.
 void ActivityPage::draw() {
     table_->activityModel().refresh();
     clear_->setEnabled(view_.canClear());

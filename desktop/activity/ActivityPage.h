@@ -18,12 +18,13 @@ namespace tolvane::desktop {
 
 class EmptyState;
 
-/// The activity screen: the log as a table, or a message that says why it is empty.
+/// The activity screen: the log as a table, or a message that explains why it is empty.
 class ActivityPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier, `zone` one of a time zone.
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU locale identifier, `zone` an ICU time zone
+    /// identifier.
     ActivityPage(AppModel& model, const Look& look, WindowState& state, std::string locale, std::string zone = {},
                  QWidget* parent = nullptr);
 

@@ -15,11 +15,11 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int leastTextWidth = 110;
-/// The subject's share of the width that the other columns leave; the rule column gets the rest.
+/// The subject column's share of the width that the other columns leave; the rule column gets the rest.
 constexpr double subjectShare = 0.4;
 constexpr int widest = 900;
 
-/// Heads that leave a little air below, and stand where the texts of their columns stand.
+/// Column heads with a little space below them, aligned with the texts of their columns.
 class ActivityHeader : public QHeaderView {
 public:
     ActivityHeader(const Look& look, QWidget* parent) : QHeaderView(Qt::Horizontal, parent), look_(look) {

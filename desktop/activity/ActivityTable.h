@@ -11,7 +11,7 @@ class QHeaderView;
 
 namespace tolvane::desktop {
 
-/// The log as a table. Only rows in sight are laid out, drawn and put into words.
+/// The log as a table. Only visible rows are laid out, formatted and drawn.
 class ActivityTable : public RowTree {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
     ActivityTable(const Look& look, const ActivityView& view, QWidget* parent = nullptr);
 
     ActivityModel& activityModel() const { return *model_; }
-    /// Widths that the user gave to columns, as text to remember.
+    /// The column widths that the user chose, as text for WindowState.
     QString columnWidths() const;
     void setColumnWidths(const QString& text);
 
@@ -40,7 +40,7 @@ private:
     const ActivityView& view_;
     ActivityModel* model_;
     QHeaderView* header_;
-    /// By column.
+    /// Keyed by column.
     std::map<int, int> chosenWidths_;
     bool fitting_ = false;
 };

@@ -29,7 +29,7 @@ void makeQuiet(QCustomPlot& plot) {
     plot.setAntialiasedElements(QCP::aeAll);
     plot.setNoAntialiasingOnDrag(false);
     plot.setInteractions(QCP::iNone);
-    // Else every chart draws the window by itself, and what else of it waits to be drawn, in the middle of a tick.
+    // With the hint on, every replot repaints the window at once, pending changes included, in the middle of a tick.
     plot.setPlottingHint(QCP::phImmediateRefresh, false);
     plot.setFocusPolicy(Qt::NoFocus);
     plot.setContextMenuPolicy(Qt::PreventContextMenu);

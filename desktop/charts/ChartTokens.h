@@ -6,14 +6,14 @@
 
 namespace tolvane::desktop {
 
-/// Gives a chart the ground, lines and letters of the present scheme; called again when the scheme changes.
-/// Series have their own colours, which the charts set themselves.
+/// Applies the background, grid lines and fonts of the current scheme to a chart; call it again when the scheme
+/// changes. Charts set the colours of their series themselves.
 void applyTokens(QCustomPlot& plot, const Look& look);
 
-/// A chart without frames, margins and interaction, to be filled.
+/// Removes frames, margins and interaction from a new chart.
 void makeQuiet(QCustomPlot& plot);
 
-/// An area with a line on top.
+/// Draws the graph as an area with a line on top.
 void setArea(QCPGraph& graph, QColor colour, double opacity, const Tokens& tokens);
 
 }  // namespace tolvane::desktop

@@ -23,9 +23,9 @@ namespace {
 constexpr int plotHeight = 96;
 constexpr int figureGap = 8;
 constexpr int labelGap = 5;
-/// Share of a day's room.
+/// Bar width as a share of a day's width.
 constexpr double barShare = 0.33, closeShare = 0.6;
-/// From this many on, bars stand closer.
+/// From this many days on, bars stand closer together.
 constexpr std::size_t manyDays = 15;
 constexpr int labelDistance = 14;
 /// Opacity of days that are not selected.
@@ -66,7 +66,7 @@ void DayChart::show(const QString& title, const std::vector<StatsDay>& days, con
     update();
 }
 
-/// What screen readers say of the bars.
+/// The bars as text for screen readers.
 QString DayChart::daysWithFigures() const {
     QStringList parts;
     for (const auto& each : days_) {
@@ -103,7 +103,7 @@ void DayChart::setBars() {
     chosen_->setWidth(share);
     plot_->xAxis->setRange(-0.5, static_cast<double>(days_.size()) - 0.5);
     const double top = ticks_.empty() ? 1 : ticks_.back().value;
-    /// The highest and the lowest line lie inside the plot with their whole width.
+    /// Leaves room for the whole width of the top and bottom lines.
     plot_->yAxis->setRange(-top / plotHeight, top * (1 + 1.0 / plotHeight));
     figure_->setVisible(chosen.has_value());
     if (!chosen) return;
@@ -122,7 +122,8 @@ void DayChart::dress() {
     chosen_->setBrush(tokens.used);
     figure_->setFont(look_.fonts().figures(TextRole::caption, QFont::DemiBold));
     figure_->setColor(tokens.text);
-    /// Its ground hides the lines behind it, but not the one that an empty day lies on.
+    /// The label's background hides the grid lines behind it, except on an empty day, where it would hide the base
+    /// line.
     const auto chosen = selectedDay();
     figure_->setBrush(chosen && days_[*chosen].memory > 0 ? QBrush(tokens.window) : QBrush(Qt::NoBrush));
     plot_->replot(QCustomPlot::rpQueuedReplot);
@@ -135,7 +136,7 @@ int DayChart::axisWidth() const {
     return width + figureGap;
 }
 
-/// The line above the plot holds the selected day's value.
+/// The line of text above the plot is for the selected day's value.
 QRect DayChart::plotRect() const { return {axisWidth(), lineHeight(), width() - axisWidth(), plotHeight}; }
 
 QSize DayChart::sizeHint() const { return {Sizes::inspectorMost, 2 * lineHeight() + plotHeight + labelGap}; }
@@ -177,7 +178,7 @@ void DayChart::paintFigures(QPainter& painter) const {
     }
 }
 
-/// As many days are named as have room, counted back from today; the selected one always is.
+/// Labels as many days as fit, counted back from today; the selected day always has its label.
 void DayChart::paintDays(QPainter& painter) const {
     const QFontMetrics metrics(look_.fonts().figures(TextRole::caption, QFont::DemiBold));
     int widest = 0;

@@ -13,20 +13,20 @@ class QCPItemText;
 
 namespace tolvane::desktop {
 
-/// A bar a day. One of them can be selected, by a click or with the arrow keys, and then names its sum. Not mirrored:
-/// time runs to the right.
+/// One bar per day. A click or the arrow keys select a day, and the selected bar shows its sum. Not mirrored: time runs
+/// to the right.
 class DayChart : public QWidget {
     Q_OBJECT
 
 public:
     explicit DayChart(const Look& look, QWidget* parent = nullptr);
 
-    /// `title` is what screen readers say.
+    /// `title` is the accessible name.
     void show(const QString& title, const std::vector<StatsDay>& days, const std::vector<StatsTick>& ticks,
               std::optional<Date> selected);
     using QWidget::show;
 
-    /// Where the bar of a day stands, from the lower end of the plot to its upper.
+    /// The area of a day's bar, over the full height of the plot.
     QRect slot(std::size_t day) const;
     QSize sizeHint() const override;
 

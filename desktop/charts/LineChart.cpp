@@ -18,7 +18,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr double areaOpacity = 0.35;
-/// A chart that is lower labels its highest value alone.
+/// Charts lower than this label only their highest value.
 constexpr int twoFiguresFrom = 56;
 constexpr int figureGap = 8;
 constexpr QLatin1String usualFigure("2,000 MB");
@@ -63,7 +63,7 @@ void LineChart::show(const InspectorChart& chart) {
     }
     top_ = roundTop(most);
     if (!dates.isEmpty()) plot_->xAxis->setRange(dates.front(), std::max(dates.back(), dates.front() + 1));
-    /// The highest line lies inside the plot with its whole width.
+    /// Leaves room for the whole width of the top line.
     plot_->yAxis->setRange(0, top_ * (1 + 1.0 / plotHeight_));
     setAccessibleName(qtText(chart.accessibleText));
     setAccessibleDescription(latestFigures());
@@ -96,7 +96,7 @@ QString LineChart::figure(double value) const {
     return qtText(Format::decimal(value, 0, 1, locale_) + ' ' + shown_.unit);
 }
 
-/// What screen readers say of the lines: their axes, and where they end.
+/// The axes and the latest value of each series, for screen readers.
 QString LineChart::latestFigures() const {
     QStringList parts;
     for (const auto& each : shown_.series) {
@@ -111,7 +111,7 @@ QString LineChart::latestFigures() const {
     return before + parts.join(QStringLiteral(", "));
 }
 
-/// Charts one below the other line up unless one of them has unusually long values.
+/// A width for usual values, so that stacked charts line up unless one has unusually long labels.
 int LineChart::labelWidth() const {
     const QFontMetrics metrics(look_.fonts().figures(TextRole::caption));
     return std::max(metrics.horizontalAdvance(figure(top_)), metrics.horizontalAdvance(usualFigure)) + figureGap;
@@ -125,7 +125,7 @@ QSize LineChart::sizeHint() const {
     return {Sizes::inspectorLeast, half + plotHeight_ + timesGap + line + (hasLegend() ? legendGap + line : 0)};
 }
 
-/// The highest value stands in the middle of its line, so there is air above.
+/// The top label is centred on its line, so the plot starts half a label below the top.
 QRect LineChart::plotRect() const { return {0, captionHeight() / 2, width() - labelWidth(), plotHeight_}; }
 
 void LineChart::place() { plot_->setGeometry(plotRect()); }
@@ -154,7 +154,7 @@ void LineChart::paintFigures(QPainter& painter) const {
     if (plotHeight_ >= twoFiguresFrom) draw(top_ / 2);
 }
 
-/// Where the history is short, one time says as much as three.
+/// A short history needs only one time label.
 void LineChart::paintTimes(QPainter& painter) const {
     const auto plot = plotRect();
     const QRect line(plot.left(), plot.bottom() + timesGap, plot.width(), captionHeight());

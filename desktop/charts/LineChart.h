@@ -10,13 +10,13 @@ class QCustomPlot;
 
 namespace tolvane::desktop {
 
-/// A small chart of values over time: the first series as an area, others as lines; round values at the right edge,
-/// times below, a legend where there are several series. Not mirrored: time runs to the right.
+/// A small chart of values over time: the first series as an area, the others as lines, with round values at the right
+/// edge, times below, and a legend if there are several series. Not mirrored: time runs to the right.
 class LineChart : public QWidget {
     Q_OBJECT
 
 public:
-    /// `plotHeight` in pixels, without what stands below.
+    /// `plotHeight` is in pixels, without the labels and legend below the plot.
     LineChart(const Look& look, std::string locale, int plotHeight, QWidget* parent = nullptr);
 
     void show(const InspectorChart& chart);

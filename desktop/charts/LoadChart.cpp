@@ -13,7 +13,7 @@ namespace {
 constexpr int chartHeight = 40;
 constexpr double efficiencyOpacity = 0.5, performanceOpacity = 0.6;
 constexpr double hour = 3600;
-/// Air above the highest point.
+/// Space above the highest point.
 constexpr double headroom = 1.15;
 
 }  // namespace

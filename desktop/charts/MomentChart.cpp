@@ -24,14 +24,14 @@ constexpr double lineWidth = 1.5;
 constexpr int figureGap = 8, timeGap = 5, plotGap = 14, timeDistance = 12;
 constexpr int legendLine = 16, legendSquare = 10, legendMarkGap = 7, legendGap = 18;
 constexpr int dotSize = 9;
-/// Right of the plot, so that the latest moment's dots are whole.
+/// Space right of the plot, so that the dots of the latest moment are not cut off.
 constexpr int dotRoom = dotSize / 2 + 2;
 
 bool isArea(HistorySeriesKind kind) { return kind != HistorySeriesKind::compressed && kind != HistorySeriesKind::swap; }
 
 int markWidth(HistorySeriesKind kind) { return isArea(kind) ? legendSquare : legendLine; }
 
-/// Colour is never the only sign.
+/// Each series has its own line style: colour alone must not distinguish them.
 Qt::PenStyle styleOf(HistorySeriesKind kind) {
     return kind == HistorySeriesKind::swap ? Qt::CustomDashLine : Qt::SolidLine;
 }
@@ -45,7 +45,7 @@ QPen penOf(QColor colour, HistorySeriesKind kind) {
 
 double seconds(Date date) { return date.time_since_epoch().count(); }
 
-/// Where the values of a series stand at a date; none where it has none.
+/// The value of a series at a date, or nullopt if it has none there.
 std::optional<double> valueAt(const HistoryChart& chart, const HistorySeries& series, Date date) {
     const auto found = std::ranges::find(chart.dates, date);
     if (found == chart.dates.end()) return std::nullopt;
@@ -65,7 +65,7 @@ QString axesOf(const HistoryChart& chart) {
 
 }  // namespace
 
-/// Lies over the plot, which draws its own ground and lines in a piece.
+/// Drawn above the plot, which paints its background and lines in one piece.
 class MomentChart::Rule : public QWidget {
 public:
     explicit Rule(MomentChart& chart) : QWidget(&chart), chart_(chart) {
@@ -134,7 +134,7 @@ void MomentChart::setSeries() {
         graphs_.push_back(graph);
     }
     plot_->xAxis->setRange(seconds(shown_.from), seconds(shown_.to));
-    /// The lowest and the highest line lie inside the plot with their whole width.
+    /// Leaves room for the whole width of the top and bottom lines.
     plot_->yAxis->setRange(-shown_.top / shown_.height, shown_.top * (1 + 1.0 / shown_.height));
 }
 
@@ -285,7 +285,7 @@ void MomentChart::paintLegend(QPainter& painter) const {
     }
 }
 
-/// Neighbours of one level are one rectangle, so that no seams show.
+/// Adjacent bands of one level are drawn as one rectangle to avoid seams.
 void MomentChart::paintBands(QPainter& painter) const {
     const auto plot = plotRect();
     for (std::size_t first = 0; first < shown_.bands.size();) {
@@ -317,7 +317,7 @@ void MomentChart::paintFigures(QPainter& painter) const {
     }
 }
 
-/// As many as have room, at equal distances; the outer ones stay within the plot.
+/// Draws as many time labels as fit, at equal distances; the outer ones stay within the plot.
 void MomentChart::paintTimes(QPainter& painter) const {
     if (marks_.size() < 2) return;
     const auto plot = plotRect();

@@ -12,20 +12,20 @@ class QCPGraph;
 
 namespace tolvane::desktop {
 
-/// Values of many moments over time, bands where memory was tight behind them, and a rule at the moment that is
-/// looked at. A click, a drag or the arrow keys choose another one. Not mirrored: time runs to the right.
+/// Values over time, with bands behind them where memory was tight and a rule at the selected moment. A click, a drag
+/// or the arrow keys select another moment. Not mirrored: time runs to the right.
 class MomentChart : public QWidget {
     Q_OBJECT
 
 public:
     explicit MomentChart(const Look& look, QWidget* parent = nullptr);
 
-    /// `marks` are those of the time axis. `moment` is what screen readers hear of the moment that is looked at.
+    /// `marks` label the time axis. `moment` describes the selected moment for screen readers.
     void show(const HistoryChart& chart, const std::vector<HistoryTick>& marks, const QString& moment);
     using QWidget::show;
 
     const HistoryChart& shown() const { return shown_; }
-    /// Where a time stands, and the other way round.
+    /// Conversion between a date and its x coordinate.
     double xAt(Date date) const;
     Date dateAt(double x) const;
     QRect plotRect() const;
@@ -36,9 +36,9 @@ public:
 
 signals:
     void picked(tolvane::Date date);
-    /// So many moments on.
+    /// The user moved the selection by that many moments.
     void stepped(int places);
-    /// Back to the latest.
+    /// The user went back to the latest moment.
     void cleared();
 
 protected:
@@ -59,7 +59,7 @@ private:
     QColor colour(HistorySeriesKind kind) const;
     int line(TextRole role) const { return look_.fonts().lineHeight(role); }
     int legendWidth() const;
-    /// The legend has no room beside the title.
+    /// Whether the legend goes below the title because it does not fit beside it.
     bool legendBelow(int width) const;
     int plotTop(int width) const;
     int axisWidth() const;

@@ -2,8 +2,8 @@
 
 namespace tolvane::desktop {
 
-/// The round number at or above `value` that an axis ends with: 1, 2 or 5 times a power of ten; 1 for what is not
-/// above 0.
+/// The upper end of an axis: the round number at or above `value`, which is 1, 2 or 5 times a power of ten. 1 if
+/// `value` is 0 or less.
 double roundTop(double value);
 
 }  // namespace tolvane::desktop

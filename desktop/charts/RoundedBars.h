@@ -4,7 +4,7 @@
 
 namespace tolvane::desktop {
 
-/// Bars with rounded open ends.
+/// Bars with rounded tops.
 class RoundedBars : public QCPBars {
 public:
     RoundedBars(QCPAxis* keys, QCPAxis* values, double radius) : QCPBars(keys, values), radius_(radius) {}
@@ -21,7 +21,7 @@ protected:
     }
 
 private:
-    /// The foot reaches below the plot, which cuts it off square.
+    /// The lower end reaches below the plot, where clipping makes it square.
     void drawBar(QCPPainter& painter, QRectF bar) const {
         const double radius = std::min(radius_, std::min(bar.width() / 2, bar.height()));
         painter.drawRoundedRect(bar.normalized().adjusted(0, 0, 0, radius), radius, radius);

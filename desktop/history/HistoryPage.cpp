@@ -84,7 +84,7 @@ void HistoryPage::draw() {
     moment_->show(content->detail);
 }
 
-/// The range ends now, so that every coming back is another one.
+/// The range ends now, so it has to be computed again each time the page is shown.
 void HistoryPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     refresh();

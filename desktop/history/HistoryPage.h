@@ -15,13 +15,13 @@ class QStackedLayout;
 
 namespace tolvane::desktop {
 
-/// The history screen: memory and CPU over a range, and the detail of one moment. Follows the model while it can be
-/// seen.
+/// The history screen: memory and CPU over a range, and the details of one moment. Follows the model while it is
+/// visible.
 class HistoryPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model` and `look` outlive the page. `locale` is an ICU identifier, `zone` one of a time zone.
+    /// `model` and `look` outlive the page. `locale` is an ICU locale identifier, `zone` an ICU time zone identifier.
     HistoryPage(AppModel& model, const Look& look, std::string locale, std::string zone = {},
                 QWidget* parent = nullptr);
 

@@ -73,7 +73,7 @@ std::vector<RowList::Row> HolderRows::layOut(int width) const {
     return rows;
 }
 
-/// The widest, so that values stand in a column.
+/// The width of the widest value, so that values line up in a column.
 int HolderRows::valueWidth() const {
     const QFontMetrics metrics(look().fonts().figures(TextRole::body));
     int widest = 0;

@@ -9,7 +9,7 @@
 
 namespace tolvane::desktop {
 
-/// A short list under a heading: icon, name, and a value at the far end. Without rows it says why.
+/// A short list under a heading: icon, name, and a value at the far edge. An empty list shows the reason instead.
 class HolderRows : public RowList {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
     explicit HolderRows(const Look& look, QWidget* parent = nullptr);
 
     void show(const HolderList& list);
-    /// What rules did: no icons, and quiet times for values.
+    /// Shows what rules did: without icons, with times in muted text as values.
     void show(const QString& title, const std::vector<RuleActRow>& rows);
     using QWidget::show;
 

@@ -8,7 +8,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// Below this the two lists stand one under the other.
+/// In a narrower pane the two lists are stacked.
 constexpr int leastForTwo = 520;
 constexpr int listsGap = 32;
 constexpr int blockGap = 20;

@@ -7,8 +7,8 @@
 
 namespace tolvane::desktop {
 
-/// A list of values as views of the toolkit want it. While the rows' keys stay in their places, views keep selection
-/// and scroll; any other change starts the list anew. `key` is the member of Row that identifies it.
+/// A list of values as an item model. While the rows' keys keep their order, views keep selection and scroll position;
+/// any other change resets the model. `key` is the member of Row that identifies it.
 template <typename Row, auto key>
 class ListModel : public QAbstractListModel {
 public:
@@ -31,7 +31,7 @@ public:
 
     const Row& row(int number) const { return rows_[static_cast<std::size_t>(number)]; }
 
-    /// Invalid when no row has that key.
+    /// An invalid index if no row has that key.
     template <typename Key>
     QModelIndex find(const Key& wanted) const {
         const auto found = std::ranges::find(rows_, wanted, key);

@@ -10,30 +10,30 @@
 
 namespace tolvane::desktop {
 
-/// Rows of texts, icons and shapes, drawn in one widget. What a kind of list holds and where it stands is data that a
-/// subclass lays out for a width; drawing, mirroring, tooltips and what screen readers find are the same for all.
+/// Rows of texts, icons and shapes, drawn in one widget. A subclass lays out its rows as data for a given width;
+/// drawing, mirroring, tooltips and accessibility are shared.
 class RowList : public QWidget {
     Q_OBJECT
 
 public:
     struct Text {
-        /// Before mirroring, as all places are.
+        /// Before mirroring, like every place in a layout.
         QRect place;
         QString text;
         QFont font;
         QColor Tokens::* colour = &Tokens::text;
-        /// On the screen, whichever way the window runs.
+        /// As seen on the screen; not mirrored.
         Qt::Alignment alignment = Qt::AlignLeft;
         Qt::TextElideMode elide = Qt::ElideRight;
-        /// Goes before the row's tooltip.
+        /// Shown above the row's tooltip.
         QString tip = {};
     };
     struct Icon {
         QRect place;
-        /// The application's icon; the symbol where there is none.
+        /// Path of the application whose icon is drawn; if nullopt, the symbol is drawn.
         std::optional<std::string> appPath;
         std::string_view symbol;
-        /// Gives an application without an icon its letter.
+        /// An application without an icon is shown by the first letter of this title.
         QString title;
     };
     struct Shape {
@@ -43,9 +43,9 @@ public:
     };
     struct Row {
         QRect place;
-        /// What screen readers say: the whole row, and of it the value.
+        /// The row and its value, for screen readers.
         QString name, value;
-        /// Empty for none.
+        /// May be empty.
         QString tip;
         std::vector<Text> texts;
         std::optional<Icon> icon;
@@ -54,20 +54,20 @@ public:
 
     RowList(const Look& look, QWidget* parent);
 
-    /// At the present width.
+    /// Laid out for the current width.
     const std::vector<Row>& rows() const { return rowsAt(width()); }
-    /// In the widget, as it stands on the screen.
+    /// In widget coordinates, after mirroring.
     QRect mirroredPlace(const Row& row) const;
 
 protected:
-    /// One below the other, over the whole width.
+    /// Rows from top to bottom, each as wide as the list.
     virtual std::vector<Row> layOut(int width) const = 0;
-    /// After other contents were taken: lays out and draws again.
+    /// Call after the contents changed: lays out again and repaints.
     void contentsChanged();
 
     const std::vector<Row>& rowsAt(int width) const;
     const Look& look() const { return look_; }
-    /// Where text stands that follows the window's direction.
+    /// The start and end of a line in the window's direction.
     Qt::Alignment leading() const;
     Qt::Alignment trailing() const;
 
@@ -81,7 +81,8 @@ private:
     QString tipAt(QPoint position) const;
 
     const Look& look_;
-    /// Layouts ask for heights several times at every change, and measuring texts is most of what a tick costs here.
+    /// Cached: layouts ask for heights several times at every change, and measuring texts is most of what a tick costs
+    /// here.
     mutable std::vector<Row> laidOut_;
     mutable std::optional<int> laidOutWidth_;
 };

@@ -8,7 +8,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// The row that stands at a place in the list now.
+/// The row that is at a given place in the list now.
 class Item : public QAccessibleInterface {
 public:
     Item(RowList& list, std::size_t number) : list_(list), number_(number) {}

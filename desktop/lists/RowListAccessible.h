@@ -7,10 +7,10 @@ namespace tolvane::desktop {
 
 class RowList;
 
-/// A RowList for screen readers: a list with an item for each row.
+/// A RowList as screen readers see it: a list with an item for each row.
 class RowListAccessible : public QAccessibleWidget {
 public:
-    /// Lets the toolkit make these for every RowList. Calls after the first change nothing.
+    /// Registers this interface for every RowList. Further calls change nothing.
     static void install();
 
     explicit RowListAccessible(RowList& list);
@@ -25,7 +25,7 @@ public:
 
 private:
     RowList& list_;
-    /// Items that were asked for, by row. One whose row is gone stays, invalid, until the list goes.
+    /// Items handed out so far, by row. When a row goes, its item stays until the list goes, but is invalid.
     mutable std::vector<QAccessible::Id> items_;
 };
 

@@ -18,7 +18,7 @@ RowTree::RowTree(const Look& look, QWidget* parent) : QTreeView(parent), look_(l
     connect(this, &QTreeView::collapsed, this, &RowTree::tellScreenReaders);
 }
 
-/// Newer toolkits remember the cell at each number, and would go on to tell of rows that closed.
+/// Newer toolkits cache accessible cells by number and would keep reporting rows that have been collapsed.
 void RowTree::tellScreenReaders() {
     if (!QAccessible::isActive()) return;
     QAccessibleTableModelChangeEvent event(this, QAccessibleTableModelChangeEvent::ModelReset);
@@ -58,7 +58,7 @@ void RowTree::keyPressEvent(QKeyEvent* event) {
     QTreeView::keyPressEvent(event);
 }
 
-/// One line a row, its cells apart by tabs, as spreadsheets take them.
+/// Tab-separated cells, one row a line: the format that spreadsheets paste.
 void RowTree::copySelected() const {
     auto rows = selectionModel()->selectedRows();
     std::ranges::sort(rows, {}, [this](const QModelIndex& row) { return visualRect(row).top(); });

@@ -7,8 +7,8 @@
 
 namespace tolvane::desktop {
 
-/// A table or tree whose rows are drawn as wholes: ground of the selection and of the row under the pointer, and the
-/// ring of the keyboard's focus, over the full width.
+/// A table or tree that draws each row as a whole: the selection, the hover background and the focus ring span its full
+/// width.
 class RowTree : public QTreeView {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
 protected:
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool viewportEvent(QEvent* event) override;
-    /// Copies what is selected; Escape selects nothing.
+    /// Ctrl+C copies the selection; Escape clears it.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

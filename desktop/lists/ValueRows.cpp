@@ -25,7 +25,7 @@ QColor Tokens::* markColour(const ValueRow& row) {
     return row.mark == "efficiency" ? &Tokens::efficiency : &Tokens::performance;
 }
 
-/// The texts in full, when they are cut, above what explains them.
+/// The full texts, if they are cut, followed by the row's own tooltip.
 QString tipOf(const ValueRow& row, bool isWhole) {
     const auto tip = qtText(row.tooltip);
     if (isWhole) return tip;
@@ -35,10 +35,10 @@ QString tipOf(const ValueRow& row, bool isWhole) {
 
 }  // namespace
 
-/// The lines that the value and the remark of a row stand on, counted from 0.
+/// Which lines hold the value and the remark of a row, counted from 0.
 struct ValueRows::Lines {
     int value = 0, remark = 0;
-    /// Right of the value, for a remark on the same line.
+    /// Space right of the value for a remark on the same line.
     int remarkSpace = 0;
     bool isWhole = true;
 };

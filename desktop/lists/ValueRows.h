@@ -7,13 +7,13 @@
 
 namespace tolvane::desktop {
 
-/// Values with their names, one below the other: the name left, the value right, a remark behind it. What does not
-/// fit beside its name goes to a line of its own.
+/// Labelled values from top to bottom: label left, value right, a remark after the value. What does not fit beside its
+/// label goes to a line of its own.
 class ValueRows : public RowList {
     Q_OBJECT
 
 public:
-    /// `spacing` between rows, in pixels.
+    /// `spacing` is the distance between rows in pixels.
     ValueRows(const Look& look, int spacing, QWidget* parent = nullptr);
 
     void show(std::vector<ValueRow> rows);

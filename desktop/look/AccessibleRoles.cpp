@@ -14,7 +14,7 @@ namespace {
 
 constexpr auto roleProperty = "spokenRole";
 
-/// The name may come at any time, so the role follows from it when it is asked for.
+/// Derives the role when it is asked for, because the name may be set at any time.
 class PlainWidget : public QAccessibleWidget {
 public:
     explicit PlainWidget(QWidget* widget) : QAccessibleWidget(widget) {}
@@ -43,13 +43,13 @@ private:
     bool isWhole() const { return widget()->property(roleProperty).isValid(); }
 };
 
-/// The toolkit's own role for it has no counterpart outside.
+/// The toolkit's own role for it has no counterpart in the accessibility APIs.
 class SplitterHandle : public QAccessibleWidget {
 public:
     explicit SplitterHandle(QWidget* handle) : QAccessibleWidget(handle, QAccessible::Separator) {}
 };
 
-/// The toolkit's name for a picker is its choice alone; add what the choice is for.
+/// The toolkit names a picker by its choice alone; this also names what the choice is for.
 class Picker : public QAccessibleWidget {
 public:
     explicit Picker(QComboBox& picker) : QAccessibleWidget(&picker, QAccessible::ComboBox), picker_(picker) {}
@@ -61,7 +61,7 @@ public:
         return name.isEmpty() ? picker_.currentText() : name + QStringLiteral(": ") + picker_.currentText();
     }
     QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
-    /// Opening the list of choices blocks, so it is queued.
+    /// Opening the menu blocks, so it is queued.
     void doAction(const QString& /*action*/) override {
         QMetaObject::invokeMethod(&picker_, &QComboBox::showPopup, Qt::QueuedConnection);
     }
@@ -70,8 +70,8 @@ private:
     QComboBox& picker_;
 };
 
-/// The toolkit leaves out what pops up, so that whoever looks around, rather than follow the keyboard, finds neither
-/// the panel nor an open menu.
+/// The toolkit leaves out popups, so a screen reader that browses the tree instead of following the focus would find
+/// neither the panel nor an open menu.
 class WholeApplication : public QAccessibleApplication {
 public:
     int childCount() const override { return QAccessibleApplication::childCount() + static_cast<int>(popups().size()); }
@@ -99,8 +99,8 @@ private:
     }
 };
 
-/// Asked for each class of an object, the most special one first; what the toolkit knows better never gets as far as
-/// the plain widget.
+/// The toolkit asks for each class of an object, the most derived one first, so widgets that it has an interface for
+/// never reach the plain widget.
 QAccessibleInterface* interfaceOf(const QString& className, QObject* object) {
     if (object == qApp) return new WholeApplication;
     auto* widget = qobject_cast<QWidget*>(object);

@@ -5,12 +5,12 @@
 
 namespace tolvane::desktop {
 
-/// Lets screen readers know what drawn widgets are. A plain widget that has a name is text when it stands alone and a
-/// group when others stand in it; the toolkit would call both filler and pass over them. Once per application, after
-/// it was made; a second time changes nothing.
+/// Gives screen readers roles for drawn widgets. A plain widget with a name is text if it has no children and a group
+/// if it has; the toolkit would treat both as filler and skip them. Call once the application object exists; further
+/// calls change nothing.
 void installAccessibleRoles();
 
-/// Sets the role of a widget that is drawn as a whole and is no text. Hides the parts within it.
+/// Sets the role of a widget that is drawn as a whole and is not text. Its children are hidden from screen readers.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 }  // namespace tolvane::desktop

@@ -12,7 +12,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// FNV-1a: the same application has the same colour in every run.
+/// FNV-1a, so that an application has the same colour in every run.
 std::uint32_t hash(std::string_view text) {
     std::uint32_t value = 2166136261U;
     for (const char each : text) value = (value ^ static_cast<unsigned char>(each)) * 16777619U;

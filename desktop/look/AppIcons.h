@@ -13,15 +13,15 @@ class QPainter;
 
 namespace tolvane::desktop {
 
-/// Icons of applications by their path, asked of the host once each; a lettered tile where there is none.
+/// Application icons by path, requested from the host once each; a tile with a letter for applications without one.
 class AppIcons {
 public:
     /// Both outlive it.
     AppIcons(Applications& applications, const Fonts& fonts);
 
-    /// `title` gives the tile its letter.
+    /// `title` supplies the tile's letter.
     void paint(QPainter& painter, std::string_view appPath, const QString& title, QRect rect) const;
-    /// Null when the application has none that can be loaded.
+    /// A null icon if the application has none that can be loaded.
     const QIcon& icon(std::string_view appPath) const;
 
 private:

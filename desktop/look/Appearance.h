@@ -4,7 +4,7 @@
 
 namespace tolvane::desktop {
 
-/// How the user wants the desktop to look and move.
+/// The user's choices of colour scheme, contrast and motion.
 struct Appearance {
     bool dark = false;
     bool highContrast = false;

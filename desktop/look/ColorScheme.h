@@ -8,12 +8,12 @@
 
 namespace tolvane::desktop {
 
-/// Follows the desktop's appearance: the user's settings where the host knows them, else how light the palette is.
-/// Main thread.
+/// Follows the desktop's appearance: the user's settings if the host reports them, otherwise the lightness of the
+/// palette. Main thread.
 class ColorScheme {
 public:
-    /// `changed` is called on every change after construction; `settings`, null where the host has none, outlives this
-    /// object. Ask before the program sets a palette of its own.
+    /// `changed` is called on every change after construction; `settings` outlives this object and is null on hosts
+    /// that do not report them. Construct it before the program sets a palette of its own.
     ColorScheme(std::function<void(Appearance)> changed, AppearanceSettings* settings);
     ColorScheme(const ColorScheme&) = delete;
     ColorScheme& operator=(const ColorScheme&) = delete;

@@ -15,7 +15,7 @@ struct Step {
     /// At 96 dpi.
     double points;
     QFont::Weight weight;
-    /// Pixels.
+    /// In pixels.
     int line;
 };
 
@@ -34,7 +34,7 @@ constexpr const Step& step(TextRole role) { return scale[static_cast<std::size_t
 constexpr std::array<const char*, 3> figureFiles = {
     ":/fonts/InterTabular-Regular.otf", ":/fonts/InterTabular-Medium.otf", ":/fonts/InterTabular-SemiBold.otf"};
 
-/// Loading a file twice would keep it twice.
+/// Checks first: Qt would keep a second copy of a font that is loaded again.
 bool loadFigures(const QString& family) {
     if (QFontDatabase::hasFamily(family)) return true;
     bool loaded = false;

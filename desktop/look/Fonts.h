@@ -6,30 +6,30 @@
 
 namespace tolvane::desktop {
 
-/// What a piece of text is; the scale gives size, weight and line height.
+/// The role of a text; the type scale gives it a size, weight and line height.
 enum class TextRole { display, title, headline, body, section, small, caption };
 
-/// The type scale. Sizes are points times the user's text factor; the screen's own resolution is Qt's business.
-/// Where "Inter" is not installed, the system's font stands in.
+/// The type scale. Sizes are points times the user's text factor; Qt handles the screen's resolution. Falls back to the
+/// system's font where "Inter" is not installed.
 class Fonts {
 public:
-    /// Loads the digits font that the program carries. `factor` 2 means text of 200 %.
+    /// Loads the embedded font with tabular digits. A `factor` of 2 means text at 200 %.
     explicit Fonts(double factor = 1);
 
     QFont font(TextRole role) const;
     QFont font(TextRole role, QFont::Weight weight) const;
-    /// All digits equally wide: for numbers, times, axis labels, tags and badges.
+    /// A font with tabular digits, for numbers, times, axis labels, tags and badges.
     QFont figures(TextRole role) const;
     QFont figures(TextRole role, QFont::Weight weight) const;
-    /// For command lines.
+    /// The monospaced font, for command lines.
     QFont fixed() const;
 
-    /// Height of one line of that text, in device-independent pixels.
+    /// Height of one line of text, in device-independent pixels.
     int lineHeight(TextRole role) const;
-    /// The larger of `least` and a line of the role with `padding` around.
+    /// `least`, or one line of the role plus `padding` if that is larger.
     int height(TextRole role, int least, int padding = 8) const;
     double factor() const { return factor_; }
-    /// Icons and the like grow with the text that they stand beside.
+    /// For icons and other shapes that grow with the text beside them.
     int scaled(int pixels) const;
 
 private:

@@ -17,7 +17,7 @@ constexpr int grid = 16;
 
 struct Weight {
     int size;
-    /// Pixels.
+    /// In pixels.
     double stroke;
 };
 constexpr std::array<Weight, 4> weights = {{{16, 1.25}, {20, 1.4}, {24, 1.4}, {44, 1.75}}};
@@ -52,7 +52,7 @@ QPixmap rendered(const QByteArray& svg, int size, double ratio) {
     return pixmap;
 }
 
-/// The symbol in the middle of its square, as the host sizes it.
+/// The symbol centred in a square, at the size that the host gives it.
 QImage stencilOf(const SymbolPicture& symbol, int pixels) {
     const auto image = QImage::fromData(QByteArray::fromStdString(symbol.png), "PNG");
     if (image.isNull()) return {};
@@ -75,7 +75,7 @@ QPixmap painted(QImage stencil, QColor colour, double ratio) {
     return QPixmap::fromImage(std::move(stencil));
 }
 
-/// Lets a `QIcon` draw one line icon in the colours of the moment. `icons` outlives it.
+/// Lets a `QIcon` draw a line icon in the current colours. `icons` outlives it.
 class LineIconEngine : public QIconEngine {
 public:
     LineIconEngine(const Icons& icons, std::string name, IconRole role);
@@ -111,7 +111,7 @@ QPixmap LineIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State
     return scaledPixmap(size, mode, state, 1);
 }
 
-/// `size` comes in device pixels; the stroke belongs to the size that the user sees.
+/// `size` is in device pixels, but the stroke is chosen for the size in device-independent pixels.
 QPixmap LineIconEngine::scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) {
     const double ratio = scale > 0 ? scale : 1;
     const auto seen = static_cast<int>(std::min(size.width(), size.height()) / ratio);

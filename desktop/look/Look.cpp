@@ -28,7 +28,7 @@ void Look::install() {
     dress();
 }
 
-/// Menus are the one part that the style leaves to a sheet.
+/// Style sheet for menus, the only widgets that are not drawn by the style.
 QString Look::menuSheet() const {
     return QStringLiteral(
                "QMenu { background: %1; color: %2; border: 1px solid %3; padding: 4px; }"

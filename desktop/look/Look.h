@@ -13,14 +13,14 @@
 
 namespace tolvane::desktop {
 
-/// All that widgets draw with, in one place that a window is given. Outlives every widget that it was given to.
+/// Everything that widgets need for drawing. Outlives every widget that uses it.
 class Look : public QObject {
     Q_OBJECT
 
 public:
-    /// `symbols` outlives it too, and is null where the host has none of its own.
+    /// `symbols` outlives the look, and is null on hosts without symbols of their own.
     Look(Applications& applications, Appearance appearance, double textFactor = 1, Symbols* symbols = nullptr);
-    /// Takes its style away from the application, which must not draw with what is gone.
+    /// Removes the style from the application, which would otherwise draw with deleted objects.
     ~Look() override;
 
     const Tokens& tokens() const { return tokens_; }
@@ -29,16 +29,16 @@ public:
     const Icons& icons() const { return icons_; }
     const AppIcons& appIcons() const { return appIcons_; }
 
-    /// For each menu at the moment it opens.
+    /// Apply to each menu as it opens.
     QString menuSheet() const;
 
-    /// Gives the application its style, font and palette. Once, before the first window.
+    /// Sets the application's style, font and palette. Call once, before the first window.
     void install();
-    /// New colours for every window, without a restart.
+    /// Recolours every window without a restart.
     void setAppearance(Appearance appearance);
 
 signals:
-    /// Colours changed; what keeps colours of its own takes them anew. Others are repainted by their palette.
+    /// Colours changed. Only for widgets that cache colours; others are repainted with their palette.
     void changed();
 
 private:
@@ -49,7 +49,7 @@ private:
     Fonts fonts_;
     Icons icons_;
     AppIcons appIcons_;
-    /// The application owns it.
+    /// Owned by the application.
     QPointer<QStyle> style_;
 };
 

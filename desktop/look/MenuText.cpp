@@ -11,7 +11,7 @@ namespace {
 constexpr qsizetype mostCharacters = 80;
 constexpr QChar ellipsis(0x2026), leftToRightIsolate(0x2066), endOfIsolate(0x2069);
 
-/// A pair that makes one character is not parted.
+/// Does not split surrogate pairs.
 QString shortened(const QString& text) {
     if (text.size() <= mostCharacters) return text;
     auto head = text.left(mostCharacters * 2 / 3), tail = text.right(mostCharacters / 3);

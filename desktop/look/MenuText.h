@@ -4,11 +4,11 @@
 
 namespace tolvane::desktop {
 
-/// A text as the label of a menu's entry or of a button: a name in it may be of any length and hold what would be a
-/// mnemonic, and "Force Quit…" keeps its dots behind it in a window that runs from right to left.
+/// A text as the label of a menu entry or button: shortened, on one line, with ampersands escaped. In a right-to-left
+/// window "Force Quit…" keeps its ellipsis at the end.
 QString menuText(const QString& text);
 
-/// The same for a label that is known to be short.
+/// The same text direction for a label that needs no shortening or escaping.
 QString asItReads(const QString& text);
 
 }  // namespace tolvane::desktop

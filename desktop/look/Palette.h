@@ -6,12 +6,12 @@
 
 namespace tolvane::desktop {
 
-/// What widgets that know no tokens draw with.
+/// The palette for widgets of the toolkit that do not use our tokens.
 QPalette palette(const Tokens& tokens);
 
-/// `colour` at an opacity from 0 to 1.
+/// `opacity` is from 0 to 1.
 QColor faded(QColor colour, double opacity);
-/// `colour` at an opacity laid over an opaque ground.
+/// The opaque result of `colour` at that opacity over `ground`.
 QColor laidOver(QColor ground, QColor colour, double opacity);
 
 }  // namespace tolvane::desktop

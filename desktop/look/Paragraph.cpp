@@ -24,7 +24,7 @@ QString Paragraph::withoutMiddle(const QString& text, const Fonts& fonts, TextRo
     const QFontMetrics metrics(fonts.font(role));
     const auto average = std::max(1, metrics.averageCharWidth());
     const auto usual = static_cast<qsizetype>(lines) * std::max(1, width) / average;
-    // Text of the narrowest letters; what is longer never fits.
+    // Even in the narrowest letters, a longer text would not fit.
     const auto most = std::min<qsizetype>(text.size(), 5 * usual + 1);
     const auto kept = [&text](qsizetype count) {
         return count >= text.size() ? text : text.left(count - count / 3) + QChar(0x2026) + text.right(count / 3);

@@ -11,13 +11,13 @@ class QPainter;
 
 namespace tolvane::desktop {
 
-/// Text broken into lines of the type scale's own height, which labels of the toolkit do not keep.
+/// Text broken into lines at the line height of the type scale, which the toolkit's labels do not use.
 class Paragraph {
 public:
-    /// `width` in device-independent pixels.
+    /// `width` is in device-independent pixels.
     Paragraph(const QString& text, const Fonts& fonts, TextRole role, int width);
 
-    /// As much of the text as stands in `lines` lines, an ellipsis in place of its middle.
+    /// The text, with its middle replaced by an ellipsis if it needs more than `lines` lines.
     static QString withoutMiddle(const QString& text, const Fonts& fonts, TextRole role, int width, int lines);
 
     int height() const { return lines_ * lineHeight_; }

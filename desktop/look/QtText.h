@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// Texts of the floors below are UTF-8; bytes that are not become replacement characters.
+/// Texts of the lower floors are UTF-8; invalid bytes become replacement characters.
 inline QString qtText(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }

@@ -10,7 +10,7 @@ namespace tolvane::desktop::StyleControls {
 namespace {
 
 constexpr int iconGap = 6;
-/// A label that has hardly room comes this near to the edge.
+/// The least distance between a label and the button's edge when space is short.
 constexpr int leastSide = 4;
 
 bool has(const QStyleOption& option, QStyle::StateFlag flag) { return option.state.testFlag(flag); }

@@ -12,7 +12,7 @@ namespace tolvane::desktop::StyleScrollBar {
 namespace {
 
 constexpr int leastThumb = 28;
-/// Between the thumb and the edge of the view, along and across.
+/// Distance of the thumb from the view's edges, along the bar and across it.
 constexpr int endMargin = 6, edgeMargin = 4;
 
 struct Extent {

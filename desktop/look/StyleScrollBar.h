@@ -5,11 +5,11 @@
 
 #include "desktop/look/Tokens.h"
 
-/// A rounded thumb and nothing else: no track, no arrows.
+/// A rounded thumb without track or arrows.
 namespace tolvane::desktop::StyleScrollBar {
 
 void draw(QPainter& painter, const QStyleOptionSlider& option, const Tokens& tokens);
-/// Empty for parts that do not exist.
+/// An empty rectangle for parts that do not exist.
 QRect part(const QStyleOptionSlider& option, QStyle::SubControl part);
 
 }  // namespace tolvane::desktop::StyleScrollBar

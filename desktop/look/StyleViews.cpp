@@ -20,7 +20,7 @@ QFont headFont(bool sorted, const Fonts& fonts) {
 }
 
 void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow, const Look& look) {
-    /// The toolkit's name for an ascending order.
+    /// The toolkit uses SortDown for ascending order.
     const bool ascending = option.sortIndicator == QStyleOptionHeader::SortDown;
     painter.save();
     if (ascending) {
@@ -32,13 +32,13 @@ void drawArrow(QPainter& painter, const QStyleOptionHeader& option, QRect arrow,
     painter.restore();
 }
 
-/// Heads of number columns stand right in both directions.
+/// Heads of number columns are right-aligned in both directions.
 Qt::Alignment headAlignment(const QStyleOptionHeader& option) {
     return option.textAlignment.testFlag(Qt::AlignRight) ? Qt::Alignment(Qt::AlignRight)
                                                          : mirrored(option.direction, Qt::AlignLeft);
 }
 
-/// On the side where the text begins.
+/// Places the arrow at the start of the text.
 QRect arrowBeside(const QRect& text, const QStyleOptionHeader& option, int width) {
     const bool figures = option.textAlignment.testFlag(Qt::AlignRight);
     const bool right = !figures && option.direction == Qt::RightToLeft;

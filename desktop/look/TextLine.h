@@ -7,8 +7,8 @@
 
 namespace tolvane::desktop {
 
-/// Draws one line of text as it reads by itself, whichever way the window runs: "3.64 GB" never becomes "GB 3.64".
-/// `alignment` is where it stands on the screen; use `mirrored` for what follows the window's direction.
+/// Draws one line of text in its own reading direction, whichever way the window runs: "3.64 GB" never becomes "GB
+/// 3.64". `alignment` is as seen on the screen; pass it through `mirrored` to follow the window's direction.
 inline void drawLine(QPainter& painter, QRect rect, const QString& text, Qt::Alignment alignment) {
     const auto direction = text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
     painter.drawText(rect,
@@ -17,18 +17,18 @@ inline void drawLine(QPainter& painter, QRect rect, const QString& text, Qt::Ali
                      text);
 }
 
-/// Left becomes right in a window that runs from right to left.
+/// Swaps left and right in a right-to-left window.
 inline Qt::Alignment mirrored(Qt::LayoutDirection direction, Qt::Alignment alignment) {
     return QStyle::visualAlignment(direction, alignment);
 }
 
-/// Layouts mirror what they hold, but not their margins.
+/// Layouts mirror their contents but not their margins.
 inline QMargins mirrored(Qt::LayoutDirection direction, QMargins margins) {
     if (direction == Qt::LeftToRight) return margins;
     return {margins.right(), margins.top(), margins.left(), margins.bottom()};
 }
 
-/// Names may hold anything; what has no picture becomes a blank, so that a line stays a line.
+/// Names may contain anything; unprintable characters become spaces, so that the text stays on one line.
 inline QString oneLine(QString text) {
     for (auto& each : text) {
         if (each.category() == QChar::Other_Control) each = QLatin1Char(' ');

@@ -9,11 +9,11 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// Measured in characters of average width; a longer line is broken.
+/// In characters of average width; longer lines are wrapped.
 constexpr int mostCharacters = 80;
 constexpr int mostLines = 36;
 
-/// Tabs and what else has no picture would be boxes.
+/// Removes tabs and other unprintable characters, which would be drawn as boxes.
 QString printable(QString text) {
     for (auto& each : text) {
         if (each.category() == QChar::Other_Control && each != QLatin1Char('\n')) each = QLatin1Char(' ');
@@ -42,7 +42,7 @@ QString tip(const QString& text) {
     if (text.isEmpty()) return text;
     const auto font = QToolTip::font();
     const double width = QFontMetrics(font).averageCharWidth() * mostCharacters;
-    // More than can be shown need not be laid out.
+    // Cut before layout: laying out more than can be shown is wasted work.
     const auto shown = printable(text.left(mostCharacters * mostLines * 4));
     QStringList lines;
     for (const auto& paragraph : shown.split(QLatin1Char('\n'))) {

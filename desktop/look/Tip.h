@@ -7,11 +7,11 @@ class QWidget;
 
 namespace tolvane::desktop {
 
-/// What a tooltip shows of a text that may hold anything: as it stands, never as markup, broken into lines that fit on
-/// a screen, and cut only where a screen would be too small for it.
+/// Tooltip text for a string that may contain anything: shown literally, never as markup, wrapped to lines that fit on
+/// a screen, and cut only if it would not fit on one.
 QString tip(const QString& text);
 
-/// Shows it; hides the tooltip for an empty text.
+/// Shows the tooltip, or hides it if `text` is empty.
 void showTip(QPoint global, const QString& text, QWidget* widget);
 
 }  // namespace tolvane::desktop

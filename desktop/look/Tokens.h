@@ -5,12 +5,12 @@
 
 namespace tolvane::desktop {
 
-/// 0xRRGGBB, the only form in which colours are written down.
+/// Takes 0xRRGGBB, the only way colours are written down.
 constexpr QColor ink(unsigned rgb) {
     return {static_cast<int>(rgb >> 16U & 0xFFU), static_cast<int>(rgb >> 8U & 0xFFU), static_cast<int>(rgb & 0xFFU)};
 }
 
-/// The colours of one scheme, by what they mean. Nothing outside this file names a colour.
+/// The colours of one scheme, named by meaning. No other file contains a colour.
 struct Tokens {
     QColor window, sidebar, content, card, control, well;
     QColor hairline, border, borderStrong;
@@ -19,24 +19,24 @@ struct Tokens {
     QColor accent, accentFill, onAccent;
     QColor selection, selectionIdle;
     QColor green, yellow, orange, red;
-    /// A light yellow needs an edge to be seen on white.
+    /// A light yellow is hard to see on white without an edge.
     QColor yellowEdge;
-    /// Words in a status colour.
+    /// Text in a status colour.
     QColor greenText, yellowText, orangeText, redText;
     QColor destructiveFill;
     QColor tagPlain, tagGreen, tagOrange;
     QColor switchOff;
     /// Chart series.
     QColor used, compressed, swap, efficiency, performance;
-    /// Behind the series, where memory was tight.
+    /// Backgrounds of the times when memory was tight.
     QColor bandElevated, bandCritical;
-    /// Opacities of `text` as a ground.
+    /// Opacities of `text` where it is used as a background.
     double badgeOpacity, thumbOpacity;
-    /// What areas of charts get on top of their own opacity.
+    /// Added to the opacity of chart areas.
     double areaOpacityBonus;
-    /// Pixels.
+    /// In pixels.
     int focusWidth;
-    /// Selected rows get an outline beside their ground.
+    /// Selected rows get an outline in addition to their background.
     bool outlinesSelection;
 };
 
@@ -136,7 +136,7 @@ inline constexpr Tokens darkTokens = {
     .outlinesSelection = false,
 };
 
-/// Edges and quiet words grow as strong as they get; colour stops being the only sign of a selection.
+/// Edges and muted texts get the strongest contrast, and a selection is no longer shown by colour alone.
 constexpr Tokens withHighContrast(Tokens tokens) {
     tokens.hairline = tokens.border = tokens.borderStrong;
     tokens.text2 = tokens.text3 = tokens.text;
@@ -146,12 +146,12 @@ constexpr Tokens withHighContrast(Tokens tokens) {
     return tokens;
 }
 
-/// Grounds of the tiles that stand for applications without an icon; white letters on them in both schemes.
+/// Backgrounds of the tiles for applications without an icon; their letters are white in both schemes.
 inline constexpr std::array<QColor, 8> tileGrounds = {ink(0xA5552A), ink(0x2F6FB3), ink(0x5157A6), ink(0x7A4584),
                                                       ink(0x2B6F96), ink(0x2F7A4B), ink(0xA0415C), ink(0x7A6520)};
 inline constexpr QColor tileLetter = ink(0xFFFFFF);
 
-/// Device-independent pixels at 100 % text. Heights are the least: rows grow with their font.
+/// Device-independent pixels at 100 % text. Heights are minimums: rows grow with their font.
 namespace Sizes {
 
 inline constexpr int step = 4;
@@ -160,7 +160,7 @@ inline constexpr int wideGap = 12;
 inline constexpr int inspectorMargin = 16;
 /// Between rows of values.
 inline constexpr int rowSpacing = 3, wideRowSpacing = 4;
-/// Page margin, and the line that titles, headings and first table texts share.
+/// Page margin, which titles, headings and the first column of tables are aligned to.
 inline constexpr int margin = 28;
 
 inline constexpr int cardRadius = 8;
@@ -176,7 +176,7 @@ inline constexpr int tableRowHeight = 26;
 inline constexpr int sidebarRowHeight = 30;
 inline constexpr int sidebarHeadingHeight = 38;
 inline constexpr int buttonHeight = 28;
-/// The part of a split button that opens its menu.
+/// Width of the part of a split button that opens its menu.
 inline constexpr int menuPart = 25;
 inline constexpr int gaugeHeight = 6;
 inline constexpr int checkBox = 16;
@@ -195,13 +195,13 @@ inline constexpr int nameLeast = 160;
 inline constexpr int windowWidth = 1040, windowHeight = 640;
 inline constexpr int windowLeastWidth = 900, windowLeastHeight = 480;
 
-/// Selected rows and sidebar rows keep this much off the edges.
+/// Distance of table and sidebar selections from the edges.
 inline constexpr int rowInset = 6;
 inline constexpr int sidebarInset = 8;
 inline constexpr int treeIndent = 16;
-/// Column heads and values stand this far apart.
+/// Gap between neighbouring columns.
 inline constexpr int columnGap = 8;
-/// Right of the last value, so that the scroll bar covers none.
+/// Space right of the last column, so that the scroll bar covers no value.
 inline constexpr int tableTrailing = 17;
 inline constexpr int scrollThumb = 6, scrollThumbHover = 10, scrollSpace = 14;
 

@@ -28,7 +28,7 @@ struct Metric {
 constexpr std::array<Metric, 17> metrics = {{
     {QStyle::PM_ScrollBarExtent, Sizes::scrollSpace},
     {QStyle::PM_ScrollBarSliderMin, Sizes::margin},
-    /// Views reach under their scroll bars, which have no ground of their own.
+    /// Views extend below their scroll bars, which have no background of their own.
     {QStyle::PM_ScrollView_ScrollBarOverlap, Sizes::scrollSpace},
     {QStyle::PM_ScrollView_ScrollBarSpacing, 0},
     {QStyle::PM_DefaultFrameWidth, 0},
@@ -49,13 +49,13 @@ constexpr std::array<Metric, 17> metrics = {{
 constexpr int buttonPadding = 14;
 constexpr int leastButtonWidth = 80;
 
-/// Controls that get a ring around them; views show their focus inside.
+/// Controls that get a focus ring around them; views draw their focus inside.
 bool isControl(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
            qobject_cast<const QComboBox*>(widget);
 }
 
-/// A view that scrolls both ways keeps its values clear of the bars.
+/// Set on views that scroll both ways, whose bars must not cover values.
 bool keepsClearOfBars(const QWidget* bar) {
     for (const auto* each = bar; each; each = each->parentWidget()) {
         if (qobject_cast<const QAbstractScrollArea*>(each)) return each->property("clearOfBars").toBool();
@@ -63,12 +63,12 @@ bool keepsClearOfBars(const QWidget* bar) {
     return false;
 }
 
-/// Text that can be selected, and looks like any other.
+/// Selectable text that looks like a label.
 bool isBare(const QWidget* widget) { return widget && widget->property("bare").toBool(); }
 
 bool isDestructive(const QWidget* widget) { return widget && widget->property("destructive").toBool(); }
 
-/// A button can say itself whether it is the filled one of its window, whichever answers to the return key.
+/// The "filled" property of a button overrides the rule that the default button is the filled one.
 QStyleOptionButton asItStands(const QStyleOptionButton& option, const QWidget* widget) {
     auto shown = option;
     const auto filled = widget ? widget->property("filled") : QVariant();
@@ -121,7 +121,7 @@ void TolvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         case PE_IndicatorBranch:
             return StyleViews::drawDisclosure(*painter, *option, look_);
         case PE_PanelItemViewRow:
-            /// A tree of ours hands over its rows whole; the toolkit's own calls come cell by cell.
+            /// Our trees pass whole rows; the toolkit's own calls come cell by cell.
             if (const auto* row = qstyleoption_cast<const QStyleOptionViewItem*>(option);
                 row && row->viewItemPosition == QStyleOptionViewItem::OnlyOne) {
                 StyleViews::drawRow(*painter, *option, option->rect, Sizes::rowRadius, tokens);

@@ -6,8 +6,8 @@ namespace tolvane::desktop {
 
 class Look;
 
-/// How the program's widgets are drawn: the toolkit's own plain style, with our shapes and colours in the places
-/// where they differ. Each group of shapes has a file of its own beside this one.
+/// The program's widget style: the toolkit's plain style with our own shapes and colours where they differ. Each group
+/// of shapes has a file of its own in this folder.
 class TolvaneStyle : public QProxyStyle {
 public:
     /// `look` outlives the style.

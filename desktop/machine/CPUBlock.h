@@ -11,7 +11,7 @@
 
 namespace tolvane::desktop {
 
-/// How busy the machine is: headline, the last hour, values.
+/// CPU load of the machine: headline, chart of the last hour, values.
 class CPUBlock : public QWidget {
     Q_OBJECT
 

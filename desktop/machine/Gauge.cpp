@@ -23,7 +23,7 @@ void Gauge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     StyleControls::drawShape(painter, rect(), Sizes::gaugeRadius, look_.tokens().well, {});
     if (fraction_ <= 0) return;
-    /// Never narrower than its own ends.
+    /// At least as wide as its two rounded ends.
     QRect filled(0, 0, std::max(Sizes::gaugeHeight, static_cast<int>(width() * fraction_)), height());
     if (layoutDirection() == Qt::RightToLeft) filled.moveRight(width() - 1);
     StyleControls::drawShape(painter, filled, Sizes::gaugeRadius, fill_, edge_);

@@ -6,14 +6,14 @@
 
 namespace tolvane::desktop {
 
-/// How full something is: a thin bar in a track. The words stand elsewhere; it has them for screen readers only.
+/// A fill level as a thin bar in a track. The widgets around it show the text; its own is for screen readers only.
 class Gauge : public QWidget {
     Q_OBJECT
 
 public:
     explicit Gauge(const Look& look, QWidget* parent = nullptr);
 
-    /// `fraction` from 0 to 1; `edge` is for fills that the ground would swallow, invalid for none.
+    /// `fraction` is from 0 to 1; `edge` outlines fills that would be hard to see on the track, and may be invalid.
     void show(double fraction, QColor fill, QColor edge);
     double fraction() const { return fraction_; }
 

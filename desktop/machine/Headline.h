@@ -7,7 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// The head of a block: its name, and at the far end what it comes to, with a coloured dot where that is a level.
+/// The head of a block: its name, and at the far edge its value, with a coloured dot if the value is a level.
 class Headline : public QWidget {
     Q_OBJECT
 

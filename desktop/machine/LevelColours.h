@@ -7,10 +7,10 @@
 
 namespace tolvane::desktop {
 
-/// How a level of memory pressure is coloured. A label always stands beside it.
+/// The colours of a memory pressure level. A text label always accompanies them.
 struct LevelColours {
     QColor fill;
-    /// Invalid where the fill needs none.
+    /// Invalid if the fill needs no edge.
     QColor edge;
 
     static LevelColours of(Pressure level, const Tokens& tokens) {

@@ -10,7 +10,7 @@
 
 namespace tolvane::desktop {
 
-/// Where the machine's memory is: headline with the pressure, gauge, values.
+/// Memory use of the machine: headline with the pressure, gauge, values.
 class MemoryBlock : public QWidget {
     Q_OBJECT
 

@@ -6,12 +6,12 @@
 
 namespace tolvane::desktop {
 
-/// A line between two blocks, with air above and below.
+/// A line between two blocks, with space above and below.
 class Hairline : public QWidget {
     Q_OBJECT
 
 public:
-    /// `air` on either side, in device-independent pixels.
+    /// `air` is the space on each side, in device-independent pixels.
     Hairline(const Look& look, int air, QWidget* parent = nullptr);
 
 protected:

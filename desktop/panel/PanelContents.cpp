@@ -61,7 +61,7 @@ PanelContents::PanelContents(const Look& look, QWidget* parent)
 void PanelContents::build() {
     auto* content = new QWidget;
     auto* column = columnOf(content);
-    /// So that the scroll bar stands in the margin.
+    /// Puts the scroll bar into the margin.
     column->setContentsMargins(margin, 0, margin, 0);
     column->addWidget(new Hairline(look_, dividerAir));
     column->addWidget(cpu_);
@@ -204,7 +204,7 @@ void PanelContents::showSuggestions(const PanelView& panel) {
     showSuggestions_->updateGeometry();
 }
 
-/// Blocks break their texts, so their height follows from the width.
+/// Blocks wrap their texts, so their height depends on the width.
 void PanelContents::fit(int width, int most) {
     setFixedWidth(width);
     auto& content = *middle_->widget();

@@ -20,7 +20,7 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// What stands in the panel, from the memory to the footer. Where there is too little height the middle scrolls.
+/// The contents of the panel, from memory to footer. The middle scrolls if the panel is not high enough.
 class PanelContents : public QWidget {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ public:
     void show(const PanelView& panel);
     using QWidget::show;
 
-    /// Takes that width and as much of the height `most` as it needs.
+    /// Resizes to that width and to the height it needs, at most `most`.
     void fit(int width, int most);
 
     QPushButton& openButton() const { return *open_; }
@@ -56,7 +56,7 @@ private:
     MemoryBlock* memory_;
     CPUBlock* cpu_;
     PanelRows* largest_;
-    /// With the line above it.
+    /// Includes the line above it.
     QWidget* suggestionsBlock_ = nullptr;
     LinkButton* showSuggestions_;
     PanelRows* suggestions_;

@@ -18,10 +18,11 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr int border = 1;
-/// Longer than it takes from a press to the icon's answer, shorter than anybody clicks twice on purpose.
+/// In milliseconds: longer than the icon takes to report a press, shorter than the interval between two deliberate
+/// clicks.
 constexpr int sameClick = 250;
 
-/// Wayland has no free popups: there the panel is a plain window that goes when another gets the keyboard.
+/// Wayland has no free popups, so there the panel is a plain window that closes when it loses the focus.
 Qt::WindowFlags flags() {
     const bool wayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
     return (wayland ? Qt::Tool : Qt::Popup) | Qt::FramelessWindowHint;
@@ -126,7 +127,7 @@ void PanelPopup::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && windowType() == Qt::Tool && !isActiveWindow()) hide();
 }
 
-/// The display hears of the window after this.
+/// The panel is placed before the window is mapped.
 void PanelPopup::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     place();

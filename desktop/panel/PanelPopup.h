@@ -11,16 +11,16 @@
 
 namespace tolvane::desktop {
 
-/// The panel as a window of its own beside the tray's icon. Follows the model while it is open; Escape and a click
-/// elsewhere close it.
+/// The panel as a window beside the tray icon. Follows the model while it is open; Escape or a click elsewhere closes
+/// it.
 class PanelPopup : public QWidget {
     Q_OBJECT
 
 public:
-    /// `model` and `look` outlive the panel. `locale` is an ICU identifier.
+    /// `model` and `look` outlive the panel. `locale` is an ICU locale identifier.
     PanelPopup(AppModel& model, const Look& look, std::string locale);
 
-    /// Opens beside the icon, or closes when it is open. `icon` is invalid where the host does not report it.
+    /// Opens beside the icon, or closes if it is open. `icon` is invalid if the host does not report its place.
     void toggle(QRect icon);
     void openAt(QRect icon);
     PanelContents& view() const { return *view_; }
@@ -48,7 +48,7 @@ private:
     PanelContents* view_;
     QRect icon_;
     QPoint pointer_;
-    /// Since it closed; a click on the icon closes the panel before the icon hears of it.
+    /// Time since the panel closed: a click on the icon closes the panel before the icon reports the click.
     QElapsedTimer closed_;
     Redraw redraw_{*this, [this] { draw(); }};
 };

@@ -80,7 +80,7 @@ RowList::Row PanelRows::rowOf(const PanelRow& shown, QRect place) const {
     return row;
 }
 
-/// The title, with the tag below it where there is one.
+/// The title, and below it the tag if there is one.
 std::vector<RowList::Text> PanelRows::titlesOf(const PanelRow& shown, QRect room) const {
     const auto& fonts = look().fonts();
     const Text title{.place = room, .text = shown.title, .font = fonts.font(TextRole::body), .alignment = leading()};

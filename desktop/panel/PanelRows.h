@@ -10,24 +10,24 @@ namespace tolvane::desktop {
 
 /// One row of a list in the panel.
 struct PanelRow {
-    /// The application whose icon stands before the row; empty for a line icon.
+    /// The application whose icon starts the row; empty for a line icon.
     std::optional<std::string> appPath;
     QString title;
-    /// Quiet, below the title; empty for rows of one line.
+    /// Muted text below the title; empty for rows of one line.
     QString tag;
-    /// In the first column of values; may be empty.
+    /// The first column of values; may be empty.
     QString quietFigure;
     QString figure;
 
     bool operator==(const PanelRow&) const = default;
 };
 
-/// Rows with an icon, a title that gives way, and up to two columns of values.
+/// Rows with an icon, a title that is cut when space is short, and up to two columns of values.
 class PanelRows : public RowList {
     Q_OBJECT
 
 public:
-    /// `columnWidth` at 100 % text. `icon` is that of rows without an application, `quietTip` what the first value is.
+    /// `columnWidth` is at 100 % text. Rows without an application show `icon`; `quietTip` explains the first value.
     PanelRows(const Look& look, int columnWidth, std::string_view icon, QString quietTip = {},
               QWidget* parent = nullptr);
 

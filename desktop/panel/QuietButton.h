@@ -8,7 +8,7 @@
 
 namespace tolvane::desktop {
 
-/// A line icon with its words in a quiet voice, that speaks up under the pointer.
+/// A line icon with a muted label, which gets full contrast under the pointer.
 class QuietButton : public QAbstractButton {
     Q_OBJECT
 

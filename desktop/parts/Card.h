@@ -9,16 +9,16 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// Rows on one ground with an edge around them and a hairline between each two. Hidden rows leave no gap.
+/// Rows on one background with an edge around them and a hairline between neighbours. Hidden rows leave no gap.
 class Card : public QWidget {
     Q_OBJECT
 
 public:
     explicit Card(const Look& look, QWidget* parent = nullptr);
 
-    /// The card takes the row over.
+    /// The card takes ownership of the row.
     void addRow(QWidget* row);
-    /// Deletes the rows behind the first `count`.
+    /// Deletes all rows after the first `count`.
     void keepRows(std::size_t count);
     const std::vector<QWidget*>& rows() const { return rows_; }
 

@@ -6,21 +6,21 @@
 
 namespace tolvane::desktop {
 
-/// One line of plain text that gives way when there is too little room, and then shows the whole in its tooltip.
+/// One line of plain text. It is cut if space is short, and its tooltip then shows the whole.
 class ElidedLabel : public QWidget {
     Q_OBJECT
 
 public:
-    /// The colour follows the scheme.
+    /// A colour by token, so that it follows the scheme.
     ElidedLabel(const Look& look, TextRole role, QColor Tokens::* colour, QWidget* parent = nullptr);
 
     const QString& text() const { return text_; }
     void setText(const QString& text);
     void setAlignment(Qt::Alignment alignment);
     void setElideMode(Qt::TextElideMode mode) { mode_ = mode; }
-    /// Digits of one width.
+    /// Whether to use tabular digits.
     void setFigures(bool figures);
-    /// Shown while the whole text fits; the text itself otherwise, with this below it.
+    /// The tooltip while the text fits; if the text is cut, the tooltip is the full text followed by this.
     void setTip(const QString& tip);
     bool isElided() const;
 

@@ -25,7 +25,7 @@ EmptyState::EmptyState(const Look& look, std::string_view icon, const QString& t
     setAccessibleDescription(sentence);
 }
 
-/// Where each part begins, from the top down.
+/// The y coordinate of each part, and the width for the texts.
 struct EmptyState::Places {
     int room, icon, title, sentence, button;
 };

@@ -7,7 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// What a pane says while it has nothing to show: icon, title and a sentence, centred and a little lifted.
+/// Placeholder of an empty pane: icon, title and a sentence, centred slightly above the middle.
 class EmptyState : public QWidget {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ public:
     EmptyState(const Look& look, std::string_view icon, const QString& title, const QString& sentence,
                QWidget* parent = nullptr);
 
-    /// Stands below the sentence; the state takes it over.
+    /// Goes below the sentence; the placeholder takes ownership.
     void setButton(QWidget* button);
 
 protected:

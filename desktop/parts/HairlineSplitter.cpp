@@ -2,7 +2,7 @@
 
 namespace tolvane::desktop {
 
-/// The toolkit itself widens the grabbing area of a handle of one pixel.
+/// The toolkit itself widens the grab area of a one-pixel handle.
 HairlineSplitter::HairlineSplitter(Qt::Orientation orientation, QWidget* parent) : QSplitter(orientation, parent) {
     setHandleWidth(1);
     setChildrenCollapsible(false);

@@ -4,7 +4,7 @@
 
 namespace tolvane::desktop {
 
-/// Panes parted by a single line that is easier to grab than it looks.
+/// Panes separated by a one-pixel line with a wider grab area.
 class HairlineSplitter : public QSplitter {
     Q_OBJECT
 

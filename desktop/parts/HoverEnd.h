@@ -5,7 +5,7 @@
 
 namespace tolvane::desktop {
 
-/// A menu takes the pointer along with it: what opened the menu never hears that the pointer has left.
+/// Ends the hover state of a widget that opened a menu: the menu grabs the pointer, so the widget gets no leave event.
 inline void endHover(QWidget& widget) {
     if (widget.rect().contains(widget.mapFromGlobal(QCursor::pos()))) return;
     widget.setAttribute(Qt::WA_UnderMouse, false);

@@ -7,8 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// A square button with a line icon and no border until the pointer comes. Its name is its tooltip and what screen
-/// readers say.
+/// A square button with a line icon and no border until it is hovered. Its name is its tooltip and its accessible name.
 class IconButton : public QToolButton {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// A text in accent that does something; underlined under the pointer and with the keyboard's focus.
+/// A button that looks like a link: text in the accent colour, underlined when hovered or focused.
 class LinkButton : public QAbstractButton {
     Q_OBJECT
 

@@ -5,9 +5,9 @@
 
 namespace tolvane::desktop {
 
-/// How high a widget with a layout wants to be at that width. Layouts hear of changes far below them only later, and
-/// remember what they measured before, so all of them are asked anew. What was never shown counts as hidden: ask from
-/// the moment that the window is shown on.
+/// The preferred height of a widget with a layout at that width. Layouts cache measurements and learn of deep changes
+/// only later, so all of them are invalidated first. A widget that was never shown counts as hidden, so call this only
+/// after the window was shown.
 inline int heightAt(QWidget& widget, int width) {
     for (auto* each : widget.findChildren<QWidget*>()) each->updateGeometry();
     for (auto* each : widget.findChildren<QLayout*>()) each->invalidate();

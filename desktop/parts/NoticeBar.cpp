@@ -18,7 +18,7 @@ NoticeBar::NoticeBar(const Look& look, QWidget* parent)
       close_(new IconButton(look, "xmark", tr("Close"), this)) {
     close_->setObjectName(QStringLiteral("close"));
     auto* row = new QHBoxLayout(this);
-    // In line with the names of the table below.
+    // Aligned with the names of the table below.
     row->setContentsMargins(mirrored(
         layoutDirection(), {Sizes::margin + Sizes::icon + Sizes::gap, Sizes::step, Sizes::step, Sizes::step + 1}));
     row->setSpacing(Sizes::gap);

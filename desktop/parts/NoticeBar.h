@@ -10,8 +10,8 @@ namespace tolvane::desktop {
 
 class ElidedLabel;
 
-/// One sentence across the top of a screen that something did not come off; hidden until there is one, and again when
-/// the user puts it away. Screen readers are alerted.
+/// A sentence across the top of a screen that reports a failure; hidden until there is one, and again when the user
+/// dismisses it. Alerts screen readers.
 class NoticeBar : public QWidget {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// Text that breaks into as many lines as its width asks for, at the line height of the type scale.
+/// Text wrapped to the widget's width, at the line height of the type scale.
 class ParagraphLabel : public QWidget {
     Q_OBJECT
 
@@ -14,7 +14,7 @@ public:
     ParagraphLabel(const Look& look, TextRole role, QColor Tokens::* colour, QWidget* parent = nullptr);
 
     void setText(const QString& text);
-    /// A text that needs more gives up its middle; the tooltip has the whole.
+    /// A text that needs more lines is cut in the middle; the tooltip shows the whole.
     void setMostLines(int lines);
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
@@ -25,7 +25,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    /// What of the text shows at that width.
+    /// The text as it is shown at that width.
     const QString& shownAt(int width) const;
 
     const Look& look_;

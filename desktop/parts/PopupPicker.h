@@ -8,7 +8,7 @@
 
 namespace tolvane::desktop {
 
-/// One of many choices, in a button that opens a menu. `activated` reports what the user chose. The wheel scrolls the
+/// A choice among many, in a button that opens a menu. `activated` reports what the user chose. The wheel scrolls the
 /// page around it instead of changing the choice.
 class PopupPicker : public QComboBox {
     Q_OBJECT
@@ -16,14 +16,14 @@ class PopupPicker : public QComboBox {
 public:
     PopupPicker(const Look& look, const QString& name, QWidget* parent = nullptr);
 
-    /// Says nothing to `activated`. Choices that are the same stay as they are, and all do while the menu is open.
+    /// Does not emit `activated`. Unchanged choices are left alone, and all of them are while the menu is open.
     void show(const QStringList& choices, int chosen);
     using QComboBox::show;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     void showPopup() override;
-    /// Nothing was chosen.
+    /// Closes the menu without a choice.
     void hidePopup() override;
     bool isOpen() const { return !menu_.isNull(); }
 

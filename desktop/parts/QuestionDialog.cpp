@@ -18,7 +18,7 @@ constexpr int margin = 20;
 constexpr int textWidth = 320;
 constexpr int iconGap = 16;
 
-/// A question names what it is about, which may be of any length.
+/// The texts name the subject of the question, whose name may be of any length.
 constexpr int mostTitleLines = 4, mostMessageLines = 10;
 
 }  // namespace

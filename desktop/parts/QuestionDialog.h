@@ -9,14 +9,14 @@ class QPushButton;
 
 namespace tolvane::desktop {
 
-/// Asks before something that cannot be undone. Cancel is the default and holds the focus; the other button answers
-/// only to itself. Escape cancels. Deletes itself when it closes.
+/// Asks before something that cannot be undone. Cancel is the default button and has the focus; the other button acts
+/// only when it is pressed itself. Escape cancels. Deletes itself when it closes.
 class QuestionDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// `look` outlives the dialog. Shows itself, modal to the window of `parent`; `accepted` reports a yes.
-    /// `note` stands below the message.
+    /// `look` outlives the dialog. Opens it, modal to the window of `parent`; `accepted` reports consent. `note` is
+    /// shown below the message.
     static QuestionDialog* ask(const Look& look, const Question& question, QWidget* parent, const QString& note = {});
 
     QPushButton& action() const { return *action_; }

@@ -7,21 +7,21 @@
 
 namespace tolvane::desktop {
 
-/// Draws a widget again when the model's properties change: once for all changes of one turn of the event loop, and
-/// only while the widget is shown. What changes in between is drawn when it is shown again. A member of its widget.
+/// Redraws a widget when properties of the model change: once per turn of the event loop, and only while the widget is
+/// shown. Changes in between are drawn when it is shown again. A member of its widget.
 class Redraw {
 public:
     Redraw(QWidget& widget, std::function<void()> draw);
 
-    /// Each is a property of the model, which outlives the widget.
+    /// Each argument is a property of the model, which outlives the widget.
     template <typename... Properties>
     void follow(const Properties&... properties) {
         (notifiers_.push_back(properties.onChange([this] { later(); })), ...);
     }
-    /// At the next turn of the event loop, or when the widget is shown again.
+    /// Draws at the next turn of the event loop, or when the widget is shown again.
     void later();
     void now();
-    /// For the widget's show event.
+    /// Call from the widget's show event.
     void catchUp();
 
 private:

@@ -8,15 +8,15 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// One column of blocks with the page's margins, no wider than can be read, that scrolls up and down.
+/// A vertically scrolling column of blocks with the page's margins, limited to a readable width.
 class ScrolledColumn : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// `topMargin` stands above the first block, `gap` between two.
+    /// `topMargin` is the space above the first block, `gap` the space between two.
     ScrolledColumn(const Look& look, int topMargin, int gap);
 
-    /// Where the blocks go.
+    /// The layout to add blocks to.
     QVBoxLayout& blocks() const { return *blocks_; }
 
 private:

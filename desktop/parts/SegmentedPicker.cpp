@@ -14,7 +14,7 @@ namespace {
 constexpr int segmentPadding = 13;
 constexpr int trackInset = 2;
 
-/// A radio button in what it does and says, a segment in how it looks.
+/// Behaves and reads as a radio button, looks like a segment.
 class Segment : public QRadioButton {
 public:
     Segment(const Look& look, const QString& text, QWidget* parent) : QRadioButton(text, parent), look_(look) {
@@ -41,7 +41,7 @@ protected:
     }
 
 private:
-    /// Every segment has room for the weight it gets when chosen, so that none moves.
+    /// Segments are measured in the weight they have when chosen, so that none moves.
     QFont wideFont() const { return look_.fonts().font(TextRole::small, QFont::Medium); }
 
     const Look& look_;

@@ -10,7 +10,8 @@
 
 namespace tolvane::desktop {
 
-/// One of two to four short choices, side by side in a track. Arrow keys move; screen readers hear radio buttons.
+/// A choice of two to four short texts, side by side in a track. Arrow keys change it; screen readers see radio
+/// buttons.
 class SegmentedPicker : public QWidget {
     Q_OBJECT
 
@@ -19,9 +20,9 @@ public:
                     QWidget* parent = nullptr);
 
     int choice() const { return group_->checkedId(); }
-    /// Says nothing to `chosen`: that is for what the user does.
+    /// Does not emit `chosen`, which reports the user's choices only.
     void setChoice(int index);
-    /// The segments share all the room there is.
+    /// The segments share the whole width.
     void fillWidth();
 
 signals:

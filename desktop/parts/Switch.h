@@ -6,8 +6,8 @@
 
 namespace tolvane::desktop {
 
-/// An on-off choice in a form: a check box in what it does and says, a switch in how it looks. Its words stand beside
-/// it; `name` is what screen readers say.
+/// An on-off setting: behaves and reads as a check box, looks like a switch. The row around it shows its label; `name`
+/// is its accessible name.
 class Switch : public QCheckBox {
     Q_OBJECT
 

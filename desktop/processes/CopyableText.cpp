@@ -41,7 +41,7 @@ void CopyableText::resizeEvent(QResizeEvent* event) {
 }
 
 void CopyableText::fit() {
-    /// The document of a plain text counts its height in lines.
+    /// The document of a plain-text edit reports its height in lines.
     const int lines = std::clamp(static_cast<int>(document()->size().height()), 1, mostLines);
     setFixedHeight(lines * QFontMetrics(font()).lineSpacing() + 2);
 }

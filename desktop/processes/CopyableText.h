@@ -6,15 +6,14 @@
 
 namespace tolvane::desktop {
 
-/// Words to be selected and copied, such as a command line: broken anywhere, as high as they need to be up to a limit,
-/// scrolled beyond it.
+/// Selectable text such as a command line: wrapped anywhere, as high as it needs up to a limit, scrolled beyond it.
 class CopyableText : public QPlainTextEdit {
     Q_OBJECT
 
 public:
     explicit CopyableText(const Look& look, QWidget* parent = nullptr);
 
-    /// Keeps what the user has selected while the text stays the same.
+    /// Keeps the user's selection while the text stays the same.
     void setText(const QString& text);
 
 protected:

@@ -20,7 +20,7 @@ namespace {
 constexpr int memoryHeight = 66, cpuHeight = 38;
 constexpr int blockGap = 16;
 
-/// A line above, and room for buttons.
+/// Background of the buttons, with a line above it.
 class Footer : public QWidget {
 public:
     Footer(const Look& look, QWidget* parent) : QWidget(parent), look_(look) {}
@@ -35,10 +35,10 @@ private:
     const Look& look_;
 };
 
-/// Away from the letters alone, which quit programs and find text.
+/// Ctrl with the letter alone quits programs and finds text.
 QKeySequence shortcut(char letter) { return {QStringLiteral("Ctrl+Shift+%1").arg(QLatin1Char(letter))}; }
 
-/// A heading with what belongs to it, one gap below what stands before.
+/// A heading and the widgets below it, one gap below the previous block.
 QWidget* block(std::initializer_list<QWidget*> parts) {
     auto* block = new QWidget;
     auto* column = new QVBoxLayout(block);
@@ -48,7 +48,7 @@ QWidget* block(std::initializer_list<QWidget*> parts) {
     return block;
 }
 
-/// Lowering and restoring are two sides of one button.
+/// Lowering and restoring the priority are two states of one button.
 bool isSameButton(ProcessAction before, ProcessAction now) {
     const auto side = [](ProcessAction action) {
         return action == ProcessAction::restorePriority ? ProcessAction::lowerPriority : action;
@@ -125,7 +125,7 @@ void InspectorPane::showNothing() {
     showButtons({});
 }
 
-/// The command stands below the other rows and can be selected.
+/// The command goes below the other rows, as selectable text.
 void InspectorPane::showCommand(std::vector<ValueRow>& process) {
     const bool present = !process.empty();
     commandLabel_->setVisible(present);
@@ -171,7 +171,7 @@ void InspectorPane::show(const SelectionInspector& selection) {
     stack_->setCurrentIndex(1);
 }
 
-/// Who was just pressed keeps the keyboard.
+/// The action of the focused button, which keeps the focus when the buttons are rebuilt.
 std::optional<ProcessAction> InspectorPane::focusedAction() const {
     for (int number = 0; number < buttons_->count(); ++number) {
         const auto* button = buttons_->itemAt(number)->widget();
@@ -180,7 +180,7 @@ std::optional<ProcessAction> InspectorPane::focusedAction() const {
     return std::nullopt;
 }
 
-/// The last two share a row, so that what ends a process stands together.
+/// The last two buttons share a row, so that those that end a process stand together.
 void InspectorPane::showButtons(const std::vector<InspectorButton>& buttons) {
     footer_->setVisible(!buttons.empty());
     if (buttons == shownButtons_) return;

@@ -24,7 +24,7 @@ namespace tolvane::desktop {
 
 class SubjectHead;
 
-/// The pane beside the processes table: what is selected, its values, its past, and what can be done to it.
+/// The pane beside the processes table: the selection, its values, its history, and the actions on it.
 class InspectorPane : public QWidget {
     Q_OBJECT
 

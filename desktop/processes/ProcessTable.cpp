@@ -33,7 +33,7 @@ ProcessTable::ProcessTable(const Look& look, ProcessTableModel::CellText cellTex
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    /// The ring around a whole row is drawn here, and only when the keyboard is used.
+    /// We draw the focus ring around the whole row, and only for keyboard users.
     setAllColumnsShowFocus(false);
     setExpandsOnDoubleClick(true);
     setMouseTracking(true);
@@ -47,7 +47,7 @@ ProcessTable::ProcessTable(const Look& look, ProcessTableModel::CellText cellTex
     connect(this, &RowTree::collapsed, this,
             [this](const auto& index) { expandedIds_.erase(model_->line(index)->id); });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { selectionByUser(); });
-    /// Painting must not change geometry, so the wider column waits for the next turn of the loop.
+    /// Painting must not change geometry, so a wider column waits for the next turn of the event loop.
     connect(
         delegate_, &ProcessTableDelegate::tooNarrow, this,
         [this](int wide, int width) {
@@ -62,7 +62,7 @@ void ProcessTable::buildHeader() {
     header_->setSectionsClickable(true);
     header_->setSortIndicatorShown(true);
     connect(header_, &QHeaderView::sectionClicked, this, [this](int clicked) {
-        /// The toolkit has already moved its arrow to whatever was clicked.
+        /// The toolkit has already moved its sort arrow to the clicked column.
         header_->setSortIndicator(sortedColumn_, sortOrder_);
         if (column(clicked).sortsBy) emit headClicked(clicked);
     });
@@ -111,7 +111,7 @@ void ProcessTable::restoreDisclosure(const QModelIndex& parent, int first, int l
     }
 }
 
-/// Rows that came back are selected again, and a row that took over an id is not selected for another's sake.
+/// Selects rows by id, so a row that reappears is selected again and a row that took another's place is not.
 void ProcessTable::restoreSelection() {
     QItemSelection selection;
     for (const auto& index : model_->find(selectedIds_)) selection.select(index, index);
@@ -144,7 +144,7 @@ void ProcessTable::setSorting(int column, bool ascending) {
     viewport()->update();
 }
 
-/// The menu that the other button opens keeps the release for itself, and holds the rows on its own.
+/// Only the left button counts: the menu that the right button opens swallows the release, and holds the rows itself.
 void ProcessTable::mousePressEvent(QMouseEvent* event) {
     pressed_ = event->button() == Qt::LeftButton;
     RowTree::mousePressEvent(event);

@@ -14,41 +14,41 @@
 
 namespace tolvane::desktop {
 
-/// The processes table. What is selected and disclosed belongs to ids, and comes back with them.
+/// The processes table. Selection and disclosure belong to row ids, and return when their rows do.
 class ProcessTable : public RowTree {
     Q_OBJECT
 
 public:
     ProcessTable(const Look& look, ProcessTableModel::CellText cellText, QWidget* parent = nullptr);
 
-    /// Shows the next reading; while the pointer or a menu is at work, waits for them to end.
+    /// Shows the next reading, or keeps it until the mouse button is released and the menu is closed.
     void show(std::vector<TableRow> lines);
     using RowTree::show;
     const ProcessTableModel& tableModel() const { return *model_; }
 
-    /// The ids that are selected; some of them may have no row now.
+    /// May include ids that have no row now.
     const std::set<std::string>& selectedIds() const { return selectedIds_; }
     void setSelectedIds(std::set<std::string> ids);
 
-    /// The ids whose rows are open, those included that have no row now.
+    /// Ids of the open rows, including those that have no row now.
     const std::set<std::string>& disclosedIds() const { return expandedIds_; }
-    /// For rows that are shown from now on.
+    /// Applies to rows that are shown from now on.
     void setDisclosedIds(std::set<std::string> ids) { expandedIds_ = std::move(ids); }
 
     void setSorting(int column, bool ascending);
-    /// What the tooltip of a name adds to it.
+    /// The remark is added to the tooltips of names.
     void setRemark(RowRemark remark) { delegate_->setRemark(std::move(remark)); }
 
-    /// Rows stay where they are until as many calls with false came as with true.
+    /// Holds the rows in place; each true needs a matching false.
     void hold(bool held);
 
-    /// Widths that the user chose, "Memory=80;% CPU=60"; what is not understood is passed over.
+    /// The column widths that the user chose, "Memory=80;% CPU=60"; entries that cannot be read are skipped.
     QString columnWidths() const;
     void setColumnWidths(const QString& text);
 
 signals:
     void selectedIdsChanged();
-    /// The user clicked the head of a column that can sort.
+    /// The user clicked the head of a sortable column.
     void headClicked(int column);
     void columnWidthsChanged();
 
@@ -79,7 +79,7 @@ private:
     int sortedColumn_ = -1;
     Qt::SortOrder sortOrder_ = Qt::DescendingOrder;
     std::map<int, int> chosenWidths_;
-    /// Columns that drew a value wider than their sample.
+    /// Columns in which a value was wider than the sample they are sized for.
     std::map<int, int> grownWidths_;
 };
 

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int iconGap = 6;
 constexpr int detailGap = 7;
-/// The tree's own indentation of the first level is part of the page's margin.
+/// The tree's own first-level indentation is part of the page's margin.
 constexpr int nameLeading = Sizes::margin - Sizes::treeIndent;
 
 constexpr QChar ellipsis(0x2026);
@@ -40,7 +40,7 @@ RowDetail RowDetail::fitting(const QString& detail, int room, const QFontMetrics
     return metrics.horizontalAdvance(last) <= room ? RowDetail{last, false} : RowDetail{};
 }
 
-/// Where what stands in a name cell, in left-to-right coordinates.
+/// The layout of a name cell, in left-to-right coordinates.
 struct ProcessTableDelegate::NameParts {
     QRect icon, titleRect, detailRect;
     QString title;

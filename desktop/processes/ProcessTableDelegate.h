@@ -13,16 +13,16 @@ namespace tolvane::desktop {
 
 class ProcessTableModel;
 
-/// What the tooltip adds about a row; empty for nothing.
+/// An addition to a row's tooltip; may be empty.
 using RowRemark = std::function<std::string(const TableRow&)>;
 
-/// How much of a line's second text stands behind its title.
+/// The part of a row's second text that is shown after its title.
 struct RowDetail {
-    /// Empty when there is no room for any of it.
+    /// Empty if there is no room for any of it.
     QString shown;
     bool isWhole = false;
 
-    /// Whole if it fits in `room` pixels; a path else by its last part; else nothing.
+    /// The whole text if it fits in `room` pixels; otherwise the last component of a path; otherwise nothing.
     static RowDetail fitting(const QString& detail, int room, const QFontMetrics& metrics);
 };
 
@@ -33,19 +33,19 @@ class ProcessTableDelegate : public QAbstractItemDelegate {
 public:
     ProcessTableDelegate(const Look& look, const ProcessTableModel& model, QObject* parent);
 
-    /// The column that the table is ordered by; its values are drawn in full contrast.
+    /// The column that the table is sorted by; its values are drawn in full contrast.
     void setSortedColumn(int column) { sortedColumn_ = column; }
-    /// Part of the names' tooltips.
+    /// The remark is added to the tooltips of names.
     void setRemark(RowRemark remark) { remark_ = std::move(remark); }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    /// The tooltip shows what the cell had no room for, and the remark.
+    /// Shows the full text of a cut cell, and the remark.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
 signals:
-    /// A value was drawn that is too wide for its column.
+    /// A drawn value was too wide for its column.
     void tooNarrow(int column, int width) const;
 
 private:

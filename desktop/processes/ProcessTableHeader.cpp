@@ -19,7 +19,7 @@ ProcessTableHeader::ProcessTableHeader(QWidget* parent) : QHeaderView(Qt::Horizo
     viewport()->setMouseTracking(true);
 }
 
-/// A little air between the line under the heads and the first row.
+/// Includes a little space between the line below the heads and the first row.
 QSize ProcessTableHeader::sizeHint() const { return QHeaderView::sizeHint() + QSize(0, Sizes::step); }
 
 std::optional<int> ProcessTableHeader::edgeAt(int x) const {
@@ -79,7 +79,7 @@ bool ProcessTableHeader::viewportEvent(QEvent* event) {
     return QHeaderView::viewportEvent(event);
 }
 
-/// Heads end above the air, which belongs to the rows.
+/// Heads end above that space, which belongs to the rows.
 void ProcessTableHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
     painter->fillRect(rect, palette().base());
     QHeaderView::paintSection(painter, rect.adjusted(0, 0, 0, -Sizes::step), section);

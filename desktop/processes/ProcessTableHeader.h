@@ -5,8 +5,8 @@
 
 namespace tolvane::desktop {
 
-/// Heads of a table whose values are anchored to its far edge: the near edge of a column can be dragged, and the
-/// first column takes or gives the room. A click sorts, a double click on an edge gives a column its own width back.
+/// Heads of a table whose value columns are anchored to the far edge: the user drags the near edge of a column, and the
+/// first column absorbs the difference. A click sorts, a double click on an edge resets the column's width.
 class ProcessTableHeader : public QHeaderView {
     Q_OBJECT
 
@@ -33,7 +33,7 @@ private:
     bool pressed(const QMouseEvent& event);
     bool moved(const QMouseEvent& event);
     bool released();
-    /// The section whose near edge is within reach; the first has none to drag.
+    /// The section whose near edge is within reach, or nullopt. The first section has no edge to drag.
     std::optional<int> edgeAt(int x) const;
 
     std::optional<Drag> drag_;

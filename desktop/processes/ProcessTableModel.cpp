@@ -24,7 +24,7 @@ bool isFigure(ProcessColumn column) { return column != ProcessColumn::name; }
 
 }  // namespace
 
-/// One row. Its line lies in the list that the model shows.
+/// One row. `line` points into the list that the model shows.
 struct ProcessTableModel::Node {
     const TableRow* line = nullptr;
     Node* parent = nullptr;
@@ -54,8 +54,8 @@ struct ProcessTableModel::Node {
     }
 };
 
-/// Which row of the new list each present row becomes. A new row is the heir of one present row at most, so that ids
-/// that stand twice cost a redrawn row and nothing worse.
+/// The new row of each present row. Each new row is claimed by one present row at most, so duplicate ids only cost a
+/// redrawn row.
 struct ProcessTableModel::Match {
     std::vector<int> newRowOf;
     std::vector<bool> inherited;
@@ -113,7 +113,7 @@ void ProcessTableModel::removeGone(Node& parent, Match& match) {
     }
 }
 
-/// One notice however many rows changed places: a thousand moves would each walk every view's bookkeeping.
+/// One layout change however many rows moved: with a thousand moves each would update every view's bookkeeping.
 void ProcessTableModel::reorder(Node& parent, Match& match) {
     if (std::ranges::is_sorted(match.newRowOf)) return;
     std::vector<std::size_t> order(parent.children.size());

@@ -13,8 +13,8 @@
 
 namespace tolvane::desktop {
 
-/// The processes table as views of the toolkit want it: a tree of rows that keep their identity from one reading to
-/// the next. Texts are made when a view asks, so that only rows in sight cost anything. Main thread.
+/// The processes table as an item model: a tree whose rows keep their identity from one reading to the next. Texts are
+/// made when a view asks for them, so only visible rows cost anything. Main thread.
 class ProcessTableModel : public QAbstractItemModel {
     Q_OBJECT
 
@@ -24,13 +24,14 @@ public:
     explicit ProcessTableModel(CellText cellText, QObject* parent = nullptr);
     ~ProcessTableModel() override;
 
-    /// Turns the present rows into `lines`: rows of an id stay, and views keep selection, disclosure and place.
+    /// Turns the present rows into `lines`. Rows with the same id stay, so views keep selection, disclosure and scroll
+    /// position.
     void show(std::vector<TableRow> lines);
     const std::vector<TableRow>& lines() const { return lines_; }
 
     /// Null for the invalid index. Valid until the next `show`.
     const TableRow* line(const QModelIndex& index) const;
-    /// The rows of those ids at every level, in their order from the top; ids that no row has are passed over.
+    /// The rows with those ids at every level, from top to bottom; ids without a row are skipped.
     QModelIndexList find(const std::set<std::string>& ids) const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -36,7 +36,7 @@ int columnOf(RowField field) {
     return -1;
 }
 
-/// An early date is a long time, and the time is what the user sees.
+/// These columns hold dates but show durations, whose order is the reverse.
 bool showsDates(RowField field) { return field == RowField::unusedSince || field == RowField::age; }
 
 }  // namespace
@@ -129,7 +129,7 @@ void ProcessesPage::connectControls() {
     connect(tree_, &ProcessTable::headClicked, this, &ProcessesPage::sortByColumn);
     connect(tree_, &ProcessTable::columnWidthsChanged, this, [this] { state_.set(columnsKey, tree_->columnWidths()); });
     connect(tree_, &ProcessTable::selectedIdsChanged, this, [this] { model_.selectRows(tree_->selectedIds()); });
-    // The command line tells ten processes of one name apart.
+    // The command line distinguishes processes of the same name.
     tree_->setRemark([this](const TableRow& line) {
         const auto* row = RowProcesses::own(line, model_.snapshot->rows);
         return row ? row->sample.commandLine() : std::string();
@@ -138,7 +138,7 @@ void ProcessesPage::connectControls() {
     connect(tree_, &QWidget::customContextMenuRequested, this, &ProcessesPage::openMenu);
     connect(new QShortcut(QKeySequence::Delete, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
             this, [this] { askForceQuit(shownSelection()); });
-    // Few keyboards have a key for menus.
+    // Few keyboards have a menu key.
     connect(new QShortcut(Qt::SHIFT | Qt::Key_F10, tree_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
             this, [this] { openMenu(tree_->visualRect(tree_->currentIndex()).center()); });
     connect(inspector_, &InspectorPane::actionWanted, this, &ProcessesPage::carryOut);
@@ -173,7 +173,7 @@ void ProcessesPage::draw() {
     showInspector();
 }
 
-/// The selection among the rows that the table shows, also while it holds them still.
+/// The selected rows as the table shows them, even while it holds older ones.
 std::vector<TableRow> ProcessesPage::shownSelection() const { return view_.selected(tree_->tableModel().lines()); }
 
 void ProcessesPage::showInspector() {
@@ -189,7 +189,7 @@ void ProcessesPage::showInspector() {
     }
 }
 
-/// Rows stand still while the menu is open, and what it acts on was settled when it opened.
+/// Rows are held while the menu is open, and its target is fixed when it opens.
 void ProcessesPage::openMenu(QPoint position) {
     const auto clicked = shownSelection();
     const auto& rows = model_.snapshot->rows;
@@ -228,13 +228,13 @@ void ProcessesPage::chosen(ProcessAction action, const std::vector<TableRow>& cl
     }
 }
 
-/// From the inspector, on what it speaks of.
+/// An action from the inspector, on the rows that it shows.
 void ProcessesPage::carryOut(ProcessAction action) {
     const auto selected = shownSelection();
     if (!selected.empty()) chosen(action, selected, {});
 }
 
-/// The question fixes what it acts on: a process that reuses a pid while it is open is left alone.
+/// The target is fixed when the question opens: a process that reuses a pid meanwhile is left alone.
 void ProcessesPage::askForceQuit(const std::vector<TableRow>& lines) {
     std::set<std::string> ids;
     for (const auto& line : lines) ids.insert(line.id);
@@ -260,7 +260,7 @@ void ProcessesPage::resizeEvent(QResizeEvent* event) {
     fitStrip();
 }
 
-/// The table keeps half of the height; a strip that is taller than the rest scrolls.
+/// The table gets at least half of the height; a strip that is too tall scrolls.
 void ProcessesPage::fitStrip() { strip_->setFixedHeight(std::min(strip_->wholeHeight(), height() / 2)); }
 
 void ProcessesPage::sortByColumn(int column) {

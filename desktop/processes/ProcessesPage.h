@@ -27,23 +27,23 @@ class QSplitter;
 
 namespace tolvane::desktop {
 
-/// How the user left the table, for the next page of this run.
+/// The table's state as the user left it, for the next page of this run.
 struct TableArrangement {
     std::vector<RowOrder> order;
     std::set<std::string> disclosedIds;
 };
 
-/// The processes screen: table, inspector, strip.
+/// The processes screen: table, inspector, system strip.
 class ProcessesPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier.
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU locale identifier.
     ProcessesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, QWidget* parent = nullptr);
     ~ProcessesPage() override;
 
-    /// Before it is first shown: arranges the table as `kept` says, if it says something, and leaves there how the
-    /// table was when the page goes.
+    /// Call before the page is first shown. Restores the table from `kept` if it holds an arrangement, and saves the
+    /// table's arrangement there when the page goes.
     void keepArrangement(std::shared_ptr<TableArrangement> kept);
 
     std::vector<QWidget*> controls() override;

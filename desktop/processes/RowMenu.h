@@ -11,7 +11,8 @@ class QWidget;
 
 namespace tolvane::desktop {
 
-/// Asks at a place of the screen; none when the user thinks better of it or there is nothing to choose. Runs the loop.
+/// Opens a menu at a point on the screen and runs the event loop until it closes. Nullopt if the user chooses nothing
+/// or there is nothing to choose.
 std::optional<ProcessAction> askMenu(const Look& look, const std::vector<ProcessMenuItem>& items, QPoint place,
                                      QWidget* parent);
 

@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// A field that narrows what a screen shows while the user types. Esc empties it, Esc again leaves it.
+/// A field that filters a screen while the user types. Escape clears it; a second Escape leaves it.
 class SearchField : public QLineEdit {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
     QSize minimumSizeHint() const override;
 
 signals:
-    /// The user is done here; the screen takes the focus back.
+    /// The user left the field; the screen takes the focus.
     void left();
 
 protected:

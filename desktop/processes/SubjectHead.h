@@ -9,7 +9,7 @@
 
 namespace tolvane::desktop {
 
-/// What the inspector speaks of: icon, name, second text.
+/// The head of the inspector: icon, name and second text of the selection.
 class SubjectHead : public QWidget {
     Q_OBJECT
 

@@ -57,7 +57,7 @@ int SystemStripBar::wholeHeight() const {
     return halves_->hasHeightForWidth() ? halves_->totalHeightForWidth(width) : halves_->totalSizeHint().height();
 }
 
-/// Layouts report a change before they have applied it.
+/// Layouts report a change before they apply it.
 bool SystemStripBar::eventFilter(QObject* watched, QEvent* event) {
     if (watched == content_ && event->type() == QEvent::LayoutRequest) {
         QMetaObject::invokeMethod(this, &SystemStripBar::heightChanged, Qt::QueuedConnection);

@@ -12,8 +12,8 @@ class QBoxLayout;
 
 namespace tolvane::desktop {
 
-/// The machine's values below the processes table: two halves side by side, stacked where there is too little
-/// room, scrolled where there is too little height.
+/// The machine's values below the processes table: two halves side by side, stacked if the strip is too narrow,
+/// scrolled if it is too low.
 class SystemStripBar : public QScrollArea {
     Q_OBJECT
 
@@ -23,12 +23,12 @@ public:
     void show(const SystemStrip& strip);
     using QScrollArea::show;
 
-    /// Height of all that is in it at the present width.
+    /// Height of the full contents at the current width.
     int wholeHeight() const;
 
 signals:
     void historyWanted();
-    /// What is in it needs another height than before.
+    /// The contents need a different height.
     void heightChanged();
 
 protected:

@@ -13,7 +13,8 @@ namespace {
 
 WindowCovers::Window number(const QWindow& window) { return window.winId(); }
 
-/// Icons in a tray are always there and tips come and go with the pointer: neither is a look at the program.
+/// Tray icons are always shown and tooltips follow the pointer, so neither means that the user is looking at the
+/// program.
 bool counts(const QWindow& window) {
     const auto type = window.type();
     return type != Qt::ToolTip && !window.objectName().startsWith(QLatin1String("QSystemTrayIconSys"));
@@ -76,7 +77,7 @@ void DesktopWindows::watch(QWindow& window) {
     });
 }
 
-/// The toolkit reports a change before it has taken place, and several come at once.
+/// The toolkit reports a change before it takes effect, and often several at once.
 void DesktopWindows::tellLater() {
     if (waiting_) return;
     waiting_ = true;

@@ -14,14 +14,14 @@ class QWindow;
 
 namespace tolvane::desktop {
 
-/// Which windows of the program can be seen, as the toolkit knows it: it hears of minimised and hidden windows alone.
-/// Where the host reports covers, a window that others cover altogether is not seen either. Lives as long as the
-/// application object.
+/// Which windows of the program are visible according to the toolkit, which only knows of minimised and hidden ones. If
+/// the host reports covered windows, a fully covered window counts as invisible too. Lives as long as the application
+/// object.
 class DesktopWindows : public QObject, public Windows {
     Q_OBJECT
 
 public:
-    /// `covers` outlives this; null where the host does not report them.
+    /// `covers` outlives this object; null on hosts that do not report covered windows.
     explicit DesktopWindows(WindowCovers* covers = nullptr);
 
     bool anyVisible() const override;

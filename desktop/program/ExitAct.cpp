@@ -11,10 +11,10 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// A broken connection is heard of on two of the toolkit's threads, and either ends the process: neither may before it
-/// is done. The act itself may report one again.
+/// Two of the toolkit's threads can report a broken connection, and either ends the process; both must wait until the
+/// act is done. Recursive because the act may cause such a report itself.
 std::recursive_mutex doing;
-/// The only state that the end of the process can reach; null while there is nothing to do. Guarded by `doing`.
+/// The only state that the exit handlers can reach; null when there is nothing to do. Guarded by `doing`.
 const std::function<void()>* present = nullptr;
 
 void doIt() {

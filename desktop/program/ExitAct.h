@@ -4,10 +4,10 @@
 
 namespace tolvane::desktop {
 
-/// What has to be done however the program ends. When the display goes away, the toolkit ends the process on the spot,
-/// and nothing that stands on the stack is unmade: on X by `exit`, within which this is done; on Wayland without a call
-/// that could be heard, but for the warning before it, at which this is done, on whichever thread that comes. An end in
-/// good order is over before. One at a time. Main thread.
+/// Runs an act however the process ends. When the display goes away, the toolkit ends the process on the spot, without
+/// unwinding the stack. On X it calls `exit`, so an exit handler runs the act. On Wayland it leaves no such hook, so
+/// the act runs when the toolkit logs the warning before it, on whichever thread that is. In an orderly shutdown this
+/// object is destroyed first, and nothing runs. One instance at a time. Main thread.
 class ExitAct {
 public:
     explicit ExitAct(std::function<void()> act);

@@ -7,8 +7,8 @@
 
 namespace tolvane::desktop {
 
-/// Files that the desktop hands over to the running program, as a Mac does when one is double-clicked or dropped on the
-/// icon. Main thread; lives no longer than the application object.
+/// Files that the desktop passes to the running program, as macOS does when one is double-clicked or dropped on the
+/// icon. Main thread; must not outlive the application object.
 class FileOpenEvents : public QObject {
     Q_OBJECT
 

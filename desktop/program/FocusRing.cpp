@@ -40,7 +40,7 @@ void FocusRing::hide() {
     if (frame_) frame_->setWidget(nullptr);
 }
 
-/// The toolkit remembers that the keyboard moved the focus, and never that the mouse did.
+/// The toolkit records that the keyboard moved the focus, but not that the mouse did.
 bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
         auto* window = static_cast<QWidget*>(watched)->window();

@@ -7,8 +7,8 @@ class QFocusFrame;
 
 namespace tolvane::desktop {
 
-/// Puts the ring around the control that the keyboard came to, and takes it away when the pointer is used.
-/// One for the application.
+/// Shows the focus ring when the keyboard moves the focus, and removes it when the pointer is used. One per
+/// application.
 class FocusRing : public QObject {
     Q_OBJECT
 

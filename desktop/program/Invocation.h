@@ -11,29 +11,30 @@
 
 namespace tolvane::desktop {
 
-/// How one run is to go, settled before anything of it exists.
+/// How this run was started, determined before anything else is created.
 struct Invocation {
     Switches switches;
-    /// Nothing to show windows on.
+    /// There is no display.
     bool headless = false;
-    /// Without a display and without a wish, a first try shows something all the same.
+    /// There is neither a display nor an argument that chooses a mode, so the run renders pictures: a first try then
+    /// shows something.
     bool picturesByDefault = false;
 
-    /// Files that the user opened with the program, absolute.
+    /// Absolute paths of the files that the user opened with the program.
     RuleFileArguments files;
 
     static constexpr const char* defaultPictures = "pictures";
 
-    /// `arguments` without the program's own name; `folder` is the absolute one that relative paths start from.
+    /// `arguments` are without the program's name; relative paths are resolved against `folder`, which is absolute.
     static Invocation of(const std::vector<std::string>& arguments, bool displayPresent,
                          const std::string& folder = "/");
 
-    /// The folder to render into; empty for a run with windows.
+    /// The folder to render into; empty if the run opens windows.
     QString picturesFolder(const Preferences& preferences) const;
-    /// One line for each argument that means nothing.
+    /// One line for each unknown argument.
     std::vector<std::string> complaints() const;
 
-    /// Keys of preferences that the command line can set.
+    /// Keys of the preferences that the command line can set.
     static const std::set<std::string, std::less<>>& knownKeys();
 };
 

@@ -11,12 +11,11 @@
 
 namespace tolvane::desktop {
 
-/// What the desktop asks of the running program: files to open, a section to show, a notification that was clicked, or
-/// only to be seen. Main thread; ends before the model.
+/// Requests of the desktop to the running program: open files, show a section, follow a clicked notification, or just
+/// come forward. Main thread; must not outlive the model.
 class OutsideRequests {
 public:
-    /// `bringForward` shows the main window before all others, opening it when need be; `isShown` says whether it
-    /// stands open.
+    /// `bringForward` raises the main window and opens it if necessary; `isShown` returns whether it is open.
     struct Window {
         std::function<void()> bringForward;
         std::function<bool()> isShown;
@@ -24,9 +23,9 @@ public:
 
     OutsideRequests(AppModel& model, Notifications& notifications, Window window);
 
-    /// Imports rule files. Shows the result in the window where that is open, else in a notification.
+    /// Imports rule files and shows the result in the window if it is open, otherwise in a notification.
     void openFiles(const std::vector<std::string>& files);
-    /// Shows the section of that name; without one, or with a name that is none, only the window comes forward.
+    /// Shows the section of that name. Without a name, or with an unknown one, it only raises the window.
     void show(const std::optional<std::string>& section);
 
 private:

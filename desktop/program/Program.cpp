@@ -10,7 +10,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// Windows on a screen that is made up are none of the system's.
+/// The host cannot see windows that are rendered offscreen, so the toolkit is asked instead.
 std::unique_ptr<Windows> windowsOf(Host& host) {
     if (host.windows && QGuiApplication::platformName() != QLatin1String("offscreen")) return std::move(host.windows);
     return std::make_unique<DesktopWindows>(host.covers.get());
@@ -42,12 +42,12 @@ void Program::draw(const QString& folder) {
 
 Shell& Program::show(bool isReachable, bool atLogin) {
     if (shell_) return *shell_;
-    // Before any window, and for all that come later.
+    // Must precede the first window.
     if (host_.dock) {
         presence_ = std::make_unique<WindowPresence>([dock = host_.dock.get()](bool open) { dock->setInDock(open); });
     }
     shell_ = std::make_unique<Shell>(model_, *host_.trays, look_, state_, screens(), isReachable);
-    // To end is not to close the windows one by one: closing one may leave the program running.
+    // Exits directly instead of closing the windows, since closing the last one may keep the program running.
     QObject::connect(
         shell_.get(), &Shell::quitWanted, &application_, [] { QApplication::exit(); }, Qt::QueuedConnection);
     shell_->start(atLogin || AppPreferences::atLogin.in(*host_.preferences));
@@ -61,7 +61,7 @@ OutsideRequests& Program::answer(const std::vector<std::string>& files) {
     const auto isShown = [this] { return shell_ && shell_->isWindowShown(); };
     outside_ = std::make_unique<OutsideRequests>(
         model_, *host_.notifications, OutsideRequests::Window{.bringForward = bringForward, .isShown = isShown});
-    // The window shows the result, also when the file is why the program was started.
+    // Opens the window to show the result, even if the file is what started the program.
     handedOver_ = std::make_unique<FileOpenEvents>([this](const auto& paths) {
         show(true);
         outside_->openFiles(paths);

@@ -22,27 +22,27 @@
 
 namespace tolvane::desktop {
 
-/// What a run is for. Pictures and the demo stand beside the program that works, and touch nothing of it.
+/// The purpose of a run. Rendering pictures and the demo run beside the real program without touching its files.
 struct Purpose {
     bool demo = false;
-    /// The folder to draw into; empty for a run that works.
+    /// The folder to render into; empty if the run opens windows.
     QString pictures;
 
     bool draws() const { return !pictures.isEmpty(); }
     bool works() const { return !demo && !draws(); }
 };
 
-/// Everything of one run, in the order in which it is made and the reverse of which it ends.
+/// All objects of one run, destroyed in the reverse order of their creation.
 class Program {
 public:
     Program(QApplication& application, Host host, const Purpose& purpose);
 
-    /// Draws every screen into the folder, and ends the application.
+    /// Renders every screen into the folder, then quits.
     void draw(const QString& folder);
-    /// Opens what a user sees, once. `isReachable` says whether another start would bring the window back. A program
-    /// that the login started keeps its window closed where there is a tray to live in.
+    /// Opens the user interface, once. `isReachable` says whether a second start would bring the window back. After a
+    /// start at login the window stays closed if there is a tray.
     Shell& show(bool isReachable, bool atLogin = false);
-    /// Listens to the desktop from now on, and opens the files that the program was started with.
+    /// Handles requests from the desktop from now on, and opens the files that the program was started with.
     OutsideRequests& answer(const std::vector<std::string>& files);
 
 private:

@@ -10,7 +10,7 @@
 
 namespace tolvane::desktop {
 
-/// The register of the screens that exist. All arguments outlive what it makes. `locale` is an ICU identifier.
+/// All screens of the main window. The arguments outlive the result. `locale` is an ICU locale identifier.
 std::vector<Screen> allScreens(AppModel& model, const Look& look, WindowState& state, const std::string& locale);
 
 }  // namespace tolvane::desktop

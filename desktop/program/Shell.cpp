@@ -12,7 +12,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// From the start of the session to the last panel that comes up, on a slow disk.
+/// How long the last panel may take to come up after the session starts, on a slow disk.
 constexpr Seconds trayPatience{15};
 const auto toldKey = QStringLiteral("main/toldWhereItWent");
 
@@ -75,11 +75,11 @@ void Shell::windowClosed() {
     }
 }
 
-/// A window must not be deleted while it emits that it closes.
+/// Queued: a window must not be deleted while it emits its closed signal.
 void Shell::letGoLater() { QMetaObject::invokeMethod(this, &Shell::letGo, Qt::QueuedConnection); }
 
-/// A closed window is not coming back soon, and what it is made of is most of the program's memory. One that was opened
-/// again meanwhile, or that has a question open still, stays.
+/// A closed window is unlikely to come back soon, and it holds most of the program's memory. It stays if it was
+/// reopened meanwhile or still has a question open.
 void Shell::letGo() {
     const auto isOpen = [](const QDialog* dialog) { return dialog->isVisible(); };
     if (!window_ || window_->isVisible() || std::ranges::any_of(window_->findChildren<QDialog*>(), isOpen)) return;
@@ -88,7 +88,7 @@ void Shell::letGo() {
     emit windowGone();
 }
 
-/// Shown once ever: reading it once is enough.
+/// Shown only once ever: reading it once is enough.
 void Shell::tellWhereItWent() {
     if (state_.flag(toldKey, false) || !model_.canNotify()) return;
     state_.set(toldKey, true);

@@ -20,22 +20,22 @@ namespace tolvane::desktop {
 
 class SettingsWindow;
 
-/// What of the program is on the screen: the main window, the tray's icon with its panel, the settings. Opens the
-/// window whenever the model asks for it, and decides what becomes of the program when it closes.
+/// The program's windows: the main window, the tray icon with its panel, the settings. Opens the main window whenever
+/// the model asks for it, and decides whether the program goes on when it closes.
 class Shell : public QObject {
     Q_OBJECT
 
 public:
-    /// All references outlive it. `secondStartOpens` says whether another start reaches this one and brings the window
-    /// back: without that and without a tray, closing the window quits.
+    /// All references outlive the shell. `secondStartOpens` says whether a second start reaches this process and brings
+    /// the window back: without that and without a tray, closing the window quits.
     Shell(AppModel& model, Trays& trays, const Look& look, WindowState& state, std::vector<Screen> screens,
           bool secondStartOpens);
     ~Shell() override;
 
-    /// Opens the window. A start by the session waits a moment for a tray, since panels come late at login, and opens
-    /// it only where there is none.
+    /// Opens the window. At login it first waits for a tray, since panels come up late, and opens the window only if
+    /// there is none.
     void start(bool atLogin);
-    /// Brings the main window to the front, from wherever it was.
+    /// Raises the main window, opening it if necessary.
     void openWindow();
     bool isWindowShown() const { return window_ && window_->isVisible(); }
     void openSettings();
@@ -47,9 +47,9 @@ public:
     SettingsWindow* settings() const { return settings_.get(); }
 
 signals:
-    /// The program is to end.
+    /// The program should quit.
     void quitWanted();
-    /// The window was closed and is gone with all that it held, while the program goes on.
+    /// The window was closed and deleted while the program goes on.
     void windowGone();
 
 private:

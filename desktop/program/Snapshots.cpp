@@ -18,7 +18,7 @@ namespace tolvane::desktop {
 namespace {
 
 constexpr Seconds demoWait{1}, realWait{8};
-/// Charts draw themselves a moment after they got their values.
+/// Charts repaint some turns of the event loop after they got their values.
 constexpr int turnsToSettle = 5;
 
 void settle() {
@@ -70,7 +70,7 @@ bool Snapshots::renderSections() {
     bool written = true;
     for (const auto& screen : screens_) {
         model_.show(screen.section);
-        // A rule makes the editor show.
+        // Selecting a rule opens the editor.
         if (screen.section == AppSection::rules && !model_.rules->empty()) {
             model_.selectRule(model_.rules->front().id);
         }
@@ -93,7 +93,7 @@ bool Snapshots::renderSheets() {
     return write(panel, QStringLiteral("menubar")) && written;
 }
 
-/// The three largest rows of the table at once.
+/// Renders the table with its three largest rows selected.
 bool Snapshots::renderSelection() {
     const auto rows =
         ProcessesView::rowsOf(*model_.snapshot, Grouping::apps, {}, {{.field = RowField::memory, .ascending = false}},

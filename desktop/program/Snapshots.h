@@ -22,11 +22,11 @@ class Snapshots {
 public:
     /// The preference that holds the folder; without it nothing is rendered.
     static constexpr std::string_view folderKey = "renderSnapshots";
-    /// Also in the dark scheme, as "processes-dark.png".
+    /// Preference to render the dark scheme as well, as "processes-dark.png".
     static constexpr std::string_view darkKey = "snapshotDark";
 
-    /// Waits until a real machine has had its first samples, renders, says where and calls `done` with whether all
-    /// pictures could be written. All references outlive it.
+    /// Waits until a real machine has its first samples, renders, prints the folder and passes to `done` whether all
+    /// pictures were written. All references outlive it.
     Snapshots(AppModel& model, Look& look, std::vector<Screen> screens, QString folder, bool dark,
               std::function<void(bool written)> done);
 
@@ -43,12 +43,12 @@ private:
     std::vector<Screen> screens_;
     QString folder_;
     bool dark_;
-    /// The scheme that is being drawn.
+    /// File-name suffix of the scheme that is being rendered.
     QString suffix_;
     std::function<void(bool)> done_;
-    /// Pictures are of a window as new, whatever the user's own looks like.
+    /// Empty, so that pictures show a window with default sizes whatever the user's own looks like.
     WindowState state_;
-    /// Seen from the start, so that values are as fresh as a user would get them.
+    /// Visible from the start, so that its values are as fresh as a user would get them.
     std::unique_ptr<MainWindow> window_;
     Subscription wait_;
 };

@@ -52,7 +52,7 @@ void Tray::setWanted(bool wanted) {
 }
 
 void Tray::update() {
-    // An icon knows the place alone that it was made for.
+    // An icon works only in the place that it was made for.
     if (std::exchange(place_, trays_.place()) != place_) icon_.reset();
     if (!icon_ && isShown()) makeIcon();
     if (icon_) icon_->setVisible(wanted_);
@@ -82,7 +82,7 @@ QIcon Tray::iconFor(bool memoryTight, const Look& look) {
     for (const int size : sizes) {
         icon.addPixmap(look.icons().pixmap(TrayLabel::of(memoryTight).symbol, look.tokens().borderStrong, size, 1));
     }
-    // A tray that colours icons itself uses this one as a stencil.
+    // Trays that colour icons themselves use this one as a stencil.
     icon.setIsMask(true);
     return icon;
 }

@@ -16,8 +16,8 @@ class QSystemTrayIcon;
 
 namespace tolvane::desktop {
 
-/// The program's icon in the tray, wherever the desktop has one: hosts may come late, go and come back. A click asks
-/// for the panel; the menu of the other button has the same ways in words.
+/// The program's tray icon. Trays may come late, go and come back. A click asks for the panel; the context menu offers
+/// the same commands.
 class Tray : public QObject {
     Q_OBJECT
 
@@ -26,15 +26,15 @@ public:
     Tray(AppModel& model, Trays& trays, const Look& look);
     ~Tray() override;
 
-    /// The user's choice to have an icon at all.
+    /// Whether the user wants an icon at all.
     void setWanted(bool wanted);
-    /// There is an icon that the user can see.
+    /// Whether the user can see an icon.
     bool isShown() const { return wanted_ && trays_.present(); }
-    /// Where it is; invalid where the host does not report it.
+    /// The icon's rectangle; invalid if the host does not report it.
     QRect place() const;
     QMenu& menu() const { return *menu_; }
 
-    /// In a grey that stands out from light and dark panels alike: their colour is not the program's to know.
+    /// In a grey that stands out on light and dark panels alike, since the program cannot know their colour.
     static QIcon iconFor(bool memoryTight, const Look& look);
 
 signals:
@@ -42,7 +42,7 @@ signals:
     void openWanted();
     void settingsWanted();
     void quitWanted();
-    /// An icon came or went.
+    /// The icon appeared or disappeared.
     void shownChanged();
 
 private:
@@ -55,9 +55,9 @@ private:
     const Look& look_;
     Trays& trays_;
     std::unique_ptr<QMenu> menu_;
-    /// Made when the first host is there: how it speaks to hosts is settled then, once and for all.
+    /// Created with the first tray: the toolkit chooses the protocol when the icon is made, and never changes it.
     std::unique_ptr<QSystemTrayIcon> icon_;
-    /// The place that the icon was made for.
+    /// The `Trays::place` that the icon was made for.
     int place_ = 0;
     bool wanted_ = false;
     QPropertyNotifier tight_;

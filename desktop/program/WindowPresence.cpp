@@ -22,11 +22,11 @@ WindowPresence::WindowPresence(std::function<void(bool open)> changed) : changed
 }
 
 bool WindowPresence::eventFilter(QObject* watched, QEvent* event) {
-    // What the window system sends is of minimising and the like.
+    // Spontaneous events come from the window system, for example on minimising.
     if (event->spontaneous()) return false;
     const bool before = !open_.empty();
     if (event->type() == QEvent::Show && isMainWindow(watched)) open_.insert(watched);
-    // By its address alone: a window that hides at its end is no main window any more.
+    // Compares addresses only: a window that hides during its destruction no longer has its type.
     if (event->type() == QEvent::Hide) open_.erase(watched);
     if (before == open_.empty()) changed_(!open_.empty());
     return false;

@@ -6,13 +6,13 @@
 
 namespace tolvane::desktop {
 
-/// Tells when the program's main window is opened and when it is closed, however late it is made; covering or
-/// minimising it is neither. Main thread; lives no longer than the application object.
+/// Reports when the program's main window opens and closes, however late it is created; covering or minimising it
+/// counts as neither. Main thread; must not outlive the application object.
 class WindowPresence : public QObject {
     Q_OBJECT
 
 public:
-    /// Tells at once how it is now, whether or not the window has been made yet.
+    /// Calls `changed` with the current state at once, even if the window does not exist yet.
     explicit WindowPresence(std::function<void(bool open)> changed);
 
 protected:

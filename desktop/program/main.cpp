@@ -36,7 +36,7 @@ using namespace tolvane::desktop;
 
 namespace {
 
-// The one place that chooses the host.
+// The only place that chooses the host.
 #if defined(__APPLE__)
 bool displayPresent() { return true; }
 QByteArray windowSystems() { return "cocoa"; }
@@ -49,7 +49,7 @@ Subscription onQuitSignal(const std::function<void()>& asked) {
     return machost::onQuitSignal(machost::appleCalls().dispatch, &runOnMain, asked);
 }
 
-/// The system starts no second copy of an application, and hands it files itself.
+/// macOS starts no second copy of an application, and delivers files itself.
 class Machine {
 public:
     explicit Machine(const Invocation& start)
@@ -59,11 +59,11 @@ public:
     static bool isReachable() { return true; }
     static std::optional<int> statusOfSecondStart(const Invocation& /*start*/) { return std::nullopt; }
     static Subscription forward(OutsideRequests& /*outside*/) { return {}; }
-    /// Whether the login started the program shows when the event loop runs.
+    /// Whether the program was started at login is known only once the event loop runs.
     void whenStarted(std::function<void(bool atLogin)> started) {
         launch_.emplace(machost::appleCalls().runtime, clock_, std::move(started));
     }
-    /// The system takes back by itself what it needs.
+    /// macOS reclaims unused memory by itself.
     static void giveBackMemory() {}
 
 private:
@@ -83,7 +83,7 @@ using linuxhost::SingleInstance;
 void copyText(const std::string& text) { QApplication::clipboard()->setText(qtText(text)); }
 bool drawsOnX11() { return QApplication::platformName() == QLatin1String("xcb"); }
 
-/// The session bus distinguishes a second start from the first.
+/// Uses the session bus to detect a second start.
 class Machine {
 public:
     explicit Machine(const Invocation& start)
@@ -95,8 +95,8 @@ public:
 
     Host takeHost() { return std::move(host_); }
     bool isReachable() const { return outcome_ == SingleInstance::Outcome::first; }
-    /// Another start for the same session hands over what it is to open and is done: its exit status. None for the one
-    /// that runs.
+    /// The exit status of a second start in the same session, after it handed over its files or failed to. Nullopt if
+    /// this start is the one that keeps running.
     std::optional<int> statusOfSecondStart(const Invocation& start) {
         const auto token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN", qEnvironmentVariable("DESKTOP_STARTUP_ID"));
         outcome_ = instance_.settle({.files = start.files.paths}, utf8(token));
@@ -111,7 +111,7 @@ public:
             outside.openFiles(request.files);
         });
     }
-    /// A start at login says so in its preferences.
+    /// A start at login is marked in the preferences.
     static void whenStarted(const std::function<void(bool atLogin)>& started) { started(false); }
     static void giveBackMemory() { linuxhost::OwnMemory::giveBack(); }
 
@@ -124,8 +124,8 @@ private:
 };
 #endif
 
-/// Pictures need no screen, and are to be sharp on every one and whole, however tall: so a screen is made up for them
-/// in a file of the folder. Gives the window system that draws there.
+/// Configures an offscreen screen for rendering, large enough for the tallest picture and sharp at every pixel ratio,
+/// in a file in `folder`. Returns the platform plug-in to use.
 QByteArray screenForPictures(const QString& folder) {
     QFile file(folder + QStringLiteral("/screen.json"));
     if (!file.open(QIODevice::WriteOnly)) return "offscreen";
@@ -134,13 +134,13 @@ QByteArray screenForPictures(const QString& folder) {
     return "offscreen:configfile=" + QFile::encodeName(file.fileName());
 }
 
-/// A screen that is made up cannot do all that windows ask for, and says so at length.
+/// The offscreen plug-in warns at length about everything it does not support; drop those messages.
 void passOverTheMadeUpScreen(QtMsgType /*type*/, const QMessageLogContext& /*where*/, const QString& message) {
     if (message.startsWith(QLatin1String("This plugin does not support"))) return;
     std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-/// A display that cannot be reached is none.
+/// With several window systems named, Qt falls back to the next one if a display cannot be reached.
 void choosePlatform(bool headless, const std::optional<QTemporaryDir>& scratch) {
     if (scratch && !qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) qputenv("QT_SCALE_FACTOR", "2");
     if (scratch) {
@@ -159,8 +159,8 @@ std::string systemLocale() {
     return name == QLatin1String("C") ? "en_US" : utf8(name);
 }
 
-/// Two copies on one folder would overwrite each other's files and act twice; where nothing else reveals a
-/// second copy, its folder does.
+/// Two copies on one folder would overwrite each other's files and act twice. Where nothing else detects a second copy,
+/// the folder's lock does.
 std::optional<int> statusOfSecondCopy(const FolderLock& lock, const std::string& folder) {
     if (!lock.isAnothers()) return std::nullopt;
     std::fprintf(stderr, "tolvane: another copy is running on %s\n", folder.c_str());

@@ -9,7 +9,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// What a line edit keeps free on each side of its text.
+/// The margin that QLineEdit keeps on each side of its text.
 constexpr int innerMargin = 2;
 constexpr int above = 3;
 
@@ -19,7 +19,7 @@ CopyableLine::CopyableLine(const Look& look, QWidget* parent) : QLineEdit(parent
     setReadOnly(true);
     setFrame(false);
     setProperty("bare", true);
-    // Beside its title, whichever way the command reads.
+    // At the title's side, whichever direction the command reads.
     setAlignment(mirrored(layoutDirection(), Qt::AlignLeft));
     setFont(look.fonts().fixed());
     setTextMargins(-innerMargin, 0, -innerMargin, 0);
@@ -50,7 +50,7 @@ void CopyableLine::focusInEvent(QFocusEvent* event) {
 
 void CopyableLine::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    // Its menu copies what is selected.
+    // The context menu copies the selection, so keep the full text while it is open.
     if (event->reason() != Qt::PopupFocusReason) fit();
 }
 

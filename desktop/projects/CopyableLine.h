@@ -6,15 +6,15 @@
 
 namespace tolvane::desktop {
 
-/// One read-only line of text to select and copy, such as a command. Without the focus, a line that is too long is cut
-/// in its middle; with the focus it is whole.
+/// A read-only line of text to select and copy, such as a command. It shows the whole text while it has the focus;
+/// otherwise a text that is too long is cut in the middle.
 class CopyableLine : public QLineEdit {
     Q_OBJECT
 
 public:
     explicit CopyableLine(const Look& look, QWidget* parent = nullptr);
 
-    /// Keeps what the user has selected while the text stays the same.
+    /// Keeps the user's selection while the text stays the same.
     void setWhole(const QString& whole);
     const QString& whole() const { return whole_; }
 

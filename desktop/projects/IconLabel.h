@@ -9,14 +9,14 @@
 
 namespace tolvane::desktop {
 
-/// A few words behind a small icon, both in one colour; gives way in the middle where room is short.
+/// A small icon and a short text in one colour; the text is cut in the middle if space is short.
 class IconLabel : public QWidget {
     Q_OBJECT
 
 public:
     IconLabel(const Look& look, QColor Tokens::* colour, QWidget* parent = nullptr);
 
-    /// Hides itself when there are no words.
+    /// Hides itself if the text is empty.
     void show(std::string_view icon, const QString& text);
     using QWidget::show;
     const QString& text() const { return label_->text(); }

@@ -8,12 +8,12 @@
 
 namespace tolvane::desktop {
 
-/// A line icon that says nothing that words beside it do not say. Its colour follows the scheme, its size the text's.
+/// A line icon that only illustrates the text beside it. Its colour follows the scheme, its size the text size.
 class LineIcon : public QWidget {
     Q_OBJECT
 
 public:
-    /// `size` in device-independent pixels at 100 % text.
+    /// `size` is in device-independent pixels at 100 % text.
     LineIcon(const Look& look, std::string_view icon, QColor Tokens::* colour, int size, QWidget* parent = nullptr);
 
     void setIcon(std::string_view icon);

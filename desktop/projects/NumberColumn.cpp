@@ -13,7 +13,7 @@ NumberColumn::NumberColumn(const Look& look, const QString& widestSample, QWidge
       value_(new ElidedLabel(look, TextRole::body, &Tokens::text, this)) {
     value_->setFigures(true);
     auto* column = new QVBoxLayout(this);
-    // An unexpectedly wide number still stays clear of its neighbour.
+    // Keeps an unusually wide number clear of its neighbour.
     column->setContentsMargins(mirrored(layoutDirection(), {Sizes::columnGap, 0, 0, 0}));
     column->setSpacing(0);
     for (auto* label : {title_, value_}) {

@@ -7,8 +7,8 @@
 
 namespace tolvane::desktop {
 
-/// A number under its title, both at the far edge; as wide as the widest that it is usually to hold, so that columns
-/// of several rows stand below each other.
+/// A number below its title, both aligned to the far edge. As wide as the widest usual number, so that the columns of
+/// several rows line up.
 class NumberColumn : public QWidget {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
 
     void show(const QString& title, const QString& value);
     using QWidget::show;
-    /// Where room is short: as wide as what it holds, or less.
+    /// Shrinks to its contents, or less, when space is short.
     void setTight(bool tight);
     int usualWidth() const { return usual_; }
 

@@ -19,7 +19,7 @@ namespace {
 constexpr int whenGap = 12;
 constexpr int leastTitle = 90;
 constexpr int buttonsGap = 16;
-/// Icon and button stand beside the first two lines, however many follow.
+/// Height of the first two lines, which the icon and the button are centred on.
 constexpr int twoLines = 38;
 
 }  // namespace

@@ -14,7 +14,7 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// One parked project with what Start Again would start.
+/// One parked project and what Start Again would start.
 class ParkedRowPane : public QWidget {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ public:
 
     void show(ParkedRow row);
     using QWidget::show;
-    /// What it shows now, and so what its controls are about.
+    /// The project that is shown now, which the controls act on.
     const ParkedRow& row() const { return row_; }
 
     QPushButton& startButton() const { return *start_; }
@@ -31,7 +31,7 @@ public:
 
 signals:
     void startWanted();
-    /// Where on the screen the menu belongs.
+    /// `place` is the point on the screen to open the menu at.
     void menuWanted(QPoint place);
 
 protected:

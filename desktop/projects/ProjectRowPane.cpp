@@ -16,7 +16,7 @@ namespace {
 
 constexpr int branchGap = 9, markGap = 12;
 constexpr int figuresGap = 4, buttonsGap = 16;
-/// Room that a title and its details want at 100 % text.
+/// Least width of a title and its details at 100 % text.
 constexpr int leastTexts = 260;
 constexpr int leastTitle = 90;
 
@@ -43,7 +43,7 @@ ProjectRowPane::ProjectRowPane(const Look& look, QWidget* parent)
             [this] { emit menuWanted(more_->mapToGlobal(more_->rect().bottomLeft())); });
 }
 
-/// The branch gives way first. A title keeps enough to be known by, so that the mark can be read.
+/// The branch shrinks first. The title keeps enough to be recognised and to leave the mark readable.
 ShrinkingRow* ProjectRowPane::buildFirstLine() {
     auto* line = new ShrinkingRow(this);
     line->add(title_, 0, 1, look_.fonts().scaled(leastTitle));
@@ -87,7 +87,7 @@ void ProjectRowPane::buildRow() {
     row->addWidget(more_, 0, Qt::AlignVCenter);
 }
 
-/// Large text puts the numbers below, so that the titles keep their room.
+/// With large text the numbers go below, so that the titles keep their room.
 void ProjectRowPane::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     int others = figuresGap + park_->width() + more_->width() + buttonsGap;

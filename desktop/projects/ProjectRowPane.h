@@ -25,7 +25,7 @@ public:
 
     void show(ProjectRow row);
     using QWidget::show;
-    /// What it shows now, and so what its controls are about.
+    /// The project that is shown now, which the controls act on.
     const ProjectRow& row() const { return row_; }
 
     QPushButton& parkButton() const { return *park_; }
@@ -33,7 +33,7 @@ public:
 
 signals:
     void parkWanted();
-    /// Where on the screen the menu belongs.
+    /// `place` is the point on the screen to open the menu at.
     void menuWanted(QPoint place);
 
 protected:

@@ -5,7 +5,7 @@
 
 #include "desktop/look/Look.h"
 
-/// What rows of running and of parked projects have in common. Device-independent pixels at 100 % text.
+/// What rows of running and parked projects share. Device-independent pixels at 100 % text.
 namespace tolvane::desktop::ProjectRowShape {
 
 inline constexpr int buttonHeight = 26;
@@ -18,7 +18,7 @@ inline void apply(QHBoxLayout& row) {
     row.setSpacing(0);
 }
 
-/// As narrow as its label, since every row has one.
+/// Only as wide as its label, since every row has one.
 inline void apply(QPushButton& button, const Fonts& fonts) {
     constexpr int padding = 10;
     button.setFixedHeight(fonts.height(TextRole::body, buttonHeight));

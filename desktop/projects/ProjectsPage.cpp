@@ -22,14 +22,14 @@ constexpr int sectionGap = 24;
 ParagraphLabel* paragraph(const Look& look, TextRole role, QColor Tokens::* colour, std::string_view text = {}) {
     auto* label = new ParagraphLabel(look, role, colour);
     label->setText(qtText(text));
-    // As high as its lines at the width that it gets, which is no width at first.
+    // The label's height depends on its width, which is not known at first.
     auto policy = label->sizePolicy();
     policy.setVerticalPolicy(QSizePolicy::Preferred);
     label->setSizePolicy(policy);
     return label;
 }
 
-/// New ones at the end.
+/// The row's place in the present order; new projects go to the end.
 std::size_t placeIn(const std::vector<ProjectRow>& rows, const std::string& root) {
     const auto found = std::ranges::find(rows, root, [](const ProjectRow& row) { return row.project.root; });
     return static_cast<std::size_t>(found - rows.begin());
@@ -100,7 +100,7 @@ void ProjectsPage::draw() {
     if (shown_.subtitle != subtitleBefore) emit subtitleChanged();
 }
 
-/// Keep the order while the pointer or the focus is here, so that no button moves away from a click.
+/// Keep the order while the pointer or the focus is here, so that no button moves away under a click.
 void ProjectsPage::keepOrder(std::vector<ProjectRow>& rows) const {
     const auto* focused = window()->focusWidget();
     if (!running_.card->underMouse() && !(focused && running_.card->isAncestorOf(focused))) return;
@@ -169,7 +169,7 @@ QMenu* ProjectsPage::newMenu() {
     return menu;
 }
 
-/// What it acts on was settled when it opened.
+/// The menu's target is fixed when it opens.
 void ProjectsPage::openRunningMenu(const ProjectRow& row, QPoint place) {
     const auto project = row.project;
     auto* menu = newMenu();

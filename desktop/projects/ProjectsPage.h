@@ -19,12 +19,12 @@ namespace tolvane::desktop {
 
 class EmptyState;
 
-/// The projects screen: what runs, and what is parked. Has the facts read while it can be seen.
+/// The projects screen: what runs, and what is parked. Has project facts read while it is visible.
 class ProjectsPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model` and `look` outlive the page. `locale` is an ICU identifier, `zone` one of a time zone.
+    /// `model` and `look` outlive the page. `locale` is an ICU locale identifier, `zone` an ICU time zone identifier.
     ProjectsPage(AppModel& model, const Look& look, std::string locale, std::string zone = {},
                  QWidget* parent = nullptr);
 

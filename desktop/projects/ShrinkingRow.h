@@ -5,16 +5,16 @@
 
 namespace tolvane::desktop {
 
-/// Widgets side by side, each as wide as it likes to be. Where room is short they give way one after the other, first
-/// the one of the lowest rank: each down to the room that it keeps, and only when that is not enough down to the least
-/// that it can do with.
+/// Widgets side by side at their preferred widths. When space is short they shrink one after the other, lowest rank
+/// first: each down to the width that it keeps, and only if that is not enough, down to its minimum.
 class ShrinkingRow : public QWidget {
     Q_OBJECT
 
 public:
     using QWidget::QWidget;
 
-    /// Takes the widget over. `gap` stands before it while it is shown; of its own width it `keeps` that much.
+    /// Takes ownership of the widget. `gap` is the space before it while it is shown; `keeps` is the width that it
+    /// keeps at first.
     void add(QWidget* widget, int gap, int rank, int keeps = 0);
 
     QSize sizeHint() const override;

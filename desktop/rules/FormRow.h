@@ -11,30 +11,30 @@ namespace tolvane::desktop {
 class ElidedLabel;
 class ParagraphLabel;
 
-/// One row of a form: its label left, its control right, and a sentence below where there is something to explain.
-/// Where both do not fit, the control stands under its label.
+/// One row of a form: label left, control right, and a hint below if there is something to explain. If both do not fit,
+/// the control goes below its label.
 class FormRow : public QWidget {
     Q_OBJECT
 
 public:
     enum class Fit {
-        /// The control stands at the right edge in its own width.
+        /// The control is right-aligned at its own width.
         own,
-        /// The control takes all the room behind the label column, so that fields share one left edge.
+        /// The control takes the whole width after the label column, so that fields share a left edge.
         wide,
     };
 
-    /// The row takes the control over.
+    /// Takes ownership of the control.
     FormRow(const Look& look, const QString& label, QWidget* control, Fit fit = Fit::own, QWidget* parent = nullptr);
 
-    /// Empty for none.
+    /// An empty hint hides it.
     void setHint(const QString& hint);
 
     QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
-    /// The label leads to its field, as a label does.
+    /// A click on the label focuses its control.
     void mousePressEvent(QMouseEvent* event) override;
 
 private:

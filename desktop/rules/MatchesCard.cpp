@@ -59,7 +59,7 @@ MatchesCard::MatchesCard(const Look& look, QWidget* parent) : Card(look, parent)
     setAccessibleName(qtText(MatchesSection::heading));
 }
 
-/// Rows stay as long as their number does: only their words change from tick to tick.
+/// Rows are kept while their number stays the same, since usually only their texts change from tick to tick.
 void MatchesCard::show(const MatchesSection& matches) {
     if (filled_ && matches == shown_) return;
     const bool sameRows = filled_ && matches.rows.size() == shown_.rows.size() && matches.more == shown_.more;

@@ -5,7 +5,7 @@
 
 namespace tolvane::desktop {
 
-/// What a rule applies to now, a row each, or a sentence when there is nothing.
+/// What a rule applies to now, one row each, or a sentence if there is nothing.
 class MatchesCard : public Card {
     Q_OBJECT
 

@@ -10,7 +10,7 @@ class QMenu;
 
 namespace tolvane::desktop {
 
-/// A bordered button with a line icon that opens a menu below it. Its name is its tooltip and what screen readers say.
+/// A bordered button with a line icon that opens a menu below it. Its name is its tooltip and its accessible name.
 class MenuButton : public QPushButton {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
-    /// The menu is about to open and wants its entries. It is gone when this returns.
+    /// The menu is about to open: fill it. It is deleted after it closes.
     void opening(QMenu* menu);
 
 protected:

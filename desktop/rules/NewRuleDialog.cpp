@@ -23,7 +23,7 @@ namespace {
 constexpr int sheetWidth = 520;
 constexpr int margin = 20;
 constexpr int listHeight = 230;
-/// A typed pattern becomes part of the rule's name.
+/// The rule's name contains the typed pattern, which may be long.
 constexpr int mostLines = 3, usualLines = 2;
 
 std::vector<QString> kindTitles() {
@@ -33,7 +33,7 @@ std::vector<QString> kindTitles() {
     return titles;
 }
 
-/// The ground and edge around the list.
+/// Draws the background and edge of the list.
 class ListFrame : public QWidget {
 public:
     explicit ListFrame(const Look& look) : look_(look) {}
@@ -91,7 +91,7 @@ void NewRuleDialog::buildControls() {
     withoutPrompt_ = new Switch(look_, qtText(RuleEditor::withoutPromptLabel));
     line_ = new ParagraphLabel(look_, TextRole::small, &Tokens::text2);
     line_->setMostLines(mostLines);
-    // The buttons below do not move under the pointer when something is chosen.
+    // Reserves the usual lines, so that the buttons below do not move when something is chosen.
     line_->setMinimumHeight(usualLines * look_.fonts().lineHeight(TextRole::small));
     cancel_ = new QPushButton(qtText(NewRuleSheet::cancel));
     cancel_->setAutoDefault(false);
@@ -176,7 +176,7 @@ void NewRuleDialog::showKind() {
     typed_->setVisible(sheet_.kind == TargetKind::command);
     withoutPromptRow_->setVisible(sheet_.kind == TargetKind::agent && RuleEditor::offersWithoutPrompt(model_));
     list_->setAccessibleName(qtText(targetKinds[static_cast<std::size_t>(sheet_.kind)].title));
-    // A session is shown, not chosen: the rule applies to all of them.
+    // Sessions are shown but cannot be chosen: the rule applies to all of them.
     list_->setSelectionMode(sheet_.kind == TargetKind::agent ? QAbstractItemView::NoSelection
                                                              : QAbstractItemView::SingleSelection);
     showSuggestions();

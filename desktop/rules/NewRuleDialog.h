@@ -20,12 +20,13 @@ class SegmentedPicker;
 class RuleSuggestionModel;
 class Switch;
 
-/// The sheet that makes a rule from what runs now. Modal to its window, does not block, and deletes itself when closed.
+/// The sheet that makes a rule from what runs now. Modal to its window, does not block, and deletes itself when it
+/// closes.
 class NewRuleDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// `model` and `look` outlive it. `locale` is an ICU identifier.
+    /// `model` and `look` outlive the dialog. `locale` is an ICU locale identifier.
     NewRuleDialog(AppModel& model, const Look& look, const std::string& locale, TargetKind kind, QWidget* parent);
     ~NewRuleDialog() override;
 
@@ -36,7 +37,7 @@ private:
     void buildForm();
     void connectControls();
     void showKind();
-    /// What runs changes while the sheet is open; what is selected stays so.
+    /// The processes change while the sheet is open; the selection is kept.
     void showSuggestions();
     void showLine();
     void add();

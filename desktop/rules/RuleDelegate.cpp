@@ -21,7 +21,7 @@ constexpr int side = 10;
 constexpr int above = 9, below = 12;
 constexpr int lineGap = 2, tagGap = 6;
 
-/// A number and its unit stay on one line.
+/// Keeps a number and its unit on one line.
 QString unbroken(QString text) {
     for (qsizetype at = 1; at + 1 < text.size(); ++at) {
         if (text[at] == QLatin1Char(' ') && text[at - 1].isDigit() && text[at + 1].isUpper()) text[at] = QChar::Nbsp;
@@ -56,7 +56,7 @@ void RuleDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     painter->save();
     auto ground = option;
     ground.rect = option.rect.adjusted(inset, 0, -inset, -2);
-    /// Views call themselves inactive without the focus; what counts is the window.
+    /// Views report themselves inactive without the focus, but the selection's colour depends on the window.
     ground.state.setFlag(QStyle::State_Active, option.widget && option.widget->isActiveWindow());
     StyleViews::drawRow(*painter, ground, ground.rect, Sizes::controlRadius, look_.tokens());
     if (option.state.testFlag(QStyle::State_HasFocus)) StyleViews::drawFocus(*painter, ground, look_.tokens());

@@ -7,7 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// Draws one rule of the list: its name, its summary in as many lines as that takes, its mode and what it would hit.
+/// Draws one rule of the list: its name, its wrapped summary, its mode and what it would match.
 class RuleDelegate : public QAbstractItemDelegate {
     Q_OBJECT
 

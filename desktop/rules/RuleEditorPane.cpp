@@ -44,7 +44,7 @@ QStringList kindTitles() {
     return titles;
 }
 
-/// What a text field holds, unless the user is in it.
+/// Shows the text unless the user is editing the field.
 void showText(QLineEdit& field, std::string_view text) {
     if (field.hasFocus() || field.text() == qtText(text)) return;
     field.setText(qtText(text));
@@ -187,7 +187,7 @@ void RuleEditorPane::open(const std::optional<UUID>& rule) {
     const bool same = rule && editor_ && editor_->id() == *rule;
     if (same || (!rule && !editor_)) return;
     keepTyped();
-    // What an open menu offers is meant for the rule before.
+    // An open menu belongs to the previous rule.
     for (auto* each : {kind_, app_, unused_, memory_, action_}) each->hidePopup();
     editor_ = rule ? std::make_unique<RuleEditor>(model_, *rule, locale_) : nullptr;
     for (auto* each : {name_, command_, agents_}) each->clearFocus();
@@ -195,7 +195,7 @@ void RuleEditorPane::open(const std::optional<UUID>& rule) {
     refresh();
 }
 
-/// A field that the user leaves keeps what it says; one that was left by choosing another rule does, too.
+/// Saves typed text when the user leaves a field, also by choosing another rule.
 void RuleEditorPane::keepTyped() {
     if (!editor_) return;
     editor_->savePatterns();
@@ -252,7 +252,7 @@ void RuleEditorPane::showAction(const Rule& rule) {
     action_->show(titles, chosen == offered.end() ? -1 : static_cast<int>(chosen - offered.begin()));
 }
 
-/// On a wide window the form keeps a width that can be read.
+/// On a wide window the form is limited to a readable width.
 void RuleEditorPane::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
     const int spare = std::max(0, viewport()->width() - look_.fonts().scaled(widest));

@@ -23,18 +23,18 @@ class PopupPicker;
 class SegmentedPicker;
 class Switch;
 
-/// The form of one rule, with what it matches now below it. What the user changes goes to the model at once.
+/// The form of one rule, with its current matches below. Changes go to the model at once.
 class RuleEditorPane : public QScrollArea {
     Q_OBJECT
 
 public:
-    /// Both outlive the pane. `locale` is an ICU identifier.
+    /// Both outlive the pane. `locale` is an ICU locale identifier.
     RuleEditorPane(AppModel& model, const Look& look, std::string locale, QWidget* parent = nullptr);
     ~RuleEditorPane() override;
 
-    /// Opens the form of another rule, the text that is being typed into the one before is kept first.
+    /// Opens another rule's form, after saving text that is being typed into the previous one.
     void open(const std::optional<UUID>& rule);
-    /// Shows what the rule and the machine are now, except for what is being typed.
+    /// Updates the form and the matches, except for fields that are being edited.
     void refresh();
     /// Null while no rule is open.
     RuleEditor* editor() const { return editor_.get(); }
@@ -62,7 +62,7 @@ private:
     FormRow* modeRow_ = nullptr;
     PopupPicker* kind_ = nullptr;
     PopupPicker* app_ = nullptr;
-    /// What the picker of applications shows: their order changes with every tick.
+    /// The choices that the application picker shows, kept because their order changes with every tick.
     std::vector<RuleEditor::AppChoice> shownApps_;
     FormRow* appRow_ = nullptr;
     QLineEdit* command_ = nullptr;

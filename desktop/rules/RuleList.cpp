@@ -71,7 +71,7 @@ void RuleList::keyPressEvent(QKeyEvent* event) {
     const bool wantsMenu = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
     if (event->key() == Qt::Key_Delete && current()) return emit deleteWanted();
     if (event->key() == Qt::Key_Escape && current()) return clearSelection();
-    // Few keyboards have a key for menus.
+    // Few keyboards have a menu key.
     if (wantsMenu && current()) return emit menuWanted(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
     QListView::keyPressEvent(event);
 }

@@ -9,7 +9,7 @@
 
 namespace tolvane::desktop {
 
-/// The rules, one of which can be selected.
+/// The list of rules, at most one of which is selected.
 class RuleList : public QListView {
     Q_OBJECT
 
@@ -22,9 +22,9 @@ public:
     std::optional<UUID> current() const;
 
 signals:
-    /// The user selected another rule, or none.
+    /// The user changed or cleared the selection.
     void chosen();
-    /// The user asked for what can be done with a rule, at a place of the screen.
+    /// The user asked for a rule's menu at this point on the screen.
     void menuWanted(QPoint place);
     void deleteWanted();
 

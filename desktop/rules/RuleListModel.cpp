@@ -6,7 +6,7 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// What a screen reader says of a row.
+/// A row's text for screen readers.
 QString spoken(const RuleRow& row) {
     QStringList parts{qtText(row.name), qtText(row.summary), qtText(row.mode)};
     if (row.status) parts.append(qtText(*row.status));

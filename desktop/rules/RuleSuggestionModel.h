@@ -8,7 +8,7 @@
 
 namespace tolvane::desktop {
 
-/// What the new-rule sheet offers.
+/// The suggestions of the new-rule sheet.
 class RuleSuggestionModel : public ListModel<RuleSuggestion, &RuleSuggestion::id> {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ protected:
     QVariant cell(const RuleSuggestion& entry, int role) const override;
 };
 
-/// Draws one of them: icon, title, and a second line.
+/// Draws a suggestion: icon, title, and a second line.
 class SuggestionDelegate : public QAbstractItemDelegate {
     Q_OBJECT
 

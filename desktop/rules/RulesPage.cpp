@@ -28,7 +28,7 @@ const auto panesKey = QStringLiteral("rules/panes");
 constexpr int listWidth = 308;
 constexpr int detailLeast = 400;
 
-/// The ground of lists behind the list and the sentence below it.
+/// The background behind the list and the sentence below it.
 class ListGround : public QWidget {
 public:
     explicit ListGround(const Look& look) : look_(look) {}
@@ -156,7 +156,7 @@ void RulesPage::fillShareMenu(QMenu& menu) {
     all->setEnabled(MainView::canExport(*model_.rules));
 }
 
-/// What the menu acts on was settled when it opened.
+/// The menu's target is fixed when it opens.
 void RulesPage::openRowMenu(QPoint place) {
     const auto rule = list_->current();
     if (!rule) return;
@@ -170,7 +170,7 @@ void RulesPage::openRowMenu(QPoint place) {
     if (chosen == deleteIt) model_.deleteRules({*rule});
 }
 
-/// A key is hit by accident as a menu is not.
+/// Asks first: unlike a menu entry, a key is easily hit by accident.
 void RulesPage::askToDelete() {
     const auto* rule = RulesView::selected(model_);
     if (!rule) return;

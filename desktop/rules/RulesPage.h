@@ -25,7 +25,7 @@ class RulesPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model`, `look` and `state` outlive the page. `locale` is an ICU identifier.
+    /// `model`, `look` and `state` outlive the page. `locale` is an ICU locale identifier.
     RulesPage(AppModel& model, const Look& look, WindowState& state, std::string locale, QWidget* parent = nullptr);
     ~RulesPage() override;
 
@@ -35,7 +35,7 @@ public:
     RuleList& list() const { return *list_; }
     /// Opens the sheet for a new rule.
     void openSheet();
-    /// The sheet is open.
+    /// Whether the sheet is open.
     bool addingRule() const { return !sheet_.isNull(); }
 
 protected:

@@ -8,16 +8,16 @@ namespace tolvane::desktop {
 
 enum class TagKind { plain, green, orange };
 
-/// A label on a pill. The label always says what the colour says.
+/// A label in a pill. The label always conveys what the colour does.
 namespace TagShape {
 
 QSize size(const Fonts& fonts, const QString& word);
-/// At the rectangle's place, in its own size. On a selected row a plain one stands out by the ground of lists.
+/// `rect` has the size that `size` returns. On a selected row, a plain tag gets the list background to stand out.
 void paint(QPainter& painter, const Look& look, QRect rect, const QString& word, TagKind kind, bool onSelection);
 
 }  // namespace TagShape
 
-/// The same as a widget.
+/// A tag as a widget.
 class Tag : public QWidget {
     Q_OBJECT
 

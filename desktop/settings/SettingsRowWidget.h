@@ -13,17 +13,17 @@ namespace tolvane::desktop {
 class PopupPicker;
 class Switch;
 
-/// One row of the settings: its words left, with what explains them below, and its control right.
+/// One row of the settings: its label and explanation left, its control right.
 class SettingsRowWidget : public QWidget {
     Q_OBJECT
 
 public:
     SettingsRowWidget(const Look& look, const SettingsRow& row, QWidget* parent = nullptr);
 
-    /// `row` is of the kind, the control and the words that the view was made with; only its state differs.
+    /// `row` must fit this widget (see `fits`); only its state is updated.
     void show(const SettingsRow& row);
     using QWidget::show;
-    /// The view can show that row.
+    /// Whether the widget was made for a row of the same kind, control and texts.
     bool fits(const SettingsRow& row) const;
 
     Switch* toggle() const { return switch_; }

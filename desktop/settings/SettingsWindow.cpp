@@ -77,7 +77,7 @@ void SettingsWindow::refresh() {
     if (isVisible()) fit();
 }
 
-/// Rows come and go rarely: those from the first that differs are made anew.
+/// Rows seldom come or go, so everything from the first different row on is rebuilt.
 void SettingsWindow::showSection(const Section& shown, const SettingsSection& section) {
     const auto& present = shown.card->rows();
     std::size_t same = 0;
@@ -90,7 +90,7 @@ void SettingsWindow::showSection(const Section& shown, const SettingsSection& se
     for (; same < section.rows.size(); ++same) {
         auto* row = makeRow(section.rows[same]);
         shown.card->addRow(row);
-        /// Before the next turn of the loop, so that it can be measured.
+        /// Shown at once, so that it can be measured before the next turn of the event loop.
         row->show();
     }
     shown.footer->setText(qtText(section.footer));
@@ -101,7 +101,7 @@ SettingsRowWidget* SettingsWindow::makeRow(const SettingsRow& row) {
     auto* made = new SettingsRowWidget(look_, row);
     const auto control = row.control;
     connect(made, &SettingsRowWidget::switched, this, [this, control](bool on) { setOn(control, on); });
-    /// What follows may delete the row, whose button still speaks.
+    /// Queued: the handler may delete the row whose button is still emitting.
     connect(made, &SettingsRowWidget::pressed, this, [this, control] { press(control); }, Qt::QueuedConnection);
     connect(made, &SettingsRowWidget::chosen, this,
             [this, control](int choice) { view_.choose(control, static_cast<std::size_t>(choice)); });
@@ -123,7 +123,7 @@ void SettingsWindow::press(SettingsControl control) {
     connect(dialog, &QDialog::rejected, this, [this] { view_.cancelRestore(); });
 }
 
-/// As high as it needs to be, and as the screen allows.
+/// As high as its contents, limited by the screen.
 void SettingsWindow::fit() {
     const int wide = look_.fonts().scaled(SettingsView::width);
     setFixedWidth(wide);

@@ -15,7 +15,7 @@ class Card;
 class ParagraphLabel;
 class SettingsRowWidget;
 
-/// The settings in a window of their own. Every choice holds at once; Escape closes.
+/// The settings in a window of their own. Every change applies at once; Escape closes it.
 class SettingsWindow : public QWidget {
     Q_OBJECT
 
@@ -23,14 +23,14 @@ public:
     /// Both outlive the window.
     SettingsWindow(AppModel& model, const Look& look);
 
-    /// Opens it, or brings it to the front.
+    /// Opens the window, or raises it.
     void bringForward();
     /// The row of a control; null while it is not shown.
     SettingsRowWidget* row(SettingsControl control) const;
     QString footer(std::size_t section) const;
 
 signals:
-    /// The user wants an icon in the tray, or none.
+    /// The user switched the tray icon on or off.
     void trayIconWanted(bool wanted);
 
 protected:
@@ -41,7 +41,7 @@ private:
     struct Section {
         Card* card = nullptr;
         ParagraphLabel* footer = nullptr;
-        /// The footer with the air above it.
+        /// The footer with the space above it.
         QWidget* below = nullptr;
     };
 

@@ -34,7 +34,7 @@ int RuleBars::rowHeight() const { return look().fonts().height(TextRole::body, l
 
 QSize RuleBars::sizeHint() const { return {leastWidth, static_cast<int>(bars_.size()) * rowHeight()}; }
 
-/// The same in every list, so that bars of two of them line up; larger text takes more of the row.
+/// The same in every list, so that the bars of two lists line up; larger text takes a larger share of the row.
 int RuleBars::nameWidth(int width) const {
     return static_cast<int>(width * std::min(nameShare * look().fonts().factor(), mostForNames));
 }

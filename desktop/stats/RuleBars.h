@@ -7,12 +7,12 @@
 
 namespace tolvane::desktop {
 
-/// Rules one below the other, each with its name, a bar and its value.
+/// A list of rules, each with its name, a bar and its value.
 class RuleBars : public RowList {
     Q_OBJECT
 
 public:
-    /// `colour` is that of the bars.
+    /// `colour` is the colour of the bars.
     RuleBars(const Look& look, QColor Tokens::* colour, QWidget* parent = nullptr);
 
     void show(std::vector<StatsBar> bars);

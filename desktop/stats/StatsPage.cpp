@@ -186,7 +186,7 @@ void StatsPage::showWould(const std::optional<WouldHaveFreed>& would) {
     showRule_->setVisible(would->rule.has_value());
 }
 
-/// As high as its texts are at the present width, which the scroll area by itself does not ask.
+/// Sets the height that the texts need at the current width; QScrollArea does not ask for it.
 void StatsPage::fit() {
     const auto room = scroll_->viewport()->size();
     const auto title = qtText(StatsView::chartTitle);

@@ -20,13 +20,13 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// The stats screen: the big number, a bar for each rule, a bar for each day, and what log-only rules would have freed.
-/// Counts again when the log changes and when a day begins, while it can be seen.
+/// The stats screen: the large number, a bar for each rule, a bar for each day, and what log-only rules would have
+/// freed. While visible, it recounts when the log changes and when a day begins.
 class StatsPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model` and `look` outlive the page. `locale` is an ICU identifier, `zone` one of a time zone.
+    /// `model` and `look` outlive the page. `locale` is an ICU locale identifier, `zone` an ICU time zone identifier.
     StatsPage(AppModel& model, const Look& look, std::string locale, std::string zone = {}, QWidget* parent = nullptr);
 
     std::vector<QWidget*> controls() override { return {period_}; }

@@ -41,7 +41,7 @@ SplitButton::SplitButton(const Look& look, QWidget* parent) : QToolButton(parent
         menu_->setFont(look_.fonts().font(TextRole::body));
         emit opening(menu_);
     });
-    // Emit the choice after the menu has gone.
+    // Emit the choice after the menu has closed.
     const auto end = [this] {
         endHover(*this);
         emit closed();
@@ -88,7 +88,7 @@ void SplitButton::keyPressEvent(QKeyEvent* event) {
     QToolButton::keyPressEvent(event);
 }
 
-/// The row around it has a menu of its own.
+/// Lets the row around it open its own menu.
 void SplitButton::contextMenuEvent(QContextMenuEvent* event) { event->ignore(); }
 
 }  // namespace tolvane::desktop

@@ -6,24 +6,24 @@
 
 namespace tolvane::desktop {
 
-/// A button of two parts in one border: the words do something, the arrow opens a menu with what else there is. So
-/// does the Down key.
+/// A button of two parts in one border: the label triggers the action, the arrow or the Down key opens a menu with
+/// further ones.
 class SplitButton : public QToolButton {
     Q_OBJECT
 
 public:
     explicit SplitButton(const Look& look, QWidget* parent = nullptr);
 
-    /// Also what screen readers say.
+    /// Also the accessible name.
     void setLabel(const QString& label);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
-    /// The menu is about to open and wants its entries.
+    /// The menu is about to open: fill it.
     void opening(QMenu* menu);
-    /// It has closed, and what was chosen in it is done.
+    /// The menu has closed and its chosen action, if any, is done.
     void closed();
 
 protected:

@@ -12,14 +12,14 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// All suggestions of one kind: a heading, the rows on one ground, and what the kind means.
+/// All suggestions of one kind: a heading, the rows on one background, and an explanation of the kind.
 class SuggestionCard : public QWidget {
     Q_OBJECT
 
 public:
     explicit SuggestionCard(const Look& look, QWidget* parent = nullptr);
 
-    /// Rows that stay keep their widgets, and with them the keyboard's place.
+    /// Rows that stay keep their widgets, and with them the keyboard focus.
     void show(const SuggestionSection& section);
     using QWidget::show;
 

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int sideMargin = 14, upperMargin = 8;
 constexpr int figureGap = 28;
-/// Room that a title and its evidence want at 100 % text.
+/// Least width of a title and its evidence at 100 % text.
 constexpr int leastTexts = 150;
 constexpr int mostEvidenceLines = 6;
 
@@ -80,7 +80,7 @@ void SuggestionRowWidget::buildLayout() {
     whole_->addLayout(means);
 }
 
-/// Large text puts the value and the buttons below, so that the text keeps its room.
+/// With large text the value and the buttons go below, so that the text keeps its room.
 void SuggestionRowWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const int icon = iconSize() + Sizes::wideGap;
@@ -126,7 +126,7 @@ void SuggestionRowWidget::paintEvent(QPaintEvent*) {
     }
 }
 
-/// What an entry acts on was settled when the menu opened.
+/// An entry's target is fixed when the menu opens.
 void SuggestionRowWidget::fill(QMenu& menu, bool includesPrimary) {
     for (const auto& item : SuggestionMenu::items(row_.suggestion, includesPrimary)) {
         if (!item.action) {

@@ -15,7 +15,7 @@ class QPushButton;
 
 namespace tolvane::desktop {
 
-/// One suggestion: what it is about and why, what it is worth, and what can be done.
+/// One suggestion: its subject, reason, value and actions.
 class SuggestionRowWidget : public QWidget {
     Q_OBJECT
 
@@ -27,13 +27,13 @@ public:
 
     const SuggestionRow& row() const { return row_; }
     SplitButton& actionButton() const { return *action_; }
-    /// Rows of one list keep their values in a column.
+    /// Lets the rows of a list align their values in a column.
     int buttonsWidth() const;
     void setButtonsWidth(int width);
 
 signals:
     void wanted(tolvane::SuggestionRow row, tolvane::SuggestionAction action);
-    /// While a menu is open the row must not change under it.
+    /// While a menu is open, its row must not change.
     void menuOpened();
     void menuClosed();
 

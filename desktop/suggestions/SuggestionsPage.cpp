@@ -44,16 +44,16 @@ SuggestionsPage::SuggestionsPage(AppModel& model, const Look& look, std::string 
     column->setSpacing(0);
     column->addWidget(notice_);
     column->addLayout(panes_, 1);
-    // Not before: a pane without a parent would be shown as a window of its own.
+    // Added late: a shown pane without a parent would open as a window of its own.
     panes_->addWidget(scroll_);
     panes_->addWidget(empty_);
-    // A snooze ends with a sample.
+    // Snoozes expire when a sample is taken, so follow the snapshot too.
     follow(model_.suggestions, model_.hiddenSuggestions, model_.snapshot);
 }
 
 std::vector<QWidget*> SuggestionsPage::controls() { return {showHidden_}; }
 
-/// The first thing that can be done; else the way back to what is hidden.
+/// The first suggestion's button, or the button that shows hidden suggestions.
 QWidget* SuggestionsPage::firstFocus() {
     const auto shown = cards();
     if (shown.empty()) return showHidden_;

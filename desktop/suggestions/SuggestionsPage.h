@@ -17,20 +17,20 @@ class QVBoxLayout;
 
 namespace tolvane::desktop {
 
-/// The suggestions screen: one card for each kind. Follows the model while it can be seen, and stands still while one
-/// of its menus is open.
+/// The suggestions screen: one card for each kind. Follows the model while it is visible, except while one of its menus
+/// is open.
 class SuggestionsPage : public Page {
     Q_OBJECT
 
 public:
-    /// `model` and `look` outlive the page. `locale` is an ICU identifier.
+    /// `model` and `look` outlive the page. `locale` is an ICU locale identifier.
     SuggestionsPage(AppModel& model, const Look& look, std::string locale, QWidget* parent = nullptr);
 
     std::vector<QWidget*> controls() override;
     QWidget* firstFocus() override;
     QString subtitle() const override { return subtitle_; }
 
-    /// In the order in which they stand.
+    /// In display order.
     std::vector<SuggestionCard*> cards() const;
 
 protected:

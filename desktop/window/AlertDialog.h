@@ -6,7 +6,8 @@
 
 namespace tolvane::desktop {
 
-/// One sentence that the user is to have read. Modal to its window, does not block, and deletes itself when closed.
+/// One sentence that the user has to acknowledge. Modal to its window, does not block, and deletes itself when it
+/// closes.
 class AlertDialog : public QDialog {
     Q_OBJECT
 

@@ -25,7 +25,7 @@ namespace {
 const auto geometryKey = QStringLiteral("main/geometry");
 const auto panesKey = QStringLiteral("main/panes");
 
-/// The sidebar's ground below its list.
+/// The sidebar's background below its list.
 class SidebarColumn : public QWidget {
 public:
     explicit SidebarColumn(const Look& look) : look_(look) {
@@ -110,7 +110,7 @@ void MainWindow::buildPanes() {
     setCentralWidget(splitter_);
 }
 
-/// Sections have the number of their place in the sidebar.
+/// Each section's shortcut is its number in the sidebar.
 void MainWindow::addShortcuts() {
     int number = 0;
     for (const auto& group : MainView::sidebar(model_, present_)) {
@@ -137,7 +137,7 @@ void MainWindow::connectModel() {
     notifiers_.push_back(model_.suggestions.onChange([this] { showSidebar(); }));
     notifiers_.push_back(model_.hiddenSuggestions.onChange([this] { showSidebar(); }));
     notifiers_.push_back(model_.rules.onChange([this] { showSidebar(); }));
-    // A snooze ends with a sample, whether or not the advice is another.
+    // Snoozes expire when a sample is taken, even if the suggestions stay the same.
     notifiers_.push_back(model_.snapshot.onChange([this] { showSidebar(); }));
     notifiers_.push_back(model_.windowRequest.onChange([this] { bringForward(); }));
 }
@@ -156,7 +156,7 @@ Page* MainWindow::page(AppSection section) {
     return pages_.emplace(section, made).first->second;
 }
 
-/// A section whose screen does not exist leaves the one that is shown.
+/// A section without a screen leaves the current one in place.
 void MainWindow::showSection(AppSection section) {
     auto* shown = page(section);
     if (!shown || shown == shown_) return;
@@ -204,7 +204,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
 }
 
-/// Selections grow paler in a window without focus, which the toolkit does not redraw by itself.
+/// Selections are paler in an inactive window, and the toolkit does not redraw them by itself.
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange) update();

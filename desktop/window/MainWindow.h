@@ -20,16 +20,16 @@ namespace tolvane::desktop {
 
 class WindowMenu;
 
-/// The one window with all screens: the sidebar, the toolbar and the screen of the model's section.
+/// The main window: the sidebar, the toolbar and the screen of the model's section.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// `model`, `look` and `state` outlive the window. `screens` are those that exist, in any order.
+    /// `model`, `look` and `state` outlive the window. `screens` may be in any order and need not cover every section.
     MainWindow(AppModel& model, const Look& look, WindowState& state, std::vector<Screen> screens);
     ~MainWindow() override;
 
-    /// Comes to the front, from wherever it was.
+    /// Raises the window, restoring it if it is minimised.
     void bringForward();
 
 signals:
@@ -40,7 +40,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    /// Rule files can be dropped on the window.
+    /// Accepts rule files dropped on the window.
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;

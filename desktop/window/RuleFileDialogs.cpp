@@ -69,7 +69,7 @@ void RuleFileDialogs::showExportDialog() {
     save->open();
 }
 
-/// The dialog itself says nothing of a disk that does not take the file.
+/// The file dialog itself does not report a failed write.
 void RuleFileDialogs::saveTo(const QString& path) {
     if (!*model_.exporting) return;
     const auto failure = RulesDocument{**model_.exporting}.write(utf8(path));

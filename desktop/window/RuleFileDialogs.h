@@ -10,16 +10,16 @@
 
 namespace tolvane::desktop {
 
-/// The dialogs in which rule files are chosen, and the message of an import, over one window, whenever the model asks
-/// for them. None of them blocks.
+/// File dialogs for rule files and the message after an import, opened over one window whenever the model asks for
+/// them. None of them blocks.
 class RuleFileDialogs : public QObject {
     Q_OBJECT
 
 public:
-    /// All outlive it.
+    /// All arguments outlive it.
     RuleFileDialogs(AppModel& model, const Look& look, QWidget& window);
 
-    /// The name of a file for rules, with its extension; a slash in a rule's name parts no folders.
+    /// A file name for the rules, with its extension; slashes in a rule's name are replaced.
     static QString fileName(const std::vector<Rule>& rules);
 
 private:

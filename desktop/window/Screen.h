@@ -7,7 +7,7 @@
 
 namespace tolvane::desktop {
 
-/// One entry of the register of screens. A screen is made when it is first shown.
+/// One entry in the list of screens. A screen is created when it is first shown.
 struct Screen {
     AppSection section = AppSection::processes;
     std::function<Page*(QWidget* parent)> make;

@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// The list of what the keyboard does. Deletes itself when it closes.
+/// The list of keyboard shortcuts. Deletes itself when it closes.
 class ShortcutsDialog : public QDialog {
     Q_OBJECT
 

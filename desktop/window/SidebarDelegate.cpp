@@ -16,7 +16,7 @@ constexpr int leading = Sizes::inspectorMargin;
 constexpr int iconGap = 9;
 constexpr int badgeHeight = 16;
 constexpr int badgePadding = 7;
-/// Headings stand nearer to what follows them.
+/// Moves headings closer to the rows below them.
 constexpr int headingDrop = 6;
 
 QRect placed(const QStyleOptionViewItem& option, QRect rect) {
@@ -60,7 +60,7 @@ void SidebarDelegate::paintSection(QPainter& painter, const QStyleOptionViewItem
     auto ground = option;
     ground.rect = option.rect.adjusted(Sizes::sidebarInset, 0, -Sizes::sidebarInset - 1, 0);
     const bool selected = option.state.testFlag(QStyle::State_Selected);
-    /// Views call themselves inactive without the focus; what counts is the window.
+    /// Views report themselves inactive without the focus, but the selection's colour depends on the window.
     ground.state.setFlag(QStyle::State_Active, option.widget && option.widget->isActiveWindow());
     StyleViews::drawRow(painter, ground, ground.rect, Sizes::controlRadius, tokens);
     if (option.state.testFlag(QStyle::State_HasFocus)) StyleViews::drawFocus(painter, ground, tokens);
@@ -77,7 +77,7 @@ void SidebarDelegate::paintSection(QPainter& painter, const QStyleOptionViewItem
              mirrored(option.direction, Qt::AlignLeft));
 }
 
-/// Gives the width that it took.
+/// Returns the width that the badge takes.
 int SidebarDelegate::paintBadge(QPainter& painter, const QStyleOptionViewItem& option, QRect rect,
                                 const QString& badge) const {
     if (badge.isEmpty()) return 0;

@@ -10,7 +10,7 @@
 
 namespace tolvane::desktop {
 
-/// One row of the sidebar: a section, or the heading of a group, which has none.
+/// One row of the sidebar: a section, or a group's heading, which has no section.
 struct SidebarItem {
     QString title;
     std::string icon;

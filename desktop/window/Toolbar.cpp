@@ -56,7 +56,7 @@ void Toolbar::show(const QString& title, const std::vector<QWidget*>& controls) 
     arrange();
 }
 
-/// Icons without an edge stand further out, so that what is seen ends where the screen's content does.
+/// Borderless icons move outward, so that their visible edge lines up with the screen's content.
 int Toolbar::farMargin() const {
     const bool edged = !controls_.empty() && !qobject_cast<const QToolButton*>(controls_.back());
     return edged ? Sizes::margin : outerMargin;

@@ -11,18 +11,18 @@ class QHBoxLayout;
 
 namespace tolvane::desktop {
 
-/// The row over a screen: its title left, its controls right, a line below. Controls that do not fit beside the title
-/// stand under it.
+/// The bar above a screen: title left, controls right, a line below. Controls that do not fit beside the title go below
+/// it.
 class Toolbar : public QWidget {
     Q_OBJECT
 
 public:
     explicit Toolbar(const Look& look, QWidget* parent = nullptr);
 
-    /// Takes the controls of another screen; those of the one before are hidden.
+    /// Shows another screen's controls and hides those of the previous one.
     void show(const QString& title, const std::vector<QWidget*>& controls);
     using QWidget::show;
-    /// A small line under the title; empty for none.
+    /// A small line below the title; may be empty.
     void setSubtitle(const QString& subtitle);
 
 protected:

@@ -38,7 +38,7 @@ WindowMenu::WindowMenu(AppModel& model, const Look& look, QWidget* window)
 
 WindowMenu::~WindowMenu() = default;
 
-/// The window has the action too, so that its shortcut works while the menu is closed.
+/// The action is added to the window too, so that its shortcut works while the menu is closed.
 QAction* WindowMenu::add(std::string_view text, const QKeySequence& keys) {
     auto* action = menu_->addAction(menuText(qtText(text)));
     action->setShortcut(keys);

@@ -13,7 +13,7 @@ class QMenu;
 
 namespace tolvane::desktop {
 
-/// The commands of the main window: in the menu of a button, and by their shortcuts anywhere in the window.
+/// The commands of the main window, available in a button's menu and by shortcuts anywhere in the window.
 class WindowMenu : public QObject {
     Q_OBJECT
 

@@ -7,20 +7,21 @@
 
 namespace tolvane::desktop {
 
-/// Sizes and places of windows and panes, apart from the user's preferences: they change without a decision.
-/// One small file in the folder for state; a file that cannot be read or written only means that windows open as new.
+/// Sizes and positions of windows and panes. Kept apart from the user's preferences because they change without an
+/// explicit choice. Stored in one small file in the state folder; if it cannot be read or written, windows simply open
+/// with default sizes.
 class WindowState {
 public:
-    /// An empty path keeps everything for this run alone.
+    /// With an empty path, everything is kept for this run only.
     explicit WindowState(QString path = {});
 
-    /// "window.ini" in the program's folder for state.
+    /// "window.ini" in the program's state folder.
     static QString usualPath();
 
     QByteArray bytes(const QString& key) const;
     QString text(const QString& key) const;
     bool flag(const QString& key, bool otherwise) const;
-    /// Writes only what differs.
+    /// Writes only if the value differs.
     void set(const QString& key, const QVariant& value);
 
 private:
