@@ -6,7 +6,7 @@
 
 namespace tolvane::desktop {
 
-/// The widget of that object name within `parent`. A name that is missing ends the test program.
+/// The widget with that object name within `parent`. A missing name aborts the test program.
 template <typename Widget = QWidget>
 Widget& widgetNamed(const QObject& parent, const char* name) {
     auto* found = parent.findChild<Widget*>(QLatin1String(name));
@@ -17,7 +17,7 @@ Widget& widgetNamed(const QObject& parent, const char* name) {
     return *found;
 }
 
-/// The pane of that name is the one that its page shows.
+/// Whether the named pane is the one that its page shows.
 inline bool isChosen(const QObject& page, const char* name) { return !widgetNamed(page, name).isHidden(); }
 
 }  // namespace tolvane::desktop

@@ -8,9 +8,9 @@ namespace tolvane::desktop {
 
 namespace {
 
-/// Of 255, per channel: less is the same to the eye.
+/// Per channel, out of 255: smaller differences are invisible.
 constexpr int sameColour = 40;
-/// Share of the pixels that may differ by more.
+/// Share of the pixels that may differ by more than that.
 constexpr double mayDiffer = 0.002;
 
 int distance(QRgb one, QRgb other) {
@@ -20,7 +20,7 @@ int distance(QRgb one, QRgb other) {
 
 struct Difference {
     double share = 0;
-    /// Red where they differ, pale elsewhere.
+    /// Red where the pictures differ, pale elsewhere.
     QImage picture;
 };
 

@@ -17,11 +17,11 @@ QImage settled(QWidget& widget) {
     return widget.grab().toImage();
 }
 
-/// Every screen on the demo's world, which is the same in every run.
+/// Every screen in the demo's world, which is the same in every run.
 class GoldenPicturesTest : public ::testing::TestWithParam<bool> {};
 
 TEST_P(GoldenPicturesTest, showEveryScreenAsItWasKept) {
-    // Another one comes with another edition of the typeface, whose words are wider.
+    // Other versions come with another edition of the typeface, which is wider.
     if (QLibraryInfo::version().minorVersion() != 4) GTEST_SKIP() << "the pictures were kept with Qt 6.4";
     const bool dark = GetParam();
     DemoScene scene({.dark = dark});

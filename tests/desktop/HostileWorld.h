@@ -9,14 +9,13 @@
 
 #include "app/model/ModelState.h"
 
-/// What the demo's machine becomes when nothing is as its makers thought: for looking at screens, and for tests that
-/// none of them breaks.
+/// Turns the demo's machine into extreme worlds, for looking at screens and for tests that none of them breaks.
 namespace tolvane::desktop::HostileWorld {
 
 enum class Kind {
     /// Names, arguments and folders of 10,000 characters.
     endless,
-    /// Names that read from right to left, of pictures, of markup, of control characters.
+    /// Right-to-left names, emoji, markup and control characters.
     foreign,
     /// 256 cores, terabytes, years, hundreds of ports.
     huge,
@@ -40,7 +39,7 @@ inline constexpr std::array<Named, 6> kinds = {{{Kind::endless, "endless"},
                                                 {Kind::one, "one"},
                                                 {Kind::nothing, "nothing"}}};
 
-/// What one name becomes; the same name becomes the same again.
+/// Maps a name to another one, always to the same.
 using Change = std::function<std::string(std::string_view)>;
 
 inline std::string repeated(std::string_view text, std::size_t length) {
@@ -52,7 +51,7 @@ inline std::string repeated(std::string_view text, std::size_t length) {
 inline std::string endless(std::string_view name) {
     constexpr std::size_t length = 10'000;
     const auto bare = std::string(name.substr(name.rfind('/') + 1));
-    // A third has no blank to break at.
+    // One name in three has no space to break at.
     switch (name.size() % 3) {
         case 0:
             return repeated(bare + " and so on, ", length);
@@ -78,7 +77,7 @@ inline std::optional<Text> changed(const std::optional<Text>& text, const Change
     return text ? std::optional(changed(*text, change)) : std::nullopt;
 }
 
-/// A folder keeps being one: only its last component changes.
+/// Only the last component changes, so the path stays a path.
 inline std::string folder(std::string_view path, const Change& change) {
     const auto slash = path.rfind('/');
     if (slash == std::string_view::npos) return change(path);
@@ -156,7 +155,7 @@ inline void rename(ModelState& state, const Change& change) {
     renameRules(state, change);
 }
 
-/// Every size times `factor`, every load times `load`.
+/// Multiplies every size by `factor` and every load by `load`.
 inline void scaleProcesses(ModelState& state, std::uint64_t factor, double load) {
     auto snapshot = *state.snapshot;
     for (auto& row : snapshot.rows) {
@@ -262,7 +261,7 @@ inline void makeOne(ModelState& state) {
     state.rules.set(std::move(rules));
 }
 
-/// Turns the state of a model with a demo in it into one of these.
+/// Turns the state of a demo's model into one of these worlds.
 inline void become(ModelState& state, Kind kind) {
     switch (kind) {
         case Kind::endless:

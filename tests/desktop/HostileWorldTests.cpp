@@ -45,7 +45,7 @@ std::string placeOf(const QWidget& widget) {
     return place;
 }
 
-/// Lies over others on purpose.
+/// Widgets that overlap others on purpose.
 bool isOverlay(const QWidget& widget) {
     return qobject_cast<const QScrollBar*>(&widget) || qobject_cast<const QFocusFrame*>(&widget) ||
            qobject_cast<const QSplitterHandle*>(&widget) || widget.isWindow();
@@ -62,7 +62,7 @@ std::vector<QWidget*> shownChildren(const QWidget& parent) {
     return shown;
 }
 
-/// What stands on something else, out of its place, or is not as high as its words.
+/// Fails if a widget overlaps a sibling, leaves its parent, or is not high enough for its text.
 void expectTidy(const QWidget& parent) {
     const auto children = shownChildren(parent);
     for (std::size_t one = 0; one < children.size(); ++one) {

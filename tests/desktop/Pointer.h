@@ -5,7 +5,7 @@
 #include <QMouseEvent>
 #include <QWidget>
 
-/// A user's hands, without a window system.
+/// Simulated mouse and keyboard input, without a window system.
 namespace tolvane::desktop {
 
 inline void sendMouse(QWidget& widget, QEvent::Type type, QPoint position, Qt::MouseButton button,

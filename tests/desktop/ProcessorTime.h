@@ -4,10 +4,11 @@
 
 namespace tolvane::desktop {
 
-/// What this program took of the processor since it was made or asked last: a limit on it holds on a busy machine too.
+/// CPU time that this process used since construction or the last call: unlike wall time, it can be limited on a busy
+/// machine too.
 class ProcessorTime {
 public:
-    /// Milliseconds.
+    /// In milliseconds.
     double taken() {
         const auto since = start_;
         start_ = std::clock();

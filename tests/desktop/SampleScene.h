@@ -9,10 +9,10 @@
 
 namespace tolvane::desktop {
 
-/// A fake host with a model that holds the sample cast, and a look: all that a screen needs to be shown.
+/// A fake host, a model with the sample cast, and a look: everything that a screen needs.
 struct SampleScene {
     fakes::FakeHost fake;
-    /// Samples are never taken, so that the cast stays as it is.
+    /// Jobs are held, so no sample is taken and the cast stays as it is.
     fakes::HeldJobs jobs;
     ModelState* modelState = nullptr;
     AppModel model;

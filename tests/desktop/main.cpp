@@ -4,7 +4,7 @@
 
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Times of day stand in pictures.
+    // Golden pictures contain times of day.
     qputenv("TZ", "UTC");
     QApplication application(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);

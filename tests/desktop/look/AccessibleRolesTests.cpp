@@ -27,7 +27,7 @@ namespace {
 
 class SpokenRolesTest : public ::testing::Test {
 protected:
-    /// Within a window, as all of them are.
+    /// Creates a widget in a window, where all widgets of the program are.
     template <typename Part, typename... Arguments>
     Part& put(Arguments&&... arguments) {
         return *new Part(std::forward<Arguments>(arguments)..., &window);

@@ -25,7 +25,7 @@ bool showsAnything(const QPixmap& pixmap) {
     return false;
 }
 
-/// Of the strongest pixel.
+/// The colour of the most opaque pixel.
 QColor colourOf(const QPixmap& pixmap) {
     const auto image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
     QRgb strongest = 0;
@@ -112,7 +112,7 @@ TEST(Icons, rememberADrawingForEachSizeColourAndRatio) {
     EXPECT_EQ(icons.remembered(), 3U);
 }
 
-/// Black as symbols come, of that many pixels.
+/// A black symbol of that size, as hosts deliver them.
 std::string pngOf(int width, int height) {
     QImage image(width, height, QImage::Format_ARGB32);
     image.fill(Qt::black);
@@ -137,7 +137,7 @@ public:
 
 TEST(Icons, areTheHostsSymbolsWhereItHasThem) {
     HostSymbols symbols;
-    // Twice as fine as it is to be painted.
+    // Twice the resolution that it is painted at.
     symbols.pictures["folder"] = {.png = pngOf(16, 8), .width = 8, .height = 4};
     const Icons icons(lightTokens, &symbols);
     const auto pixmap = icons.pixmap("folder", lightTokens.orange, 8, 2);

@@ -13,7 +13,7 @@
 namespace tolvane::desktop {
 namespace {
 
-/// While it lives, windows run from right to left.
+/// Makes windows right-to-left during its lifetime.
 class Mirrored {
 public:
     Mirrored() { QApplication::setLayoutDirection(Qt::RightToLeft); }
@@ -96,7 +96,7 @@ TEST_F(LongParagraphTest, keepsToItsLinesAndSpeaksTheWhole) {
     EXPECT_EQ(label.accessibleName(), text);
 }
 
-/// Where in the picture anything is drawn.
+/// The bounding box of everything drawn.
 QRect inked(QWidget& widget) {
     const auto picture = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
     QRect drawn;

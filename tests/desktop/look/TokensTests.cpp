@@ -20,7 +20,7 @@ double luminance(QColor colour) {
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
-/// As WCAG 2 defines it, 1 to 21.
+/// The contrast ratio of WCAG 2, from 1 to 21.
 double contrast(QColor a, QColor b) {
     const double first = luminance(a), second = luminance(b);
     return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
@@ -104,7 +104,7 @@ struct Promise {
     double light, dark;
 };
 
-/// The least ratios over all grounds that the scheme was designed for, to one digit.
+/// The lowest ratio over all backgrounds that the scheme was designed for, to one decimal.
 TEST(Tokens, keepTheContrastTheyWereDesignedFor) {
     const std::vector<Promise> promises = {{&Tokens::text, 14.5, 10.3},
                                            {&Tokens::text2, 5.9, 5.6},

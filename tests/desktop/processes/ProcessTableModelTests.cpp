@@ -33,7 +33,7 @@ std::string cell(const TableRow& line, ProcessColumn column) {
 
 std::string text(const QModelIndex& index) { return utf8(index.data(Qt::DisplayRole).toString()); }
 
-/// One row a line: two blanks per level, the name and the memory.
+/// One row a line: two spaces per level, the name and the memory.
 std::string printed(const QAbstractItemModel& model, const QModelIndex& parent = {}, int level = 0) {
     std::string out;
     for (int row = 0; row < model.rowCount(parent); ++row) {
@@ -196,7 +196,7 @@ public:
     }
 
 private:
-    /// Some of the first numbers, in any order.
+    /// A random subset of the first numbers, sometimes shuffled.
     std::vector<unsigned> some(unsigned most) {
         std::vector<unsigned> numbers;
         for (unsigned number = 0; number < most; ++number) {
@@ -223,7 +223,7 @@ void follow(const QAbstractItemModel& model, std::vector<Followed>& all, const Q
     }
 }
 
-/// Any tree may follow any other: the model shows the new one, and who held on to a row still holds that row.
+/// Any tree may follow any other: the model shows the new one, and persistent indexes still refer to the same rows.
 TEST(ProcessTableModel, becomesEveryNextTreeWhileRowsKeepTheirHolders) {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         RandomTrees trees(seed);

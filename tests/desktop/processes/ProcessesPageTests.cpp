@@ -356,13 +356,13 @@ TEST_F(ProcessesPageTest, nothingIsMadeWhileNobodyCanSee) {
     EXPECT_EQ(rows().rowCount(), 0);
 }
 
-/// What is done to processes, on a machine where some of the cast really run.
+/// Actions on processes, on a machine where some of the cast really run.
 class ProcessesPageActs : public ProcessesPageTest {
 protected:
     static constexpr Pid server = 61544;
 
     fakes::FakeWorld& world() { return *scene.fake.world; }
-    /// The process of that row runs.
+    /// Makes the process of that row run in the fake world.
     void run(Pid pid) {
         const auto rows = present();
         const auto found = std::ranges::find(rows, pid, &ProcRow::id);
@@ -382,7 +382,7 @@ protected:
         table().expand(row("cmd:node"));
         clickRow(row("pid:61544"));
     }
-    /// Chooses from the menu of the selection, once it is up.
+    /// Picks an entry of the selection's menu once it is open.
     void chooseFromMenu(const QString& title) {
         QTimer::singleShot(0, page.get(), [title] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
@@ -563,7 +563,7 @@ TEST_F(ProcessesPageTest, aThousandRowsHoldTheLoopUpForLessThanAFrameOrTwo) {
         longest = std::max(longest, timer.elapsed());
     }
     RecordProperty("longestMilliseconds", static_cast<int>(longest));
-    /// The aim is 30; sanitizers and busy machines take their share.
+    /// The target is 30 ms; sanitizers and busy machines need a margin.
     EXPECT_LT(longest, 300);
 }
 

@@ -14,7 +14,7 @@ namespace {
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// What a window system would tell.
+/// Reports covered windows as a window system would.
 class ToldCovers : public WindowCovers {
 public:
     bool watch(Window window) override {

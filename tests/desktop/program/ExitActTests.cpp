@@ -11,7 +11,7 @@
 namespace tolvane::desktop {
 namespace {
 
-/// In a process of its own, which begins anew: this one has threads.
+/// Death tests start a fresh process, because this one has threads.
 struct ExitActDeathTest : ::testing::Test {
     ExitActDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 

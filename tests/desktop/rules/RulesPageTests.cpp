@@ -78,14 +78,14 @@ protected:
     }
     QString shown(std::string_view picker) { return named<PopupPicker>(picker)->currentText(); }
     bool isShown(QWidget* widget) { return widget && widget->isVisible(); }
-    /// Somewhere below the widget stands the text.
+    /// Whether a visible widget below `whole` has that text.
     static bool says(const QWidget& whole, std::string_view text) {
         return std::ranges::any_of(whole.findChildren<QWidget*>(), [text](const QWidget* each) {
             return each->isVisible() && each->accessibleName() == qtText(text);
         });
     }
     bool says(std::string_view text) const { return says(*page, text); }
-    /// This machine has sessions of which it is known if they got a prompt.
+    /// Gives this machine sessions that report whether they got a prompt.
     void listSessions() {
         scene.fake.world->home = folder.path().string();
         std::filesystem::create_directories(folder / ".claude/daemon");

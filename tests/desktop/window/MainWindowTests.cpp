@@ -26,7 +26,7 @@ public:
     std::vector<QWidget*> controls() override { return {}; }
 };
 
-/// What is shown from now on that is in no other window, if only for a moment.
+/// Records every top-level window that is shown from now on, however briefly.
 class WindowsShown : public QObject {
 public:
     WindowsShown() { QApplication::instance()->installEventFilter(this); }
@@ -143,7 +143,7 @@ TEST_F(MainWindowTest, aSectionWithoutAScreenLeavesTheOneThatIsShown) {
 TEST_F(MainWindowTest, sizesComeBack) {
     {
         MainWindow window(scene.model, scene.look, scene.state, screens());
-        // No larger than the test's screen lets it come back.
+        // Small enough for the test's screen, or its size would not be restored.
         window.resize(900, 700);
         window.show();
     }
