@@ -18,14 +18,14 @@ endif()
 set(TOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
 set(TOLVANE_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
     -Woverloaded-virtual -Wold-style-cast -Wextra-semi
-    # A record names the fields that matter; the others keep their defaults.
+    # Designated initialisers name only the fields that matter; the others keep their defaults.
     -Wno-missing-field-initializers -Wno-missing-designated-field-initializers
-    # The stable sort of libstdc++ 12 calls what that library itself deprecates.
+    # std::stable_sort of libstdc++ 12 uses functions that the library itself deprecates.
     -Wno-deprecated-declarations -Werror)
 
 add_compile_options(-fno-omit-frame-pointer)
 if(APPLE)
-  # libc++ has the stop tokens of C++20, but up to its version 19 counts them among what may still change.
+  # Up to version 19, libc++ counts the stop tokens of C++20 as experimental.
   add_compile_options(-fexperimental-library)
 endif()
 if(TOLVANE_SANITIZE)

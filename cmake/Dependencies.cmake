@@ -1,4 +1,4 @@
-# Every library the program calls. scripts/packages has the same list with the reasons.
+# Every library that the program uses. scripts/packages lists their packages with the reasons.
 
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)

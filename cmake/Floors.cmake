@@ -1,4 +1,4 @@
-# One floor is one library: all sources of its folder, public includes from the project's root.
+# A floor is a library of all sources in its folder, with includes relative to the project's root.
 #
 #   tolvane_floor(NAME FOLDER LINKS...)      a static library of every .cpp below FOLDER
 #   tolvane_tests(NAME FOLDER LINKS...)      a GoogleTest program of every .cpp below tests/FOLDER
@@ -18,7 +18,7 @@ function(tolvane_floor name folder)
   target_link_libraries(${name} PUBLIC ${ARGN})
 endfunction()
 
-# Without what is below its folder of the other host, where it has one.
+# The sources of a folder, except those for the other platform.
 function(tolvane_sources_here out folder)
   tolvane_sources(sources ${folder})
   if(APPLE)
@@ -35,7 +35,7 @@ function(tolvane_tests name folder)
     return()
   endif()
   add_executable(${name} ${sources})
-  # Code that runs once is not worth optimising: that would take longer than running it.
+  # Test code runs once, so optimising it would take longer than it saves.
   target_compile_options(${name} PRIVATE ${TOLVANE_WARNINGS} $<$<CONFIG:Debug>:-O0>)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gmock)
   tolvane_precompile(${name} ${TOLVANE_TEST_HEADERS})

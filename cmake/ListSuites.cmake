@@ -7,8 +7,8 @@ if(NOT result EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} --gtest_list_tests failed (${result}):\n${listed}")
 endif()
 
-# A suite that runs no test fails: it is a leftover. Skips are not looked for here, since ctest would then call a suite
-# skipped even when another of its tests fails; runTests in scripts/common.sh names them.
+# A suite that runs no test is a leftover, so it fails. There is no SKIP_REGULAR_EXPRESSION: with one, ctest would call
+# a suite skipped even if another of its tests fails. runTests in scripts/common.sh lists skipped tests instead.
 function(add name filter)
   string(APPEND script "add_test([[${NAME}.${name}]] [[${PROGRAM}]] [[--gtest_filter=${filter}]])\n"
                        "set_tests_properties([[${NAME}.${name}]] PROPERTIES LABELS ${NAME} TIMEOUT 240"
@@ -16,7 +16,7 @@ function(add name filter)
   set(script "${script}" PARENT_SCOPE)
 endfunction()
 
-# "Suite." begins a suite, "  test" is one of its tests; "# ..." behind either shows a parameter, which may hold anything.
+# "Suite." starts a suite, "  test" is one of its tests; "# ..." after either is a parameter, which can be any text.
 string(REGEX REPLACE "[ ]*#[^\n]*" "" listed "${listed}")
 string(REGEX MATCHALL "[^\n]+" lines "${listed}")
 foreach(line IN LISTS lines)
@@ -30,7 +30,7 @@ foreach(line IN LISTS lines)
       add(${suite}.${CMAKE_MATCH_1} ${suite}.${CMAKE_MATCH_1})
     endif()
   elseif(NOT line MATCHES "gtest_main\\.cc$")
-    message(FATAL_ERROR "${PROGRAM} --gtest_list_tests says what nobody understands: ${line}")
+    message(FATAL_ERROR "${PROGRAM} --gtest_list_tests printed an unexpected line: ${line}")
   endif()
 endforeach()
 file(WRITE ${SUITES} "${script}")

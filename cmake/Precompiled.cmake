@@ -1,9 +1,9 @@
-# What most sources of a target include, read once. Only headers of others, never the project's own: those change, and
-# with them everything would be built anew. Each source still includes what it uses; scripts/tidy reads them without.
+# Precompiles the headers that most sources of a target include. Only third-party ones: the project's own headers
+# change, and each change would rebuild everything. Sources still include what they use; scripts/tidy checks that.
 #
 #   tolvane_precompile(TARGET HEADERS...)
 
-option(TOLVANE_PRECOMPILE "Precompile the headers of others" ON)
+option(TOLVANE_PRECOMPILE "Precompile third-party headers" ON)
 
 set(TOLVANE_STANDARD_HEADERS
     <algorithm> <array> <charconv> <chrono> <cmath> <compare> <cstddef> <cstdint> <cstdlib> <cstring> <filesystem>
@@ -17,7 +17,7 @@ set(TOLVANE_WIDGET_HEADERS
     <QToolTip> <QTreeView> <QVBoxLayout> <QWidget>)
 set(TOLVANE_TEST_HEADERS <gmock/gmock.h> <gtest/gtest.h> <fstream> <sstream>)
 
-# Without its time in it a precompiled header is the same whenever it is made, and what was compiled with it stays valid.
+# Without a timestamp a rebuilt precompiled header is identical, so what was compiled with it stays valid.
 if(TOLVANE_PRECOMPILE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
 endif()

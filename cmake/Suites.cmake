@@ -1,5 +1,5 @@
-# One ctest test per suite of a GoogleTest program: starting a program costs more than most tests do. A suite named in
-# TOLVANE_SPREAD_SUITES gets one per test. The list is made after each link, so a new test needs no further step.
+# One ctest test per suite of a GoogleTest program, because starting a program takes longer than most tests. Suites in
+# TOLVANE_SPREAD_SUITES get one per test. The list is made after each link, so a new test needs no further step.
 #
 #   tolvane_suites(PROGRAM)
 
@@ -14,7 +14,7 @@ function(tolvane_suites program)
     BYPRODUCTS ${suites}
     VERBATIM)
   set_property(TARGET ${program} APPEND PROPERTY LINK_DEPENDS ${TOLVANE_LIST_SUITES})
-  # Without its program a suite must not vanish unseen.
+  # If the program was not built, its suites must fail, not disappear.
   set(include ${CMAKE_CURRENT_BINARY_DIR}/${program}_include.cmake)
   file(CONFIGURE OUTPUT ${include} @ONLY CONTENT [[
 if(EXISTS "@suites@")

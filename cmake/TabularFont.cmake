@@ -1,5 +1,5 @@
-# "Inter Tabular", made at build time from the installed Inter where fonttools can; without it figures fall back to
-# the interface font. The licence text travels in the same resources.
+# "Inter Tabular", made at build time from the installed Inter if fonttools is available; without it numbers use the
+# interface font. The licence text is embedded in the same resources.
 #
 #   tolvane_tabular_font(OUT_FILES)
 

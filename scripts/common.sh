@@ -1,8 +1,8 @@
 # shellcheck shell=bash
-# What the commands of this repository share. Sourced, never run: sets `top`, and speaks on standard error, so that
-# standard output belongs to the program.
+# Shared by the commands of this repository. Sourced, never run: sets `top`, and prints its messages to standard error,
+# which leaves standard output to the program.
 
-# A Mac comes with bash 3; these scripts are read by the one that Homebrew has.
+# macOS ships bash 3; there these scripts run in Homebrew's bash.
 if [ "${BASH_VERSINFO[0]}" -lt 4 ]; then
     newer="$(brew --prefix 2>/dev/null)/bin/bash"
     [ -x "$newer" ] || { echo "These scripts need bash 4 or later; on a Mac: brew install bash" >&2; exit 1; }
@@ -14,7 +14,7 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 say() { printf '%s\n' "$@" >&2; }
 fail() { say "$@"; exit 1; }
 
-# Bare containers have neither a UTF-8 locale nor a home that can be written; both are asked for by what we call.
+# Bare containers have neither a UTF-8 locale nor a writable home, which the tools we call need.
 case "$(locale charmap 2>/dev/null)" in
     UTF-8) ;;
     *) export LC_ALL=C.UTF-8 ;;
@@ -24,10 +24,10 @@ if [ -z "${CCACHE_DIR:-}" ] && [ ! -w "${HOME:-/nonexistent}" ]; then export CCA
 cores() { nproc 2>/dev/null || sysctl -n hw.logicalcpu 2>/dev/null || echo 2; }
 
 onMac() { [ "$(uname)" = Darwin ]; }
-# Where the built program stands: programOf PRESET.
+# programOf PRESET: the path of the built program.
 programOf() { if onMac; then echo "$top/build/$1/desktop/Tolvane.app/Contents/MacOS/Tolvane"; else echo "$top/build/$1/desktop/tolvane"; fi; }
 
-# What a Mac's build needs beside the presets: Homebrew's compiler and libraries, and the linker of the system.
+# CMake options for macOS on top of the presets: Homebrew's compiler and libraries, and the system's linker.
 macOptions() {
     echo "-DCMAKE_CXX_COMPILER=$(brew --prefix llvm@19)/bin/clang++"
     echo "-DCMAKE_EXE_LINKER_FLAGS="
@@ -36,8 +36,8 @@ macOptions() {
     echo "-DTOLVANE_BENCH=OFF"
 }
 
-# One moving line on a terminal, else a line each tenth of the way: progress DONE TOTAL SINCE TEXT, where SINCE is the
-# value of SECONDS at the start. Guesses how long the rest takes once that can be guessed.
+# progress DONE TOTAL SINCE TEXT: one updated line on a terminal, otherwise a line every 10 %. SINCE is the value of
+# SECONDS at the start. Estimates the remaining time once there is enough progress for that.
 shownTenth=-1
 progress() {
     local done=$1 total=$2 passed=$((SECONDS - $3)) text=$4 percent left=
@@ -56,7 +56,7 @@ progress() {
 }
 clearProgress() { [ ! -t 2 ] || printf '\r\033[K' >&2; }
 
-# What Ninja says, cut down to progress; errors pass through. Silent when there was nothing to build.
+# Reduces Ninja's output to progress; errors pass through. Silent if there is nothing to build.
 showProgress() {
     local line started='' since=$SECONDS
     shownTenth=-1
@@ -80,7 +80,7 @@ showProgress() {
 }
 spent() { if (($1 < 90)); then echo "$1 s"; else echo "$(($1 / 60)) min $(($1 % 60)) s"; fi; }
 
-# needRoom FOLDER MEGABYTES WHAT: fails in words while that is still cheap.
+# needRoom FOLDER MEGABYTES WHAT: fails early with a message if the disk is too full.
 needRoom() {
     local free
     free=$(df -Pm "$1" 2>/dev/null | awk 'NR == 2 {print $4}')
@@ -88,7 +88,7 @@ needRoom() {
         fail "$3 takes about $2 MB, and the disk of $1 has only $free MB left. Make room, then start again."
 }
 
-# configure PRESET: only when it was never done, the presets changed, or the clone has moved.
+# configure PRESET: does nothing unless it is the first time, the presets changed, or the clone has moved.
 configure() {
     local build="$top/build/$1" home log options=()
     home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$build/CMakeCache.txt" 2>/dev/null || true)
@@ -103,7 +103,7 @@ configure() {
     ! onMac || mapfile -t options < <(macOptions)
     if ! (cd "$top" && cmake --preset "$1" "${options[@]}") >"$log" 2>&1 </dev/null; then
         cat "$log" >&2
-        fail "Configuring failed; the lines above tell why."
+        fail "Configuring failed; see the lines above."
     fi
 }
 
@@ -113,11 +113,11 @@ build() {
     shift
     configure "$preset"
     NINJA_STATUS='[%f/%t] ' ninja -C "$top/build/$preset" "$@" 2>&1 </dev/null | showProgress "$preset" ||
-        fail "Building failed; the lines above tell why."
+        fail "Building failed; see the lines above."
 }
 
-# runTests PRESET ARGUMENTS...: ctest on what is built, then how many single tests ran in the suites and which of them
-# were skipped: ctest itself counts suites. One more at a time than there are cores, since some of them mostly wait.
+# runTests PRESET ARGUMENTS...: runs ctest on what is built, then prints how many tests ran in the suites and which were
+# skipped, since ctest itself only counts suites. Runs one more job than there are cores, since some tests mostly wait.
 runTests() {
     local build="$top/build/$1" log result=0 ran skipped
     shift
@@ -134,7 +134,7 @@ runTests() {
     return "$result"
 }
 
-# A private XDG_RUNTIME_DIR for what is run here, gone at the end: none of it belongs to the person's session.
+# Sets a private XDG_RUNTIME_DIR, removed at the end, to keep what runs here out of the user's session.
 privateRuntimeFolder() {
     XDG_RUNTIME_DIR=$(mktemp -d)
     chmod 700 "$XDG_RUNTIME_DIR"
@@ -142,8 +142,8 @@ privateRuntimeFolder() {
     trap 'rm -rf "$XDG_RUNTIME_DIR"' EXIT
 }
 
-# The repository's files that match the given patterns, new ones too, each ended by a zero byte; C++ without patterns.
-# Git answers whoever owns the clone, and lists what was deleted but not committed, so that is left out.
+# sources [PATTERN...]: the matching files of the repository, including new ones, each terminated by a zero byte; C++
+# sources by default. Works whoever owns the clone. Git also lists files whose deletion is not committed; skip those.
 sources() {
     [ $# -gt 0 ] || set -- '*.cpp' '*.h'
     git -c safe.directory="$top" -C "$top" ls-files -z --cached --others --exclude-standard --deduplicate "$@" |
