@@ -1,4 +1,4 @@
-"""What a screen reader finds in a program's windows, and how a person acts on it: with the pointer and the keyboard.
+"""Reads a program's windows as a screen reader does, and acts on them with the pointer and the keyboard.
 
     program = spoken.Program(pid)
     program.click(program.find("push button", "Cancel"))
@@ -10,21 +10,21 @@ import subprocess
 import sys
 import time
 
-# What the pages of a long table hold says nothing new after this many cells.
+# The further cells of a long table show nothing new.
 MOST_CHILDREN = 400
 SKIPPED = 77
-# Every question to the program costs a way there and back: nothing is asked of the inside of these.
+# Roles whose children are not queried, since every query costs a round trip to the program.
 LEAVES = ("label", "push button", "radio button", "check box", "list item", "table cell", "table column header", "text",
           "separator", "chart")
 TABLES = ("tree", "table")
 CELLS = ("table cell", "table column header")
-# Newer buses and toolkits have other names.
+# Newer versions of AT-SPI and Qt use other role names.
 RENAMED = {"button": "push button", "push button menu": "push button"}
 WINDOWS = ("frame", "dialog", "popup menu")
 
 
 def within(seconds, condition):
-    """The first result of condition that holds; the last one when none does in time."""
+    """Polls until condition() is true or the time is up; returns its last result."""
     end = time.monotonic() + seconds
     while True:
         result = condition()
@@ -39,7 +39,7 @@ def skip(reason):
 
 
 class Bus:
-    """The bus that screen readers use, as a desktop starts it. Ends what it started when it is left."""
+    """The accessibility bus, started as a desktop does. Ends the launcher on exit."""
 
     LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
@@ -81,7 +81,7 @@ def bindings():
 
 
 class Program:
-    """The showing part of one program's tree. Nothing is remembered between two looks."""
+    """The visible part of a program's accessibility tree. Nothing is cached between two calls."""
 
     def __init__(self, pid):
         self.atspi, self.glib = bindings()
@@ -101,8 +101,8 @@ class Program:
         return node.get_state_set().contains(getattr(self.atspi.StateType, state))
 
     def showing(self, node=None, most=MOST_CHILDREN, within=lambda role: role not in LEAVES):
-        """Every node that can be seen with its role, from the outside in; `within` tells by the role where to go on.
-        What goes away meanwhile is passed over."""
+        """Every visible node with its role, parents first; `within` decides by role whether to descend.
+        Skips nodes that disappear meanwhile."""
         try:
             node = node or self.root()
             if not node:
@@ -123,7 +123,7 @@ class Program:
                 yield from self.showing(child, most, within)
 
     def look(self, role, name, inside=None):
-        """The first node of a role whose name is, or fulfils, `name`; None when there is none."""
+        """The first node of a role whose name equals `name`, or satisfies it if it is callable; otherwise None."""
         fits = name if callable(name) else lambda text: text == name
         passed_over = LEAVES if role in CELLS else (*LEAVES, *TABLES)
         if role in WINDOWS:
@@ -137,7 +137,7 @@ class Program:
         return None
 
     def every(self, role, name=None, inside=None):
-        """All that show of a role, and of a name when one is given."""
+        """All visible nodes of a role, and of a name if one is given."""
         passed_over = LEAVES if role in CELLS else (*LEAVES, *TABLES)
         found = []
         for node, its_role in self.showing(inside, within=lambda each: each not in passed_over):
@@ -149,7 +149,7 @@ class Program:
         return found
 
     def find(self, role, name, inside=None, seconds=15):
-        """Waits for it to show."""
+        """Like look(), but waits for the node; raises LookupError if it does not appear."""
         found = within(seconds, lambda: self.look(role, name, inside))
         if not found:
             raise LookupError(f"no {role} {'' if callable(name) else repr(name) + ' '}shows within {seconds} s")
@@ -166,7 +166,7 @@ class Program:
         self.click(node, 3)
 
     def nameless(self):
-        """The controls that a person can reach and a screen reader cannot tell. An empty cell is told by its head."""
+        """Focusable controls without a name or a proper role. Cells may be empty: their column head names them."""
         for node, role in self.showing(most=60):
             if role in ("table cell", "label") or not self.has(node, "FOCUSABLE"):
                 continue

@@ -25,11 +25,11 @@ public:
     std::string install(const std::string& identifier, const std::string& habit, const std::string& more = {}) const;
     /// Starts the application's program as a user would, and waits for its window where the habit has one.
     Pid start(const std::string& identifier, const std::string& habit);
-    /// Waits for a started program to end; true within the limit.
+    /// Waits for a started program to end; false if it does not within the limit.
     bool hasEnded(Pid pid);
     bool isRunning(Pid pid) const;
     std::optional<XDisplay::Window> windowOf(Pid pid) const;
-    /// Through the window manager, as a pager does.
+    /// Asks the window manager to activate its window, as a pager does.
     void activate(Pid pid) const;
     /// The pids of a running application's processes, whatever started them.
     std::vector<Pid> pidsOf(const std::string& identifier) const;

@@ -31,7 +31,7 @@ public:
     Editor& operator=(const Editor&) = delete;
     ~Editor() { end(); }
 
-    /// A window for each of the files; one empty window without any.
+    /// Opens a window for each file, or one empty window without files.
     void start(const std::vector<std::string>& files = {}) {
         std::vector<const char*> words = {program_.c_str(), "--disable-server", "--opening-mode=window"};
         for (const auto& file : files) words.push_back(file.c_str());
@@ -40,7 +40,7 @@ public:
                   0);
     }
     pid_t pid() const { return pid_; }
-    /// Exited by itself with status 0.
+    /// Whether it exited by itself with status 0.
     bool hasExited() {
         int status = -1;
         const bool isOver = pid_ > 0 && ::waitpid(pid_, &status, 0) == pid_;

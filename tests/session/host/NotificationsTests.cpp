@@ -33,8 +33,8 @@ std::string outputOf(const std::string& command) {
     return text;
 }
 
-/// The distribution's daemon, with a desktop's rules: nothing fades before it is clicked. It calls a script that writes
-/// down each text it shows.
+/// The distribution's daemon, configured like a desktop's: no notification disappears before it is clicked. It runs a
+/// script that records each text it shows.
 class RealDaemon {
 public:
     RealDaemon() {

@@ -20,7 +20,7 @@ constexpr const char* mousepad = "org.xfce.mousepad";
 constexpr const char* entry = "/usr/share/applications/org.xfce.mousepad.desktop";
 constexpr auto startLimit = std::chrono::seconds(30);
 
-/// An editor of the distribution; whatever a test leaves running ends with this object.
+/// The distribution's editor; whatever a test leaves running ends with this object.
 struct RealEditor : ::testing::Test {
     Desk desk;
 

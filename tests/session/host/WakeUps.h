@@ -21,7 +21,7 @@ inline long long wakeUps() {
     return count;
 }
 
-/// Over two seconds that end with the test's own alarm, with nothing else for the loop to do.
+/// Wake-ups during two seconds in which the loop has nothing to do but wait for the test's own alarm.
 inline long long wakeUpsOfTwoSeconds() {
     QTimer alarm;
     bool isOver = false;
@@ -33,8 +33,8 @@ inline long long wakeUpsOfTwoSeconds() {
     return wakeUps() - before;
 }
 
-/// The quietest of several spans. What was already under way, above all the start of a daemon, falls into the first
-/// ones; what recurs falls into each.
+/// The fewest wake-ups of several spans. One-time work, above all the start of a daemon, falls into the first spans;
+/// whatever recurs falls into each.
 inline long long fewestWakeUps(int spans) {
     auto fewest = wakeUpsOfTwoSeconds();
     for (int count = 1; count < spans && fewest > 1; ++count) fewest = std::min(fewest, wakeUpsOfTwoSeconds());

@@ -61,7 +61,7 @@ private:
             &std::free);
         return reply->atom;
     }
-    /// Returns when the server has done everything asked of it.
+    /// Returns once the server has processed every request.
     void finish() { std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr)); }
 
     xcb_connection_t* connection_;

@@ -1,6 +1,6 @@
-// A tray as most desktops have one today: a watcher of status notifier items that is their host as well. For each line
-// on its input, "activate X Y" clicks the items there and prints "asked", "status" prints what they say of themselves.
-// It prints "item SERVICE" when one registers.
+// A tray like those of most desktops today: watcher and host of status notifier items in one. It reads commands from
+// its input, one a line: "activate X Y" clicks the items there and prints "asked", "status" prints the status of each
+// item. It prints "item SERVICE" when an item registers.
 
 #include <QCoreApplication>
 #include <QDBusConnection>

@@ -1,11 +1,11 @@
-// A program with one window and one habit, for the tests of how applications are asked to quit.
+// A program with one window and a configurable habit, for testing how applications are asked to quit.
 //   test-window HABIT
 //     plain       ends when its window is closed
-//     unsaved     asks about unsaved work instead and stays
-//     tray        takes its window from the screen and stays
-//     stubborn    has a window that knows nothing of being closed
-//     windowless  has none
-// Any SIGTERM ends it.
+//     unsaved     asks about unsaved work instead, and keeps running
+//     tray        hides its window and keeps running
+//     stubborn    has a window that does not support close requests
+//     windowless  has no window
+// SIGTERM ends it in every case.
 
 #include <unistd.h>
 #include <xcb/xcb.h>
