@@ -29,9 +29,6 @@ public:
     const Icons& icons() const { return icons_; }
     const AppIcons& appIcons() const { return appIcons_; }
 
-    /// Apply to each menu as it opens.
-    QString menuSheet() const;
-
     /// Sets the application's style, font and palette. Call once, before the first window.
     void install();
     /// Recolours every window without a restart.

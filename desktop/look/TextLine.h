@@ -8,12 +8,13 @@
 namespace tolvane::desktop {
 
 /// Draws one line of text in its own reading direction, whichever way the window runs: "3.64 GB" never becomes "GB
-/// 3.64". `alignment` is as seen on the screen; pass it through `mirrored` to follow the window's direction.
-inline void drawLine(QPainter& painter, QRect rect, const QString& text, Qt::Alignment alignment) {
+/// 3.64". `alignment` is as seen on the screen; pass it through `mirrored` to follow the window's direction. `flags`
+/// are Qt's text flags to add, such as Qt::TextShowMnemonic.
+inline void drawLine(QPainter& painter, QRect rect, const QString& text, Qt::Alignment alignment, int flags = 0) {
     const auto direction = text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
     painter.drawText(rect,
                      static_cast<int>(alignment | Qt::AlignVCenter | Qt::AlignAbsolute) | Qt::TextSingleLine |
-                         static_cast<int>(direction),
+                         static_cast<int>(direction) | flags,
                      text);
 }
 

@@ -13,6 +13,7 @@
 
 #include "desktop/look/Look.h"
 #include "desktop/look/StyleControls.h"
+#include "desktop/look/StyleMenus.h"
 #include "desktop/look/StyleScrollBar.h"
 #include "desktop/look/StyleViews.h"
 
@@ -25,7 +26,7 @@ struct Metric {
     int pixels;
 };
 
-constexpr std::array<Metric, 17> metrics = {{
+constexpr std::array<Metric, 20> metrics = {{
     {QStyle::PM_ScrollBarExtent, Sizes::scrollSpace},
     {QStyle::PM_ScrollBarSliderMin, Sizes::margin},
     /// Views extend below their scroll bars, which have no background of their own.
@@ -36,6 +37,9 @@ constexpr std::array<Metric, 17> metrics = {{
     {QStyle::PM_SmallIconSize, Sizes::icon},
     {QStyle::PM_ButtonIconSize, Sizes::icon},
     {QStyle::PM_MenuButtonIndicator, Sizes::menuPart},
+    {QStyle::PM_MenuPanelWidth, 1},
+    {QStyle::PM_MenuHMargin, StyleMenus::margin},
+    {QStyle::PM_MenuVMargin, StyleMenus::margin},
     {QStyle::PM_ListViewIconSize, Sizes::icon},
     {QStyle::PM_TreeViewIndentation, Sizes::treeIndent},
     {QStyle::PM_CheckBoxLabelSpacing, Sizes::gap},
@@ -118,6 +122,10 @@ void TolvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
             return StyleControls::drawCheckBox(*painter, *option, look_);
         case PE_PanelTipLabel:
             return StyleControls::drawTip(*painter, *option, tokens);
+        case PE_PanelMenu:
+            return StyleMenus::drawPanel(*painter, option->rect, tokens);
+        case PE_FrameMenu:
+            return StyleMenus::drawFrame(*painter, option->rect, tokens);
         case PE_IndicatorBranch:
             return StyleViews::drawDisclosure(*painter, *option, look_);
         case PE_PanelItemViewRow:
@@ -167,6 +175,14 @@ void TolvaneStyle::drawControl(ControlElement element, const QStyleOption* optio
             return StyleControls::drawFocusRing(*painter, option->rect.adjusted(reach, reach, -reach, -reach),
                                                 radiusOf(frame ? frame->widget() : nullptr), tokens);
         }
+        case CE_MenuItem:
+            if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+                const bool mnemonics = proxy()->styleHint(SH_UnderlineShortcut, option, widget) != 0;
+                StyleMenus::drawItem(*painter, *item, mnemonics, look_);
+            }
+            return;
+        case CE_MenuEmptyArea:
+            return;
         case CE_Splitter:
             return painter->fillRect(option->rect, tokens.hairline);
         default:
@@ -208,6 +224,10 @@ QSize TolvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
             return {std::max(leastButtonWidth, contents.width() + 2 * buttonPadding), control};
         case CT_LineEdit:
             return {contents.width() + 2 * Sizes::gap, control};
+        case CT_MenuItem: {
+            const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+            return item ? StyleMenus::itemSize(*item, contents, fonts) : contents;
+        }
         case CT_HeaderSection:
             return {contents.width(), fonts.height(TextRole::caption, Sizes::headHeight, 10)};
         default:

@@ -58,8 +58,6 @@ void PopupPicker::showPopup() {
     if (count() == 0) return;
     QMenu menu(this);
     menu_ = &menu;
-    menu.setStyleSheet(look_.menuSheet());
-    menu.setFont(font());
     menu.setMinimumWidth(width());
     auto* group = new QActionGroup(&menu);
     for (int index = 0; index < count(); ++index) {

@@ -198,7 +198,7 @@ void ProcessesPage::openMenu(QPoint position) {
     if (items.empty()) return;
     const auto subject = ProcessActions::of(clicked.front(), rows);
     tree_->hold(true);
-    const auto action = askMenu(look_, items, tree_->viewport()->mapToGlobal(position), tree_);
+    const auto action = askMenu(items, tree_->viewport()->mapToGlobal(position), tree_);
     tree_->hold(false);
     if (action) chosen(*action, clicked, subject);
 }

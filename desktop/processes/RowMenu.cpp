@@ -7,12 +7,9 @@
 
 namespace tolvane::desktop {
 
-std::optional<ProcessAction> askMenu(const Look& look, const std::vector<ProcessMenuItem>& items, QPoint place,
-                                     QWidget* parent) {
+std::optional<ProcessAction> askMenu(const std::vector<ProcessMenuItem>& items, QPoint place, QWidget* parent) {
     if (items.empty()) return std::nullopt;
     QMenu menu(parent);
-    menu.setStyleSheet(look.menuSheet());
-    menu.setFont(look.fonts().font(TextRole::body));
     for (const auto& item : items) {
         if (item.isDivider()) {
             menu.addSeparator();

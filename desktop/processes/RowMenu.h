@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "app/screens/processes/ProcessActions.h"
-#include "desktop/look/Look.h"
 
 class QWidget;
 
@@ -13,7 +12,6 @@ namespace tolvane::desktop {
 
 /// Opens a menu at a point on the screen and runs the event loop until it closes. Nullopt if the user chooses nothing
 /// or there is nothing to choose.
-std::optional<ProcessAction> askMenu(const Look& look, const std::vector<ProcessMenuItem>& items, QPoint place,
-                                     QWidget* parent);
+std::optional<ProcessAction> askMenu(const std::vector<ProcessMenuItem>& items, QPoint place, QWidget* parent);
 
 }  // namespace tolvane::desktop

@@ -36,10 +36,7 @@ void Tray::buildMenu() {
     auto* pause = menu_->addAction(qtText(PanelView::pauseLabel));
     pause->setCheckable(true);
     connect(pause, &QAction::triggered, this, [this](bool paused) { model_.pauseRules(paused); });
-    connect(menu_.get(), &QMenu::aboutToShow, this, [this, pause] {
-        menu_->setStyleSheet(look_.menuSheet());
-        pause->setChecked(*model_.rulesPaused);
-    });
+    connect(menu_.get(), &QMenu::aboutToShow, this, [this, pause] { pause->setChecked(*model_.rulesPaused); });
     menu_->addSeparator();
     menu_->addAction(qtText(PanelView::settingsLabel), this, &Tray::settingsWanted);
     menu_->addAction(qtText(PanelView::quitLabel), this, &Tray::quitWanted);

@@ -164,8 +164,6 @@ void ProjectsPage::ask(const Question& question, bool destructive) {
 QMenu* ProjectsPage::newMenu() {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setStyleSheet(look_.menuSheet());
-    menu->setFont(look_.fonts().font(TextRole::body));
     return menu;
 }
 

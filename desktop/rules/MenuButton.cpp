@@ -34,8 +34,6 @@ QSize MenuButton::sizeHint() const {
 
 void MenuButton::open() {
     QMenu menu(this);
-    menu.setStyleSheet(look_.menuSheet());
-    menu.setFont(look_.fonts().font(TextRole::body));
     emit opening(&menu);
     const int aligned = layoutDirection() == Qt::RightToLeft ? 0 : width() - menu.sizeHint().width();
     menu.exec(mapToGlobal(QPoint(aligned, height() + Sizes::step)));

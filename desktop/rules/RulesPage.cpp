@@ -161,8 +161,6 @@ void RulesPage::openRowMenu(QPoint place) {
     const auto rule = list_->current();
     if (!rule) return;
     QMenu menu(this);
-    menu.setStyleSheet(look_.menuSheet());
-    menu.setFont(look_.fonts().font(TextRole::body));
     const auto* exportIt = menu.addAction(menuText(qtText(RulesView::exportRow)));
     const auto* deleteIt = menu.addAction(menuText(qtText(RulesView::deleteRow)));
     const auto* chosen = menu.exec(place);

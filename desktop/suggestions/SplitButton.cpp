@@ -37,8 +37,6 @@ SplitButton::SplitButton(const Look& look, QWidget* parent) : QToolButton(parent
     setMenu(menu_);
     connect(menu_, &QMenu::aboutToShow, this, [this] {
         menu_->clear();
-        menu_->setStyleSheet(look_.menuSheet());
-        menu_->setFont(look_.fonts().font(TextRole::body));
         emit opening(menu_);
     });
     // Emit the choice after the menu has closed.

@@ -142,8 +142,6 @@ void SuggestionRowWidget::fill(QMenu& menu, bool includesPrimary) {
 void SuggestionRowWidget::contextMenuEvent(QContextMenuEvent* event) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setStyleSheet(look_.menuSheet());
-    menu->setFont(look_.fonts().font(TextRole::body));
     emit menuOpened();
     fill(*menu, true);
     connect(menu, &QMenu::aboutToHide, this, [this] { emit menuClosed(); }, Qt::QueuedConnection);

@@ -16,7 +16,6 @@ namespace tolvane::desktop {
 WindowMenu::WindowMenu(AppModel& model, const Look& look, QWidget* window)
     : QObject(window),
       model_(model),
-      look_(look),
       window_(window),
       menu_(std::make_unique<QMenu>()),
       button_(new IconButton(look, "ellipsis", qtText(MainView::menu))) {
@@ -57,7 +56,6 @@ void WindowMenu::addRuleCommands() {
 }
 
 void WindowMenu::open() {
-    menu_->setStyleSheet(look_.menuSheet());
     const auto size = menu_->sizeHint();
     const bool leftToRight = button_->layoutDirection() == Qt::LeftToRight;
     const QPoint corner = button_->mapToGlobal(QPoint(leftToRight ? 0 : button_->width() - size.width(), 0));

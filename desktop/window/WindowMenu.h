@@ -36,7 +36,6 @@ private:
     void open();
 
     AppModel& model_;
-    const Look& look_;
     QWidget* window_;
     std::unique_ptr<QMenu> menu_;
     IconButton* button_;
