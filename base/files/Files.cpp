@@ -30,6 +30,7 @@ Result<std::string, int> readToEnd(const FileDescriptor& file, std::size_t state
     const auto stated = file.readAt(0, bytes.data(), bytes.size());
     if (!stated) return errno;
     bytes.resize(*stated);
+    // The kernel fills it. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     std::array<char, pieceSize> piece;
     for (;;) {
         const auto count = file.readAt(bytes.size(), piece.data(), piece.size());
