@@ -86,7 +86,7 @@ void HistoryPage::draw() {
 
 /// The range ends now, so it has to be computed again each time the page is shown.
 void HistoryPage::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
+    Page::showEvent(event);
     refresh();
 }
 
