@@ -27,7 +27,7 @@ QColor Tokens::* markColour(const ValueRow& row) {
 
 /// The full texts, if they are cut, followed by the row's own tooltip.
 QString tipOf(const ValueRow& row, bool isWhole) {
-    const auto tip = qtText(row.tooltip);
+    auto tip = qtText(row.tooltip);
     if (isWhole) return tip;
     const auto whole = qtText(row.label) + QLatin1Char('\n') + qtText(row.value);
     return tip.isEmpty() ? whole : whole + QStringLiteral("\n\n") + tip;
