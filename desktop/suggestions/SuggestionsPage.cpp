@@ -131,7 +131,7 @@ std::vector<SuggestionCard*> SuggestionsPage::cards() const {
 }
 
 void SuggestionsPage::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
+    Page::showEvent(event);
     refresh();
 }
 
