@@ -133,10 +133,7 @@ bool SpawnedChildProcesses::endsWell(Pid pid) const {
 }
 
 std::optional<std::string> SpawnedChildProcesses::find(std::string_view tool) {
-    for (auto& place : toolPlaces(tool, home_)) {
-        if (isExecutable(place)) return std::move(place);
-    }
-    return std::nullopt;
+    return firstExecutable(toolPlaces(tool, home_));
 }
 
 std::vector<std::string> toolPlaces(std::string_view tool, const std::string& home) {
@@ -149,5 +146,12 @@ std::vector<std::string> toolPlaces(std::string_view tool, const std::string& ho
 }
 
 bool isExecutable(const std::string& path) { return ::access(path.c_str(), X_OK) == 0; }
+
+std::optional<std::string> firstExecutable(std::vector<std::string> places) {
+    for (auto& place : places) {
+        if (isExecutable(place)) return std::move(place);
+    }
+    return std::nullopt;
+}
 
 }  // namespace tolvane::machost

@@ -15,6 +15,9 @@ std::vector<std::string> toolPlaces(std::string_view tool, const std::string& ho
 /// Whether this user may run the file.
 bool isExecutable(const std::string& path);
 
+/// The first of the paths that this user may run.
+std::optional<std::string> firstExecutable(std::vector<std::string> places);
+
 /// Child processes that get a pipe for their output and no other descriptor of ours except standard input. One for each
 /// caller at a time, without a time limit. The destructor ends running children and waits for the callers.
 class SpawnedChildProcesses : public ChildProcesses {

@@ -135,14 +135,18 @@ TEST_F(SpawnedChildProcessesTest, knowsThePlacesOfItsTools) {
     EXPECT_EQ(SpawnedChildProcesses(kernel_.table(), 0).find("no-such-tool"), std::nullopt);
 }
 
-TEST_F(SpawnedChildProcessesTest, findsAToolThatOnlyThisUserHas) {
+TEST_F(SpawnedChildProcessesTest, takesTheFirstPlaceThatCanBeRun) {
     const fakes::TemporaryFolder home;
-    SpawnedChildProcesses children(kernel_.table(), 0, home.path());
-    if (children.find("docker")) GTEST_SKIP() << "a container client is installed";
+    const auto own = home / ".orbstack/bin/docker";
+    const auto shared = home / "Applications/docker";
     home.write(".orbstack/bin/docker", "");
-    EXPECT_EQ(children.find("docker"), std::nullopt);
-    std::filesystem::permissions(home / ".orbstack/bin/docker", std::filesystem::perms::owner_all);
-    EXPECT_EQ(children.find("docker"), home / ".orbstack/bin/docker");
+    home.write("Applications/docker", "");
+    const std::vector<std::string> places = {home / "nowhere/docker", own, shared};
+    EXPECT_EQ(firstExecutable(places), std::nullopt);
+    std::filesystem::permissions(shared, std::filesystem::perms::owner_all);
+    EXPECT_EQ(firstExecutable(places), shared);
+    std::filesystem::permissions(own, std::filesystem::perms::owner_all);
+    EXPECT_EQ(firstExecutable(places), own);
 }
 
 TEST_F(SpawnedChildProcessesTest, givesWhatTheToolPrintedAndDropsItsErrors) {
